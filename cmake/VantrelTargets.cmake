@@ -1,0 +1,42 @@
+# One static library a folder, every program in bin/, the same warnings for all of them.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
+
+add_library(vantrel_build_rules INTERFACE)
+target_compile_options(vantrel_build_rules INTERFACE
+    -Wall -Wextra -Wconversion -Wold-style-cast
+    $<$<BOOL:${VANTREL_WARNINGS_AS_ERRORS}>:-Werror>)
+target_compile_definitions(vantrel_build_rules INTERFACE
+    QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH
+    QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+
+if(VANTREL_SANITIZE)
+    add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=address,undefined)
+endif()
+if(VANTREL_FUZZ)
+    add_compile_options(-fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all)
+    add_link_options(-fsanitize=address,undefined)
+endif()
+
+# vantrel_library(NAME SOURCES … LINK …): a room. Headers are included from the root of the tree they live in
+# ("driver/VX7100Access.h", "services/host/ServiceHost.h"). Forms and meta-objects are generated only where WIDGETS says so.
+function(vantrel_library name)
+    cmake_parse_arguments(PARSE_ARGV 1 ARG "WIDGETS" "" "SOURCES;LINK")
+    add_library(${name} STATIC ${ARG_SOURCES})
+    target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR}/src ${PROJECT_SOURCE_DIR})
+    target_link_libraries(${name} PUBLIC ${ARG_LINK} PRIVATE vantrel_build_rules)
+    if(ARG_WIDGETS)
+        set_target_properties(${name} PROPERTIES AUTOMOC ON AUTOUIC ON)
+    endif()
+endfunction()
+
+# vantrel_program(NAME SOURCES … LINK …)
+function(vantrel_program name)
+    cmake_parse_arguments(PARSE_ARGV 1 ARG "" "" "SOURCES;LINK")
+    add_executable(${name} ${ARG_SOURCES})
+    target_link_libraries(${name} PRIVATE ${ARG_LINK} vantrel_build_rules)
+endfunction()

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <memory>
+
+// A repeating timer. It fires until it is invalidated or destroyed, never again from within its own call.
+class Timer {
+public:
+    virtual ~Timer() = default;
+    virtual void invalidate() = 0;
+};
+
+// The main run loop. Timers of the same interval fire in the order in which they were scheduled.
+class RunLoop {
+public:
+    virtual ~RunLoop() = default;
+    [[nodiscard]] virtual std::unique_ptr<Timer> scheduleRepeatingTimer(
+        std::chrono::milliseconds interval, std::function<void()> fire)
+        = 0;
+};
