@@ -18,6 +18,9 @@ public:
     // The fixed part, copied out.
     [[nodiscard]] WLAN_BSSID_EX fixedPart() const;
 
+    // The bytes from an offset within the entry up to the first zero byte, at most to the entry's end.
+    [[nodiscard]] std::span<const std::byte> bytesUpToZero(std::size_t offset) const;
+
     // Integers at a byte offset within the entry, also past the entry's own Length.
     [[nodiscard]] std::uint8_t byteAt(std::size_t offset) const;
     [[nodiscard]] std::uint16_t littleEndian16At(std::size_t offset) const;
@@ -44,6 +47,9 @@ private:
     std::size_t m_offset { sizeof(NDIS_802_11_BSSID_LIST) };
     std::uint32_t m_remaining { 0 };
 };
+
+// The list that G_pBssidList holds; empty while there is none.
+[[nodiscard]] std::span<std::byte> currentBssidList();
 
 // NumberOfItems as the list states it; 0 for a buffer that cannot hold it.
 [[nodiscard]] std::uint32_t bssidCount(std::span<const std::byte> list);

@@ -29,12 +29,11 @@ public:
     // driver accepted the request; on false the buffer is as the caller left it, and callers clear it before a query
     // so that a failed one reads as zeros.
     // A query offers the whole buffer as reply capacity, whatever pReturn held; afterwards pReturn holds the bytes returned.
-    bool OidQueryInformation(
-        std::uint32_t Oid, void* InfoBuffer, std::uint32_t InfoBufferLen, std::uint32_t* pReturn);
+    bool OidQueryInformation(std::uint32_t Oid, void* InfoBuffer, std::uint32_t InfoBufferLen, std::uint32_t* pReturn);
     // A set adds the set flag to the OID and offers what pReturn holds as reply capacity. Retry is not acted on: no
     // request is ever repeated.
-    bool OidSetInformation(std::uint32_t Oid, void* InfoBuffer, std::uint32_t InfoBufferLen, std::uint32_t* pReturn,
-        std::int32_t Retry);
+    bool OidSetInformation(
+        std::uint32_t Oid, void* InfoBuffer, std::uint32_t InfoBufferLen, std::uint32_t* pReturn, std::int32_t Retry);
 
     // Brings a freshly found card into use: checks its EEPROM, learns its bands, scans and reads the list. False, after
     // an alert, when the card failed to initialise.
@@ -51,8 +50,12 @@ public:
     [[nodiscard]] static std::uint32_t ConvertRssiToSignalQuality(std::int32_t rssiDbm);
 
 private:
+    enum class ReplyCapacity {
+        WholeBuffer,
+        AsReturnedLengthSays,
+    };
     bool performRequest(std::uint32_t Oid, void* InfoBuffer, std::uint32_t InfoBufferLen, std::uint32_t* pReturn,
-        bool capacityIsBufferLength);
+        ReplyCapacity capacity);
 
     IORegistry& m_registry;
     TickClock& m_clock;
@@ -72,8 +75,7 @@ private:
 inline constexpr std::int32_t setRetryCount = 3;
 
 // Queries into a record of fixed size, cleared first.
-template<typename Record>
-bool queryRecord(VX7100Access& adapter, std::uint32_t oid, Record& record)
+template <typename Record> bool queryRecord(VX7100Access& adapter, std::uint32_t oid, Record& record)
 {
     record = {};
     std::uint32_t returned = 0;
@@ -81,8 +83,7 @@ bool queryRecord(VX7100Access& adapter, std::uint32_t oid, Record& record)
 }
 
 // Sets from a copy of the record, with no reply expected.
-template<typename Record>
-bool setRecord(VX7100Access& adapter, std::uint32_t oid, Record record)
+template <typename Record> bool setRecord(VX7100Access& adapter, std::uint32_t oid, Record record)
 {
     std::uint32_t returned = 0;
     return adapter.OidSetInformation(oid, &record, sizeof(Record), &returned, setRetryCount);

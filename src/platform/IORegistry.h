@@ -35,14 +35,15 @@ public:
     virtual void mach_port_deallocate(mach_port_t port) = 0;
 
     // Opens a user client of the given connection type for this process.
-    [[nodiscard]] virtual kern_return_t IOServiceOpen(io_object_t service, std::uint32_t type, io_connect_t& connection) = 0;
+    [[nodiscard]] virtual kern_return_t IOServiceOpen(io_object_t service, std::uint32_t type, io_connect_t& connection)
+        = 0;
     virtual void IOServiceClose(io_connect_t connection) = 0;
 
     // One request. outputSize is the reply capacity on entry and the number of bytes that the driver returned on exit.
     // On failure output is left as it was and outputSize is 0. No more than output.size() bytes are ever written, even
     // where the capacity promises more. input and output may be the same memory.
-    [[nodiscard]] virtual kern_return_t IOConnectMethodStructureIStructureO(io_connect_t connection, std::uint32_t index,
-        std::span<const std::byte> input, std::uint32_t& outputSize, std::span<std::byte> output)
+    [[nodiscard]] virtual kern_return_t IOConnectMethodStructureIStructureO(io_connect_t connection,
+        std::uint32_t index, std::span<const std::byte> input, std::uint32_t& outputSize, std::span<std::byte> output)
         = 0;
     // A call without arguments and results.
     virtual kern_return_t IOConnectMethodScalarIScalarO(io_connect_t connection, std::uint32_t index) = 0;

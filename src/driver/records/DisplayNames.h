@@ -12,7 +12,7 @@ inline constexpr std::array<std::string_view, 6> strAryAuthenType { "Open System
     "WPA-None" };
 
 // The text at a driver's value; empty for a value that the table does not have.
-template<std::size_t size>
+template <std::size_t size>
 [[nodiscard]] constexpr std::string_view displayName(const std::array<std::string_view, size>& table, auto value)
 {
     const auto index = static_cast<std::size_t>(value);
