@@ -1,0 +1,38 @@
+#include "crypto/HmacSha1.h"
+
+#include "crypto/Sha1.h"
+
+namespace {
+
+constexpr std::int32_t blockSize = sha1BlockSize;
+constexpr std::int32_t digestSize = sha1DigestSize;
+
+void appendPad(Sha1Context& context, const unsigned char* key, std::int32_t keyLength, std::uint8_t mask)
+{
+    std::array<unsigned char, sha1BlockSize> pad;
+    pad.fill(mask);
+    for (std::int32_t i = 0; i < keyLength; ++i)
+        pad[static_cast<std::size_t>(i)] ^= key[i];
+    A_SHAUpdate(context, pad.data(), blockSize);
+}
+
+} // namespace
+
+void hmac_sha1(const unsigned char* text, std::int32_t textLength, unsigned char* key, std::int32_t keyLength,
+    unsigned char* digest)
+{
+    Sha1Context context;
+    A_SHAInit(context);
+    if (keyLength > blockSize) {
+        A_SHAUpdate(context, key, keyLength);
+        A_SHAFinal(context, key);
+        keyLength = digestSize;
+    }
+    appendPad(context, key, keyLength, 0x36);
+    A_SHAUpdate(context, text, textLength);
+    A_SHAFinal(context, digest); // which also starts the outer message
+
+    appendPad(context, key, keyLength, 0x5C);
+    A_SHAUpdate(context, digest, digestSize);
+    A_SHAFinal(context, digest);
+}
