@@ -1,0 +1,170 @@
+#include "survey/AccessPointRows.h"
+
+#include "driver/BssidList.h"
+#include "tests/support/BssidListBuilder.h"
+#include "tests/support/RecordingAssertionHandler.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+constexpr int tkip = 2;
+constexpr int ccmp = 4;
+
+AccessPoint rowOf(const EntryBuilder& entry)
+{
+    RecordingAssertionHandler assertions;
+    Bytes buffer = inBuffer(bssidList({ entry }));
+    const auto result = accessPointRows(buffer, assertions);
+    EXPECT_TRUE(result.complete);
+    return result.rows.empty() ? AccessPoint() : result.rows.front();
+}
+
+EntryBuilder wpaEntry(int cipher, int authentication, std::int32_t mode = Ndis802_11Infrastructure)
+{
+    EntryBuilder entry;
+    entry.fixedPart.Privacy = 1;
+    entry.fixedPart.InfrastructureMode = mode;
+    entry.elements = wpaElement(cipher, authentication);
+    return entry;
+}
+
+TEST(AccessPointRows, OpenNetworkShowsAllSevenTexts)
+{
+    EXPECT_EQ(rowOf(EntryBuilder("café")).description(),
+        QStringLiteral("café 00-11-22-33-44-01 63 1 Unknown Not Used Infrastructure"));
+}
+
+TEST(AccessPointRows, PrivacyWithoutAWpaElementIsWepAndUnknown)
+{
+    EntryBuilder entry;
+    entry.fixedPart.Privacy = 7;
+    EXPECT_EQ(rowOf(entry).encryption(), QStringLiteral("WEP"));
+    EXPECT_EQ(rowOf(entry).authentication(), QStringLiteral("Unknown"));
+}
+
+TEST(AccessPointRows, WpaElementNamesCipherAndAuthentication)
+{
+    EXPECT_EQ(rowOf(wpaEntry(tkip, 2)).encryption(), QStringLiteral("TKIP"));
+    EXPECT_EQ(rowOf(wpaEntry(tkip, 2)).authentication(), QStringLiteral("WPA-PSK"));
+    EXPECT_EQ(rowOf(wpaEntry(ccmp, 0)).encryption(), QStringLiteral("AES-CCMP"));
+    EXPECT_EQ(rowOf(wpaEntry(ccmp, 0)).authentication(), QStringLiteral("WPA-PSK"));
+    EXPECT_EQ(rowOf(wpaEntry(3, 1)).encryption(), QStringLiteral("AES-WRAP"));
+    EXPECT_EQ(rowOf(wpaEntry(3, 1)).authentication(), QStringLiteral("WPA"));
+}
+
+TEST(AccessPointRows, PreSharedKeyInAnAdHocNetworkIsWpaNone)
+{
+    EXPECT_EQ(rowOf(wpaEntry(tkip, 2, Ndis802_11IBSS)).authentication(), QStringLiteral("WPA-NONE"));
+    EXPECT_EQ(rowOf(wpaEntry(tkip, 0, Ndis802_11IBSS)).authentication(), QStringLiteral("WPA-NONE"));
+    EXPECT_EQ(rowOf(wpaEntry(tkip, 1, Ndis802_11IBSS)).authentication(), QStringLiteral("WPA"));
+    EXPECT_EQ(rowOf(wpaEntry(tkip, 2, Ndis802_11IBSS)).network(), QStringLiteral("Ad Hoc"));
+}
+
+TEST(AccessPointRows, UnknownSuitesKeepTheTextsOfPrivacy)
+{
+    EXPECT_EQ(rowOf(wpaEntry(5, 2)).encryption(), QStringLiteral("WEP"));
+    EXPECT_EQ(rowOf(wpaEntry(5, 2)).authentication(), QStringLiteral("WPA-PSK"));
+    EXPECT_EQ(rowOf(wpaEntry(tkip, 9)).authentication(), QStringLiteral("Unknown"));
+}
+
+TEST(AccessPointRows, PairwiseCountInTheListBecomesOne)
+{
+    EntryBuilder entry;
+    entry.elements = wpaElement(tkip, 2, 2);
+    RecordingAssertionHandler assertions;
+    Bytes buffer = inBuffer(bssidList({ entry }));
+    const auto first = accessPointRows(buffer, assertions);
+    EXPECT_EQ(buffer[4 + 128 + 12], std::byte { 1 });
+    EXPECT_EQ(buffer[4 + 128 + 13], std::byte { 0 });
+    // Only one suite is stepped over: the second one is read as the authentication suites, and names none.
+    EXPECT_EQ(first.rows.front().authentication(), QStringLiteral("Unknown"));
+    EXPECT_EQ(first.rows.front().encryption(), QStringLiteral("TKIP"));
+}
+
+TEST(AccessPointRows, PairwiseCountInTheHighByteAloneBecomesOneToo)
+{
+    EntryBuilder entry;
+    entry.elements = wpaElement(tkip, 2);
+    entry.elements[12] = std::byte { 0 };
+    entry.elements[13] = std::byte { 1 };
+    RecordingAssertionHandler assertions;
+    Bytes buffer = inBuffer(bssidList({ entry }));
+    EXPECT_EQ(accessPointRows(buffer, assertions).rows.front().authentication(), QStringLiteral("WPA-PSK"));
+    EXPECT_EQ(buffer[4 + 128 + 12], std::byte { 1 });
+    EXPECT_EQ(buffer[4 + 128 + 13], std::byte { 0 });
+}
+
+TEST(AccessPointRows, NameOf32BytesRunsOnToTheNextZero)
+{
+    EntryBuilder open("12345678901234567890123456789012");
+    EXPECT_EQ(rowOf(open).ssid(), QStringLiteral("12345678901234567890123456789012"));
+    open.fixedPart.Privacy = 1;
+    const QString name = rowOf(open).ssid();
+    EXPECT_EQ(name.size(), 33);
+    EXPECT_TRUE(name.startsWith(QStringLiteral("12345678901234567890123456789012")));
+}
+
+TEST(AccessPointRows, SsidLengthIsNotConsulted)
+{
+    EntryBuilder entry("hello");
+    entry.fixedPart.Ssid.SsidLength = 2;
+    EXPECT_EQ(rowOf(entry).ssid(), QStringLiteral("hello"));
+}
+
+TEST(AccessPointRows, UnknownNetworkTypeShowsNothing)
+{
+    EntryBuilder entry;
+    entry.fixedPart.InfrastructureMode = 9;
+    EXPECT_EQ(rowOf(entry).network(), QString());
+}
+
+TEST(AccessPointRows, UnknownFrequencyEndsTheRefreshBehindTheRowsBuiltSoFar)
+{
+    EntryBuilder lost("lost", 2);
+    lost.fixedPart.Configuration.DSConfig = 2419000;
+    RecordingAssertionHandler assertions;
+    Bytes buffer = inBuffer(bssidList({ EntryBuilder("a", 1), lost, EntryBuilder("c", 3) }));
+    const auto result = accessPointRows(buffer, assertions);
+    EXPECT_FALSE(result.complete);
+    ASSERT_EQ(result.rows.size(), 1u);
+    ASSERT_EQ(assertions.failures.size(), 1u);
+    EXPECT_EQ(assertions.failures[0].method, "RescanTimeFunc");
+    EXPECT_EQ(assertions.failures[0].file, "SiteSurveyPageController");
+    EXPECT_EQ(assertions.failures[0].lineNumber, 978);
+    EXPECT_EQ(assertions.failures[0].description, "Invalid parameter not satisfying: FALSE");
+}
+
+TEST(AccessPointRows, UnknownFrequencyTakesTheFirstChannelWhereTheHandlerSaysToGoOn)
+{
+    EntryBuilder lost("lost");
+    lost.fixedPart.Configuration.DSConfig = 0;
+    RecordingAssertionHandler assertions;
+    assertions.goOn = true;
+    Bytes buffer = inBuffer(bssidList({ lost, EntryBuilder("c", 3) }));
+    const auto result = accessPointRows(buffer, assertions);
+    EXPECT_TRUE(result.complete);
+    ASSERT_EQ(result.rows.size(), 2u);
+    EXPECT_EQ(result.rows[0].channel(), QStringLiteral("1"));
+}
+
+TEST(AccessPointRows, EmptyOrAbsentListGivesNoRows)
+{
+    RecordingAssertionHandler assertions;
+    Bytes empty = inBuffer({});
+    EXPECT_TRUE(accessPointRows(empty, assertions).rows.empty());
+    EXPECT_TRUE(accessPointRows({}, assertions).rows.empty());
+}
+
+TEST(AccessPointRows, RowsStandInTheOrderOfTheEntries)
+{
+    RecordingAssertionHandler assertions;
+    Bytes buffer = inBuffer(bssidList({ EntryBuilder("z", 1), EntryBuilder("a", 2), EntryBuilder("m", 3) }));
+    const auto result = accessPointRows(buffer, assertions);
+    ASSERT_EQ(result.rows.size(), 3u);
+    EXPECT_EQ(result.rows[0].ssid(), QStringLiteral("z"));
+    EXPECT_EQ(result.rows[1].ssid(), QStringLiteral("a"));
+    EXPECT_EQ(result.rows[2].ssid(), QStringLiteral("m"));
+}
+
+} // namespace

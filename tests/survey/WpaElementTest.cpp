@@ -1,0 +1,170 @@
+#include "survey/WpaElement.h"
+
+#include "tests/support/BssidListBuilder.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+constexpr int tkip = 2;
+constexpr int preSharedKey = 2;
+
+struct FoundElement {
+    Bytes buffer;
+    std::optional<WpaElement> element;
+
+    explicit FoundElement(const EntryBuilder& entry)
+        : buffer(inBuffer(bssidList({ entry })))
+        , element(findWpaElement(firstEntry()))
+    {
+    }
+
+    [[nodiscard]] BssidEntry firstEntry() { return *BssidListWalk(buffer).next(); }
+};
+
+EntryBuilder entryWith(std::initializer_list<Bytes> elements)
+{
+    EntryBuilder entry;
+    for (const Bytes& element : elements)
+        append(entry.elements, element);
+    return entry;
+}
+
+TEST(FindWpaElement, FindsAnElementThatComesFirst)
+{
+    const FoundElement found(entryWith({ wpaElement(tkip, preSharedKey) }));
+    ASSERT_TRUE(found.element.has_value());
+    EXPECT_EQ(found.element->offset, 128u);
+    EXPECT_STREQ(cipherText(*found.element), "TKIP");
+}
+
+TEST(FindWpaElement, NamesTheCipherOfTheGroupSuite)
+{
+    EXPECT_STREQ(cipherText({ 0, 2 }), "TKIP");
+    EXPECT_STREQ(cipherText({ 0, 3 }), "AES-WRAP");
+    EXPECT_STREQ(cipherText({ 0, 4 }), "AES-CCMP");
+    EXPECT_EQ(cipherText({ 0, 0 }), nullptr);
+    EXPECT_EQ(cipherText({ 0, 5 }), nullptr);
+}
+
+TEST(FindWpaElement, AdvancesByTheLengthByteAlone)
+{
+    // The SSID element of two bytes holds what the walk takes for the next header: it lands two bytes early, on the
+    // element's own last two bytes, and from there by their length byte on the WPA element.
+    const FoundElement found(entryWith({ bytesOf({ 0, 2, 9, 2 }), wpaElement(tkip, preSharedKey) }));
+    ASSERT_TRUE(found.element.has_value());
+    EXPECT_EQ(found.element->offset, 128u + 4);
+}
+
+TEST(FindWpaElement, MissesAnElementThatAProperWalkWouldFind)
+{
+    // Properly read: an element of three bytes, then the WPA element. Read by the length byte alone the walk lands on
+    // the element's last two bytes, a header of length 0, and stops.
+    const FoundElement found(entryWith({ bytesOf({ 1, 3, 7, 7, 0 }), wpaElement(tkip, preSharedKey) }));
+    EXPECT_FALSE(found.element.has_value());
+}
+
+TEST(FindWpaElement, StopsAtAZeroLengthElement)
+{
+    const FoundElement found(entryWith({ bytesOf({ 0, 2, 1, 0 }), wpaElement(tkip, preSharedKey) }));
+    EXPECT_FALSE(found.element.has_value());
+}
+
+TEST(FindWpaElement, StopsWhereTheFirstElementIsEmpty)
+{
+    const FoundElement found(entryWith({ bytesOf({ 0, 0 }), wpaElement(tkip, preSharedKey) }));
+    EXPECT_FALSE(found.element.has_value());
+}
+
+TEST(FindWpaElement, WantsALengthByteAbove15)
+{
+    Bytes element = wpaElement(tkip, preSharedKey);
+    element[1] = std::byte { 15 };
+    EXPECT_FALSE(FoundElement(entryWith({ element })).element.has_value());
+    element[1] = std::byte { 16 };
+    EXPECT_TRUE(FoundElement(entryWith({ element })).element.has_value());
+}
+
+TEST(FindWpaElement, WantsTheOrganisationAndType)
+{
+    Bytes element = wpaElement(tkip, preSharedKey);
+    element[5] = std::byte { 2 };
+    EXPECT_FALSE(FoundElement(entryWith({ element })).element.has_value());
+}
+
+TEST(FindWpaElement, GivesUpOnAnotherVendorsElementAlthoughTheWpaOneFollows)
+{
+    Bytes vendor = bytesOf({ 221, 16, 0x00, 0x10, 0x18, 0x02 });
+    vendor.resize(18);
+    EXPECT_FALSE(FoundElement(entryWith({ vendor, wpaElement(tkip, preSharedKey) })).element.has_value());
+}
+
+TEST(FindWpaElement, WantsAGroupSuiteOfTheSameOrganisation)
+{
+    Bytes element = wpaElement(tkip, preSharedKey);
+    element[8] = std::byte { 1 };
+    EXPECT_FALSE(FoundElement(entryWith({ element })).element.has_value());
+}
+
+TEST(FindWpaElement, LooksOnlyAtEntriesLongEnough)
+{
+    EntryBuilder entry = entryWith({ wpaElement(tkip, preSharedKey) });
+    entry.keepLengths = true;
+    entry.fixedPart.IELength = 100;
+    entry.fixedPart.Length = 104;
+    EXPECT_FALSE(FoundElement(entry).element.has_value());
+    entry.fixedPart.Length = 105;
+    EXPECT_TRUE(FoundElement(entry).element.has_value());
+    entry.fixedPart.IELength = 12;
+    EXPECT_FALSE(FoundElement(entry).element.has_value());
+    entry.fixedPart.IELength = 15; // position 12 and three more: no header fits
+    EXPECT_FALSE(FoundElement(entry).element.has_value());
+    entry.fixedPart.IELength = 16;
+    EXPECT_TRUE(FoundElement(entry).element.has_value());
+}
+
+TEST(FindWpaElement, EndsWithTheBufferWhenTheElementsLengthLies)
+{
+    EntryBuilder entry = entryWith({ bytesOf({ 1, 1, 1, 1, 1, 1, 1, 1 }) });
+    entry.keepLengths = true;
+    entry.fixedPart.Length = 128 + 8;
+    entry.fixedPart.IELength = 0xFFFFFFFF;
+    EXPECT_FALSE(FoundElement(entry).element.has_value());
+}
+
+TEST(FirstAuthenticationSuite, LiesBehindThePairwiseSuitesCounted)
+{
+    FoundElement found(entryWith({ wpaElement(tkip, preSharedKey, 3) }));
+    ASSERT_TRUE(found.element.has_value());
+    EXPECT_EQ(pairwiseSuiteCount(found.firstEntry(), *found.element), 3);
+    EXPECT_EQ(firstAuthenticationSuite(found.firstEntry(), *found.element, 3), 2);
+    // Read behind one suite alone, the second suite's first two bytes are taken for a count of authentication suites,
+    // and what follows belongs to no organisation.
+    EXPECT_EQ(firstAuthenticationSuite(found.firstEntry(), *found.element, 1), std::nullopt);
+}
+
+TEST(FirstAuthenticationSuite, IsNothingWhenNoneIsCounted)
+{
+    Bytes element = wpaElement(tkip, preSharedKey);
+    element[18] = std::byte { 0 };
+    FoundElement found(entryWith({ element }));
+    EXPECT_EQ(firstAuthenticationSuite(found.firstEntry(), *found.element, 1), std::nullopt);
+}
+
+TEST(FirstAuthenticationSuite, StaysInTheBufferForAnyCount)
+{
+    FoundElement found(entryWith({ wpaElement(tkip, preSharedKey) }));
+    EXPECT_EQ(firstAuthenticationSuite(found.firstEntry(), *found.element, 65535), std::nullopt);
+}
+
+TEST(SetPairwiseSuiteCount, RewritesTheListItself)
+{
+    FoundElement found(entryWith({ wpaElement(tkip, preSharedKey, 2) }));
+    auto entry = found.firstEntry();
+    setPairwiseSuiteCount(entry, *found.element, 1);
+    EXPECT_EQ(pairwiseSuiteCount(found.firstEntry(), *found.element), 1);
+    EXPECT_EQ(found.buffer[4 + 128 + 12], std::byte { 1 });
+    EXPECT_EQ(found.buffer[4 + 128 + 13], std::byte { 0 });
+}
+
+} // namespace
