@@ -1,0 +1,79 @@
+#include "survey/ConnectionRecord.h"
+
+#include "survey/KeyRecords.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <span>
+
+namespace {
+
+constexpr std::int32_t preambleSetting = 2;
+constexpr std::uint32_t rtsThresholdOff = 2347; // bytes; IEEE 802.11's longest frame and one more
+
+void applyPresharedKey(PROFILE_DATA& record, const NetworkChoice& choice, const SecuritySettings& security)
+{
+    // The length of the text does not come along from the sheet, so every key is taken as a passphrase: one of 64
+    // hexadecimal digits is refused by the derivation, and its first 32 characters become the key.
+    const NDIS_802_11_SSID& salt = choice.ssid;
+    record.pWpaKey = wpaKeyRecord(presharedKeyOfPassphrase(security.WPAPSK, salt.Ssid, salt.SsidLength));
+    record.AuthenMode = choice.network.InfrastructureMode != Ndis802_11Infrastructure ? Ndis802_11AuthModeWPANone
+                                                                                      : Ndis802_11AuthModeWPAPSK;
+    record.EncryStatus = security.EncryType != 0 ? Ndis802_11Encryption3Enabled : Ndis802_11Encryption2Enabled;
+}
+
+void applyWepKeys(PROFILE_DATA& record, const SecuritySettings& security)
+{
+    record.AuthenMode = security.AuthenType;
+    record.EncryStatus = security.EncryType != 0 ? Ndis802_11Encryption1Enabled : Ndis802_11EncryptionDisabled;
+    for (std::uint32_t index = 0; index < record.pWepKey.size(); ++index) {
+        const auto& material = security.KeyMaterial[index];
+        const std::size_t length = std::min<std::size_t>(security.KeyLen[index], material.size());
+        if (length == 0)
+            continue;
+        const bool transmitKey = static_cast<std::int32_t>(index) == security.SelKeyIndex;
+        record.pWepKey[index] = wepKeyRecord(index, transmitKey, std::span(material).first(length));
+    }
+}
+
+void applySecurity(PROFILE_DATA& record, const NetworkChoice& choice, const SecuritySettings& security)
+{
+    if (security.AuthenType >= wpaAuthenTypeIndex)
+        applyPresharedKey(record, choice, security);
+    else if (security.AuthenType == 1 || security.EncryType == 1)
+        applyWepKeys(record, security);
+}
+
+} // namespace
+
+bool isHidden(const WLAN_BSSID_EX& network)
+{
+    return network.InfrastructureMode == Ndis802_11Infrastructure && network.Ssid.SsidLength == 0;
+}
+
+bool needsSecuritySettings(const NetworkChoice& choice)
+{
+    return choice.network.Privacy != 0 || choice.wpaClass == WpaClass::PreSharedKey
+        || choice.wpaClass == WpaClass::None;
+}
+
+std::unique_ptr<PROFILE_DATA> connectionRecord(const NetworkChoice& choice, const SecuritySettings* security)
+{
+    auto record = std::make_unique<PROFILE_DATA>();
+    record->RtsThreshold = rtsThresholdOff;
+    record->PreambleType = preambleSetting;
+    record->NetworkType = choice.network.InfrastructureMode;
+    record->AuthenMode = Ndis802_11AuthModeOpen;
+    record->EncryStatus = Ndis802_11EncryptionDisabled;
+    if (security)
+        applySecurity(*record, choice, *security);
+    record->DisassociateFirst = 1;
+
+    if (choice.network.InfrastructureMode == Ndis802_11IBSS || choice.hidden) {
+        record->Ssid = choice.ssid;
+    } else {
+        record->Bssid = choice.network.MacAddress;
+        record->ConnectByBssid = 1;
+    }
+    return record;
+}

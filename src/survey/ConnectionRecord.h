@@ -1,0 +1,42 @@
+#pragma once
+
+#include "driver/BssidList.h"
+#include "survey/NetworkSecurity.h"
+#include "survey/ProfileData.h"
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <string>
+
+// From a network of the list and what the sheets asked for to the connection's settings.
+
+inline constexpr std::int32_t wpaAuthenTypeIndex = 2; // "WPA-PSK" or "WPA-NONE" in the security sheet
+
+// What the security sheet hands back.
+struct SecuritySettings {
+    std::int32_t AuthenType { 0 }; // index: 0 "Open", 1 "Shared", 2 WPA
+    std::int32_t EncryType { 0 }; // index: 0 "NONE", 1 "WEP"; with WPA 0 "TKIP", 1 "AES"
+    std::int32_t SelKeyIndex { 0 }; // transmit key, 0 to 3
+    std::array<std::uint8_t, 4> KeyLen {}; // bytes; 0 for a key that is not set
+    std::array<std::array<std::uint8_t, 14>, 4> KeyMaterial {}; // at most 13 bytes and a terminating zero
+    std::string WPAPSK; // as typed
+};
+
+// The selected network.
+struct NetworkChoice {
+    WLAN_BSSID_EX network {};
+    WpaClass wpaClass { WpaClass::Unknown };
+    bool hidden { false };
+    NDIS_802_11_SSID ssid {}; // the network's own, or the one typed for a hidden network
+};
+
+// An infrastructure network that does not send its name.
+[[nodiscard]] bool isHidden(const WLAN_BSSID_EX& network);
+
+[[nodiscard]] bool needsSecuritySettings(const NetworkChoice& choice);
+
+// The settings of a full connection. security is null for a network that needs none. An infrastructure network is
+// joined by BSSID, and its record names no SSID; ad hoc and hidden ones are joined by SSID.
+[[nodiscard]] std::unique_ptr<PROFILE_DATA> connectionRecord(
+    const NetworkChoice& choice, const SecuritySettings* security);
