@@ -1,0 +1,27 @@
+# shellcheck shell=bash
+# A display of our own: an X server without a screen and a small window manager, so that windows get focus, titles and
+# sizes as they would on a desk.
+
+hasDisplay() {
+    [[ -n ${DISPLAY:-} || -n ${WAYLAND_DISPLAY:-} ]]
+}
+
+# startVirtualDisplay DIRECTORY: exports DISPLAY; both programs end with the script. Their output goes to DIRECTORY.
+startVirtualDisplay() {
+    local directory=$1 number
+    mkdir -p "$directory"
+    unset WAYLAND_DISPLAY XDG_SESSION_TYPE QT_QPA_PLATFORM
+    : >"$directory/display-number"
+    Xvfb -displayfd 3 -screen 0 1280x900x24 -nolisten tcp 3>"$directory/display-number" >"$directory/xvfb.log" 2>&1 &
+    atExit stopProcess $!
+    waitUntil 20 test -s "$directory/display-number" || fail "the virtual display did not start: $directory/xvfb.log"
+    number=$(<"$directory/display-number")
+    export DISPLAY=:$number
+    openbox --sm-disable >"$directory/openbox.log" 2>&1 &
+    atExit stopProcess $!
+    waitUntil 20 windowManagerRuns || fail "the window manager did not start: $directory/openbox.log"
+}
+
+windowManagerRuns() {
+    xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q 'window id'
+}
