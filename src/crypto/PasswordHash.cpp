@@ -83,7 +83,7 @@ HmacKey prepareKey(const char* passphrase)
 void setSaltBlock(Sha1Words& words, const Salt& salt, std::uint32_t blockIndex)
 {
     std::array<unsigned char, longestSsid + 5> message {};
-    std::memcpy(message.data(), salt.ssid, salt.ssidLength);
+    std::copy_n(salt.ssid, salt.ssidLength, message.begin()); // an empty SSID may come as a null pointer
     for (std::size_t i = 0; i < 4; ++i)
         message[salt.ssidLength + i] = static_cast<unsigned char>(blockIndex >> (24 - 8 * i));
     message[salt.ssidLength + 4] = 0x80;

@@ -1,0 +1,241 @@
+#include "crypto/PasswordHash.h"
+
+#include "EngineTest.h"
+#include "crypto/HmacSha1.h"
+
+#include <algorithm>
+#include <array>
+
+namespace {
+
+constexpr std::size_t keySize = 32;
+constexpr unsigned char untouched = 0xA5;
+constexpr const char* complaint = "Password error!!\n";
+
+// The 40 bytes that PasswordHash may write, with a margin that it may not.
+struct Output {
+    Output() { bytes.fill(untouched); }
+
+    [[nodiscard]] bool isUntouched() const
+    {
+        return std::all_of(bytes.begin(), bytes.end(), [](unsigned char byte) { return byte == untouched; });
+    }
+
+    [[nodiscard]] bool marginIsUntouched() const
+    {
+        return std::all_of(bytes.begin() + 40, bytes.end(), [](unsigned char byte) { return byte == untouched; });
+    }
+
+    [[nodiscard]] std::string key() const { return hexOf(std::span(bytes).first(keySize)); }
+    [[nodiscard]] std::string rest() const { return hexOf(std::span(bytes).subspan(keySize, 8)); }
+
+    std::array<unsigned char, 48> bytes;
+};
+
+int hash(const std::string& passphrase, const std::string& ssid, Output& output)
+{
+    return PasswordHash(passphrase.c_str(), bytesOf(ssid), lengthOf(ssid), output.bytes.data());
+}
+
+class PasswordHashTest : public EngineTest { };
+INSTANTIATE_TEST_SUITE_P(Engines, PasswordHashTest, testing::ValuesIn(availableEngines()), engineName);
+
+// The three test vectors of IEEE 802.11i, annex H.4.
+
+TEST_P(PasswordHashTest, AgreesWithTheFirstVectorOfTheStandard)
+{
+    Output output;
+    EXPECT_EQ(hash("password", "IEEE", output), 1);
+    EXPECT_EQ(output.key(), "f42c6fc52df0ebef9ebb4b90b38a5f902e83fe1b135a70e23aed762e9710a12e");
+    EXPECT_EQ(output.rest(), "4888f197a3680415"); // the end of the derivation's second block
+    EXPECT_TRUE(output.marginIsUntouched());
+}
+
+TEST_P(PasswordHashTest, AgreesWithTheSecondVectorOfTheStandard)
+{
+    Output output;
+    EXPECT_EQ(hash("ThisIsAPassword", "ThisIsASSID", output), 1);
+    EXPECT_EQ(output.key(), "0dc0d6eb90555ed6419756b9a15ec3e3209b63df707dd508d14581f8982721af");
+}
+
+TEST_P(PasswordHashTest, AgreesWithTheThirdVectorOfTheStandard)
+{
+    Output output;
+    EXPECT_EQ(hash(std::string(32, 'a'), std::string(32, 'Z'), output), 1);
+    EXPECT_EQ(output.key(), "becb93866bb8c3832cb777c2f559807c8c59afcb6eae734885001300a981cc62");
+}
+
+TEST_P(PasswordHashTest, PutsTheFirstTwoBlocksOfFOneBehindTheOther)
+{
+    Output together;
+    hash("a passphrase", "network", together);
+    Output blocks;
+    F("a passphrase", bytesOf("network"), 7, 4096, 1, blocks.bytes.data());
+    F("a passphrase", bytesOf("network"), 7, 4096, 2, blocks.bytes.data() + 20);
+    EXPECT_EQ(together.bytes, blocks.bytes);
+}
+
+TEST(PasswordHash, RefusesAPassphraseOf64Bytes)
+{
+    Output output;
+    EXPECT_EQ(hash(std::string(64, 'p'), "ssid", output), 0);
+    EXPECT_TRUE(output.isUntouched());
+}
+
+TEST(PasswordHash, AcceptsAPassphraseOf63Bytes)
+{
+    Output output;
+    EXPECT_EQ(hash(std::string(63, 'p'), "ssid", output), 1);
+    EXPECT_FALSE(output.isUntouched());
+}
+
+TEST(PasswordHash, AcceptsAnSsidOf32BytesAndRefusesOneOf33)
+{
+    Output accepted;
+    EXPECT_EQ(hash("password", std::string(32, 's'), accepted), 1);
+    EXPECT_FALSE(accepted.isUntouched());
+    Output refused;
+    EXPECT_EQ(hash("password", std::string(33, 's'), refused), 0);
+    EXPECT_TRUE(refused.isUntouched());
+}
+
+TEST(PasswordHash, TakesTheBlockIndexAloneAsSaltForAnEmptySsid)
+{
+    Output output;
+    EXPECT_EQ(PasswordHash("password", nullptr, 0, output.bytes.data()), 1);
+    Output block;
+    F("password", nullptr, 0, 4096, 1, block.bytes.data());
+    EXPECT_FALSE(block.isUntouched());
+    EXPECT_TRUE(std::equal(block.bytes.begin(), block.bytes.begin() + 20, output.bytes.begin()));
+}
+
+TEST(PasswordHash, TakesANegativeSsidLengthForAnEmptySsid)
+{
+    Output empty;
+    EXPECT_EQ(PasswordHash("password", nullptr, 0, empty.bytes.data()), 1);
+    Output negative;
+    EXPECT_EQ(PasswordHash("password", nullptr, -1, negative.bytes.data()), 1);
+    EXPECT_EQ(negative.bytes, empty.bytes);
+}
+
+TEST(PasswordHash, ComplainsForEachBlockYetSucceedsForAByteItDoesNotHash)
+{
+    for (const char* passphrase : { "pass\tword", "passw\xE9rd", "\x80password", "password\x1F" }) {
+        Output output;
+        testing::internal::CaptureStderr();
+        EXPECT_EQ(hash(passphrase, "ssid", output), 1);
+        EXPECT_EQ(testing::internal::GetCapturedStderr(), std::string(complaint) + complaint);
+        EXPECT_TRUE(output.isUntouched());
+    }
+}
+
+TEST(PasswordHash, RefusesALengthBeforeItLooksAtTheCharacters)
+{
+    Output output;
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(hash(std::string(64, '\t'), "ssid", output), 0);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
+TEST(PasswordHash, HashesTheDeleteCharacterAndTheBlank)
+{
+    for (const char* passphrase : { "pass\x7Fword", "pass word" }) {
+        Output output;
+        testing::internal::CaptureStderr();
+        EXPECT_EQ(hash(passphrase, "ssid", output), 1);
+        EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+        EXPECT_FALSE(output.isUntouched());
+    }
+}
+
+TEST(F, ComplainsOnceAndWritesNothingForAByteItDoesNotHash)
+{
+    Output output;
+    testing::internal::CaptureStderr();
+    F("pass\tword", bytesOf("ssid"), 4, 4096, 1, output.bytes.data());
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), complaint);
+    EXPECT_TRUE(output.isUntouched());
+}
+
+// The definition, one HMAC after the other, with the key in a buffer that may be replaced.
+std::string definitionOfF(
+    const std::string& passphrase, const std::string& ssid, std::int32_t iterations, char blockIndex)
+{
+    std::string salt = ssid + std::string(3, '\0') + blockIndex;
+    std::array<unsigned char, 20> previous;
+    std::array<unsigned char, 20> sum;
+    std::string key = passphrase;
+    const auto keyBytes = [&] { return reinterpret_cast<unsigned char*>(key.data()); };
+    hmac_sha1(bytesOf(salt), lengthOf(salt), keyBytes(), lengthOf(key), previous.data());
+    sum = previous;
+    for (std::int32_t i = 1; i < iterations; ++i) {
+        key = passphrase;
+        hmac_sha1(previous.data(), 20, keyBytes(), lengthOf(key), previous.data());
+        for (std::size_t byte = 0; byte < sum.size(); ++byte)
+            sum[byte] ^= previous[byte];
+    }
+    return hexOf(sum);
+}
+
+TEST_P(PasswordHashTest, ComputesFAsItIsDefined)
+{
+    for (const std::size_t passphraseLength : { 0U, 1U, 63U, 64U, 65U, 100U })
+        for (const std::size_t ssidLength : { 0U, 1U, 31U, 32U })
+            for (const std::int32_t iterations : { 0, 1, 2, 7 }) {
+                const std::string passphrase(passphraseLength, 'k');
+                const std::string ssid(ssidLength, '\xF0');
+                Output output;
+                F(passphrase.c_str(), bytesOf(ssid), lengthOf(ssid), iterations, 3, output.bytes.data());
+                EXPECT_EQ(hexOf(std::span(output.bytes).first(20)), definitionOfF(passphrase, ssid, iterations, 3))
+                    << passphraseLength << ' ' << ssidLength << ' ' << iterations;
+                EXPECT_EQ(output.bytes[20], untouched);
+            }
+}
+
+TEST(F, TakesNoMoreThan32BytesOfTheSsid)
+{
+    const std::string ssid(40, 's');
+    Output output;
+    F("password", bytesOf(ssid), 40, 2, 1, output.bytes.data());
+    EXPECT_EQ(hexOf(std::span(output.bytes).first(20)), definitionOfF("password", std::string(32, 's'), 2, 1));
+}
+
+std::size_t compressions = 0;
+
+std::size_t compressionsOf(void (*work)())
+{
+    static constexpr Sha1Engine counting { "counting", [](std::span<Sha1Lane> lanes) {
+                                              compressions += lanes.size();
+                                              portableSha1Engine().compress(lanes);
+                                          } };
+    const ForcedSha1Engine forced(counting);
+    compressions = 0;
+    work();
+    return compressions;
+}
+
+// Two blocks of 4096 HMACs of two compressions, and each of the two pads once.
+TEST(PasswordHash, TakesNoMoreCompressionsThanItMust)
+{
+    EXPECT_EQ(compressionsOf([] {
+        Output output;
+        (void)hash("password", "IEEE", output);
+    }),
+        2U * 4096 * 2 + 2);
+    EXPECT_EQ(compressionsOf([] {
+        Output output;
+        (void)hash(std::string(63, 'p'), std::string(32, 's'), output);
+    }),
+        16386U);
+}
+
+TEST(F, TakesNoMoreCompressionsThanItMust)
+{
+    EXPECT_EQ(compressionsOf([] {
+        Output output;
+        F("password", bytesOf("IEEE"), 4, 4096, 1, output.bytes.data());
+    }),
+        4096U * 2 + 2);
+}
+
+} // namespace
