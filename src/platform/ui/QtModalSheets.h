@@ -1,0 +1,18 @@
+#pragma once
+
+#include "platform/ui/ModalSheets.h"
+
+#include <QPointer>
+
+#include <vector>
+
+class QDialog;
+
+class QtModalSheets final : public ModalSheets {
+public:
+    [[nodiscard]] int runModalForWindow(QDialog& sheet, QWidget& mainWindow) override;
+    void stopModalWithCode(int code) override;
+
+private:
+    std::vector<QPointer<QDialog>> m_running; // the innermost last
+};

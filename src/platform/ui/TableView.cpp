@@ -1,0 +1,219 @@
+#include "platform/ui/TableView.h"
+
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QStyledItemDelegate>
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+// Measuring every text of a long list costs more than showing it. The widest is among the longest: this many of
+// them are measured, none shorter than three quarters of the longest.
+constexpr int measuredCells = 12;
+
+} // namespace
+
+TableView::TableView(QWidget* parent)
+    : QTableView(parent)
+    , m_emptyText(new QLabel(viewport()))
+{
+    m_sorting.setSourceModel(&m_cells);
+    setModel(&m_sorting);
+    setSelectionBehavior(SelectRows);
+    setSelectionMode(SingleSelection);
+    setEditTriggers(EditKeyPressed);
+    setAlternatingRowColors(true);
+    setShowGrid(false);
+    setWordWrap(false);
+    setCornerButtonEnabled(false);
+    setTabKeyNavigation(false); // the Tab key leaves the table
+    setHorizontalScrollMode(ScrollPerPixel);
+    setUpHeaders();
+    fitRowHeight();
+
+    m_emptyText->setObjectName(QStringLiteral("emptyText"));
+    m_emptyText->setAlignment(Qt::AlignCenter);
+    m_emptyText->setWordWrap(true);
+    m_emptyText->setTextFormat(Qt::PlainText);
+    m_emptyText->setForegroundRole(QPalette::PlaceholderText);
+    m_emptyText->setAttribute(Qt::WA_TransparentForMouseEvents);
+
+    connect(this, &QTableView::doubleClicked, this, [this] {
+        if (m_doubleAction)
+            m_doubleAction();
+    });
+}
+
+void TableView::setUpHeaders()
+{
+    QHeaderView* const header = horizontalHeader();
+    header->setSortIndicatorClearable(true);
+    header->setSortIndicator(-1, Qt::AscendingOrder);
+    header->setHighlightSections(false);
+    header->setStretchLastSection(true);
+    setSortingEnabled(true);
+    verticalHeader()->hide();
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+
+    connect(header, &QHeaderView::sectionResized, this, [this](int column) {
+        // The last column is resized with the window, not by the user.
+        if (!m_fitting && column + 1 < m_cells.columnCount())
+            m_sizedByUser[static_cast<std::size_t>(column)] = true;
+    });
+    connect(header, &QHeaderView::sectionHandleDoubleClicked, this, [this](int column) {
+        m_sizedByUser[static_cast<std::size_t>(column)] = false;
+        fitColumnWidths();
+    });
+}
+
+void TableView::setTableColumns(std::vector<TableColumn> columns)
+{
+    m_sizedByUser.assign(columns.size(), false);
+    m_cells.setColumns(std::move(columns));
+    fitColumnWidths();
+    showEmptyText();
+}
+
+void TableView::setDelegateForTableColumn(QStringView identifier, QAbstractItemDelegate* delegate)
+{
+    if (const int column = m_cells.columnOf(identifier); column >= 0)
+        setItemDelegateForColumn(column, delegate);
+}
+
+void TableView::setDataSource(TableDataSource* source)
+{
+    m_cells.setDataSource(source);
+}
+
+void TableView::reloadData()
+{
+    // The view would select a neighbour of the row that goes away.
+    if (selectedRow() >= m_cells.availableRows())
+        deselectAll();
+    if (!m_cells.reload())
+        return;
+    fitColumnWidths();
+    showEmptyText();
+}
+
+int TableView::numberOfRows() const
+{
+    return m_cells.rowCount();
+}
+
+int TableView::selectedRow() const
+{
+    const QModelIndexList rows = selectionModel()->selectedRows();
+    return rows.isEmpty() ? -1 : m_sorting.mapToSource(rows.first()).row();
+}
+
+void TableView::selectRowNumber(int row)
+{
+    const QModelIndex index = m_sorting.mapFromSource(m_cells.index(row, 0));
+    if (!index.isValid()) {
+        deselectAll();
+        return;
+    }
+    selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+}
+
+void TableView::deselectAll()
+{
+    selectionModel()->clear();
+}
+
+void TableView::setDoubleAction(std::function<void()> action)
+{
+    m_doubleAction = std::move(action);
+}
+
+void TableView::setEmptyText(const QString& text)
+{
+    if (text == m_emptyText->text())
+        return;
+    m_emptyText->setText(text);
+    showEmptyText();
+}
+
+QString TableView::emptyText() const
+{
+    return m_emptyText->text();
+}
+
+void TableView::showEmptyText()
+{
+    const bool empty = m_cells.rowCount() == 0;
+    m_emptyText->setVisible(empty && !m_emptyText->text().isEmpty());
+    setAccessibleDescription(empty ? m_emptyText->text() : QString());
+}
+
+void TableView::keyPressEvent(QKeyEvent* event)
+{
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (enter && m_doubleAction && state() != EditingState && selectedRow() >= 0) {
+        m_doubleAction();
+        return;
+    }
+    QTableView::keyPressEvent(event);
+}
+
+void TableView::resizeEvent(QResizeEvent* event)
+{
+    QTableView::resizeEvent(event);
+    const int margin = fontMetrics().height();
+    m_emptyText->setGeometry(viewport()->rect().adjusted(margin, margin, -margin, -margin));
+}
+
+void TableView::changeEvent(QEvent* event)
+{
+    QTableView::changeEvent(event);
+    if (event->type() != QEvent::FontChange && event->type() != QEvent::StyleChange)
+        return;
+    fitRowHeight();
+    fitColumnWidths();
+}
+
+void TableView::fitRowHeight()
+{
+    const int iconHeight = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
+    verticalHeader()->setDefaultSectionSize(std::max(fontMetrics().height(), iconHeight) * 3 / 2);
+}
+
+int TableView::contentsWidth(int column) const
+{
+    qsizetype longest = 0;
+    for (int row = 0; row < m_cells.rowCount(); ++row)
+        longest = std::max(longest, m_cells.textLength(row, column));
+    QStyleOptionViewItem option;
+    initViewItemOption(&option);
+    int width = 0;
+    int measured = 0;
+    for (int row = 0; row < m_cells.rowCount() && measured < measuredCells; ++row) {
+        if (m_cells.textLength(row, column) * 4 < longest * 3)
+            continue;
+        const QModelIndex index = m_sorting.mapFromSource(m_cells.index(row, column));
+        width = std::max(width, itemDelegateForIndex(index)->sizeHint(option, index).width());
+        ++measured;
+    }
+    return width;
+}
+
+void TableView::fitColumnWidths()
+{
+    // An empty table keeps its widths: it is often only about to be filled again.
+    if (m_cells.rowCount() == 0 && m_fittedToRows)
+        return;
+    m_fittedToRows = m_cells.rowCount() > 0;
+    const int padding = fontMetrics().averageCharWidth() * 2;
+    m_fitting = true;
+    for (int column = 0; column < m_cells.columnCount(); ++column) {
+        if (m_sizedByUser[static_cast<std::size_t>(column)])
+            continue;
+        const int heading = horizontalHeader()->sectionSizeHint(column);
+        setColumnWidth(column, std::max(heading, contentsWidth(column) + padding));
+    }
+    m_fitting = false;
+}

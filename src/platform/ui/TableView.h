@@ -1,0 +1,60 @@
+#pragma once
+
+#include "platform/ui/CellModel.h"
+#include "platform/ui/TableDataSource.h"
+
+#include <QTableView>
+
+#include <functional>
+#include <vector>
+
+class QLabel;
+
+// A table over a data source. Rows are spoken of by the source's numbers, whatever the sorting: a click on a header
+// sorts up, a second one down, a third one restores the source's order. One row or none is selected.
+class TableView : public QTableView {
+    Q_OBJECT
+
+public:
+    explicit TableView(QWidget* parent = nullptr);
+
+    void setTableColumns(std::vector<TableColumn> columns);
+    // The delegate stays its owner's. An identifier that no column has is ignored.
+    void setDelegateForTableColumn(QStringView identifier, QAbstractItemDelegate* delegate);
+    // The source outlives the view or is taken away with nullptr. Nothing is asked for before reloadData.
+    void setDataSource(TableDataSource* source);
+
+    // Takes over what the source has now. The selection stays on its row number while there is such a row. What did
+    // not change is not painted again.
+    void reloadData();
+    [[nodiscard]] int numberOfRows() const; // as of the last reload
+    [[nodiscard]] int selectedRow() const; // -1 when no row is selected
+    void selectRowNumber(int row); // a row that is not there deselects
+    void deselectAll();
+
+    // Called for a double click on a row, and for Return or Enter on the selected one; that row is selected by then.
+    void setDoubleAction(std::function<void()> action);
+    // Shown in the middle of a table without rows.
+    void setEmptyText(const QString& text);
+    [[nodiscard]] QString emptyText() const;
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    void setUpHeaders();
+    void fitRowHeight();
+    void fitColumnWidths();
+    [[nodiscard]] int contentsWidth(int column) const;
+    void showEmptyText();
+
+    CellModel m_cells;
+    CellSorting m_sorting;
+    std::function<void()> m_doubleAction;
+    QLabel* m_emptyText;
+    std::vector<bool> m_sizedByUser; // by column
+    bool m_fitting { false };
+    bool m_fittedToRows { false };
+};

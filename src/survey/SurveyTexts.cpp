@@ -1,0 +1,34 @@
+#include "survey/SurveyTexts.h"
+
+#include "platform/NetworkName.h"
+
+#include <QByteArray>
+#include <QCoreApplication>
+
+namespace {
+
+QString tr(const char* text)
+{
+    return QCoreApplication::translate("SurveyTexts", text);
+}
+
+} // namespace
+
+QString emptyListText(bool deviceExists, bool radioOn)
+{
+    if (!deviceExists)
+        return tr("No wireless card found. Insert the card; its networks appear here by themselves.");
+    if (!radioOn)
+        return tr("The radio of the wireless card is switched off.");
+    return tr("No networks in range. Press Rescan to search again.");
+}
+
+QString networkNameToolTip(const QString& text)
+{
+    if (text.isEmpty())
+        return tr("This network does not send its name.");
+    const auto bytes = bytesFromText(text);
+    const QByteArray raw(reinterpret_cast<const char*>(bytes.data()), static_cast<qsizetype>(bytes.size()));
+    const bool plain = raw == text.toUtf8() && text.trimmed() == text;
+    return plain ? QString() : tr("Name in hexadecimal: %1").arg(QString::fromLatin1(raw.toHex(' ')));
+}

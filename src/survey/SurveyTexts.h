@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+// Texts that the site survey page shows besides the rows themselves.
+
+// Why the list of networks is empty.
+[[nodiscard]] QString emptyListText(bool deviceExists, bool radioOn);
+
+// What to tell about a network's name beyond its text: its bytes in hexadecimal where the text does not give them
+// away (bytes that are no UTF-8, control characters, spaces at either end), a word for a name that is not sent at
+// all, nothing for a plain name. text is a name as rows hold it.
+[[nodiscard]] QString networkNameToolTip(const QString& text);

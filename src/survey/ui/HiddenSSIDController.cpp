@@ -1,0 +1,37 @@
+#include "survey/ui/HiddenSSIDController.h"
+
+#include "platform/NetworkName.h"
+#include "platform/ui/ModalSheets.h"
+#include "survey/ui/SheetReceivers.h"
+#include "ui_HiddenSSID.h"
+
+namespace {
+
+constexpr qsizetype longestSsid = 32; // bytes, IEEE 802.11
+
+} // namespace
+
+HiddenSSIDController::HiddenSSIDController(ModalSheets& sheets, HiddenSSIDReceiver& siteSurvey, QWidget* parent)
+    : QDialog(parent)
+    , m_sheets(sheets)
+    , SiteSurvey(siteSurvey)
+    , m_form(std::make_unique<Ui::HiddenSSID>())
+{
+    m_form->setupUi(this);
+    connect(m_form->buttons, &QDialogButtonBox::accepted, this, [this] { OnOK(); });
+    connect(m_form->buttons, &QDialogButtonBox::rejected, this, [this] { OnCANCEL(); });
+}
+
+HiddenSSIDController::~HiddenSSIDController() = default;
+
+void HiddenSSIDController::OnOK()
+{
+    const QByteArray name = bytesFromText(m_form->HiddenSSIDText->text()).left(longestSsid);
+    SiteSurvey.ReceiveHiddenSSID(name.toStdString());
+    m_sheets.stopModalWithCode(sheetAccepted);
+}
+
+void HiddenSSIDController::OnCANCEL()
+{
+    m_sheets.stopModalWithCode(sheetCancelled);
+}

@@ -1,0 +1,185 @@
+#include "survey/ui/SiteSurveyPageController.h"
+
+#include "app/shared/SharedState.h"
+#include "app/shared/Trace.h"
+#include "platform/RunLoop.h"
+#include "platform/ui/Images.h"
+#include "survey/AccessPointRows.h"
+#include "survey/ProfileData.h"
+#include "survey/SurveyTexts.h"
+#include "survey/ui/NetworkNameDelegate.h"
+#include "survey/ui/SignalBarsDelegate.h"
+#include "ui_SiteSurveyPage.h"
+
+#include <QShortcut>
+
+#include <utility>
+
+namespace {
+
+constexpr char className[] = "SiteSurveyPageController";
+constexpr std::chrono::milliseconds timerInterval { 2000 };
+
+std::vector<TableColumn> columns()
+{
+    using Kind = TableColumn::Kind;
+    const auto tr = [](const char* text) { return SiteSurveyPageController::tr(text); };
+    return {
+        { u"pi"_qs, {}, Kind::Image, tr("The network that the card is connected to"), tr("Connected") },
+        { u"ssid"_qs, tr("SSID"), Kind::Text, tr("Network name") },
+        { u"bssid"_qs, tr("BSSID"), Kind::Text, tr("Address of the access point") },
+        { u"signal"_qs, tr("Signal"), Kind::Number, tr("Signal quality, 0 to 100") },
+        { u"channel"_qs, tr("Channel"), Kind::Number, tr("Radio channel") },
+        { u"authentication"_qs, tr("Authentication"), Kind::Text, tr("How the network admits a station") },
+        { u"encryption"_qs, tr("Encryption"), Kind::Text, tr("How the network protects its data") },
+        { u"network"_qs, tr("Network Type"), Kind::Text, tr("Access point or ad hoc network") },
+    };
+}
+
+} // namespace
+
+SiteSurveyPageController::SiteSurveyPageController(
+    VX7100Access& adapter, RunLoop& runLoop, AssertionHandler& assertions, QWidget* parent)
+    : QWidget(parent)
+    , Adapter(adapter)
+    , m_runLoop(runLoop)
+    , m_assertions(assertions)
+    , m_form(std::make_unique<Ui::SiteSurveyPage>())
+{
+    m_form->setupUi(this);
+    setUpTable();
+}
+
+SiteSurveyPageController::~SiteSurveyPageController()
+{
+    m_form->ApList->setDataSource(nullptr);
+}
+
+void SiteSurveyPageController::setUpTable()
+{
+    TableView& list = *m_form->ApList;
+    list.setTableColumns(columns());
+    list.setDelegateForTableColumn(u"ssid", new NetworkNameDelegate(&list));
+    list.setDelegateForTableColumn(u"signal", new SignalBarsDelegate(&list));
+    list.setDataSource(this);
+    showWhyListIsEmpty();
+}
+
+void SiteSurveyPageController::awakeFromNib()
+{
+    connect(m_form->Rescan, &QPushButton::clicked, this, [this] { OnRescan(); });
+    auto* const rescanKey = new QShortcut(QKeySequence::Refresh, this);
+    connect(rescanKey, &QShortcut::activated, this, [this] { m_form->Rescan->click(); });
+    m_form->Rescan->setToolTip(
+        tr("%1 (%2)").arg(m_form->Rescan->toolTip(), rescanKey->key().toString(QKeySequence::NativeText)));
+}
+
+void SiteSurveyPageController::StartSiteSurveyTimer()
+{
+    SiteSurveyTimer = m_runLoop.scheduleRepeatingTimer(timerInterval, [this] { OnTimer(); });
+}
+
+void SiteSurveyPageController::StopSiteSurveyTimer()
+{
+    SiteSurveyTimer.reset();
+    showWhyListIsEmpty();
+}
+
+void SiteSurveyPageController::OnTimer()
+{
+    if (G_bDeviceExist == 0)
+        return;
+    ProbeConnectStatus();
+    DoTask();
+}
+
+void SiteSurveyPageController::OnRescan()
+{
+    queueRescan();
+}
+
+void SiteSurveyPageController::RefreshAPList()
+{
+    RescanTimeFunc();
+}
+
+void SiteSurveyPageController::RescanTimeFunc()
+{
+    traceEntry(className, "RefreshAPList");
+    ClearAPList();
+    if (G_pBssidList) {
+        AccessPointRowsResult result = accessPointRows(*G_pBssidList, m_assertions);
+        tableData = std::move(result.rows);
+        if (!result.complete)
+            return;
+    }
+    reloadData();
+    m_form->ApList->deselectAll();
+}
+
+void SiteSurveyPageController::ClearAPList()
+{
+    tableData.clear();
+    reloadData();
+}
+
+void SiteSurveyPageController::reloadData()
+{
+    m_form->ApList->reloadData();
+    showWhyListIsEmpty();
+}
+
+void SiteSurveyPageController::showWhyListIsEmpty()
+{
+    m_form->ApList->setEmptyText(emptyListText(G_bDeviceExist != 0, G_bRadio != 0));
+}
+
+void SiteSurveyPageController::UpdateConnectStatus(const QString& text)
+{
+    m_form->ConnectStatus->setText(text);
+}
+
+void SiteSurveyPageController::DoTask()
+{
+    ::DoTask(m_connection, Adapter);
+}
+
+void SiteSurveyPageController::ProbeConnectStatus()
+{
+    ::ProbeConnectStatus(m_connection, Adapter, *this);
+}
+
+void SiteSurveyPageController::resetFlag()
+{
+    m_connection.SetSsid = 0;
+    m_connection.SetBssid = 0;
+}
+
+void SiteSurveyPageController::SetTaskQueue(std::unique_ptr<PROFILE_DATA> record)
+{
+    queueConnection(std::move(record));
+}
+
+int SiteSurveyPageController::numberOfRowsInTableView() const
+{
+    return static_cast<int>(tableData.size());
+}
+
+QVariant SiteSurveyPageController::objectValueForTableColumn(QStringView identifier, int row) const
+{
+    if (identifier == u"pi")
+        return row == G_bCurSelItem ? QVariant(imageNamed(u"HANDSHAK")) : QVariant();
+    return tableData[static_cast<std::size_t>(row)].value(identifier);
+}
+
+void SiteSurveyPageController::setObjectValue(const QVariant& value, QStringView identifier, int row)
+{
+    tableData[static_cast<std::size_t>(row)].setValue(identifier, value.toString());
+}
+
+QString SiteSurveyPageController::toolTipForTableColumn(QStringView identifier, int row) const
+{
+    const bool known = row >= 0 && row < numberOfRowsInTableView(); // the table may be older than the rows
+    return known && identifier == u"ssid" ? networkNameToolTip(tableData[static_cast<std::size_t>(row)].ssid())
+                                          : QString();
+}
