@@ -1,0 +1,86 @@
+#include "services/simulator/SimulatorOptions.h"
+
+#include "services/simulator/ControlSocket.h"
+
+#include <QCommandLineParser>
+#include <QStandardPaths>
+
+namespace {
+
+constexpr quint64 defaultSeed = 7100;
+
+SimulatorCommandLine failure(const QString& why)
+{
+    return { std::nullopt, QStringLiteral("pellvane-sim: %1 (see --help)\n").arg(why), true };
+}
+
+// The instance is the last part of two paths.
+bool isInstanceName(const QString& name)
+{
+    return !name.isEmpty() && !name.startsWith(QLatin1Char('.')) && !name.contains(QLatin1Char('/'));
+}
+
+void describe(QCommandLineParser& parser)
+{
+    parser.setApplicationDescription(
+        QStringLiteral("Simulates a wireless card and the networks around it, as a driver service of its own process.\n"
+                       "Ends on SIGTERM and SIGINT; pellvane-simctl changes it while it runs."));
+    parser.addOptions({
+        { QStringLiteral("scenario"), QStringLiteral("The card and its networks (default: the built-in scenario)."),
+            QStringLiteral("FILE") },
+        { QStringLiteral("instance"), QStringLiteral("Name of the service (default: simulated)."),
+            QStringLiteral("NAME"), QStringLiteral("simulated") },
+        { QStringLiteral("root"),
+            QStringLiteral("Registry to publish in (default: io-registry in the user's runtime directory)."),
+            QStringLiteral("DIR") },
+        { QStringLiteral("control"),
+            QStringLiteral("Control socket (default: pellvane-sim/NAME.control in the user's runtime directory)."),
+            QStringLiteral("PATH") },
+        { QStringLiteral("record"),
+            QStringLiteral("Record every request, KEYS INCLUDED, as JSON lines in a file for the owner alone."),
+            QStringLiteral("FILE") },
+        { QStringLiteral("seed"), QStringLiteral("Seed of drift and traffic (default: 7100)."), QStringLiteral("N"),
+            QString::number(defaultSeed) },
+        { QStringLiteral("ejected"), QStringLiteral("Start with the card out of its slot.") },
+        { QStringLiteral("quiet"), QStringLiteral("Print nothing but the line \"ready\" and errors.") },
+    });
+}
+
+} // namespace
+
+SimulatorCommandLine readSimulatorArguments(const QStringList& arguments)
+{
+    QCommandLineParser parser;
+    describe(parser);
+    const QCommandLineOption help = parser.addHelpOption();
+    const QCommandLineOption version = parser.addVersionOption();
+    if (!parser.parse(arguments))
+        return failure(parser.errorText());
+    if (parser.isSet(help))
+        return { std::nullopt, parser.helpText(), false };
+    if (parser.isSet(version))
+        return { std::nullopt, QStringLiteral("pellvane-sim " SIMULATOR_VERSION "\n"), false };
+    if (!parser.positionalArguments().isEmpty())
+        return failure(QStringLiteral("unexpected argument \"%1\"").arg(parser.positionalArguments().constFirst()));
+
+    SimulatorOptions options;
+    options.scenarioFile = parser.value(QStringLiteral("scenario"));
+    options.instance = parser.value(QStringLiteral("instance"));
+    if (!isInstanceName(options.instance))
+        return failure(QStringLiteral("\"%1\" is no name for an instance").arg(options.instance));
+    options.root = parser.value(QStringLiteral("root"));
+    if (options.root.isEmpty())
+        options.root
+            = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation) + QStringLiteral("/io-registry");
+    options.controlPath = parser.value(QStringLiteral("control"));
+    if (options.controlPath.isEmpty())
+        options.controlPath = QString::fromStdString(defaultControlPath(options.instance.toStdString()));
+    options.recordFile = parser.value(QStringLiteral("record"));
+    options.isQuiet = parser.isSet(QStringLiteral("quiet"));
+    options.startsEjected = parser.isSet(QStringLiteral("ejected"));
+    bool isNumber = false;
+    options.seed = parser.value(QStringLiteral("seed")).toULongLong(&isNumber);
+    if (!isNumber)
+        return failure(QStringLiteral("\"%1\" is no seed").arg(parser.value(QStringLiteral("seed"))));
+    return { options, {}, false };
+}

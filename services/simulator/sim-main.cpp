@@ -1,0 +1,102 @@
+#include "services/simulator/ControlCommands.h"
+#include "services/simulator/ControlServer.h"
+#include "services/simulator/DefaultScenario.h"
+#include "services/simulator/JoinHints.h"
+#include "services/simulator/SimulatorOptions.h"
+#include "services/simulator/SimulatorService.h"
+#include "services/simulator/TerminationSignals.h"
+
+#include <QCoreApplication>
+
+#include <cerrno>
+#include <chrono>
+#include <cstdio>
+#include <cstring>
+
+#include <sys/stat.h>
+
+namespace {
+
+enum ExitCode {
+    Ended = 0,
+    Failed = 1,
+    Usage = 2,
+};
+
+int complain(const std::string& what)
+{
+    (void)std::fprintf(stderr, "pellvane-sim: %s\n", what.c_str());
+    return Failed;
+}
+
+int complainOfSystem(const std::string& what)
+{
+    return complain(what + ": " + std::strerror(errno));
+}
+
+std::int64_t steadyMs()
+{
+    using namespace std::chrono;
+    return duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count();
+}
+
+std::string describe(const std::string& file, const ScenarioError& error)
+{
+    std::string text = file;
+    if (error.line != 0)
+        text += ':' + std::to_string(error.line) + ':' + std::to_string(error.column);
+    return text + ": " + error.text;
+}
+
+void introduce(const SimulatorService& service, const SimulatorOptions& options, const Scenario& scenario)
+{
+    (void)std::printf("card:    %s\ncontrol: %s\n\n%s\n", service.socketPath().c_str(),
+        options.controlPath.toStdString().c_str(), joinHints(scenario).c_str());
+}
+
+int runSimulator(const SimulatorOptions& options, const Scenario& scenario)
+{
+    // The class folder is the host's to make, the registry is ours.
+    if (::mkdir(options.root.toStdString().c_str(), 0700) != 0 && errno != EEXIST)
+        return complainOfSystem(options.root.toStdString());
+
+    SimulatorService service(
+        scenario, options.seed, options.root.toStdString(), options.instance.toStdString(), steadyMs);
+    if (!options.recordFile.isEmpty() && !service.recorder().start(options.recordFile.toStdString()))
+        return complainOfSystem(options.recordFile.toStdString());
+    ControlServer control([&service](const QByteArray& line) { return answerControlLine(service, line); });
+    if (!control.listen(options.controlPath.toStdString()))
+        return complainOfSystem(options.controlPath.toStdString());
+    if (!options.startsEjected && !service.insert())
+        return complainOfSystem(service.socketPath());
+
+    if (!options.isQuiet)
+        introduce(service, options, scenario);
+    // Scripts wait for this line: from here on the card can be found and simctl is heard.
+    (void)std::puts("ready");
+    (void)std::fflush(stdout);
+    const int result = QCoreApplication::exec();
+    service.eject();
+    return result;
+}
+
+} // namespace
+
+int main(int argumentCount, char** arguments)
+{
+    const QCoreApplication application(argumentCount, arguments);
+    const SimulatorCommandLine commandLine = readSimulatorArguments(QCoreApplication::arguments());
+    if (!commandLine.options) {
+        (void)std::fputs(commandLine.text.toLocal8Bit().constData(), commandLine.isError ? stderr : stdout);
+        return commandLine.isError ? Usage : Ended;
+    }
+    const TerminationSignals signals([] { QCoreApplication::quit(); });
+
+    const SimulatorOptions& options = *commandLine.options;
+    const ScenarioResult scenario = options.scenarioFile.isEmpty() ? parseScenario(defaultScenarioText())
+                                                                   : loadScenario(options.scenarioFile.toStdString());
+    if (!scenario.scenario)
+        return complain(describe(
+            options.scenarioFile.isEmpty() ? "built-in scenario" : options.scenarioFile.toStdString(), scenario.error));
+    return runSimulator(options, *scenario.scenario);
+}
