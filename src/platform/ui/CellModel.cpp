@@ -129,13 +129,13 @@ int CellModel::columnCount(const QModelIndex& parent) const
     return parent.isValid() ? 0 : static_cast<int>(m_columns.size());
 }
 
-QVariant CellModel::sortValue(const Cell& cell, TableColumn::Kind kind) const
+QVariant CellModel::sortValue(const Cell& cell, TableColumn::Kind kind)
 {
     switch (kind) {
     case TableColumn::Kind::Text:
         break;
     case TableColumn::Kind::Image:
-        return cell.image.isNull(); // rows with an image first
+        return cell.image.isNull() ? 1.0 : 0.0; // rows with an image first
     case TableColumn::Kind::Number: {
         bool isNumber = false;
         const double number = cell.text.toDouble(&isNumber);
@@ -219,7 +219,13 @@ bool CellSorting::lessThan(const QModelIndex& left, const QModelIndex& right) co
 {
     const QVariant leftValue = left.data(CellModel::sortRole);
     const QVariant rightValue = right.data(CellModel::sortRole);
+    int order = 0;
     if (leftValue.metaType() == QMetaType::fromType<QString>())
-        return m_collator.compare(leftValue.toString(), rightValue.toString()) < 0;
-    return leftValue.toDouble() < rightValue.toDouble();
+        order = m_collator.compare(leftValue.toString(), rightValue.toString());
+    else if (leftValue.toDouble() != rightValue.toDouble())
+        order = leftValue.toDouble() < rightValue.toDouble() ? -1 : 1;
+    if (order != 0)
+        return order < 0;
+    // Sorting downwards turns the two sides round, and must not turn equal rows round with them.
+    return sortOrder() == Qt::AscendingOrder ? left.row() < right.row() : left.row() > right.row();
 }

@@ -25,7 +25,7 @@ class CellModel final : public QAbstractTableModel {
     Q_OBJECT
 
 public:
-    // A double for a number, false before true for an image and its absence, else a text.
+    // A double for a number, 0.0 for an image and 1.0 for its absence, else a text.
     static constexpr int sortRole = Qt::UserRole;
 
     using QAbstractTableModel::QAbstractTableModel;
@@ -59,7 +59,7 @@ private:
     using Row = std::vector<Cell>;
 
     [[nodiscard]] Row pullRow(int row) const;
-    [[nodiscard]] QVariant sortValue(const Cell& cell, TableColumn::Kind kind) const;
+    [[nodiscard]] static QVariant sortValue(const Cell& cell, TableColumn::Kind kind);
     bool removeRowsFrom(int count);
     bool updateRows();
     bool appendRowsUpTo(int count);

@@ -1,0 +1,62 @@
+#include "platform/ui/QtAlertPanels.h"
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+#include <gtest/gtest.h>
+
+namespace {
+
+// Looks at the panel while it is shown, then dismisses it.
+template <typename Look> void runPanel(const QString& title, const QString& message, Look look)
+{
+    int looked = 0;
+    QTimer::singleShot(0, qApp, [&] {
+        auto* const panel = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        ASSERT_NE(panel, nullptr);
+        ++looked;
+        look(*panel);
+    });
+    QtAlertPanels().NSRunAlertPanel(title, message, u"OK"_qs);
+    EXPECT_EQ(looked, 1);
+}
+
+TEST(QtAlertPanels, ShowsTitleMessageAndItsOneButton)
+{
+    runPanel(u"Device not exist."_qs, u"Please insert your Network Card."_qs, [](QMessageBox& panel) {
+        EXPECT_EQ(panel.text(), u"Device not exist."_qs);
+        EXPECT_EQ(panel.informativeText(), u"Please insert your Network Card."_qs);
+        EXPECT_EQ(panel.windowModality(), Qt::ApplicationModal);
+        EXPECT_EQ(panel.textFormat(), Qt::PlainText);
+        ASSERT_EQ(panel.buttons().size(), 1);
+        EXPECT_EQ(panel.buttons().first()->text(), u"OK"_qs);
+        QTest::mouseClick(panel.buttons().first(), Qt::LeftButton);
+    });
+}
+
+TEST(QtAlertPanels, ShowsATitleAlone)
+{
+    runPanel(u"WPA-Enterprise isn't supported yet!!!"_qs, QString(), [](QMessageBox& panel) {
+        EXPECT_EQ(panel.informativeText(), QString());
+        QTest::keyClick(&panel, Qt::Key_Return);
+    });
+}
+
+TEST(QtAlertPanels, GoesWithEscapeToo)
+{
+    runPanel(u"a"_qs, u"b"_qs, [](QMessageBox& panel) { QTest::keyClick(&panel, Qt::Key_Escape); });
+}
+
+TEST(QtAlertPanels, StandsOverTheWindowShown)
+{
+    QWidget window;
+    window.show();
+    runPanel(u"a"_qs, QString(), [&window](QMessageBox& panel) {
+        EXPECT_EQ(panel.parentWidget(), &window);
+        QTest::keyClick(&panel, Qt::Key_Escape);
+    });
+}
+
+} // namespace

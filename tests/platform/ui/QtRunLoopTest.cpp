@@ -1,0 +1,75 @@
+#include "platform/ui/QtRunLoop.h"
+
+#include <QEventLoop>
+#include <QTest>
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace {
+
+using namespace std::chrono_literals;
+
+TEST(QtRunLoop, FiresTimersInTheOrderTheyWereScheduled)
+{
+    QtRunLoop runLoop;
+    std::vector<int> fired;
+    const auto first = runLoop.scheduleRepeatingTimer(5ms, [&fired] { fired.push_back(1); });
+    const auto second = runLoop.scheduleRepeatingTimer(5ms, [&fired] { fired.push_back(2); });
+    const auto third = runLoop.scheduleRepeatingTimer(5ms, [&fired] { fired.push_back(3); });
+    ASSERT_TRUE(QTest::qWaitFor([&fired] { return fired.size() >= 9; }));
+    for (std::size_t turn = 0; turn < 9; ++turn)
+        EXPECT_EQ(fired[turn], static_cast<int>(turn % 3) + 1);
+}
+
+TEST(QtRunLoop, DoesNotFireATimerWithinItsOwnCall)
+{
+    QtRunLoop runLoop;
+    int depth = 0;
+    int deepest = 0;
+    int others = 0;
+    const auto nested = runLoop.scheduleRepeatingTimer(1ms, [&] {
+        deepest = std::max(deepest, ++depth);
+        const int before = others;
+        EXPECT_TRUE(QTest::qWaitFor([&] { return others >= before + 3; }));
+        --depth;
+    });
+    const auto other = runLoop.scheduleRepeatingTimer(1ms, [&others] { ++others; });
+    ASSERT_TRUE(QTest::qWaitFor([&] { return others > 10; }));
+    EXPECT_EQ(deepest, 1);
+}
+
+TEST(QtRunLoop, EndsATimerThatIsInvalidatedOrDestroyedInItsOwnCall)
+{
+    QtRunLoop runLoop;
+    int invalidatedFired = 0;
+    int destroyedFired = 0;
+    std::unique_ptr<Timer> invalidated;
+    std::unique_ptr<Timer> destroyed;
+    invalidated = runLoop.scheduleRepeatingTimer(1ms, [&] {
+        ++invalidatedFired;
+        invalidated->invalidate();
+    });
+    destroyed = runLoop.scheduleRepeatingTimer(1ms, [&] {
+        destroyed.reset();
+        ++destroyedFired;
+    });
+    int witness = 0;
+    const auto other = runLoop.scheduleRepeatingTimer(1ms, [&witness] { ++witness; });
+    ASSERT_TRUE(QTest::qWaitFor([&witness] { return witness > 5; }));
+    EXPECT_EQ(invalidatedFired, 1);
+    EXPECT_EQ(destroyedFired, 1);
+}
+
+TEST(QtRunLoop, MayGoBeforeItsTimers)
+{
+    auto runLoop = std::make_unique<QtRunLoop>();
+    const auto timer = runLoop->scheduleRepeatingTimer(1ms, [] { FAIL() << "fired without a run loop"; });
+    runLoop.reset();
+    QtRunLoop other;
+    int witness = 0;
+    const auto witnessTimer = other.scheduleRepeatingTimer(1ms, [&witness] { ++witness; });
+    EXPECT_TRUE(QTest::qWaitFor([&witness] { return witness > 5; }));
+}
+
+} // namespace

@@ -1,0 +1,347 @@
+#include "platform/ui/TableView.h"
+
+#include "platform/ui/Images.h"
+
+#include <QAccessible>
+#include <QHeaderView>
+#include <QLabel>
+#include <QSignalSpy>
+#include <QTest>
+#include <gtest/gtest.h>
+
+#include <map>
+#include <vector>
+
+namespace {
+
+class Source final : public TableDataSource {
+public:
+    struct Row {
+        QString name;
+        QString figure;
+        bool marked { false };
+    };
+
+    [[nodiscard]] int numberOfRowsInTableView() const override { return static_cast<int>(rows.size()); }
+
+    [[nodiscard]] QVariant objectValueForTableColumn(QStringView identifier, int row) const override
+    {
+        const Row& values = rows[static_cast<std::size_t>(row)];
+        if (identifier == u"pi")
+            return values.marked ? QVariant(imageNamed(u"HANDSHAK")) : QVariant();
+        return identifier == u"name" ? values.name : values.figure;
+    }
+
+    void setObjectValue(const QVariant& value, QStringView identifier, int row) override
+    {
+        ASSERT_EQ(identifier, u"name");
+        rows[static_cast<std::size_t>(row)].name = value.toString();
+    }
+
+    [[nodiscard]] QString toolTipForTableColumn(QStringView identifier, int row) const override
+    {
+        return identifier == u"name" ? u"tip %1"_qs.arg(row) : QString();
+    }
+
+    std::vector<Row> rows;
+};
+
+class PaintCounter final : public QObject {
+public:
+    explicit PaintCounter(QWidget& widget) { widget.installEventFilter(this); }
+    bool eventFilter(QObject* /*watched*/, QEvent* event) override
+    {
+        painted += event->type() == QEvent::Paint ? 1 : 0;
+        return false;
+    }
+    int painted { 0 };
+};
+
+class TableViewTest : public testing::Test {
+protected:
+    TableViewTest()
+    {
+        using Kind = TableColumn::Kind;
+        table.setTableColumns({
+            { u"pi"_qs, {}, Kind::Image, u"Marked row"_qs, u"Connected"_qs },
+            { u"name"_qs, u"Name"_qs, Kind::Text, {}, {}, true },
+            { u"figure"_qs, u"Figure"_qs, Kind::Number },
+        });
+        table.setDataSource(&source);
+        table.resize(600, 300);
+        source.rows = { { u"delta"_qs, u"9"_qs }, { u"alpha"_qs, u"100"_qs, true }, { u"Beta"_qs, u"20"_qs } };
+    }
+
+    ~TableViewTest() override { table.setDataSource(nullptr); }
+    TableViewTest(const TableViewTest&) = delete;
+    TableViewTest& operator=(const TableViewTest&) = delete;
+    TableViewTest(TableViewTest&&) = delete;
+    TableViewTest& operator=(TableViewTest&&) = delete;
+
+    [[nodiscard]] std::vector<QString> shown(int column) const
+    {
+        std::vector<QString> texts;
+        for (int row = 0; row < table.model()->rowCount(); ++row)
+            texts.push_back(table.model()->index(row, column).data().toString());
+        return texts;
+    }
+
+    void show()
+    {
+        table.show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&table));
+        QCoreApplication::processEvents();
+    }
+
+    void clickHeader(int column)
+    {
+        QHeaderView* const header = table.horizontalHeader();
+        const QPoint middle(
+            header->sectionViewportPosition(column) + header->sectionSize(column) / 2, header->height() / 2);
+        QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, middle);
+    }
+
+    [[nodiscard]] QPoint middleOf(int viewRow) const
+    {
+        return table.visualRect(table.model()->index(viewRow, 1)).center();
+    }
+
+    Source source;
+    TableView table;
+};
+
+using Texts = std::vector<QString>;
+
+TEST_F(TableViewTest, ShowsWhatTheSourceSays)
+{
+    EXPECT_EQ(table.numberOfRows(), 0);
+    table.reloadData();
+    EXPECT_EQ(table.numberOfRows(), 3);
+    EXPECT_EQ(shown(1), (Texts { u"delta"_qs, u"alpha"_qs, u"Beta"_qs }));
+    EXPECT_EQ(shown(2), (Texts { u"9"_qs, u"100"_qs, u"20"_qs }));
+    EXPECT_TRUE(table.model()->index(0, 0).data(Qt::DecorationRole).isNull());
+    EXPECT_FALSE(table.model()->index(1, 0).data(Qt::DecorationRole).value<QIcon>().isNull());
+    EXPECT_EQ(table.model()->index(2, 1).data(Qt::ToolTipRole).toString(), u"tip 2"_qs);
+}
+
+TEST_F(TableViewTest, SortsByAHeaderUpThenDownThenNotAtAll)
+{
+    table.reloadData();
+    show();
+    clickHeader(2);
+    EXPECT_EQ(shown(2), (Texts { u"9"_qs, u"20"_qs, u"100"_qs }));
+    clickHeader(2);
+    EXPECT_EQ(shown(2), (Texts { u"100"_qs, u"20"_qs, u"9"_qs }));
+    clickHeader(2);
+    EXPECT_EQ(shown(2), (Texts { u"9"_qs, u"100"_qs, u"20"_qs }));
+    clickHeader(1);
+    EXPECT_EQ(shown(1), (Texts { u"alpha"_qs, u"Beta"_qs, u"delta"_qs }));
+    clickHeader(0);
+    EXPECT_EQ(shown(1), (Texts { u"alpha"_qs, u"delta"_qs, u"Beta"_qs }));
+}
+
+TEST_F(TableViewTest, LeavesEqualRowsInTheSourcesOrderBothWays)
+{
+    source.rows = { { u"b"_qs, u"1"_qs }, { u"a"_qs, u"1"_qs }, { u"c"_qs, u"2"_qs } };
+    table.reloadData();
+    table.sortByColumn(1, Qt::DescendingOrder);
+    table.sortByColumn(2, Qt::AscendingOrder);
+    EXPECT_EQ(shown(1), (Texts { u"b"_qs, u"a"_qs, u"c"_qs }));
+    table.sortByColumn(2, Qt::DescendingOrder);
+    EXPECT_EQ(shown(1), (Texts { u"c"_qs, u"b"_qs, u"a"_qs }));
+}
+
+TEST_F(TableViewTest, KeepsSortingRowsThatChangeAndCome)
+{
+    table.reloadData();
+    table.sortByColumn(2, Qt::AscendingOrder);
+    source.rows[1].figure = u"1"_qs;
+    source.rows.push_back({ u"new"_qs, u"10"_qs });
+    table.reloadData();
+    EXPECT_EQ(shown(2), (Texts { u"1"_qs, u"9"_qs, u"10"_qs, u"20"_qs }));
+}
+
+TEST_F(TableViewTest, CountsRowsAsTheSourceDoesWhileSorted)
+{
+    table.reloadData();
+    table.sortByColumn(1, Qt::AscendingOrder);
+    show();
+    QTest::mouseClick(table.viewport(), Qt::LeftButton, {}, middleOf(0));
+    EXPECT_EQ(table.selectedRow(), 1);
+    table.selectRowNumber(0);
+    EXPECT_EQ(table.selectionModel()->selectedRows().first().row(), 2);
+}
+
+TEST_F(TableViewTest, SelectsOneRowOrNone)
+{
+    table.reloadData();
+    EXPECT_EQ(table.selectedRow(), -1);
+    table.selectRowNumber(2);
+    EXPECT_EQ(table.selectedRow(), 2);
+    table.selectRowNumber(1);
+    EXPECT_EQ(table.selectedRow(), 1);
+    table.deselectAll();
+    EXPECT_EQ(table.selectedRow(), -1);
+    table.selectRowNumber(0);
+    table.selectRowNumber(3);
+    EXPECT_EQ(table.selectedRow(), -1);
+}
+
+TEST_F(TableViewTest, KeepsTheSelectedRowNumberAcrossAReload)
+{
+    table.reloadData();
+    table.sortByColumn(2, Qt::DescendingOrder);
+    table.selectRowNumber(1);
+    source.rows = { { u"x"_qs, u"1"_qs }, { u"y"_qs, u"2"_qs } };
+    table.reloadData();
+    EXPECT_EQ(table.selectedRow(), 1);
+}
+
+TEST_F(TableViewTest, SelectsNothingWhenTheSelectedRowGoes)
+{
+    table.reloadData();
+    table.selectRowNumber(2);
+    source.rows.pop_back();
+    table.reloadData();
+    EXPECT_EQ(table.selectedRow(), -1);
+    table.selectRowNumber(0);
+    source.rows.clear();
+    table.reloadData();
+    EXPECT_EQ(table.selectedRow(), -1);
+}
+
+TEST_F(TableViewTest, PaintsNothingWhenAReloadChangesNothing)
+{
+    table.reloadData();
+    table.selectRowNumber(1);
+    show();
+    QSignalSpy changed(table.model(), &QAbstractItemModel::dataChanged);
+    PaintCounter viewport(*table.viewport());
+    table.reloadData();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(changed.count(), 0);
+    EXPECT_EQ(viewport.painted, 0);
+
+    source.rows[0].figure = u"10"_qs;
+    table.reloadData();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(changed.count(), 1);
+    EXPECT_EQ(viewport.painted, 1);
+}
+
+TEST_F(TableViewTest, AnnouncesEachRunOfChangedRowsOnce)
+{
+    source.rows.assign(6, { u"a"_qs, u"1"_qs });
+    table.reloadData();
+    QSignalSpy changed(table.model(), &QAbstractItemModel::dataChanged);
+    for (const std::size_t row : { 0U, 1U, 4U, 5U })
+        source.rows[row].figure = u"2"_qs;
+    table.reloadData();
+    ASSERT_EQ(changed.count(), 2);
+    EXPECT_EQ(changed.at(0).at(0).toModelIndex().row(), 0);
+    EXPECT_EQ(changed.at(0).at(1).toModelIndex().row(), 1);
+    EXPECT_EQ(changed.at(1).at(0).toModelIndex().row(), 4);
+    EXPECT_EQ(changed.at(1).at(1).toModelIndex().row(), 5);
+}
+
+TEST_F(TableViewTest, SendsItsActionForADoubleClickAndForReturn)
+{
+    table.reloadData();
+    show();
+    std::vector<int> rows;
+    table.setDoubleAction([this, &rows] { rows.push_back(table.selectedRow()); });
+    QTest::mouseClick(table.viewport(), Qt::LeftButton, {}, middleOf(2));
+    QTest::mouseDClick(table.viewport(), Qt::LeftButton, {}, middleOf(2));
+    EXPECT_EQ(rows, std::vector<int> { 2 });
+    QTest::keyClick(&table, Qt::Key_Up);
+    QTest::keyClick(&table, Qt::Key_Return);
+    QTest::keyClick(&table, Qt::Key_Enter);
+    EXPECT_EQ(rows, (std::vector<int> { 2, 1, 1 }));
+    table.deselectAll();
+    QTest::keyClick(&table, Qt::Key_Return);
+    EXPECT_EQ(rows.size(), 3U);
+}
+
+TEST_F(TableViewTest, StoresAnEditedCellUnderItsRowNumber)
+{
+    table.reloadData();
+    table.sortByColumn(1, Qt::AscendingOrder);
+    EXPECT_TRUE(table.model()->setData(table.model()->index(0, 1), u"zulu"_qs));
+    EXPECT_EQ(source.rows[1].name, u"zulu"_qs);
+    EXPECT_EQ(shown(1).back(), u"zulu"_qs);
+    EXPECT_FALSE(table.model()->index(0, 2).flags().testFlag(Qt::ItemIsEditable));
+}
+
+TEST_F(TableViewTest, SaysWhyItIsEmptyWhileItIs)
+{
+    table.setEmptyText(u"Nothing here."_qs);
+    auto* const label = table.findChild<QLabel*>(u"emptyText"_qs);
+    ASSERT_NE(label, nullptr);
+    show();
+    EXPECT_TRUE(label->isVisible());
+    EXPECT_EQ(table.accessibleDescription(), u"Nothing here."_qs);
+    table.reloadData();
+    EXPECT_FALSE(label->isVisible());
+    EXPECT_EQ(table.accessibleDescription(), QString());
+    source.rows.clear();
+    table.reloadData();
+    EXPECT_TRUE(label->isVisible());
+}
+
+TEST_F(TableViewTest, NamesHeadersAndImagesForThoseWhoDoNotSeeThem)
+{
+    table.reloadData();
+    EXPECT_EQ(table.model()->headerData(0, Qt::Horizontal, Qt::AccessibleTextRole).toString(), u"Marked row"_qs);
+    EXPECT_EQ(table.model()->headerData(1, Qt::Horizontal, Qt::AccessibleTextRole).toString(), u"Name"_qs);
+    EXPECT_EQ(table.model()->index(1, 0).data(Qt::AccessibleTextRole).toString(), u"Connected"_qs);
+    QAccessibleInterface* const accessible = QAccessible::queryAccessibleInterface(&table);
+    ASSERT_NE(accessible, nullptr);
+    ASSERT_NE(accessible->tableInterface(), nullptr);
+    EXPECT_EQ(accessible->tableInterface()->cellAt(0, 1)->text(QAccessible::Name), u"delta"_qs);
+    EXPECT_EQ(accessible->tableInterface()->columnDescription(2), u"Figure"_qs);
+}
+
+TEST_F(TableViewTest, WidensAColumnToItsContents)
+{
+    table.reloadData();
+    const int before = table.columnWidth(1);
+    source.rows[0].name = QString(60, u'm');
+    table.reloadData();
+    EXPECT_GE(table.columnWidth(1), table.fontMetrics().horizontalAdvance(source.rows[0].name));
+    source.rows[0].name = u"delta"_qs;
+    table.reloadData();
+    EXPECT_EQ(table.columnWidth(1), before);
+}
+
+TEST_F(TableViewTest, KeepsItsWidthsWhileItIsEmptyAndThoseTheUserChose)
+{
+    source.rows[0].name = QString(40, u'm');
+    table.reloadData();
+    const int wide = table.columnWidth(1);
+    const auto rows = source.rows;
+    source.rows.clear();
+    table.reloadData();
+    EXPECT_EQ(table.columnWidth(1), wide);
+
+    source.rows = rows;
+    table.reloadData();
+    show();
+    QHeaderView* const header = table.horizontalHeader();
+    const int edge = header->sectionViewportPosition(1) + header->sectionSize(1) - 1;
+    const int y = header->height() / 2;
+    QTest::mousePress(header->viewport(), Qt::LeftButton, {}, QPoint(edge, y));
+    QTest::mouseMove(header->viewport(), QPoint(edge - 100, y));
+    QTest::mouseRelease(header->viewport(), Qt::LeftButton, {}, QPoint(edge - 100, y));
+    const int chosen = table.columnWidth(1);
+    EXPECT_EQ(chosen, wide - 100);
+    source.rows[0].name = QString(80, u'm');
+    table.reloadData();
+    EXPECT_EQ(table.columnWidth(1), chosen);
+}
+
+TEST_F(TableViewTest, LeavesTheTabKeyToTheWindow)
+{
+    EXPECT_FALSE(table.tabKeyNavigation());
+}
+
+} // namespace

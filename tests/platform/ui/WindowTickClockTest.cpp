@@ -1,0 +1,83 @@
+#include "platform/ui/WindowTickClock.h"
+
+#include <QApplication>
+#include <QTest>
+#include <QTimer>
+#include <QWidget>
+#include <gtest/gtest.h>
+
+namespace {
+
+class PaintCounter final : public QWidget {
+public:
+    int painted { 0 };
+
+protected:
+    void paintEvent(QPaintEvent* /*event*/) override { ++painted; }
+};
+
+// What is seen from within the wait.
+class WatchingClock final : public TickClock {
+public:
+    explicit WatchingClock(const PaintCounter& window)
+        : m_window(window)
+    {
+    }
+
+    void Delay(std::uint32_t numTicks) override
+    {
+        ticks = numTicks;
+        paintedBefore = m_window.painted;
+        waitCursor
+            = QApplication::overrideCursor() != nullptr && QApplication::overrideCursor()->shape() == Qt::WaitCursor;
+    }
+
+    std::uint32_t ticks { 0 };
+    int paintedBefore { 0 };
+    bool waitCursor { false };
+
+private:
+    const PaintCounter& m_window;
+};
+
+class WindowTickClockTest : public testing::Test {
+protected:
+    WindowTickClockTest()
+    {
+        window.show();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
+        QCoreApplication::processEvents();
+        window.painted = 0;
+    }
+
+    PaintCounter window;
+    WatchingClock watching { window };
+    WindowTickClock clock { watching };
+};
+
+TEST_F(WindowTickClockTest, ShowsTheWaitCursorAndPaintsBeforeASecond)
+{
+    clock.Delay(60);
+    EXPECT_EQ(watching.ticks, 60U);
+    EXPECT_TRUE(watching.waitCursor);
+    EXPECT_GT(watching.paintedBefore, 0);
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+}
+
+TEST_F(WindowTickClockTest, WaitsShortTimesWithoutAWord)
+{
+    clock.Delay(59);
+    EXPECT_EQ(watching.ticks, 59U);
+    EXPECT_FALSE(watching.waitCursor);
+    EXPECT_EQ(watching.paintedBefore, 0);
+}
+
+TEST_F(WindowTickClockTest, NeverRunsATimer)
+{
+    bool fired = false;
+    QTimer::singleShot(0, &window, [&fired] { fired = true; });
+    clock.Delay(120);
+    EXPECT_FALSE(fired);
+}
+
+} // namespace
