@@ -36,7 +36,7 @@ bool acceptPassphrase(const char* passphrase)
         // Read as signed: bytes from 0x80 on are negative and refused with the control characters. 127 can
         // never be less than 32; it is the exception that the rule names.
         const auto character = static_cast<signed char>(*position);
-        if (character < 32 && character != 127) {
+        if (character < 32 && character != 127) { // NOLINT(misc-redundant-expression)
             (void)std::fputs("Password error!!\n", stderr);
             return false;
         }
