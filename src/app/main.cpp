@@ -1,0 +1,81 @@
+#include "app/MainWindow.h"
+#include "app/QvConfig7100Controller.h"
+#include "app/shared/Identity.h"
+#include "driver/VX7100Access.h"
+#include "monitor/ui/LinkStatusPageController.h"
+#include "platform/ConsoleUser.h"
+#include "platform/SocketIORegistry.h"
+#include "platform/StandardAssertionHandler.h"
+#include "platform/SystemTickClock.h"
+#include "platform/ui/Images.h"
+#include "platform/ui/QtAlertPanels.h"
+#include "platform/ui/QtRunLoop.h"
+#include "platform/ui/WindowTickClock.h"
+#include "survey/ui/SiteSurveyPageController.h"
+
+#include <QApplication>
+#include <QSettings>
+
+#include <sys/stat.h>
+
+namespace {
+
+void introduceApplication()
+{
+    QApplication::setApplicationName(QLatin1String(Identity::applicationName));
+    QApplication::setApplicationDisplayName(QLatin1String(Identity::applicationName));
+    QApplication::setOrganizationName(QLatin1String(Identity::organisationName));
+    QApplication::setApplicationVersion(QLatin1String(Identity::version));
+    QApplication::setDesktopFileName(QLatin1String(Identity::applicationId));
+    QApplication::setWindowIcon(applicationIcon());
+}
+
+// What the window layout loads: everything that lives as long as the window.
+class Application {
+public:
+    Application()
+    {
+        m_window.setPage(MainWindow::Page::SiteSurvey, &m_siteSurvey);
+        m_window.setPage(MainWindow::Page::LinkStatus, &m_linkStatus);
+    }
+
+    // The watch comes first: its tick brings a card into use before the tick of any page asks for it.
+    void awakeFromNib()
+    {
+        m_controller.awakeFromNib();
+        m_siteSurvey.awakeFromNib();
+        m_linkStatus.awakeFromNib();
+        m_window.show();
+    }
+
+private:
+    QSettings m_defaults { QSettings::IniFormat, QSettings::UserScope, QLatin1String(Identity::organisationName),
+        QLatin1String(Identity::applicationId) };
+    QtRunLoop m_runLoop;
+    SystemTickClock m_sleeper;
+    WindowTickClock m_clock { m_sleeper };
+    QtAlertPanels m_alerts;
+    StandardAssertionHandler m_assertions;
+    SocketIORegistry m_registry { defaultRegistryRoots() };
+    VX7100Access m_adapter { m_registry, m_clock, m_alerts };
+    MainWindow m_window { m_defaults };
+    SiteSurveyPageController m_siteSurvey { m_adapter, m_runLoop, m_assertions };
+    LinkStatusPageController m_linkStatus { m_adapter, m_runLoop, m_assertions, &m_siteSurvey };
+    QvConfig7100Controller m_controller { m_adapter, m_runLoop, m_window.tabView(), { &m_siteSurvey } };
+};
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    // What the program writes is the user's own business: profiles hold keys.
+    umask(S_IRWXG | S_IRWXO);
+    QApplication framework(argc, argv);
+    introduceApplication();
+    SystemTickClock clock;
+    SystemConsoleUser consoleUser;
+    waitForConsoleUser(consoleUser, clock);
+    Application application;
+    application.awakeFromNib();
+    return QApplication::exec();
+}

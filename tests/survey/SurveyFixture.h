@@ -1,0 +1,115 @@
+#pragma once
+
+#include "app/shared/SharedState.h"
+#include "driver/VX7100Access.h"
+#include "driver/records/Oids.h"
+#include "survey/TaskQueue.h"
+#include "tests/support/BssidListBuilder.h"
+#include "tests/support/RecordingAlertPanels.h"
+#include "tests/support/RecordingIORegistry.h"
+#include "tests/support/RecordingTickClock.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstring>
+#include <memory>
+#include <vector>
+
+// What the driver was sent.
+struct DriverRequest {
+    std::uint32_t oid { 0 };
+    Bytes input;
+
+    bool operator==(const DriverRequest& other) const = default;
+};
+
+template <typename Record> Bytes recordBytes(const Record& record)
+{
+    Bytes bytes(sizeof(Record));
+    std::memcpy(bytes.data(), &record, sizeof(Record));
+    return bytes;
+}
+
+inline Bytes word(std::uint32_t value)
+{
+    return recordBytes(value);
+}
+
+inline Bytes joined(Bytes first, const Bytes& second)
+{
+    append(first, second);
+    return first;
+}
+
+// An adapter over a recording registry, an empty queue, and the shared flags as they are with a card present.
+class SurveyFixture : public testing::Test {
+protected:
+    SurveyFixture()
+    {
+        G_bDeviceExist = 1;
+        G_bRescan = 0;
+        G_bRadio = 1;
+        G_bCurSelItem = -1;
+        G_enumWirelessMode = 0;
+        G_pBssidList.reset();
+    }
+
+    ~SurveyFixture() override
+    {
+        ProfileDataQueue.reset();
+        G_bDeviceExist = 0;
+        G_bRescan = 0;
+        G_bRadio = 1;
+        G_bCurSelItem = 0;
+        G_enumWirelessMode = 0;
+        G_pBssidList.reset();
+    }
+    SurveyFixture(const SurveyFixture&) = delete;
+    SurveyFixture& operator=(const SurveyFixture&) = delete;
+    SurveyFixture(SurveyFixture&&) = delete;
+    SurveyFixture& operator=(SurveyFixture&&) = delete;
+
+    static void haveList(const std::vector<EntryBuilder>& entries)
+    {
+        G_pBssidList = std::make_unique<BssidListBuffer>();
+        const Bytes list = bssidList(entries);
+        std::copy(list.begin(), list.end(), G_pBssidList->begin());
+    }
+
+    // What a scan will find: the whole list in its first piece.
+    void letScanFind(const std::vector<EntryBuilder>& entries)
+    {
+        registry.answer(OID_802_11_BSSID_LIST, bssidList(entries));
+    }
+
+    void letLinkBeUp(const MacAddress& bssid)
+    {
+        registry.answer(OID_GEN_MEDIA_CONNECT_STATUS, word(0));
+        registry.answer(OID_802_11_BSSID, recordBytes(bssid));
+    }
+
+    void letLinkBeDown() { registry.answer(OID_GEN_MEDIA_CONNECT_STATUS, word(1)); }
+
+    [[nodiscard]] std::vector<DriverRequest> requests() const
+    {
+        std::vector<DriverRequest> result;
+        for (const RecordedRegistryCall& call : registry.calls) {
+            if (call.call == RegistryCall::IOConnectMethodStructureIStructureO)
+                result.push_back({ call.index, call.input });
+        }
+        return result;
+    }
+
+    RecordingIORegistry registry;
+    RecordingTickClock clock;
+    RecordingAlertPanels alerts;
+    VX7100Access adapter { registry, clock, alerts };
+    TaskQueue queue;
+};
+
+// What a scan sends: the scan itself, the list and the end of the list.
+inline std::vector<std::uint32_t> scanOids()
+{
+    return { 0x0D81011A, 0x0D010217, 0x0D010218 };
+}

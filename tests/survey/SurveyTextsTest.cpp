@@ -1,0 +1,44 @@
+#include "survey/SurveyTexts.h"
+
+#include "platform/NetworkName.h"
+#include "tests/support/BssidListBuilder.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+QString toolTipOf(const Bytes& name)
+{
+    return networkNameToolTip(textFromBytes(std::span<const std::byte>(name)));
+}
+
+TEST(SurveyTexts, TellsTheThreeReasonsForAnEmptyListApart)
+{
+    const QString noCard = emptyListText(false, true);
+    const QString radioOff = emptyListText(true, false);
+    const QString nothingInRange = emptyListText(true, true);
+    EXPECT_TRUE(noCard.contains(u"No wireless card"_qs));
+    EXPECT_TRUE(radioOff.contains(u"switched off"_qs));
+    EXPECT_TRUE(nothingInRange.contains(u"No networks in range"_qs));
+    EXPECT_EQ(emptyListText(false, false), noCard) << "without a card its radio does not matter";
+}
+
+TEST(SurveyTexts, AddsNothingToAPlainName)
+{
+    EXPECT_EQ(toolTipOf(bytesOf({ 'c', 'a', 'f', 'e' })), QString());
+    EXPECT_EQ(toolTipOf(bytesOf({ 'c', 'a', 'f', 0xC3, 0xA9 })), QString());
+}
+
+TEST(SurveyTexts, SpellsOutTheBytesThatANameDoesNotGiveAway)
+{
+    EXPECT_TRUE(toolTipOf(bytesOf({ 0xFF, 'a', 0xFE })).endsWith(u"ff 61 fe"_qs));
+    EXPECT_TRUE(toolTipOf(bytesOf({ 'a', 0x07 })).endsWith(u"61 07"_qs));
+    EXPECT_TRUE(toolTipOf(bytesOf({ 'a', ' ' })).endsWith(u"61 20"_qs));
+}
+
+TEST(SurveyTexts, SaysThatANetworkDoesNotSendItsName)
+{
+    EXPECT_FALSE(networkNameToolTip(QString()).isEmpty());
+}
+
+} // namespace

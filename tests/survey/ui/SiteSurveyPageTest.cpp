@@ -1,0 +1,266 @@
+#include "platform/ui/TableView.h"
+#include "survey/ProfileData.h"
+#include "survey/ui/SiteSurveyPageController.h"
+#include "tests/support/ManualRunLoop.h"
+#include "tests/support/RecordingAssertionHandler.h"
+#include "tests/survey/SurveyFixture.h"
+
+#include <QHeaderView>
+#include <QLabel>
+#include <QPushButton>
+#include <QTest>
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr MacAddress second { 0x00, 0x11, 0x22, 0x33, 0x44, 0x02 };
+
+class SiteSurveyPageTest : public SurveyFixture {
+protected:
+    SiteSurveyPageTest()
+    {
+        page.awakeFromNib();
+        table = page.findChild<TableView*>(u"ApList"_qs);
+        status = page.findChild<QLabel*>(u"ConnectStatus"_qs);
+        rescan = page.findChild<QPushButton*>(u"Rescan"_qs);
+    }
+
+    void show()
+    {
+        page.resize(900, 500);
+        page.show();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&page));
+    }
+
+    // The cells of a column from the top of the view.
+    [[nodiscard]] std::vector<QString> column(const QString& title) const
+    {
+        std::vector<QString> texts;
+        const QAbstractItemModel& model = *table->model();
+        for (int column = 0; column < model.columnCount(); ++column) {
+            if (model.headerData(column, Qt::Horizontal).toString() != title)
+                continue;
+            for (int row = 0; row < model.rowCount(); ++row)
+                texts.push_back(model.index(row, column).data().toString());
+        }
+        return texts;
+    }
+
+    // Rows of the view that show the mark.
+    [[nodiscard]] std::vector<int> markedRows() const
+    {
+        std::vector<int> rows;
+        for (int row = 0; row < table->model()->rowCount(); ++row) {
+            if (!table->model()->index(row, 0).data(Qt::DecorationRole).value<QIcon>().isNull())
+                rows.push_back(row);
+        }
+        return rows;
+    }
+
+    ManualRunLoop runLoop;
+    RecordingAssertionHandler assertions;
+    SiteSurveyPageController page { adapter, runLoop, assertions };
+    TableView* table { nullptr };
+    QLabel* status { nullptr };
+    QPushButton* rescan { nullptr };
+};
+
+using Texts = std::vector<QString>;
+
+TEST_F(SiteSurveyPageTest, ShowsARowForEachEntryOfTheList)
+{
+    EntryBuilder secured("home", 2);
+    secured.fixedPart.Privacy = 1;
+    secured.fixedPart.Rssi = -50;
+    secured.fixedPart.Configuration.DSConfig = 5180000;
+    secured.elements = wpaElement(2, 2);
+    haveList({ EntryBuilder("cafe", 1), secured });
+    page.RefreshAPList();
+    EXPECT_EQ(column(u"SSID"_qs), (Texts { u"cafe"_qs, u"home"_qs }));
+    EXPECT_EQ(column(u"BSSID"_qs), (Texts { u"00-11-22-33-44-01"_qs, u"00-11-22-33-44-02"_qs }));
+    EXPECT_EQ(column(u"Signal"_qs), (Texts { u"63"_qs, u"100"_qs }));
+    EXPECT_EQ(column(u"Channel"_qs), (Texts { u"1"_qs, u"36"_qs }));
+    EXPECT_EQ(column(u"Authentication"_qs), (Texts { u"Unknown"_qs, u"WPA-PSK"_qs }));
+    EXPECT_EQ(column(u"Encryption"_qs), (Texts { u"Not Used"_qs, u"TKIP"_qs }));
+    EXPECT_EQ(column(u"Network Type"_qs), (Texts { u"Infrastructure"_qs, u"Infrastructure"_qs }));
+    EXPECT_EQ(table->selectedRow(), -1);
+}
+
+TEST_F(SiteSurveyPageTest, DeselectsOnARefresh)
+{
+    haveList({ EntryBuilder("a", 1), EntryBuilder("b", 2) });
+    page.RefreshAPList();
+    table->selectRowNumber(1);
+    page.RefreshAPList();
+    EXPECT_EQ(table->selectedRow(), -1);
+}
+
+TEST_F(SiteSurveyPageTest, ShowsNoRowsForAnEmptyListAndBeforeTheFirst)
+{
+    page.RefreshAPList();
+    EXPECT_EQ(table->numberOfRows(), 0);
+    haveList({});
+    page.RefreshAPList();
+    EXPECT_EQ(table->numberOfRows(), 0);
+    EXPECT_EQ(table->selectedRow(), -1);
+}
+
+TEST_F(SiteSurveyPageTest, SaysWhyTheListIsEmpty)
+{
+    G_bDeviceExist = 0;
+    page.ClearAPList();
+    EXPECT_TRUE(table->emptyText().contains(u"No wireless card"_qs));
+    G_bDeviceExist = 1;
+    G_bRadio = 0;
+    page.ClearAPList();
+    EXPECT_TRUE(table->emptyText().contains(u"switched off"_qs));
+    G_bRadio = 1;
+    page.RefreshAPList();
+    EXPECT_TRUE(table->emptyText().contains(u"No networks in range"_qs));
+    // The watch clears the list before it knows that the card is gone, and then stops the timer.
+    G_bDeviceExist = 0;
+    page.StopSiteSurveyTimer();
+    EXPECT_TRUE(table->emptyText().contains(u"No wireless card"_qs));
+}
+
+TEST_F(SiteSurveyPageTest, KeepsTheRowsBeforeAFailedAssertionButDoesNotShowThem)
+{
+    EntryBuilder unknownChannel("odd", 2);
+    unknownChannel.fixedPart.Configuration.DSConfig = 2419000;
+    haveList({ EntryBuilder("a", 1), unknownChannel, EntryBuilder("c", 3) });
+    page.RefreshAPList();
+    ASSERT_EQ(assertions.failures.size(), 1U);
+    EXPECT_EQ(assertions.failures.front().lineNumber, 978);
+    EXPECT_EQ(assertions.failures.front().method, "RescanTimeFunc");
+    EXPECT_EQ(page.numberOfRowsInTableView(), 1);
+    EXPECT_EQ(table->numberOfRows(), 0);
+}
+
+TEST_F(SiteSurveyPageTest, MarksTheRowOfTheConnectionAndNoOther)
+{
+    haveList({ EntryBuilder("a", 1), EntryBuilder("b", 2), EntryBuilder("c", 3) });
+    page.RefreshAPList();
+    EXPECT_EQ(markedRows(), std::vector<int> {});
+    letLinkBeUp(second);
+    page.ProbeConnectStatus();
+    EXPECT_EQ(markedRows(), std::vector<int> { 1 });
+    table->sortByColumn(1, Qt::DescendingOrder);
+    EXPECT_EQ(markedRows(), std::vector<int> { 1 });
+    table->sortByColumn(1, Qt::AscendingOrder);
+    letLinkBeDown();
+    letScanFind({});
+    page.ProbeConnectStatus();
+    EXPECT_EQ(markedRows(), std::vector<int> {});
+}
+
+TEST_F(SiteSurveyPageTest, ReadsTheMarkedRowAsASignedByte)
+{
+    std::vector<EntryBuilder> entries(256, EntryBuilder("n"));
+    haveList(entries);
+    G_bCurSelItem = static_cast<std::int8_t>(255);
+    page.RefreshAPList();
+    EXPECT_EQ(markedRows(), std::vector<int> {});
+}
+
+TEST_F(SiteSurveyPageTest, RunsItsTimerWhileThereIsACard)
+{
+    letLinkBeDown();
+    EXPECT_TRUE(runLoop.activeIntervals().empty());
+    page.StartSiteSurveyTimer();
+    EXPECT_EQ(runLoop.activeIntervals(), std::vector<std::chrono::milliseconds> { 2000ms });
+    runLoop.advance(2000ms);
+    EXPECT_EQ(registry.oids(), std::vector<std::uint32_t> { OID_GEN_MEDIA_CONNECT_STATUS });
+    G_bDeviceExist = 0;
+    runLoop.advance(2000ms);
+    EXPECT_EQ(registry.oids().size(), 1U);
+    page.StopSiteSurveyTimer();
+    EXPECT_TRUE(runLoop.activeIntervals().empty());
+    page.StopSiteSurveyTimer();
+}
+
+TEST_F(SiteSurveyPageTest, HasOneTimerHoweverOftenItIsStarted)
+{
+    page.StartSiteSurveyTimer();
+    page.StartSiteSurveyTimer();
+    EXPECT_EQ(runLoop.activeIntervals().size(), 1U);
+}
+
+TEST_F(SiteSurveyPageTest, ScansInTheTickAfterTheRescanButton)
+{
+    letLinkBeDown();
+    letScanFind({ EntryBuilder("found") });
+    page.StartSiteSurveyTimer();
+    show();
+    QTest::mouseClick(rescan, Qt::LeftButton);
+    EXPECT_TRUE(registry.oids().empty());
+    runLoop.advance(2000ms);
+    EXPECT_EQ(clock.delays, std::vector<std::uint32_t> { 120 });
+    EXPECT_EQ(table->numberOfRows(), 0) << "the new list is taken up by the next tick";
+    runLoop.advance(2000ms);
+    EXPECT_EQ(column(u"SSID"_qs), Texts { u"found"_qs });
+}
+
+TEST_F(SiteSurveyPageTest, RescansWithF5)
+{
+    show();
+    QTest::keyClick(&page, Qt::Key_F5);
+    ASSERT_EQ(ProfileDataQueue->size(), 1U);
+    EXPECT_EQ(TaskQueue::GetTaskObject()->getTaskType(), CONNECT_TASK_RESCAN);
+    EXPECT_TRUE(rescan->toolTip().contains(u"F5"_qs));
+}
+
+TEST_F(SiteSurveyPageTest, QueuesAConnectionForTheNextTick)
+{
+    letLinkBeDown();
+    auto record = std::make_unique<PROFILE_DATA>();
+    record->NetworkType = Ndis802_11Infrastructure;
+    page.SetTaskQueue(std::move(record));
+    EXPECT_TRUE(registry.oids().empty());
+    page.OnTimer();
+    EXPECT_EQ(registry.oids().back(), OID_802_11_SSID | oidSetFlag);
+}
+
+TEST_F(SiteSurveyPageTest, ShowsTheConnectionTextItIsGiven)
+{
+    page.UpdateConnectStatus(u"Connected <--> <b>cafe</b>"_qs);
+    EXPECT_EQ(status->text(), u"Connected <--> <b>cafe</b>"_qs);
+    EXPECT_EQ(status->textFormat(), Qt::PlainText);
+}
+
+TEST_F(SiteSurveyPageTest, StoresACellUnderItsKey)
+{
+    haveList({ EntryBuilder("a", 1) });
+    page.RefreshAPList();
+    page.setObjectValue(u"changed"_qs, u"ssid", 0);
+    EXPECT_EQ(page.objectValueForTableColumn(u"ssid", 0).toString(), u"changed"_qs);
+}
+
+TEST_F(SiteSurveyPageTest, TellsTheBytesOfANameThatIsNotPlain)
+{
+    haveList({ EntryBuilder("\xff\xfe", 1), EntryBuilder("plain", 2) });
+    page.RefreshAPList();
+    EXPECT_TRUE(table->model()->index(0, 1).data(Qt::ToolTipRole).toString().contains(u"ff fe"_qs));
+    EXPECT_EQ(table->model()->index(1, 1).data(Qt::ToolTipRole).toString(), QString());
+}
+
+TEST_F(SiteSurveyPageTest, IsReachedByTheKeyboardInReadingOrder)
+{
+    show();
+    table->setFocus();
+    Texts visited;
+    for (int step = 0; step < 4; ++step) {
+        visited.push_back(QApplication::focusWidget()->objectName());
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    }
+    EXPECT_EQ(visited[0], u"ApList"_qs);
+    EXPECT_EQ(visited[1], u"Rescan"_qs);
+}
+
+TEST_F(SiteSurveyPageTest, CanBeMadeSmall)
+{
+    EXPECT_LT(page.minimumSizeHint().width(), page.fontMetrics().averageCharWidth() * 80);
+    EXPECT_LT(page.minimumSizeHint().height(), page.fontMetrics().height() * 20);
+}
+
+} // namespace
