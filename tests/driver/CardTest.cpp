@@ -1,0 +1,239 @@
+#include "app/shared/SharedState.h"
+#include "driver/BssidList.h"
+#include "driver/VX7100Access.h"
+#include "driver/records/Oids.h"
+#include "tests/support/BssidListBuilder.h"
+#include "tests/support/RecordingAlertPanels.h"
+#include "tests/support/RecordingIORegistry.h"
+#include "tests/support/RecordingTickClock.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+constexpr std::uint32_t scanRequest = OID_802_11_BSSID_LIST_SCAN | oidSetFlag;
+
+class CardTest : public testing::Test {
+protected:
+    RecordingIORegistry registry;
+    RecordingTickClock clock;
+    RecordingAlertPanels alerts;
+    VX7100Access adapter { registry, clock, alerts };
+
+    void SetUp() override
+    {
+        G_bSupportAMode = 0;
+        G_bRescan = 0;
+        G_bDialogRunning = 0;
+        G_pBssidList.reset();
+    }
+
+    void TearDown() override { G_pBssidList.reset(); }
+
+    static std::vector<std::uint8_t> listed()
+    {
+        std::vector<std::uint8_t> result;
+        BssidListWalk walk(currentBssidList());
+        while (const auto entry = walk.next())
+            result.push_back(entry->fixedPart().MacAddress[5]);
+        return result;
+    }
+
+    static Bytes chunk(std::uint8_t first, std::uint8_t count)
+    {
+        std::vector<EntryBuilder> entries;
+        for (std::uint8_t number = first; number < first + count; ++number)
+            entries.emplace_back("net", number);
+        return bssidList(entries);
+    }
+
+    void continueWith(const Bytes& bytes) { registry.answerOnce(VX_OID_802_11_BSSID_LIST_NEXT, { .bytes = bytes }); }
+};
+
+TEST_F(CardTest, InitialisationAsksScansAndReads)
+{
+    registry.answer(OID_802_11_BSSID_LIST, chunk(1, 2));
+    registry.answer(OID_802_11_NETWORK_TYPES_SUPPORTED, bytesOf({ 2, 0, 0, 0, 1, 0, 0, 0, 3, 0, 0, 0 }));
+    std::vector<std::uint8_t> dialogRunning;
+    registry.onCall = [&](const RecordedRegistryCall& call) {
+        if (call.call == RegistryCall::IOConnectMethodStructureIStructureO)
+            dialogRunning.push_back(G_bDialogRunning);
+    };
+    EXPECT_TRUE(adapter.InitCard());
+    EXPECT_EQ(registry.oids(),
+        (std::vector<std::uint32_t> { VX_OID_802_11_STA_CONFIG, OID_802_11_NETWORK_TYPES_SUPPORTED, scanRequest,
+            OID_802_11_BSSID_LIST, VX_OID_802_11_BSSID_LIST_NEXT }));
+    EXPECT_EQ(dialogRunning, (std::vector<std::uint8_t> { 0, 1, 0, 0, 0 }));
+    EXPECT_EQ(clock.delays, (std::vector<std::uint32_t> { 120 }));
+    EXPECT_EQ(G_bRescan, 1);
+    EXPECT_EQ(listed(), (std::vector<std::uint8_t> { 1, 2 }));
+    EXPECT_TRUE(alerts.alerts.empty());
+}
+
+TEST_F(CardTest, RequestsCarryTheirLengths)
+{
+    EXPECT_TRUE(adapter.InitCard());
+    std::vector<std::pair<std::size_t, std::uint32_t>> lengths;
+    for (const auto& call : registry.calls) {
+        if (call.call == RegistryCall::IOConnectMethodStructureIStructureO)
+            lengths.emplace_back(call.input.size(), call.capacity);
+    }
+    EXPECT_EQ(lengths,
+        (std::vector<std::pair<std::size_t, std::uint32_t>> {
+            { 32, 32 }, { 20, 20 }, { 4, 4 }, { 4096, 4096 }, { 4096, 4096 } }));
+}
+
+TEST_F(CardTest, FailedEepromEndsTheInitialisationWithAnAlert)
+{
+    Bytes configuration(32);
+    configuration[28] = std::byte { 0x03 };
+    registry.answer(VX_OID_802_11_STA_CONFIG, configuration);
+    EXPECT_FALSE(adapter.InitCard());
+    ASSERT_EQ(alerts.alerts.size(), 1u);
+    EXPECT_EQ(alerts.alerts[0].title, u"EEPRON error!!"_qs);
+    EXPECT_EQ(alerts.alerts[0].message, u"EEPROM Version error. Please update EEPROM contents."_qs);
+    EXPECT_EQ(alerts.alerts[0].defaultButton, u"OK"_qs);
+    EXPECT_EQ(registry.oids(), (std::vector<std::uint32_t> { VX_OID_802_11_STA_CONFIG }));
+    EXPECT_EQ(G_bRescan, 0);
+    EXPECT_EQ(G_pBssidList, nullptr);
+}
+
+TEST_F(CardTest, OtherErrorBitsDoNotMatter)
+{
+    Bytes configuration(32);
+    configuration[28] = std::byte { 0xFE };
+    registry.answer(VX_OID_802_11_STA_CONFIG, configuration);
+    EXPECT_TRUE(adapter.InitCard());
+}
+
+TEST_F(CardTest, FiveGigahertzIsNotedAndNeverForgotten)
+{
+    registry.answer(OID_802_11_NETWORK_TYPES_SUPPORTED, bytesOf({ 1, 0, 0, 0, 1, 0, 0, 0, 2, 0, 0, 0 }));
+    adapter.CheckPhyMode();
+    EXPECT_EQ(G_bSupportAMode, 0); // the second value is not counted
+    registry.answer(OID_802_11_NETWORK_TYPES_SUPPORTED, bytesOf({ 2, 0, 0, 0, 1, 0, 0, 0, 2, 0, 0, 0 }));
+    adapter.CheckPhyMode();
+    EXPECT_EQ(G_bSupportAMode, 1);
+    registry.fail(OID_802_11_NETWORK_TYPES_SUPPORTED);
+    adapter.CheckPhyMode();
+    EXPECT_EQ(G_bSupportAMode, 1);
+}
+
+TEST_F(CardTest, LyingCountOfNetworkTypesStaysInTheBuffer)
+{
+    registry.answer(OID_802_11_NETWORK_TYPES_SUPPORTED,
+        bytesOf({ 255, 255, 255, 255, 1, 0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0, 3, 0, 0, 0 }));
+    adapter.CheckPhyMode();
+    EXPECT_EQ(G_bSupportAMode, 0);
+}
+
+TEST_F(CardTest, CountryRegionIsAlwaysFine)
+{
+    EXPECT_TRUE(adapter.CheckCountryRegion());
+    EXPECT_TRUE(registry.calls.empty());
+}
+
+TEST_F(CardTest, ScanIsSentAsAQueryWithTheSetFlag)
+{
+    adapter.RescanBssidList();
+    EXPECT_EQ(registry.oids(), (std::vector<std::uint32_t> { 0x0D81011A }));
+    EXPECT_EQ(registry.calls[6].capacity, 4u);
+    EXPECT_EQ(clock.delays, (std::vector<std::uint32_t> { 120 }));
+}
+
+TEST_F(CardTest, ListInOnePieceIsTheFirstChunk)
+{
+    registry.answer(OID_802_11_BSSID_LIST, chunk(1, 4));
+    adapter.QueryBssidList();
+    EXPECT_EQ(listed(), (std::vector<std::uint8_t> { 1, 2, 3, 4 }));
+    EXPECT_EQ(registry.oids().size(), 2u);
+}
+
+TEST_F(CardTest, ContinuationsAreAppendedInArrivalOrder)
+{
+    registry.answer(OID_802_11_BSSID_LIST, chunk(1, 4));
+    continueWith(chunk(5, 3));
+    continueWith(chunk(8, 2));
+    adapter.QueryBssidList();
+    EXPECT_EQ(bssidCount(currentBssidList()), 9u);
+    EXPECT_EQ(listed(), (std::vector<std::uint8_t> { 1, 2, 3, 4, 5, 6, 7, 8, 9 }));
+}
+
+TEST_F(CardTest, EachQueryReplacesTheWholeList)
+{
+    registry.answer(OID_802_11_BSSID_LIST, chunk(1, 4));
+    adapter.QueryBssidList();
+    registry.answer(OID_802_11_BSSID_LIST, chunk(9, 1));
+    adapter.QueryBssidList();
+    EXPECT_EQ(listed(), (std::vector<std::uint8_t> { 9 }));
+    EXPECT_EQ((*G_pBssidList)[4 + 128], std::byte { 0 });
+}
+
+TEST_F(CardTest, RefusedListIsEmpty)
+{
+    registry.fail(OID_802_11_BSSID_LIST);
+    registry.fail(VX_OID_802_11_BSSID_LIST_NEXT);
+    adapter.QueryBssidList();
+    EXPECT_EQ(bssidCount(currentBssidList()), 0u);
+    EXPECT_EQ(registry.oids().size(), 2u);
+}
+
+TEST_F(CardTest, CardThatVanishesBetweenTwoContinuationsEndsTheWalk)
+{
+    registry.answer(OID_802_11_BSSID_LIST, chunk(1, 2));
+    registry.answerWith(VX_OID_802_11_BSSID_LIST_NEXT, [this](auto) {
+        registry.serviceCount = 0; // gone once this reply is out
+        return RegistryAnswer { .bytes = chunk(3, 1) };
+    });
+    adapter.QueryBssidList();
+    EXPECT_EQ(listed(), (std::vector<std::uint8_t> { 1, 2, 3 }));
+    EXPECT_EQ(registry.oids().size(), 2u);
+    EXPECT_TRUE(registry.held().empty());
+}
+
+TEST_F(CardTest, ListThatOutgrowsItsBufferIsCutAtTheLastWholeEntry)
+{
+    EntryBuilder large("net", 1);
+    large.elements.resize(872); // an entry of 1000 bytes
+    const Bytes fourEntries = bssidList({ large, large, large, large });
+    registry.answer(OID_802_11_BSSID_LIST, fourEntries);
+    registry.answer(VX_OID_802_11_BSSID_LIST_NEXT, fourEntries); // and never an end
+    adapter.QueryBssidList();
+    EXPECT_EQ(listed().size(), 65u); // 65,532 bytes hold 65 of them
+    EXPECT_EQ(bssidCount(currentBssidList()), 65u);
+}
+
+TEST_F(CardTest, DriverThatNeverEndsItsListIsLeftAfterAsManyContinuationsAsAFullListHasEntries)
+{
+    registry.answer(VX_OID_802_11_BSSID_LIST_NEXT, bytesOf({ 0, 0, 0, 0 }));
+    adapter.QueryBssidList();
+    EXPECT_EQ(registry.oids().size(), 1u + 512u);
+    EXPECT_EQ(bssidCount(currentBssidList()), 0u);
+}
+
+TEST_F(CardTest, ReturnedLengthBeyondTheChunkIsNotBelieved)
+{
+    registry.answerOnce(VX_OID_802_11_BSSID_LIST_NEXT, { .bytes = chunk(1, 1), .returnedLength = 0xFFFFFFFF });
+    adapter.QueryBssidList();
+    EXPECT_EQ(listed(), (std::vector<std::uint8_t> { 1 }));
+}
+
+TEST_F(CardTest, BytesThatAContinuationDidNotReturnAreNotRead)
+{
+    continueWith(chunk(1, 3));
+    Bytes liar = chunk(4, 1);
+    liar[0] = std::byte { 3 }; // the entries of the chunk before still lie behind this one
+    continueWith(liar);
+    adapter.QueryBssidList();
+    EXPECT_EQ(listed(), (std::vector<std::uint8_t> { 1, 2, 3, 4 }));
+}
+
+TEST(ConvertRssiToSignalQuality, FollowsItsCurveWithTheJumpBetweenTheBands)
+{
+    const std::vector<std::pair<std::int32_t, std::uint32_t>> points { { 0, 100 }, { 100, 100 }, { -50, 100 },
+        { -51, 99 }, { -65, 63 }, { -80, 24 }, { -81, 23 }, { -85, 13 }, { -90, 0 }, { -91, 0 }, { -2147483647, 0 } };
+    for (const auto& [dbm, quality] : points)
+        EXPECT_EQ(VX7100Access::ConvertRssiToSignalQuality(dbm), quality) << dbm;
+}
+
+} // namespace

@@ -1,0 +1,259 @@
+#include "driver/VX7100Access.h"
+
+#include "app/shared/SharedState.h"
+#include "driver/records/Oids.h"
+#include "tests/support/BssidListBuilder.h"
+#include "tests/support/RecordingAlertPanels.h"
+#include "tests/support/RecordingIORegistry.h"
+#include "tests/support/RecordingTickClock.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using Texts = std::vector<std::string>;
+
+class VX7100AccessTest : public testing::Test {
+protected:
+    RecordingIORegistry registry;
+    RecordingTickClock clock;
+    RecordingAlertPanels alerts;
+    VX7100Access adapter { registry, clock, alerts };
+
+    void TearDown() override { __DEBUG__ = 0; }
+
+    bool query(std::uint32_t oid, std::uint32_t& value)
+    {
+        std::uint32_t returned = 0;
+        return adapter.OidQueryInformation(oid, &value, sizeof(value), &returned);
+    }
+};
+
+TEST_F(VX7100AccessTest, AsksNothingOfTheDriverBeforeItIsUsed)
+{
+    EXPECT_TRUE(registry.calls.empty());
+}
+
+TEST_F(VX7100AccessTest, QueryIsOneWholeCycle)
+{
+    registry.answer(OID_GEN_MEDIA_CONNECT_STATUS, bytesOf({ 1, 0, 0, 0 }));
+    std::uint32_t value = 0x04030201;
+    EXPECT_TRUE(query(OID_GEN_MEDIA_CONNECT_STATUS, value));
+    EXPECT_EQ(value, 1u);
+    EXPECT_EQ(registry.texts(),
+        (Texts {
+            "IOMasterPort() = 1", "IOServiceMatching(Pellvane) = 2", "IOServiceGetMatchingServices(1, 2) = 3",
+            "IOIteratorNext(3) = 4", "IOIteratorNext(3)", "IOServiceOpen(4, 0) = 5",
+            "IOConnectMethodStructureIStructureO(5, 0x00010114, [01 02 03 04], capacity 4) = 4",
+            "IOConnectMethodScalarIScalarO(5, 1)",
+            "IOObjectRelease(3)", // the iterator
+            "mach_port_deallocate(1)",
+            "IOObjectRelease(4)", // currentDevice
+            "IOServiceClose(5)",
+            "IOObjectRelease(4)", // dataService, the same object
+        }));
+    EXPECT_TRUE(registry.held().empty());
+}
+
+TEST_F(VX7100AccessTest, QueryOffersTheBuffersLengthWhateverTheReturnedLengthHeld)
+{
+    std::uint32_t value = 0;
+    std::uint32_t returned = 4711;
+    EXPECT_TRUE(adapter.OidQueryInformation(OID_GEN_RCV_OK, &value, sizeof(value), &returned));
+    EXPECT_EQ(registry.calls[6].capacity, 4u);
+    EXPECT_EQ(returned, 0u); // what the driver returned
+}
+
+TEST_F(VX7100AccessTest, SetAddsTheFlagAndOffersWhatTheReturnedLengthHolds)
+{
+    std::uint32_t value = 7;
+    std::uint32_t returned = 2;
+    EXPECT_TRUE(adapter.OidSetInformation(OID_802_11_POWER_MODE, &value, sizeof(value), &returned, 3));
+    EXPECT_EQ(registry.texts()[6], "IOConnectMethodStructureIStructureO(5, 0x0D810216, [07 00 00 00], capacity 2)");
+}
+
+TEST_F(VX7100AccessTest, SetOfAFlaggedNumberSendsTheSameNumber)
+{
+    EXPECT_TRUE(setRecord(adapter, OID_802_11_ADD_KEY | oidSetFlag, std::uint32_t { 0 }));
+    EXPECT_TRUE(setRecord(adapter, OID_802_11_ADD_KEY, std::uint32_t { 0 }));
+    EXPECT_EQ(registry.oids(), (std::vector<std::uint32_t> { 0x0D81011D, 0x0D81011D }));
+}
+
+TEST_F(VX7100AccessTest, RefusedSetIsNotRepeated)
+{
+    registry.fail(OID_802_11_POWER_MODE | oidSetFlag);
+    EXPECT_FALSE(setRecord(adapter, OID_802_11_POWER_MODE, std::uint32_t { 1 }));
+    EXPECT_EQ(registry.count(RegistryCall::IOConnectMethodStructureIStructureO), 1);
+    EXPECT_EQ(registry.count(RegistryCall::IOConnectMethodScalarIScalarO), 1);
+    EXPECT_TRUE(registry.held().empty());
+}
+
+TEST_F(VX7100AccessTest, SetNeverWritesBehindItsBuffer)
+{
+    std::array<std::uint8_t, 8> memory { 1, 2, 3, 4, 5, 6, 7, 8 };
+    registry.answer(OID_802_11_POWER_MODE | oidSetFlag, bytesOf({ 9, 9, 9, 9, 9, 9, 9, 9 }));
+    std::uint32_t returned = 8; // promises more than the buffer of four has
+    EXPECT_TRUE(adapter.OidSetInformation(OID_802_11_POWER_MODE, memory.data(), 4, &returned, 3));
+    EXPECT_EQ(memory, (std::array<std::uint8_t, 8> { 9, 9, 9, 9, 5, 6, 7, 8 }));
+}
+
+TEST_F(VX7100AccessTest, EmptyBufferIsARequestToo)
+{
+    std::uint32_t returned = 0;
+    EXPECT_TRUE(adapter.OidQueryInformation(VX_OID_802_11_RESET_COUNTERS | oidSetFlag, nullptr, 0, &returned));
+    EXPECT_EQ(registry.texts()[6], "IOConnectMethodStructureIStructureO(5, 0x0DF10103, [], capacity 0)");
+}
+
+TEST_F(VX7100AccessTest, WithoutACardEveryRequestFailsAndHoldsNothing)
+{
+    registry.serviceCount = 0;
+    std::uint32_t value = 5;
+    EXPECT_FALSE(query(OID_GEN_MEDIA_CONNECT_STATUS, value));
+    EXPECT_FALSE(setRecord(adapter, OID_802_11_POWER_MODE, std::uint32_t { 1 }));
+    EXPECT_EQ(value, 5u);
+    EXPECT_EQ(registry.count(RegistryCall::IOServiceOpen), 0);
+    EXPECT_TRUE(registry.held().empty());
+}
+
+TEST_F(VX7100AccessTest, SearchWithoutACardLeavesNothingHeldAfterTheClose)
+{
+    registry.serviceCount = 0;
+    EXPECT_FALSE(adapter.SearchDevice());
+    EXPECT_EQ(registry.count(RegistryCall::IOIteratorNext), 1);
+    adapter.CloseConnectToDevice();
+    EXPECT_TRUE(registry.held().empty());
+    registry.forgetCalls();
+    adapter.CloseConnectToDevice();
+    EXPECT_TRUE(registry.calls.empty());
+}
+
+TEST_F(VX7100AccessTest, ClosingTwiceReleasesOnce)
+{
+    ASSERT_TRUE(adapter.SearchDevice());
+    ASSERT_TRUE(adapter.OpenConnectToDevice());
+    adapter.CloseConnectToDevice();
+    registry.forgetCalls();
+    adapter.CloseConnectToDevice();
+    EXPECT_TRUE(registry.calls.empty());
+}
+
+TEST_F(VX7100AccessTest, LastOfTwoCardsIsUsedAndTheConfusionIsTracedOnce)
+{
+    registry.serviceCount = 2;
+    __DEBUG__ = 1;
+    testing::internal::CaptureStderr();
+    EXPECT_TRUE(adapter.SearchDevice());
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+        "#### VX7100Access - SearchDevice ####\n"
+        "!!!! VX7100Access - SearchDevice - But we already have a device I'm confused. !!!!\n"
+        "**** VX7100Access - SearchDevice - Iterations: 2 ****\n");
+    EXPECT_TRUE(adapter.OpenConnectToDevice());
+    EXPECT_EQ(registry.calls.back().handle, 5u); // services 4 and 5
+    testing::internal::CaptureStderr();
+    adapter.CloseConnectToDevice();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "#### VX7100Access - CloseConnectToDevice ####\n");
+    // The first card was overwritten without a release.
+    EXPECT_EQ(registry.held(), (std::vector<std::uint32_t> { 4 }));
+}
+
+TEST_F(VX7100AccessTest, EachFailureOfTheSearchIsTracedAndReleased)
+{
+    struct Failure {
+        RegistryCall call;
+        std::string trace;
+        Texts releases;
+    };
+    const std::vector<Failure> failures {
+        { RegistryCall::IOMasterPort, "!!!! VX7100Access - SearchDevice - Couldn't create a master IOKit Port. !!!!\n",
+            {} },
+        { RegistryCall::IOServiceMatching,
+            "**** VX7100Access - SearchDevice - Can't create a 'Pellvane' matching dictionary. ****\n",
+            { "mach_port_deallocate(1)" } },
+        { RegistryCall::IOServiceGetMatchingServices,
+            "!!!! VX7100Access - SearchDevice - Can't create a Service iterator. !!!!\n",
+            { "mach_port_deallocate(1)", "CFRelease(2)" } },
+    };
+    for (const Failure& failure : failures) {
+        RecordingIORegistry fresh;
+        VX7100Access access(fresh, clock, alerts);
+        fresh.failAt(failure.call);
+        __DEBUG__ = 1;
+        testing::internal::CaptureStderr();
+        EXPECT_FALSE(access.SearchDevice());
+        EXPECT_EQ(testing::internal::GetCapturedStderr(), "#### VX7100Access - SearchDevice ####\n" + failure.trace);
+        __DEBUG__ = 0;
+        access.CloseConnectToDevice();
+        Texts releases = fresh.texts();
+        releases.erase(releases.begin(), releases.end() - static_cast<std::ptrdiff_t>(failure.releases.size()));
+        EXPECT_EQ(releases, failure.releases);
+        EXPECT_TRUE(fresh.held().empty());
+    }
+}
+
+TEST_F(VX7100AccessTest, RefusedUserClientIsTracedUnderTheSearchsName)
+{
+    registry.failAt(RegistryCall::IOServiceOpen);
+    ASSERT_TRUE(adapter.SearchDevice());
+    __DEBUG__ = 1;
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(adapter.OpenConnectToDevice());
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+        "#### VX7100Access - OpenConnectToDevice ####\n"
+        "!!!! VX7100Access - SearchDevice - Couldn't create a user client, why not? !!!!\n");
+    __DEBUG__ = 0;
+    adapter.CloseConnectToDevice();
+    EXPECT_TRUE(registry.held().empty());
+}
+
+TEST_F(VX7100AccessTest, RefusedUserClientFailsTheRequestAndHoldsNothing)
+{
+    registry.failAt(RegistryCall::IOServiceOpen);
+    std::uint32_t value = 0;
+    EXPECT_FALSE(query(OID_GEN_RCV_OK, value));
+    EXPECT_EQ(registry.count(RegistryCall::IOConnectMethodStructureIStructureO), 0);
+    EXPECT_EQ(registry.count(RegistryCall::IOConnectMethodScalarIScalarO), 0);
+    EXPECT_TRUE(registry.held().empty());
+}
+
+TEST_F(VX7100AccessTest, FailureOfTheCompletionCallIsIgnored)
+{
+    registry.failAt(RegistryCall::IOConnectMethodScalarIScalarO);
+    std::uint32_t value = 0;
+    EXPECT_TRUE(query(OID_GEN_RCV_OK, value));
+}
+
+TEST_F(VX7100AccessTest, TracesNameTheNumberOfAQueryOnly)
+{
+    __DEBUG__ = 1;
+    testing::internal::CaptureStderr();
+    std::uint32_t value = 0;
+    (void)query(0x0D010217, value);
+    EXPECT_TRUE(testing::internal::GetCapturedStderr().starts_with(
+        "#### VX7100Access - OidQueryInformation ####\n**** VX7100Access - Oid = 218169879 ****\n"
+        "#### VX7100Access - SearchDevice ####\n"));
+    testing::internal::CaptureStderr();
+    (void)setRecord(adapter, OID_802_11_POWER_MODE, value);
+    EXPECT_TRUE(testing::internal::GetCapturedStderr().starts_with(
+        "#### VX7100Access - OidSetInformation ####\n#### VX7100Access - SearchDevice ####\n"));
+}
+
+TEST_F(VX7100AccessTest, WritesNothingUnlessDebugging)
+{
+    testing::internal::CaptureStderr();
+    std::uint32_t value = 0;
+    (void)query(OID_GEN_RCV_OK, value);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
+TEST_F(VX7100AccessTest, DestructionClosesWhatIsHeld)
+{
+    RecordingIORegistry fresh;
+    {
+        VX7100Access access(fresh, clock, alerts);
+        ASSERT_TRUE(access.SearchDevice());
+        ASSERT_TRUE(access.OpenConnectToDevice());
+    }
+    EXPECT_TRUE(fresh.held().empty());
+}
+
+} // namespace
