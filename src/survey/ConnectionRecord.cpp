@@ -2,8 +2,6 @@
 
 #include "survey/KeyRecords.h"
 
-#include <algorithm>
-#include <cstddef>
 #include <span>
 
 namespace {
@@ -27,12 +25,11 @@ void applyWepKeys(PROFILE_DATA& record, const SecuritySettings& security)
     record.AuthenMode = security.AuthenType;
     record.EncryStatus = security.EncryType != 0 ? Ndis802_11Encryption1Enabled : Ndis802_11EncryptionDisabled;
     for (std::uint32_t index = 0; index < record.pWepKey.size(); ++index) {
-        const auto& material = security.KeyMaterial[index];
-        const std::size_t length = std::min<std::size_t>(security.KeyLen[index], material.size());
-        if (length == 0)
+        const WepKey& key = security.WepKeys[index];
+        if (key.length == 0)
             continue;
         const bool transmitKey = static_cast<std::int32_t>(index) == security.SelKeyIndex;
-        record.pWepKey[index] = wepKeyRecord(index, transmitKey, std::span(material).first(length));
+        record.pWepKey[index] = wepKeyRecord(index, transmitKey, std::span(key.material).first(key.length));
     }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "driver/BssidList.h"
+#include "survey/KeyRules.h"
 #include "survey/NetworkSecurity.h"
 #include "survey/ProfileData.h"
 
@@ -18,8 +19,7 @@ struct SecuritySettings {
     std::int32_t AuthenType { 0 }; // index: 0 "Open", 1 "Shared", 2 WPA
     std::int32_t EncryType { 0 }; // index: 0 "NONE", 1 "WEP"; with WPA 0 "TKIP", 1 "AES"
     std::int32_t SelKeyIndex { 0 }; // transmit key, 0 to 3
-    std::array<std::uint8_t, 4> KeyLen {}; // bytes; 0 for a key that is not set
-    std::array<std::array<std::uint8_t, 14>, 4> KeyMaterial {}; // at most 13 bytes and a terminating zero
+    std::array<WepKey, 4> WepKeys {};
     std::string WPAPSK; // as typed
 };
 

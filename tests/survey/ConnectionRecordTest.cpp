@@ -40,8 +40,8 @@ SecuritySettings wepKey(std::size_t index, std::string_view key, std::int32_t au
     security.AuthenType = authenType;
     security.EncryType = 1;
     security.SelKeyIndex = static_cast<std::int32_t>(index);
-    security.KeyLen[index] = static_cast<std::uint8_t>(key.size());
-    std::copy(key.begin(), key.end(), security.KeyMaterial[index].begin());
+    security.WepKeys[index].length = static_cast<std::uint8_t>(key.size());
+    std::copy(key.begin(), key.end(), security.WepKeys[index].material.begin());
     return security;
 }
 
@@ -198,7 +198,7 @@ TEST(ConnectionRecord, LyingSsidLengthIsNoSalt)
 TEST(ConnectionRecord, WepKeysCarryTheirIndexAndTheTransmitBit)
 {
     SecuritySettings security = wepKey(2, "abcde");
-    security.KeyLen[0] = 13;
+    security.WepKeys[0].length = 13;
     const auto record = connectionRecord(choiceOf(EntryBuilder("wep")), &security);
     EXPECT_EQ(record->AuthenMode, 0);
     EXPECT_EQ(record->EncryStatus, 0);

@@ -60,15 +60,16 @@ private:
     };
 
     void connectControls();
-    [[nodiscard]] bool VerifyKey();
-    void convertKeys();
+    [[nodiscard]] KeyControls keyControls() const;
+    // Shows the alert of the first rule that the keys break.
+    [[nodiscard]] bool VerifyKey(const KeyControls& controls);
     void showWhatIsMissing();
 
     ModalSheets& m_sheets;
     AlertPanels& m_alerts;
     SecuritySettingsReceiver& SiteSurvey;
     std::unique_ptr<Ui::WEPSetting> m_form;
-    std::array<KeyRow, 4> m_keyRows;
+    std::array<KeyRow, 4> m_keyRows {};
 
     SecuritySettings m_settings; // keeps the key bytes of the last conversion
     std::int32_t selFlag { 0 }; // 1 while the authentication is WPA
