@@ -1,0 +1,144 @@
+#include "app/MainWindow.h"
+
+#include "app/WindowPlacement.h"
+
+#include <QApplication>
+#include <QFileInfo>
+#include <QLabel>
+#include <QPushButton>
+#include <QSettings>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QVBoxLayout>
+#include <gtest/gtest.h>
+
+namespace {
+
+class MainWindowTest : public testing::Test {
+protected:
+    void show(MainWindow& window)
+    {
+        window.show();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    }
+
+    QTemporaryDir folder;
+    QSettings defaults { folder.filePath(u"defaults.ini"_qs), QSettings::IniFormat };
+};
+
+TEST_F(MainWindowTest, HasTheSixTabsInTheirOrder)
+{
+    const MainWindow window(defaults);
+    const QTabWidget& tabs = window.tabView();
+    QStringList titles;
+    for (int index = 0; index < tabs.count(); ++index)
+        titles.push_back(tabs.tabText(index).remove(u'&'));
+    EXPECT_EQ(titles,
+        (QStringList { u"Site Survey"_qs, u"Profiles"_qs, u"Link Status"_qs, u"Statistics"_qs, u"Advanced Settings"_qs,
+            u"About"_qs }));
+    EXPECT_EQ(window.windowTitle(), QApplication::applicationDisplayName());
+    EXPECT_FALSE(window.windowIcon().isNull());
+}
+
+TEST_F(MainWindowTest, PutsAPageInPlaceOfTheEmptyBody)
+{
+    MainWindow window(defaults);
+    auto* const content = new QPushButton(u"content"_qs);
+    window.setPage(MainWindow::Page::Profiles, content);
+    QWidget* const body = window.tabView().widget(1);
+    EXPECT_TRUE(body->findChildren<QLabel*>().isEmpty());
+    window.tabView().setCurrentIndex(1);
+    show(window);
+    EXPECT_TRUE(content->isVisible());
+    EXPECT_TRUE(body->isAncestorOf(content));
+}
+
+TEST_F(MainWindowTest, SaysThatAnAbsentPageIsEmpty)
+{
+    MainWindow window(defaults);
+    show(window);
+    for (int index = 0; index < window.tabView().count(); ++index) {
+        window.tabView().setCurrentIndex(index);
+        const auto labels = window.tabView().widget(index)->findChildren<QLabel*>();
+        ASSERT_EQ(labels.size(), 1);
+        EXPECT_TRUE(labels.first()->isVisible());
+        EXPECT_FALSE(labels.first()->text().isEmpty());
+    }
+}
+
+TEST_F(MainWindowTest, SwitchesTabsByTheKeyboard)
+{
+    MainWindow window(defaults);
+    show(window);
+    QTest::keyClick(&window, Qt::Key_L, Qt::AltModifier);
+    EXPECT_EQ(window.tabView().currentIndex(), 2);
+    QTest::keyClick(&window, Qt::Key_S, Qt::AltModifier);
+    EXPECT_EQ(window.tabView().currentIndex(), 0);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab, Qt::ControlModifier);
+    EXPECT_EQ(window.tabView().currentIndex(), 1);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(window.tabView().currentIndex(), 0);
+}
+
+TEST_F(MainWindowTest, GivesEveryTabAKeyOfItsOwn)
+{
+    const MainWindow window(defaults);
+    QSet<QChar> keys;
+    for (int index = 0; index < window.tabView().count(); ++index) {
+        const QString title = window.tabView().tabText(index);
+        ASSERT_TRUE(title.contains(u'&'));
+        keys.insert(title.at(title.indexOf(u'&') + 1).toUpper());
+    }
+    EXPECT_EQ(keys.size(), window.tabView().count());
+}
+
+TEST_F(MainWindowTest, ClosesWithCtrlQ)
+{
+    MainWindow window(defaults);
+    show(window);
+    QTest::keyClick(&window, Qt::Key_Q, Qt::ControlModifier);
+    EXPECT_FALSE(window.isVisible());
+}
+
+TEST_F(MainWindowTest, ComesBackAtTheSizeItWasLeft)
+{
+    QSize left;
+    {
+        MainWindow window(defaults);
+        show(window);
+        left = window.size() - QSize(37, 23);
+        window.resize(left);
+        window.close();
+    }
+    const MainWindow again(defaults);
+    EXPECT_EQ(again.size(), left);
+}
+
+TEST_F(MainWindowTest, KeepsItsPlaceInAFileForItsUserAlone)
+{
+    MainWindow window(defaults);
+    show(window);
+    window.close();
+    const auto permissions = QFileInfo(defaults.fileName()).permissions();
+    EXPECT_FALSE(permissions.testAnyFlags(
+        QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther | QFile::ExeOwner));
+    EXPECT_TRUE(permissions.testFlag(QFile::ReadOwner));
+}
+
+TEST_F(MainWindowTest, TakesItsOwnSizeWhenWhatIsStoredIsNoPlace)
+{
+    defaults.setValue(u"MainWindow/geometry"_qs, QByteArray("not a geometry"));
+    const MainWindow window(defaults);
+    EXPECT_GT(window.width(), window.fontMetrics().averageCharWidth() * 60);
+    EXPECT_GT(window.height(), window.fontMetrics().height() * 20);
+}
+
+TEST_F(MainWindowTest, CanBeMadeSmall)
+{
+    const MainWindow window(defaults);
+    EXPECT_LT(window.minimumSizeHint().width(), window.fontMetrics().averageCharWidth() * 60);
+}
+
+} // namespace
