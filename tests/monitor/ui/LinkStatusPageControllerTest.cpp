@@ -24,15 +24,9 @@ const Oids connectedTick { OID_GEN_MEDIA_CONNECT_STATUS, OID_802_11_SSID, OID_80
 const QString connectedText = QStringLiteral("Connected <--> home <--> 00-11-22-33-44-AB");
 
 struct LinkStatusPageTest : testing::Test {
-    CardInUse cardInUse;
-    ScriptedCard card;
-    NoClock clock;
-    NoAlerts alerts;
-    VX7100Access adapter { card, clock, alerts };
-    OneTimerRunLoop runLoop;
-    NotingAssertions assertions;
+    MonitoredCard card;
     NotingSiteSurveyPage siteSurvey;
-    LinkStatusPageController page { adapter, runLoop, assertions, &siteSurvey };
+    LinkStatusPageController page { card.adapter, card.runLoop, card.assertions, &siteSurvey };
 
     LinkStatusPageTest()
     {
@@ -72,13 +66,9 @@ struct LinkStatusPageTest : testing::Test {
     void awake()
     {
         page.awakeFromNib();
-        card.requests.clear();
+        card.registry.forgetCalls();
     }
-    void tick()
-    {
-        ASSERT_TRUE(runLoop.fire);
-        runLoop.fire();
-    }
+    void tick() { card.tick(); }
 
     [[nodiscard]] QString text(QStringView name) const
     {
@@ -104,8 +94,8 @@ struct LinkStatusPageTest : testing::Test {
 TEST_F(LinkStatusPageTest, AwakeningAsksForTheCountsOnceAndStartsATimerOfTwoSeconds)
 {
     page.awakeFromNib();
-    EXPECT_EQ(card.requests, (std::vector<ScriptedCard::Request> { { VX_OID_802_11_LINK_COUNTERS, 16 } }));
-    EXPECT_EQ(runLoop.intervals, std::vector { std::chrono::milliseconds(2000) });
+    EXPECT_EQ(card.takeRequests(), (std::vector<MonitoredCard::Request> { { VX_OID_802_11_LINK_COUNTERS, 16 } }));
+    EXPECT_EQ(card.runLoop.activeIntervals(), std::vector { monitorInterval });
     EXPECT_EQ(text(u"Status"), QString());
     EXPECT_TRUE(siteSurvey.texts.isEmpty());
 }
@@ -133,9 +123,9 @@ TEST_F(LinkStatusPageTest, TheThroughputsStartFromTheCountsAtAwakening)
 
 TEST_F(LinkStatusPageTest, WithoutACardAtAwakeningTheThroughputsStartFromZero)
 {
-    card.isPresent = false;
+    card.registry.serviceCount = 0;
     awake();
-    card.isPresent = true;
+    card.registry.serviceCount = 1;
     setCounters({ 108, 80, 2500, 5000 });
     tick();
     EXPECT_EQ(text(u"ThroughputTx"), u"10.0");
@@ -146,8 +136,8 @@ TEST_F(LinkStatusPageTest, AConnectedTickAsksInThisOrderWithTheseLengths)
 {
     awake();
     tick();
-    EXPECT_EQ(card.requests,
-        (std::vector<ScriptedCard::Request> { { OID_GEN_MEDIA_CONNECT_STATUS, 4 }, { OID_802_11_SSID, 36 },
+    EXPECT_EQ(card.takeRequests(),
+        (std::vector<MonitoredCard::Request> { { OID_GEN_MEDIA_CONNECT_STATUS, 4 }, { OID_802_11_SSID, 36 },
             { OID_802_11_BSSID, 6 }, { OID_802_11_CONFIGURATION, 32 }, { VX_OID_802_11_STA_CONFIG, 32 },
             { VX_OID_802_11_LINK_COUNTERS, 16 }, { OID_802_11_RSSI, 4 } }));
 }
@@ -250,6 +240,15 @@ TEST_F(LinkStatusPageTest, ANameOf32BytesIsShownWholeAndAnEmptyOneAsNothing)
     EXPECT_EQ(text(u"Status"), u"Connected <-->  <--> 00-11-22-33-44-AB");
 }
 
+TEST_F(LinkStatusPageTest, ANameThatIsNoUtf8IsShownAsTheTextThatStandsForItsBytes)
+{
+    awake();
+    setNetworkName("caf\xe9");
+    tick();
+    const QString name = QStringLiteral("caf") + QChar(0xEF00 + 0xE9);
+    EXPECT_EQ(text(u"Status"), QStringLiteral("Connected <--> %1 <--> 00-11-22-33-44-AB").arg(name));
+}
+
 TEST_F(LinkStatusPageTest, ANameIsNeverTakenForMarkup)
 {
     awake();
@@ -262,8 +261,9 @@ TEST_F(LinkStatusPageTest, ANameIsNeverTakenForMarkup)
 TEST_F(LinkStatusPageTest, FailedRequestsBehindTheFirstReadAsZeros)
 {
     awake();
-    card.failingOids
-        = { OID_802_11_SSID, OID_802_11_BSSID, VX_OID_802_11_STA_CONFIG, VX_OID_802_11_LINK_COUNTERS, OID_802_11_RSSI };
+    for (const std::uint32_t oid :
+        { OID_802_11_SSID, OID_802_11_BSSID, VX_OID_802_11_STA_CONFIG, VX_OID_802_11_LINK_COUNTERS, OID_802_11_RSSI })
+        card.registry.fail(oid);
     tick();
     EXPECT_EQ(card.takeOids(), connectedTick);
     EXPECT_EQ(text(u"Status"), u"Connected <-->  <--> 00-00-00-00-00-00");
@@ -276,10 +276,10 @@ TEST_F(LinkStatusPageTest, WithoutADeviceNothingIsAsked)
 {
     awake();
     tick();
-    card.requests.clear();
+    card.registry.forgetCalls();
     G_bDeviceExist = 0;
     tick();
-    EXPECT_TRUE(card.requests.empty());
+    EXPECT_TRUE(card.registry.calls.empty());
     EXPECT_EQ(text(u"Status"), u"No Device!!");
     expectNoFigures();
     EXPECT_EQ(siteSurvey.texts.last(), u"** Disconnected **");
@@ -290,8 +290,8 @@ TEST_F(LinkStatusPageTest, ACardThatDoesNotAnswerCountsAsNoDevice)
 {
     awake();
     tick();
-    card.requests.clear();
-    card.failingOids = { OID_GEN_MEDIA_CONNECT_STATUS };
+    card.registry.forgetCalls();
+    card.registry.fail(OID_GEN_MEDIA_CONNECT_STATUS);
     tick();
     EXPECT_EQ(card.takeOids(), Oids { OID_GEN_MEDIA_CONNECT_STATUS });
     EXPECT_EQ(text(u"Status"), u"No Device!!");
@@ -314,7 +314,7 @@ TEST_F(LinkStatusPageTest, DisconnectedWithTheRadioOnAsksForTheHardwareSwitch)
 {
     awake();
     tick();
-    card.requests.clear();
+    card.registry.forgetCalls();
     setMediaState(NdisMediaStateDisconnected);
     tick();
     EXPECT_EQ(card.takeOids(), (Oids { OID_GEN_MEDIA_CONNECT_STATUS, VX_OID_802_11_STA_CONFIG }));
@@ -382,16 +382,16 @@ TEST_F(LinkStatusPageTest, AnUnknownFrequencyEndsTheTickWhereTheHandlerSaysSo)
 {
     awake();
     tick();
-    card.requests.clear();
+    card.registry.forgetCalls();
     siteSurvey.texts.clear();
     setFrequency(2419000);
     setCounters({ 2, 10, 250000, 250000 });
     setNetworkName("other");
     G_configFromProfile = 1;
     tick();
-    EXPECT_EQ(assertions.failures,
-        (std::vector<NotingAssertions::Failure> {
-            { "LinkStatusPageController", 169, "Invalid parameter not satisfying: FALSE" } }));
+    EXPECT_EQ(card.assertions.failures,
+        (std::vector<RecordingAssertionHandler::Failure> { { "OnTimer", "LinkStatusPageController",
+            "LinkStatusPageController", 169, "Invalid parameter not satisfying: FALSE" } }));
     EXPECT_EQ(card.takeOids(),
         (Oids { OID_GEN_MEDIA_CONNECT_STATUS, OID_802_11_SSID, OID_802_11_BSSID, OID_802_11_CONFIGURATION }));
     EXPECT_EQ(text(u"CurrentChannel"), u"6 <--> 2437000 KHz"); // as it was
@@ -404,10 +404,10 @@ TEST_F(LinkStatusPageTest, AnUnknownFrequencyEndsTheTickWhereTheHandlerSaysSo)
 TEST_F(LinkStatusPageTest, AnUnknownFrequencyIsShownWhereTheHandlerGoesOn)
 {
     awake();
-    assertions.goesOn = true;
+    card.assertions.goOn = true;
     setFrequency(2419000);
     tick();
-    EXPECT_EQ(assertions.failures.size(), 1U);
+    EXPECT_EQ(card.assertions.failures.size(), 1U);
     EXPECT_EQ(card.takeOids(), connectedTick);
     EXPECT_EQ(text(u"CurrentChannel"), u"4294967295 <--> 2419000 KHz");
     EXPECT_EQ(text(u"CurrentTxRate"), u"54 Mbps");
@@ -417,19 +417,19 @@ TEST_F(LinkStatusPageTest, AnUnknownFrequencyIsShownWhereTheHandlerGoesOn)
 TEST_F(LinkStatusPageTest, AConfigurationThatCannotBeReadIsAnUnknownFrequency)
 {
     awake();
-    card.failingOids = { OID_802_11_CONFIGURATION };
+    card.registry.fail(OID_802_11_CONFIGURATION);
     tick();
-    EXPECT_EQ(assertions.failures.size(), 1U);
+    EXPECT_EQ(card.assertions.failures.size(), 1U);
 }
 
 TEST_F(LinkStatusPageTest, WorksWithoutASiteSurveyPage)
 {
-    LinkStatusPageController alone(adapter, runLoop, assertions, nullptr);
+    LinkStatusPageController alone(card.adapter, card.runLoop, card.assertions, nullptr);
     alone.awakeFromNib();
-    runLoop.fire();
+    card.tick();
     EXPECT_EQ(alone.findChild<QLabel*>(QStringLiteral("Status"))->text(), connectedText);
     G_bDeviceExist = 0;
-    runLoop.fire();
+    card.tick();
     EXPECT_EQ(alone.findChild<QLabel*>(QStringLiteral("Status"))->text(), u"No Device!!");
 }
 

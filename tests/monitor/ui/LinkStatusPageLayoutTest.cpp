@@ -10,17 +10,15 @@
 #include <QTabWidget>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace {
 
 struct LinkStatusPageLayoutTest : testing::Test {
-    ScriptedCard card;
-    NoClock clock;
-    NoAlerts alerts;
-    VX7100Access adapter { card, clock, alerts };
-    OneTimerRunLoop runLoop;
-    NotingAssertions assertions;
+    MonitoredCard card;
     QTabWidget window;
-    LinkStatusPageController* page { new LinkStatusPageController(adapter, runLoop, assertions, nullptr) };
+    LinkStatusPageController* page { new LinkStatusPageController(
+        card.adapter, card.runLoop, card.assertions, nullptr) };
 
     LinkStatusPageLayoutTest() { window.addTab(page, QStringLiteral("Link Status")); }
 

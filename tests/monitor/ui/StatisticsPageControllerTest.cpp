@@ -37,13 +37,8 @@ NDIS_802_11_STATISTICS sampleStatistics()
 }
 
 struct StatisticsPageTest : testing::Test {
-    CardInUse cardInUse;
-    ScriptedCard card;
-    NoClock clock;
-    NoAlerts alerts;
-    VX7100Access adapter { card, clock, alerts };
-    OneTimerRunLoop runLoop;
-    StatisticsPageController page { adapter, runLoop };
+    MonitoredCard card;
+    StatisticsPageController page { card.adapter, card.runLoop };
 
     StatisticsPageTest()
     {
@@ -70,22 +65,22 @@ const QStringList zeros(10, QStringLiteral("0"));
 
 TEST_F(StatisticsPageTest, AwakeningAsksNothingAndStartsATimerOfTwoSeconds)
 {
-    EXPECT_TRUE(card.requests.empty());
-    EXPECT_EQ(runLoop.intervals, std::vector { std::chrono::milliseconds(2000) });
+    EXPECT_TRUE(card.registry.calls.empty());
+    EXPECT_EQ(card.runLoop.activeIntervals(), std::vector { monitorInterval });
     EXPECT_EQ(counters(), zeros);
 }
 
 TEST_F(StatisticsPageTest, ATickAsksThreeTimesInThisOrder)
 {
-    runLoop.fire();
-    EXPECT_EQ(card.requests,
-        (std::vector<ScriptedCard::Request> {
+    card.tick();
+    EXPECT_EQ(card.takeRequests(),
+        (std::vector<MonitoredCard::Request> {
             { OID_802_11_STATISTICS, 100 }, { OID_GEN_RCV_OK, 4 }, { OID_GEN_RCV_NO_BUFFER, 4 } }));
 }
 
 TEST_F(StatisticsPageTest, ATickShowsTheDriversCounters)
 {
-    runLoop.fire();
+    card.tick();
     EXPECT_EQ(counter(u"FTS").text(), u"5000000000");
     EXPECT_EQ(counter(u"FTSWR").text(), u"4999999960");
     EXPECT_EQ(counter(u"FTSAR").text(), u"40");
@@ -103,41 +98,41 @@ TEST_F(StatisticsPageTest, MoreRetriesThanFramesShowANegativeNumber)
     auto statistics = sampleStatistics();
     statistics.TransmittedFragmentCount = 30;
     card.answer(OID_802_11_STATISTICS, statistics);
-    runLoop.fire();
+    card.tick();
     EXPECT_EQ(counter(u"FTSWR").text(), u"-10");
 }
 
 TEST_F(StatisticsPageTest, WithoutADeviceEveryCounterIsZeroAndNothingIsAsked)
 {
-    runLoop.fire();
-    card.requests.clear();
+    card.tick();
+    card.registry.forgetCalls();
     G_bDeviceExist = 0;
-    runLoop.fire();
+    card.tick();
     EXPECT_EQ(counters(), zeros);
-    EXPECT_TRUE(card.requests.empty());
+    EXPECT_TRUE(card.registry.calls.empty());
 }
 
 TEST_F(StatisticsPageTest, FailedQueriesReadAsZeros)
 {
-    runLoop.fire();
-    card.isPresent = false;
-    runLoop.fire();
+    card.tick();
+    card.registry.serviceCount = 0;
+    card.tick();
     EXPECT_EQ(counters(), zeros);
 }
 
 TEST_F(StatisticsPageTest, ResetCounterShowsZerosAtOnceAndSendsOneEmptyRequest)
 {
-    runLoop.fire();
-    card.requests.clear();
+    card.tick();
+    card.registry.forgetCalls();
     QTest::mouseClick(page.findChild<QPushButton*>(QStringLiteral("ResetCounter")), Qt::LeftButton);
     EXPECT_EQ(counters(), zeros);
-    EXPECT_EQ(card.requests, (std::vector<ScriptedCard::Request> { { 0x0DF10103, 0 } }));
+    EXPECT_EQ(card.takeRequests(), (std::vector<MonitoredCard::Request> { { 0x0DF10103, 0 } }));
 }
 
 TEST_F(StatisticsPageTest, TheTickBehindAResetShowsTheDriversCountersAgain)
 {
     page.OnResetCounter();
-    runLoop.fire();
+    card.tick();
     EXPECT_EQ(counter(u"DFR").text(), u"7");
 }
 
@@ -145,7 +140,7 @@ TEST_F(StatisticsPageTest, CountersOfBothGroupsStandInOneColumn)
 {
     page.resize(page.sizeHint());
     page.show();
-    runLoop.fire();
+    card.tick();
     page.grab();
     const auto rightEdge = [this](const char16_t* name) {
         const QLabel& label = counter(name);
