@@ -1,0 +1,68 @@
+#include "profiles/ProfileRows.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace {
+
+constexpr int wpa = 2; // as "Authentication Type" counts
+
+QString authenticationText(const Profile& profile)
+{
+    const int authentication = profile.integer(ProfileKey::authenticationType);
+    const int network = profile.integer(ProfileKey::networkType);
+    if (authentication == 0)
+        return QStringLiteral("Open");
+    if (authentication == 1)
+        return QStringLiteral("Shared");
+    if (authentication == wpa && network == 0)
+        return QStringLiteral("WPA-NONE");
+    if (authentication == wpa && network == 1)
+        return QStringLiteral("WPA-PSK");
+    return profile.text(ProfileKey::authenticationType);
+}
+
+// "UnKnown" is what is shown for no encryption, and for whatever an ad hoc network with WPA uses.
+QString encryptionText(const Profile& profile)
+{
+    const int authentication = profile.integer(ProfileKey::authenticationType);
+    const int encryption = profile.integer(ProfileKey::encryptionType);
+    const int network = profile.integer(ProfileKey::networkType);
+    const bool wep = authentication == 0 || authentication == 1;
+    const bool wpaPsk = authentication == wpa && network == 1;
+    if ((wep && encryption == 0) || (authentication == wpa && network == 0))
+        return QStringLiteral("UnKnown");
+    if (wep && encryption == 1)
+        return QStringLiteral("WEP");
+    if (wpaPsk && encryption == 0)
+        return QStringLiteral("TKIP");
+    if (wpaPsk && encryption == 1)
+        return QStringLiteral("AES");
+    return profile.text(ProfileKey::encryptionType);
+}
+
+QString networkTypeText(const Profile& profile)
+{
+    const int network = profile.integer(ProfileKey::networkType);
+    if (network == 0)
+        return QStringLiteral("Ad Hoc");
+    if (network == 1)
+        return QStringLiteral("Infrastructure");
+    return profile.text(ProfileKey::networkType);
+}
+
+} // namespace
+
+ProfileItem profileItem(const Profile& profile)
+{
+    // The channel is shown as "Auto" for ad hoc profiles too, although they hold one.
+    return ProfileItem::initWithProfile(profile.text(ProfileKey::profileName), profile.text(ProfileKey::ssid),
+        QStringLiteral("Auto"), authenticationText(profile), encryptionText(profile), networkTypeText(profile));
+}
+
+std::vector<ProfileItem> profileItems(const ProfileList& profiles)
+{
+    std::vector<ProfileItem> items;
+    std::transform(profiles.begin(), profiles.end(), std::back_inserter(items), profileItem);
+    return items;
+}
