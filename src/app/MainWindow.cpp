@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QKeySequence>
+#include <QScreen>
 #include <QShortcut>
 
 namespace {
@@ -14,11 +15,11 @@ namespace {
 // The first size of the window, in the font's own units, so that it suits every font and screen.
 QSize defaultSize(const QWidget& window)
 {
-    constexpr int charactersAcross = 110;
-    constexpr int linesDown = 36;
+    constexpr int charactersAcross = 165;
+    constexpr int linesDown = 38;
     const QFontMetrics metrics = window.fontMetrics();
     const QSize wished(metrics.averageCharWidth() * charactersAcross, metrics.height() * linesDown);
-    return wished.expandedTo(window.minimumSizeHint());
+    return wished.boundedTo(window.screen()->availableSize()).expandedTo(window.minimumSizeHint());
 }
 
 } // namespace

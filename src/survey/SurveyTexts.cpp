@@ -23,6 +23,18 @@ QString emptyListText(bool deviceExists, bool radioOn)
     return tr("No networks in range. Press Rescan to search again.");
 }
 
+QString shownNetworkName(const QString& text)
+{
+    if (text.isEmpty())
+        return tr("(hidden)");
+    QString shown = text;
+    for (QChar& character : shown) {
+        if (character.category() == QChar::Other_PrivateUse)
+            character = QChar::ReplacementCharacter;
+    }
+    return shown;
+}
+
 QString networkNameToolTip(const QString& text)
 {
     if (text.isEmpty())

@@ -8,6 +8,10 @@
 // Why the list of networks is empty.
 [[nodiscard]] QString emptyListText(bool deviceExists, bool radioOn);
 
+// A network's name for the eye: a byte that has no character of its own shows as U+FFFD, and a name that is not sent
+// at all as a word. text is a name as rows hold it.
+[[nodiscard]] QString shownNetworkName(const QString& text);
+
 // What to tell about a network's name beyond its text: its bytes in hexadecimal where the text does not give them
 // away (bytes that are no UTF-8, control characters, spaces at either end), a word for a name that is not sent at
 // all, nothing for a plain name. text is a name as rows hold it.

@@ -36,6 +36,13 @@ TEST(SurveyTexts, SpellsOutTheBytesThatANameDoesNotGiveAway)
     EXPECT_TRUE(toolTipOf(bytesOf({ 'a', ' ' })).endsWith(u"61 20"_qs));
 }
 
+TEST(SurveyTexts, ShowsAPlainNameAsItIsAndOtherBytesAsReplacements)
+{
+    EXPECT_EQ(shownNetworkName(u"café"_qs), u"café"_qs);
+    EXPECT_EQ(shownNetworkName(textFromBytes(std::span<const std::byte>(bytesOf({ 'a', 0xFF, 'b' })))), u"a\uFFFDb"_qs);
+    EXPECT_FALSE(shownNetworkName(QString()).isEmpty());
+}
+
 TEST(SurveyTexts, SaysThatANetworkDoesNotSendItsName)
 {
     EXPECT_FALSE(networkNameToolTip(QString()).isEmpty());

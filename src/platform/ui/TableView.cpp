@@ -72,6 +72,10 @@ void TableView::setUpHeaders()
 void TableView::setTableColumns(std::vector<TableColumn> columns)
 {
     m_sizedByUser.assign(columns.size(), false);
+    for (std::size_t column = 0; column < columns.size(); ++column) {
+        if (columns[column].kind == TableColumn::Kind::Number)
+            setItemDelegateForColumn(static_cast<int>(column), &m_numberDelegate);
+    }
     m_cells.setColumns(std::move(columns));
     fitColumnWidths();
     showEmptyText();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/ui/CellModel.h"
+#include "platform/ui/NumberDelegate.h"
 #include "platform/ui/TableDataSource.h"
 
 #include <QTableView>
@@ -50,6 +51,7 @@ private:
     [[nodiscard]] int contentsWidth(int column) const;
     void showEmptyText();
 
+    NumberDelegate m_numberDelegate;
     CellModel m_cells;
     CellSorting m_sorting;
     std::function<void()> m_doubleAction;

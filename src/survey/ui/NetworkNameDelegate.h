@@ -2,7 +2,7 @@
 
 #include <QStyledItemDelegate>
 
-// Shows network names; a network that does not send its name gets a word in its place.
+// Shows network names as shownNetworkName has them; a name that is not sent stands out from one that reads the same.
 class NetworkNameDelegate final : public QStyledItemDelegate {
     Q_OBJECT
 

@@ -39,7 +39,7 @@ int filledSignalBars(int quality)
 
 void SignalBarsDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const
 {
-    QStyledItemDelegate::paint(painter, option, index);
+    NumberDelegate::paint(painter, option, index);
     QStyleOptionViewItem cell = option;
     initStyleOption(&cell, index);
     const QSize size = barsSize(cell.fontMetrics);
@@ -52,13 +52,13 @@ void SignalBarsDelegate::paint(QPainter* painter, const QStyleOptionViewItem& op
     const auto role = selected ? QPalette::HighlightedText : QPalette::Text;
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
-    drawBars(*painter, field, filledSignalBars(cell.text.toInt()), cell.palette.color(QPalette::Active, role));
+    drawBars(*painter, field, filledSignalBars(index.data().toInt()), cell.palette.color(QPalette::Active, role));
     painter->restore();
 }
 
 QSize SignalBarsDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const
 {
-    const QSize text = QStyledItemDelegate::sizeHint(option, index);
+    const QSize text = NumberDelegate::sizeHint(option, index);
     const int spacing = option.fontMetrics.averageCharWidth() * 2;
     return text + QSize(barsSize(option.fontMetrics).width() + spacing, 0);
 }

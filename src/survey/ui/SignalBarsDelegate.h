@@ -1,13 +1,13 @@
 #pragma once
 
-#include <QStyledItemDelegate>
+#include "platform/ui/NumberDelegate.h"
 
 // Draws a signal quality of 0 to 100 as bars with the figure beside them.
-class SignalBarsDelegate final : public QStyledItemDelegate {
+class SignalBarsDelegate final : public NumberDelegate {
     Q_OBJECT
 
 public:
-    using QStyledItemDelegate::QStyledItemDelegate;
+    using NumberDelegate::NumberDelegate;
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
     [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
