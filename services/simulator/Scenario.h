@@ -25,7 +25,7 @@ enum class Cipher {
 };
 
 struct ScenarioNetwork {
-    std::string ssid; // bytes, 0 to 32
+    std::string ssid; // bytes, 1 to 32
     MacAddress bssid {};
     std::int32_t channel { 1 }; // a channel of ChannelFreqTable
     std::int32_t signalDbm { -60 };
@@ -42,7 +42,7 @@ struct ScenarioNetwork {
 };
 
 struct ScenarioCard {
-    MacAddress address {};
+    MacAddress address { 0x02, 0x51, 0x56, 0x00, 0x00, 0x01 };
     std::uint8_t eepromMajor { 0 };
     std::uint8_t eepromMinor { 0 };
     bool eepromError { false };
