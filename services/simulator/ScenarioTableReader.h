@@ -11,11 +11,12 @@
 #include <string_view>
 #include <vector>
 
-// The library as installed throws; compiled from its headers it reports errors as values.
+// The library as installed throws; compiled from its headers it reports errors as values. A scenario is three deep.
 #undef TOML_HEADER_ONLY
 #undef TOML_SHARED_LIB
 #define TOML_HEADER_ONLY 1
 #define TOML_EXCEPTIONS 0
+#define TOML_MAX_NESTED_VALUES 16
 #include <toml++/toml.h>
 
 // For Scenario.cpp alone, so that the library is compiled once.

@@ -15,6 +15,14 @@ struct WrongLine {
     const char* text; // what the error says
 };
 
+std::string repeated(const std::string& text, int times)
+{
+    std::string all;
+    for (int i = 0; i < times; ++i)
+        all += text;
+    return all;
+}
+
 std::uint32_t linesIn(const std::string& text)
 {
     return static_cast<std::uint32_t>(std::count(text.begin(), text.end(), '\n'));
@@ -309,7 +317,7 @@ TEST(HostileScenario, MayHoldZeroBytesOrNoUtf8)
     const std::string start = "[card]\n";
     for (const std::string& bytes :
         { std::string("\0", 1), std::string("# \0\n", 4), std::string("ssid = \"a\0b\"", 12), std::string("# \xFF\n"),
-            std::string("address = \"\xE9\""), std::string("\xC3") }) {
+            std::string("address = \"\xE9\""), std::string("# \xC3") }) {
         const ScenarioResult result = parseScenario(start + bytes);
         EXPECT_FALSE(result.scenario.has_value());
         EXPECT_EQ(result.error.line, 2u);
@@ -330,10 +338,24 @@ TEST(HostileScenario, EndsAnywhereWithoutHarm)
 TEST(HostileScenario, MayBeNestedDeeply)
 {
     EXPECT_FALSE(parseScenario("network = " + std::string(500'000, '[')).scenario.has_value());
-    std::string dotted = "card";
-    for (int i = 0; i < 100'000; ++i)
-        dotted += ".a";
-    EXPECT_FALSE(parseScenario(dotted + " = 1").scenario.has_value());
+    EXPECT_FALSE(parseScenario("network = " + repeated("{a=", 300'000)).scenario.has_value());
+    EXPECT_FALSE(
+        parseScenario("[card" + repeated(".a", 50) + "]\na" + repeated(".a", 90) + " = 1\n").scenario.has_value());
+}
+
+// A table within the other for each dot: taken as they come, they would be the end of the stack.
+TEST(HostileScenario, MayHaveEndlessDottedKeys)
+{
+    for (const std::string& line : { "card" + repeated(".a", 100'000) + " = 1", "[card" + repeated(".a", 100'000) + "]",
+             "[[network" + repeated(".a", 101) + "]]\r" }) {
+        const ScenarioResult result = parseScenario("[card]\n\n" + line + "\n");
+        EXPECT_FALSE(result.scenario.has_value());
+        EXPECT_EQ(result.error.text, "more than 100 dots in a line");
+        EXPECT_EQ(result.error.line, 3u);
+    }
+    EXPECT_EQ(parseScenario(repeated(".", 101)).error.line, 1u);
+    EXPECT_TRUE(parseScenario("# " + repeated(".", 1'000) + "\n  \t#" + repeated(".", 1'000)).scenario.has_value());
+    EXPECT_TRUE(parseScenarioNetwork(std::string(wpaPsk) + "passphrase = \"" + repeated(".", 63) + "\"").scenario);
 }
 
 TEST(HostileScenario, MayBeLarge)
