@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QString>
+
+#include <array>
+#include <cstdint>
+
+// The EEPROM's answer: byte 2 is the major, byte 3 the minor number.
+using EepromVersion = std::array<std::uint8_t, 4>;
+
+// "2.16"
+[[nodiscard]] QString eepromVersionText(const EepromVersion& version);

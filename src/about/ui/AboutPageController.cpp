@@ -1,0 +1,74 @@
+#include "about/ui/AboutPageController.h"
+
+#include "about/BundleInformation.h"
+#include "about/VersionTexts.h"
+#include "app/shared/Trace.h"
+#include "driver/MacAddressText.h"
+#include "driver/VX7100Access.h"
+#include "driver/records/NdisRecords.h"
+#include "driver/records/Oids.h"
+#include "platform/ui/Images.h"
+#include "ui_AboutPage.h"
+
+#include <QDesktopServices>
+#include <QFileInfo>
+
+#include <utility>
+
+namespace {
+
+constexpr char className[] = "AboutPageController";
+
+} // namespace
+
+bool openInBrowser(const QUrl& url)
+{
+    return QDesktopServices::openUrl(url);
+}
+
+AboutPageController::AboutPageController(
+    VX7100Access& adapter, QUrl makerUrl, UrlOpener opener, QString root, QWidget* parent)
+    : QWidget(parent)
+    , Adapter(adapter)
+    , m_makerUrl(std::move(makerUrl))
+    , m_opener(std::move(opener))
+    , m_root(std::move(root))
+    , m_form(std::make_unique<Ui::AboutPage>())
+{
+    m_form->setupUi(this);
+    m_form->QuorvanePicture->setImage(imageNamed(u"QUORVANE"));
+}
+
+AboutPageController::~AboutPageController() = default;
+
+void AboutPageController::awakeFromNib()
+{
+    m_form->QuorvaneWWW->setToolTip(tr("Open %1 in the browser").arg(m_makerUrl.toDisplayString()));
+    connect(m_form->QuorvaneWWW, &QPushButton::clicked, this, [this] { OpenQuorvaneWeb(); });
+}
+
+void AboutPageController::GetAllInformation()
+{
+    traceEntry(className, "GetAllInformation");
+    if (!QFileInfo::exists(utilityInformationPath(m_root)))
+        return;
+    const BundleInformation utility = bundleInformation(utilityInformationPath(m_root));
+    const BundleInformation driver = bundleInformation(driverInformationPath(m_root));
+    m_form->QvConfigVersion->setText(utility.version);
+    m_form->QvConfigDate->setText(utility.date);
+    m_form->DriverVersion->setText(driver.version);
+    m_form->DriverDate->setText(driver.date);
+
+    EepromVersion eeprom {};
+    (void)queryRecord(Adapter, VX_OID_802_11_EEPROM_VERSION, eeprom);
+    m_form->EEPROMVersion->setText(eepromVersionText(eeprom));
+
+    MacAddress address {};
+    (void)queryRecord(Adapter, OID_802_3_CURRENT_ADDRESS, address);
+    m_form->MacAddress->setText(macAddressText(address));
+}
+
+void AboutPageController::OpenQuorvaneWeb()
+{
+    (void)m_opener(m_makerUrl);
+}

@@ -1,0 +1,72 @@
+#include "advanced/AdvancedSettings.h"
+
+#include "advanced/RateRules.h"
+#include "app/shared/SharedState.h"
+
+namespace {
+
+QString rateKey()
+{
+    return QStringLiteral("Tx Rate");
+}
+
+QString protectionKey()
+{
+    return QStringLiteral("BG Protection");
+}
+
+QString burstKey()
+{
+    return QStringLiteral("Tx Burst");
+}
+
+QString adhocOfdmKey()
+{
+    return QStringLiteral("Ad Hoc Use OFDM");
+}
+
+QString modeKey()
+{
+    return QStringLiteral("Wireless Mode");
+}
+
+} // namespace
+
+QString advancedSettingsPath(const QString& homePath)
+{
+    return homePath + QStringLiteral("/Library/Preferences/AdvancedProfileSetting.plist");
+}
+
+void readSettings(const PropertyDictionary& record, AdvancedSettings& settings)
+{
+    settings.nTxRate = record.integer(rateKey());
+    settings.nBGProtection = record.integer(protectionKey());
+    settings.bTXBurst = record.integer(burstKey()) != 0;
+    settings.bAdhocOfdm = record.integer(adhocOfdmKey()) != 0;
+    settings.nWirelessMode = record.integer(modeKey());
+}
+
+PropertyDictionary settingsRecord(const AdvancedSettings& settings)
+{
+    PropertyDictionary record;
+    record.set(rateKey(), settings.nTxRate);
+    record.set(protectionKey(), settings.nBGProtection);
+    record.set(burstKey(), settings.bTXBurst ? 1 : 0);
+    record.set(adhocOfdmKey(), settings.bAdhocOfdm ? 1 : 0);
+    record.set(modeKey(), settings.nWirelessMode);
+    return record;
+}
+
+void takeSelections(std::int32_t rateIndex, std::int32_t modeIndex, AdvancedSettings& settings)
+{
+    settings.nTxRate = rateIndex;
+    if (G_bSupportAMode == 0 && settings.nWirelessMode > cckOnlyMode)
+        settings.nWirelessMode = 0;
+    G_enumWirelessMode = settings.nWirelessMode;
+    if (!protectionHasMeaning(settings.nWirelessMode))
+        settings.nBGProtection = 0;
+    // Of the CCK mode only: an index beyond the OFDM list is left to what builds the rates.
+    if (settings.nWirelessMode == cckOnlyMode)
+        settings.nTxRate = transmitRateIndexFor(cckOnlyMode, settings.nTxRate);
+    settings.nWirelessMode = modeIndex;
+}

@@ -1,0 +1,140 @@
+#include "advanced/RateRules.h"
+
+#include "app/shared/Trace.h"
+#include "platform/AssertionHandler.h"
+
+#include <array>
+#include <cstddef>
+#include <span>
+
+namespace {
+
+struct Rate {
+    const char* text;
+    std::uint8_t code; // units of 500 kbit/s
+};
+
+constexpr std::array<Rate, 12> mixedRates { {
+    { "1 Mbps", 2 },
+    { "2 Mbps", 4 },
+    { "5.5 Mbps", 11 },
+    { "11 Mbps", 22 },
+    { "6 Mbps", 12 },
+    { "9 Mbps", 18 },
+    { "12 Mbps", 24 },
+    { "18 Mbps", 36 },
+    { "24 Mbps", 48 },
+    { "36 Mbps", 72 },
+    { "48 Mbps", 96 },
+    { "54 Mbps", 108 },
+} };
+
+// The first two have never carried their unit in this list.
+constexpr std::array<Rate, 4> cckRates { {
+    { "1", 2 },
+    { "2", 4 },
+    { "5.5 Mbps", 11 },
+    { "11 Mbps", 22 },
+} };
+
+constexpr std::array<Rate, 8> ofdmRates { {
+    { "6 Mbps", 12 },
+    { "9 Mbps", 18 },
+    { "12 Mbps", 24 },
+    { "18 Mbps", 36 },
+    { "24 Mbps", 48 },
+    { "36 Mbps", 72 },
+    { "48 Mbps", 96 },
+    { "54 Mbps", 108 },
+} };
+
+constexpr NDIS_802_11_RATES cckAuto { 22, 11, 4, 2, 0, 0, 0, 0 };
+constexpr NDIS_802_11_RATES ofdmAuto { 108, 96, 72, 48, 36, 24, 18, 12 };
+// Eight places for twelve rates: the four slow OFDM rates stay out.
+constexpr NDIS_802_11_RATES mixedAuto { 108, 96, 72, 48, 22, 11, 4, 2 };
+
+std::span<const Rate> ratesOf(std::int32_t wirelessMode)
+{
+    switch (wirelessMode) {
+    case cckOnlyMode:
+        return cckRates;
+    case ofdmOnlyMode:
+        return ofdmRates;
+    default:
+        return mixedRates;
+    }
+}
+
+// Whether to go on behind a value that the tables do not have.
+bool reported(AssertionHandler& assertions, int lineNumber, const char* error)
+{
+    const bool goOn = assertions.handleFailureInMethod(
+        "OnApply", "AdvancePageController", "AdvancePageController", lineNumber, invalidParameter);
+    if (goOn)
+        traceAlways("%s", error);
+    return goOn;
+}
+
+bool isRateIndex(std::span<const Rate> rates, std::int32_t index)
+{
+    return index >= 1 && static_cast<std::size_t>(index) <= rates.size();
+}
+
+NDIS_802_11_RATES fixedRate(std::span<const Rate> rates, std::int32_t index)
+{
+    return { rates[static_cast<std::size_t>(index) - 1].code };
+}
+
+std::optional<NDIS_802_11_RATES> automaticRates(std::int32_t wirelessMode, AssertionHandler& assertions)
+{
+    if (wirelessMode == cckOnlyMode)
+        return cckAuto;
+    if (!isKnownMode(wirelessMode) && !reported(assertions, 135, "PhyMode ERROR"))
+        return std::nullopt;
+    return mixedAuto;
+}
+
+} // namespace
+
+bool isKnownMode(std::int32_t wirelessMode)
+{
+    return wirelessMode >= 0 && wirelessMode <= 3;
+}
+
+std::vector<QString> transmitRateItems(std::int32_t wirelessMode)
+{
+    std::vector<QString> items { QStringLiteral("Auto") };
+    for (const Rate& rate : ratesOf(wirelessMode))
+        items.push_back(QString::fromLatin1(rate.text));
+    return items;
+}
+
+std::int32_t transmitRateIndexFor(std::int32_t wirelessMode, std::int32_t index)
+{
+    const bool shortList = wirelessMode == cckOnlyMode || wirelessMode == ofdmOnlyMode;
+    return shortList && index > static_cast<std::int32_t>(ratesOf(wirelessMode).size()) ? 0 : index;
+}
+
+bool protectionHasMeaning(std::int32_t wirelessMode)
+{
+    return wirelessMode != cckOnlyMode && wirelessMode != ofdmOnlyMode;
+}
+
+std::optional<NDIS_802_11_RATES> desiredRates(
+    std::int32_t wirelessMode, std::int32_t rateIndex, AssertionHandler& assertions)
+{
+    if (wirelessMode == ofdmOnlyMode) {
+        if (isRateIndex(ofdmRates, rateIndex))
+            return fixedRate(ofdmRates, rateIndex);
+        if (rateIndex != 0 && !reported(assertions, 287, "Rates ERROR"))
+            return std::nullopt;
+        return ofdmAuto;
+    }
+    if (!isKnownMode(wirelessMode) && !reported(assertions, 121, "PhyMode ERROR"))
+        return std::nullopt;
+    if (isRateIndex(mixedRates, rateIndex))
+        return fixedRate(mixedRates, rateIndex);
+    if (rateIndex != 0 && !reported(assertions, 129, "Rates ERROR"))
+        return std::nullopt;
+    return automaticRates(wirelessMode, assertions);
+}
