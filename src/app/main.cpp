@@ -3,7 +3,7 @@
 #include "app/shared/Identity.h"
 #include "driver/VX7100Access.h"
 #include "monitor/ui/LinkStatusPageController.h"
-#include "platform/ConsoleUser.h"
+#include "platform/LogindConsoleUser.h"
 #include "platform/SocketIORegistry.h"
 #include "platform/StandardAssertionHandler.h"
 #include "platform/SystemTickClock.h"
@@ -14,11 +14,26 @@
 #include "survey/ui/SiteSurveyPageController.h"
 
 #include <QApplication>
+#include <QCoreApplication>
+#include <QDBusConnection>
 #include <QSettings>
 
 #include <sys/stat.h>
 
 namespace {
+
+// The windows come only when somebody is there to see them: at a login window there is no screen to open them on.
+void waitForSomebody(int argc, char** argv)
+{
+    const QCoreApplication waiting(argc, argv); // the bus wants one
+    const QString busName = QStringLiteral("consoleUser");
+    {
+        LogindConsoleUser consoleUser(QDBusConnection::connectToBus(QDBusConnection::SystemBus, busName));
+        SystemTickClock clock;
+        waitForConsoleUser(consoleUser, clock);
+    }
+    QDBusConnection::disconnectFromBus(busName);
+}
 
 void introduceApplication()
 {
@@ -70,11 +85,9 @@ int main(int argc, char** argv)
 {
     // What the program writes is the user's own business: profiles hold keys.
     umask(S_IRWXG | S_IRWXO);
-    QApplication framework(argc, argv);
+    waitForSomebody(argc, argv);
+    const QApplication framework(argc, argv);
     introduceApplication();
-    SystemTickClock clock;
-    SystemConsoleUser consoleUser;
-    waitForConsoleUser(consoleUser, clock);
     Application application;
     application.awakeFromNib();
     return QApplication::exec();
