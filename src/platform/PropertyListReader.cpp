@@ -63,6 +63,8 @@ std::optional<QByteArray> dataOf(const QString& text)
 {
     QByteArray digits = text.toUtf8();
     digits.removeIf([](char character) { return character == ' ' || (character >= '\t' && character <= '\r'); });
+    if (digits.size() % 4 != 0)
+        return std::nullopt;
     auto decoded = QByteArray::fromBase64Encoding(digits, QByteArray::AbortOnBase64DecodingErrors);
     return decoded ? std::optional(std::move(decoded.decoded)) : std::nullopt;
 }

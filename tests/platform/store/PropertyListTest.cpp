@@ -1,0 +1,216 @@
+#include "platform/PropertyList.h"
+
+#include "tests/support/RandomTexts.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+const QByteArray head = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+                        "<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" "
+                        "\"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n";
+
+std::optional<PropertyValue> read(const QByteArray& body)
+{
+    return readPropertyList(head + "<plist version=\"1.0\">" + body + "</plist>\n");
+}
+
+PropertyValue text(const QString& value)
+{
+    return { value };
+}
+
+PropertyArray nested(int depth)
+{
+    PropertyArray array;
+    for (int i = 1; i < depth; ++i)
+        array = PropertyArray { { array } };
+    return array;
+}
+
+TEST(PropertyListWriter, WritesAProfileListInTheKnownForm)
+{
+    const PropertyDictionaries list { { { u"SSID"_qs, u"a<b & c"_qs }, { u"BSSID"_qs, QString() } }, {} };
+    const QByteArray expected = head
+        + "<plist version=\"1.0\">\n"
+          "\t<array>\n"
+          "\t\t<dict>\n"
+          "\t\t\t<key>SSID</key>\n"
+          "\t\t\t<string>a&lt;b &amp; c</string>\n"
+          "\t\t\t<key>BSSID</key>\n"
+          "\t\t\t<string/>\n"
+          "\t\t</dict>\n"
+          "\t\t<dict/>\n"
+          "\t</array>\n"
+          "</plist>\n";
+    EXPECT_EQ(writePropertyList(propertyValueOf(list)).toStdString(), expected.toStdString());
+}
+
+TEST(PropertyListWriter, WritesACarriageReturnAsAReference)
+{
+    const QByteArray bytes = writePropertyList(text(u"a\r\nb"_qs));
+    EXPECT_TRUE(bytes.contains("<string>a&#13;\nb</string>")) << bytes.constData();
+    EXPECT_EQ(*readPropertyList(bytes), text(u"a\r\nb"_qs));
+}
+
+TEST(PropertyListWriter, GivesNothingForAValueThatIsNestedTooDeep)
+{
+    EXPECT_FALSE(writePropertyList({ nested(propertyListDepthLimit) }).isEmpty());
+    EXPECT_TRUE(writePropertyList({ nested(propertyListDepthLimit + 1) }).isEmpty());
+}
+
+TEST(PropertyList, GivesBackEveryTextThatWasWritten)
+{
+    RandomTexts texts(3);
+    for (int i = 0; i < 1000; ++i) {
+        const auto list = texts.dictionaries([&texts] { return texts.any(); });
+        const auto root = readPropertyList(writePropertyList(propertyValueOf(list)));
+        ASSERT_TRUE(root);
+        EXPECT_EQ(dictionariesOf(*root), list);
+    }
+}
+
+TEST(PropertyList, GivesBackEveryKindOfValue)
+{
+    const QDateTime date(QDate(2006, 2, 28), QTime(23, 59, 1), Qt::UTC);
+    const PropertyTree tree { { u"t"_qs, { true } }, { u"f"_qs, { false } }, { u"i"_qs, { qint64 { -7 } } },
+        { u"r"_qs, { 0.1 } }, { u"d"_qs, { date } }, { u"b"_qs, { QByteArray("\0\xFF\n", 3) } },
+        { u"a"_qs, { PropertyArray { text(u"x"_qs), { PropertyArray() }, { PropertyTree() } } } },
+        { u"none"_qs, { QByteArray() } } };
+    const PropertyValue root { tree };
+    EXPECT_EQ(readPropertyList(writePropertyList(root)), root);
+}
+
+TEST(PropertyListReader, ReadsABundlesInformation)
+{
+    const auto root = read("<dict>\n<key>CFBundleShortVersionString</key><string>1.4.2</string>\n"
+                           "<!-- built by hand -->\n<key>LSRequiresCarbon</key><true/>\n"
+                           "<key>Count</key><integer> 12 </integer><key>Ratio</key><real>1.5e3</real>\n"
+                           "<key>Built</key><date>2006-02-28T23:59:01Z</date><key>Icon</key><data>\n\tAAEC\n</data>"
+                           "</dict>");
+    ASSERT_TRUE(root);
+    ASSERT_TRUE(root->valueOf(u"CFBundleShortVersionString"));
+    EXPECT_EQ(*root->valueOf(u"CFBundleShortVersionString")->text(), u"1.4.2"_qs);
+    EXPECT_EQ(*root->valueOf(u"LSRequiresCarbon"), PropertyValue { true });
+    EXPECT_EQ(*root->valueOf(u"Count"), PropertyValue { qint64 { 12 } });
+    EXPECT_EQ(*root->valueOf(u"Ratio"), PropertyValue { 1500.0 });
+    EXPECT_EQ(*root->valueOf(u"Built"), (PropertyValue { QDateTime({ 2006, 2, 28 }, { 23, 59, 1 }, Qt::UTC) }));
+    EXPECT_EQ(*root->valueOf(u"Icon"), (PropertyValue { QByteArray("\0\1\2", 3) }));
+    EXPECT_EQ(root->valueOf(u"Missing"), nullptr);
+    EXPECT_EQ(root->valueOf(u"Count")->valueOf(u"Count"), nullptr);
+}
+
+TEST(PropertyListReader, TakesADocumentWithoutItsOptionalHead)
+{
+    EXPECT_EQ(readPropertyList("<plist><string>a</string></plist>"), text(u"a"_qs));
+    EXPECT_EQ(
+        readPropertyList("<?xml version=\"1.0\"?><!DOCTYPE plist><plist version='1.0'><string>a</string></plist>"),
+        text(u"a"_qs));
+    EXPECT_EQ(readPropertyList("\xEF\xBB\xBF<plist><string>a</string></plist>"), text(u"a"_qs));
+}
+
+TEST(PropertyListReader, ReadsATextInPieces)
+{
+    EXPECT_EQ(read("<string>a<!-- b -->c<![CDATA[<d>&]]>&lt;&gt;&amp;&quot;&apos;&#x41;&#13;</string>"),
+        text(u"ac<d>&<>&\"'A\r"_qs));
+    EXPECT_EQ(read("<string> \n </string>"), text(u" \n "_qs));
+    EXPECT_EQ(read("<string/>"), text(QString()));
+    EXPECT_EQ(read("<string>a\r\nb\rc</string>"), text(u"a\nb\nc"_qs)); // as XML has it
+}
+
+class RefusedBody : public testing::TestWithParam<const char*> { };
+
+TEST_P(RefusedBody, IsNoPropertyList)
+{
+    EXPECT_FALSE(read(GetParam()));
+}
+
+INSTANTIATE_TEST_SUITE_P(PropertyListReader, RefusedBody,
+    testing::Values("", "text", "<string>a", "<string>a</string><string>b</string>", "<string a='1'>b</string>",
+        "<string>a<b/></string>", "<unknown/>", "<key>a</key>", "<String>a</String>", "<plist><string/></plist>",
+        "<string>a</integer>", "<string>&undeclared;</string>", "<string>a & b</string>", "<string>\x01</string>",
+        "<string>\xC3</string>", "<string>\xFF\xFE</string>", "<string>&#1;</string>", "<string>&#0;</string>",
+        "<string>&#xD800;</string>", "<array>a</array>", "<array><key>a</key></array>", "<array><string/>",
+        "<dict>a</dict>", "<dict><string/></dict>", "<dict><key>a</key></dict>",
+        "<dict><key>a</key><key>b</key></dict>", "<dict><key>a</key><string/><string/></dict>",
+        "<dict><key>a</key>b<string/></dict>", "<dict><key>a</key><string/><key>a</key><string/></dict>",
+        "<dict><key a='1'>a</key><string/></dict>", "<integer/>", "<integer>1.5</integer>", "<integer>0x1</integer>",
+        "<integer>9223372036854775808</integer>", "<integer>1 2</integer>", "<real>one</real>", "<real>nan</real>",
+        "<real>1e999</real>", "<true>yes</true>", "<true><false/></true>", "<date>yesterday</date>",
+        "<date>2006-02-30T00:00:00Z</date>", "<date>2006-02-28</date>", "<data>A</data>", "<data>A*==</data>",
+        "<![CDATA[ ]]><string/>", "<array><![CDATA[ ]]></array>"));
+
+class RefusedDocument : public testing::TestWithParam<QByteArray> { };
+
+TEST_P(RefusedDocument, IsNoPropertyList)
+{
+    EXPECT_FALSE(readPropertyList(GetParam())) << GetParam().constData();
+}
+
+const QByteArray good = "<plist version=\"1.0\"><string>a</string></plist>";
+
+INSTANTIATE_TEST_SUITE_P(PropertyListReader, RefusedDocument,
+    testing::Values(QByteArray(), QByteArray(" \n"), QByteArray("bplist00\xD0"), good + "x", good + "<a/>", good + good,
+        good + QByteArray("\0", 1), QByteArray("\0", 1) + good, good.chopped(1), QByteArray("x") + good,
+        " <?xml version=\"1.0\"?>" + good, "<?xml version=\"1.1\"?>" + good,
+        "<?xml version=\"1.0\" encoding=\"none\"?>" + good, QByteArray("<plist version=\"2.0\"><string/></plist>"),
+        QByteArray("<plist version=\"1.0\" a=\"b\"><string/></plist>"), QByteArray("<plist/>"),
+        QByteArray("<list><string/></list>"), QByteArray("<string/>"), "<!DOCTYPE list>" + good,
+        "<!DOCTYPE plist []>" + good, "<!DOCTYPE plist [<!ENTITY a \"b\">]>" + good,
+        "<!DOCTYPE plist [<!ATTLIST string a CDATA \"b\">]>" + good,
+        QByteArray("<!DOCTYPE plist [<!ENTITY a \"b\">]><plist><string>&a;</string></plist>"),
+        QByteArray("<!DOCTYPE plist [<!ENTITY a SYSTEM \"file:///etc/passwd\">]><plist><string>&a;</string></plist>"),
+        head + "<plist><string>&a;</string></plist>", QByteArray("\xFF\xFE<\0p\0", 6)));
+
+// What an entity that stands for ten of another, ten times over, would need memory for.
+TEST(PropertyListReader, DoesNotExpandWhatADocumentDeclares)
+{
+    QByteArray document = "<!DOCTYPE plist [<!ENTITY e0 \"0123456789\">";
+    for (int i = 1; i < 12; ++i) {
+        const QByteArray inner = "&e" + QByteArray::number(i - 1) + ";";
+        document += "<!ENTITY e" + QByteArray::number(i) + " \"" + inner.repeated(10) + "\">";
+    }
+    EXPECT_FALSE(readPropertyList(document + "]><plist><string>&e11;</string></plist>"));
+}
+
+TEST(PropertyListReader, RefusesWhatIsNestedTooDeep)
+{
+    const auto arrays
+        = [](int depth) { return QByteArray("<array>").repeated(depth) + QByteArray("</array>").repeated(depth); };
+    EXPECT_TRUE(read(arrays(propertyListDepthLimit)));
+    EXPECT_FALSE(read(arrays(propertyListDepthLimit + 1)));
+    EXPECT_FALSE(read(QByteArray("<array>").repeated(1000000)));
+    EXPECT_FALSE(read(QByteArray("<dict><key>a</key>").repeated(500000)));
+}
+
+TEST(PropertyListReader, RefusesADocumentBeyondTheSizeLimit)
+{
+    const auto document = [](qsizetype size) {
+        const QByteArray start = "<plist><string>";
+        const QByteArray end = "</string></plist>";
+        return start + QByteArray(size - start.size() - end.size(), 'a') + end;
+    };
+    EXPECT_TRUE(readPropertyList(document(propertyListSizeLimit)));
+    EXPECT_FALSE(readPropertyList(document(propertyListSizeLimit + 1)));
+}
+
+TEST(PropertyListReader, RefusesEveryBeginningOfADocument)
+{
+    const QByteArray whole
+        = writePropertyList(propertyValueOf(PropertyDictionaries { { { u"SSID"_qs, u"a\r\u20AC"_qs } } }));
+    ASSERT_TRUE(readPropertyList(whole));
+    for (qsizetype size = 0; size < whole.size() - 1; ++size) // the last byte is a line feed
+        EXPECT_FALSE(readPropertyList(whole.first(size))) << size;
+}
+
+TEST(DictionariesOf, TakesNothingButListsOfDictionariesOfTexts)
+{
+    EXPECT_EQ(dictionariesOf(*read("<array/>")), PropertyDictionaries());
+    EXPECT_FALSE(dictionariesOf(*read("<dict/>")));
+    EXPECT_FALSE(dictionariesOf(*read("<string/>")));
+    EXPECT_FALSE(dictionariesOf(*read("<array><string/></array>")));
+    EXPECT_FALSE(dictionariesOf(*read("<array><dict><key>a</key><integer>1</integer></dict></array>")));
+    EXPECT_FALSE(dictionariesOf(*read("<array><dict/><dict><key>a</key><array/></dict></array>")));
+}
+
+} // namespace

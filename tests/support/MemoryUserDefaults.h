@@ -1,0 +1,33 @@
+#pragma once
+
+#include "platform/UserDefaults.h"
+
+#include <functional>
+#include <map>
+
+// User defaults that keep what is set, and count how often they were synchronised.
+class MemoryUserDefaults final : public UserDefaults {
+public:
+    [[nodiscard]] std::optional<PropertyDictionaries> arrayForKey(const QString& key) const override
+    {
+        const auto array = arrays.find(key);
+        return array == arrays.end() ? std::nullopt : std::optional(array->second);
+    }
+    void setArray(const QString& key, const PropertyDictionaries& array) override
+    {
+        arrays[key] = array;
+        if (onChange)
+            onChange();
+    }
+    void removeObjectForKey(const QString& key) override
+    {
+        arrays.erase(key);
+        if (onChange)
+            onChange();
+    }
+    void synchronize() override { ++synchronizations; }
+
+    std::map<QString, PropertyDictionaries> arrays;
+    int synchronizations { 0 };
+    std::function<void()> onChange; // called with the change already made
+};
