@@ -100,9 +100,13 @@ std::string wepKeys(const ScenarioNetwork& network)
     return list;
 }
 
+// The site survey takes the first 32 characters of 64 digits as they stand for the key. Only where those are the bytes
+// that the digits mean, all of them '3', does the network understand it; other digits go into a profile.
 std::string presharedKey(const std::array<std::uint8_t, 32>& key)
 {
-    return "64 digits " + hexOfBytes({ reinterpret_cast<const char*>(key.data()), key.size() });
+    const std::string digits = hexOfBytes({ reinterpret_cast<const char*>(key.data()), key.size() });
+    const bool isForProfilesOnly = digits != std::string(digits.size(), '3');
+    return (isForProfilesOnly ? "in a profile: 64 digits " : "64 digits ") + digits;
 }
 
 std::string secret(const ScenarioNetwork& network)

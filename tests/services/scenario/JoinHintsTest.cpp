@@ -77,7 +77,9 @@ TEST(JoinHints, NamePassphrasesAndKeys)
     std::string digits;
     for (int i = 0; i < 32; ++i)
         digits += "A5";
-    EXPECT_TRUE(endsWith(hintFor(psk), "WPA-PSK AES  64 digits " + digits));
+    EXPECT_TRUE(endsWith(hintFor(psk), "WPA-PSK AES  in a profile: 64 digits " + digits));
+    psk.presharedKey->fill('3');
+    EXPECT_TRUE(endsWith(hintFor(psk), "WPA-PSK AES  64 digits " + std::string(64, '3')));
     ScenarioNetwork none = network("n", Security::WpaNone);
     none.adHoc = true;
     none.passphrase = "paddle together";
