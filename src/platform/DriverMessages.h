@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+// The packets between the utility and a driver service, in host byte order (docs/driver-protocol.md).
+
+enum class DriverRequestKind : std::uint32_t {
+    Open = 0,
+    StructureCall = 1,
+    ScalarCall = 2,
+};
+
+struct DriverRequestHeader {
+    DriverRequestKind kind;
+    std::uint32_t selector; // connection type for open, method index for calls
+    std::uint32_t inputSize; // bytes that follow; 0 for open and scalar calls
+    std::uint32_t replyCapacity; // bytes; 0 for open and scalar calls
+};
+static_assert(sizeof(DriverRequestHeader) == 16);
+static_assert(offsetof(DriverRequestHeader, selector) == 4);
+static_assert(offsetof(DriverRequestHeader, inputSize) == 8);
+static_assert(offsetof(DriverRequestHeader, replyCapacity) == 12);
+
+struct DriverReplyHeader {
+    std::uint32_t result; // 0 is success
+    std::uint32_t outputSize; // bytes that follow, no more than the reply capacity
+};
+static_assert(sizeof(DriverReplyHeader) == 8);
+static_assert(offsetof(DriverReplyHeader, outputSize) == 4);
+
+inline constexpr std::uint32_t largestTransfer = 65536; // bytes of input or of output
