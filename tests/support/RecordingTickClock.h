@@ -1,0 +1,20 @@
+#pragma once
+
+#include "platform/TickClock.h"
+
+#include <functional>
+#include <vector>
+
+// Keeps every wait and takes no time.
+class RecordingTickClock final : public TickClock {
+public:
+    void Delay(std::uint32_t numTicks) override
+    {
+        delays.push_back(numTicks);
+        if (onDelay)
+            onDelay(numTicks);
+    }
+
+    std::vector<std::uint32_t> delays; // ticks
+    std::function<void(std::uint32_t)> onDelay; // called during the wait
+};
