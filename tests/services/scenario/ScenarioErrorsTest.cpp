@@ -312,6 +312,16 @@ TEST(HostileScenario, IsRefusedWhereItStopsBeingToml)
     EXPECT_EQ(twice.error.line, 3u);
 }
 
+TEST(HostileScenario, MayHaveHeadersThatNameNothing)
+{
+    for (const std::string header : { "[=]", "[[[a]]]", "[ #", "[[ =", "[\"", "[]", "[[]]", "[a", "[[a]", "[.a]" }) {
+        const ScenarioResult result = parseScenario("[card]\n" + header + "\n");
+        EXPECT_FALSE(result.scenario.has_value()) << header;
+        EXPECT_FALSE(result.error.text.empty()) << header;
+        EXPECT_GE(result.error.line, 2u) << header;
+    }
+}
+
 TEST(HostileScenario, MayHoldZeroBytesOrNoUtf8)
 {
     const std::string start = "[card]\n";
