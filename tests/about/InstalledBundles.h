@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QByteArray>
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+// A root folder with the property lists that a test installs into it.
+class InstalledBundles {
+public:
+    [[nodiscard]] QString root() const { return m_folder.path(); }
+
+    static QByteArray informationList(const QByteArray& version)
+    {
+        return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+               "<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" "
+               "\"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n"
+               "<plist version=\"1.0\">\n<dict>\n"
+               "\t<key>CFBundleName</key>\n\t<string>Bundle</string>\n"
+               "\t<key>CFBundleShortVersionString</key>\n\t<string>"
+            + version
+            + "</string>\n"
+              "\t<key>LSRequiresCarbon</key>\n\t<true/>\n"
+              "</dict>\n</plist>\n";
+    }
+
+    static void install(const QString& path, const QByteArray& content, const QDateTime& changed)
+    {
+        ASSERT_TRUE(QDir().mkpath(QFileInfo(path).path()));
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        ASSERT_EQ(file.write(content), content.size());
+        ASSERT_TRUE(file.flush());
+        ASSERT_TRUE(file.setFileTime(changed, QFileDevice::FileModificationTime));
+    }
+
+private:
+    QTemporaryDir m_folder;
+};
+
+// Local time.
+inline QDateTime noonOf(int year, int month, int day)
+{
+    return { QDate(year, month, day), QTime(12, 0) };
+}

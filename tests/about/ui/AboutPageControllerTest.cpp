@@ -1,0 +1,201 @@
+#include "about/ui/AboutPageController.h"
+
+#include "about/BundleInformation.h"
+#include "app/shared/SharedState.h"
+#include "driver/VX7100Access.h"
+#include "driver/records/NdisRecords.h"
+#include "platform/ui/ImageView.h"
+#include "platform/ui/Images.h"
+#include "tests/about/InstalledBundles.h"
+#include "tests/support/RecordedRequests.h"
+#include "tests/support/RecordingAlertPanels.h"
+#include "tests/support/RecordingTickClock.h"
+
+#include <QLabel>
+#include <QPushButton>
+#include <QTest>
+
+namespace {
+
+using Requests = std::vector<RecordedRequest>;
+
+class AboutPageTest : public testing::Test {
+protected:
+    AboutPageTest()
+    {
+        page.awakeFromNib();
+        registry.answer(0x0D710119, bytesOfRecord(std::array<std::uint8_t, 4> { 0x12, 0x34, 0x02, 0x10 }));
+        registry.answer(0x01010102, bytesOfRecord(MacAddress { 0x00, 0x0a, 0xbc, 0xde, 0xf0, 0x01 }));
+    }
+
+    void installUtility() const
+    {
+        InstalledBundles::install(
+            utilityInformationPath(bundles.root()), InstalledBundles::informationList("1.0.3"), noonOf(2004, 11, 5));
+    }
+    void installDriver() const
+    {
+        InstalledBundles::install(
+            driverInformationPath(bundles.root()), InstalledBundles::informationList("2.1"), noonOf(2004, 9, 30));
+    }
+
+    // Utility's version and date, driver's, EEPROM version, MAC address.
+    [[nodiscard]] QStringList fields() const
+    {
+        QStringList texts;
+        for (const char16_t* const name :
+            { u"QvConfigVersion", u"QvConfigDate", u"DriverVersion", u"DriverDate", u"EEPROMVersion", u"MacAddress" })
+            texts.push_back(page.findChild<QLabel*>(QStringView(name).toString())->text());
+        return texts;
+    }
+
+    [[nodiscard]] Requests requests() const { return recordedRequests(registry); }
+
+    InstalledBundles bundles;
+    RecordingIORegistry registry;
+    RecordingTickClock clock;
+    RecordingAlertPanels alerts;
+    VX7100Access adapter { registry, clock, alerts };
+    std::vector<QUrl> opened;
+    bool opens { true };
+    AboutPageController page { adapter, QUrl(u"https://www.quorvane.example/"_qs),
+        [this](const QUrl& url) {
+            opened.push_back(url);
+            return opens;
+        },
+        bundles.root() };
+};
+
+const QStringList nothing(6, QString());
+
+TEST_F(AboutPageTest, IsEmptyUntilACardComesIntoUse)
+{
+    EXPECT_EQ(fields(), nothing);
+    EXPECT_EQ(requests(), Requests {});
+}
+
+TEST_F(AboutPageTest, TellsVersionsDatesAndAddress)
+{
+    installUtility();
+    installDriver();
+    page.GetAllInformation();
+    EXPECT_EQ(fields(),
+        (QStringList {
+            u"1.0.3"_qs, u"2004-11-05"_qs, u"2.1"_qs, u"2004-09-30"_qs, u"2.16"_qs, u"00-0A-BC-DE-F0-01"_qs }));
+    EXPECT_EQ(requests(), (Requests { query(0x0D710119, 4), query(0x01010102, 6) }));
+}
+
+TEST_F(AboutPageTest, ShowsEachAnswerBeforeItAsksForTheNext)
+{
+    installUtility();
+    installDriver();
+    std::vector<QStringList> fieldsAtRequest;
+    registry.onCall = [&](const RecordedRegistryCall& call) {
+        if (call.call == RegistryCall::IOConnectMethodStructureIStructureO)
+            fieldsAtRequest.push_back(fields());
+    };
+    page.GetAllInformation();
+    EXPECT_EQ(fieldsAtRequest,
+        (std::vector<QStringList> {
+            { u"1.0.3"_qs, u"2004-11-05"_qs, u"2.1"_qs, u"2004-09-30"_qs, QString(), QString() },
+            { u"1.0.3"_qs, u"2004-11-05"_qs, u"2.1"_qs, u"2004-09-30"_qs, u"2.16"_qs, QString() },
+        }));
+}
+
+TEST_F(AboutPageTest, StaysAsItIsWhereTheUtilityIsNotInstalled)
+{
+    installDriver();
+    page.GetAllInformation();
+    EXPECT_EQ(fields(), nothing);
+    EXPECT_EQ(requests(), Requests {});
+    EXPECT_TRUE(registry.calls.empty());
+}
+
+TEST_F(AboutPageTest, KeepsWhatItShowsWhenTheUtilityIsTakenAway)
+{
+    installUtility();
+    installDriver();
+    page.GetAllInformation();
+    const QStringList before = fields();
+    registry.forgetCalls();
+    registry.fail(0x0D710119);
+    ASSERT_TRUE(QFile::remove(utilityInformationPath(bundles.root())));
+    page.GetAllInformation();
+    EXPECT_EQ(fields(), before);
+    EXPECT_TRUE(registry.calls.empty());
+}
+
+TEST_F(AboutPageTest, LeavesTheDriversFieldsEmptyWithoutItsPropertyList)
+{
+    installUtility();
+    page.GetAllInformation();
+    EXPECT_EQ(fields(),
+        (QStringList { u"1.0.3"_qs, u"2004-11-05"_qs, QString(), QString(), u"2.16"_qs, u"00-0A-BC-DE-F0-01"_qs }));
+}
+
+TEST_F(AboutPageTest, HasADateAndNoVersionForAnUnreadablePropertyList)
+{
+    InstalledBundles::install(utilityInformationPath(bundles.root()), "no list", noonOf(2004, 11, 5));
+    page.GetAllInformation();
+    EXPECT_EQ(fields().first(2), (QStringList { QString(), u"2004-11-05"_qs }));
+    EXPECT_EQ(requests().size(), 2u);
+}
+
+TEST_F(AboutPageTest, ShowsZerosForFailedQueries)
+{
+    installUtility();
+    registry.fail(0x0D710119);
+    registry.fail(0x01010102);
+    page.GetAllInformation();
+    EXPECT_EQ(fields().last(2), (QStringList { u"0.0"_qs, u"00-00-00-00-00-00"_qs }));
+    registry.serviceCount = 0;
+    page.GetAllInformation();
+    EXPECT_EQ(fields().last(2), (QStringList { u"0.0"_qs, u"00-00-00-00-00-00"_qs }));
+}
+
+TEST_F(AboutPageTest, ShowsTextsAsTheyAreWritten)
+{
+    InstalledBundles::install(utilityInformationPath(bundles.root()),
+        InstalledBundles::informationList("&lt;b&gt;1&lt;/b&gt;"), noonOf(2004, 11, 5));
+    page.GetAllInformation();
+    auto& version = *page.findChild<QLabel*>(u"QvConfigVersion"_qs);
+    EXPECT_EQ(version.text(), u"<b>1</b>");
+    EXPECT_EQ(version.textFormat(), Qt::PlainText);
+}
+
+TEST_F(AboutPageTest, OpensTheMakersWebSite)
+{
+    auto& link = *page.findChild<QPushButton*>(u"QuorvaneWWW"_qs);
+    EXPECT_TRUE(link.toolTip().contains(u"https://www.quorvane.example/"_qs));
+    page.show();
+    QTest::mouseClick(&link, Qt::LeftButton);
+    EXPECT_EQ(opened, (std::vector { QUrl(u"https://www.quorvane.example/"_qs) }));
+    opens = false;
+    QTest::keyClick(&link, Qt::Key_Space);
+    EXPECT_EQ(opened.size(), 2u);
+    EXPECT_TRUE(alerts.alerts.empty());
+    EXPECT_EQ(requests(), Requests {});
+}
+
+TEST_F(AboutPageTest, ShowsItsPictureAndNotice)
+{
+    EXPECT_FALSE(imageNamed(u"QUORVANE").isNull());
+    const auto& picture = *page.findChild<ImageView*>(u"QuorvanePicture"_qs);
+    EXPECT_EQ(picture.image().cacheKey(), imageNamed(u"QUORVANE").cacheKey());
+    EXPECT_FALSE(picture.accessibleName().isEmpty());
+    EXPECT_TRUE(page.findChild<QLabel*>(u"Notice"_qs)->text().contains(u"Quorvane"));
+}
+
+TEST_F(AboutPageTest, TracesWhenAskedTo)
+{
+    __DEBUG__ = 1;
+    testing::internal::CaptureStderr();
+    page.GetAllInformation();
+    __DEBUG__ = 0;
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "#### AboutPageController - GetAllInformation ####\n");
+    testing::internal::CaptureStderr();
+    page.GetAllInformation();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
+} // namespace
