@@ -16,7 +16,9 @@ constexpr std::size_t ratesInFirstElement = 8;
 constexpr std::uint8_t elementSsid = 0;
 constexpr std::uint8_t elementSupportedRates = 1;
 constexpr std::uint8_t elementDsParameters = 3;
+constexpr std::uint8_t elementTrafficMap = 5;
 constexpr std::uint8_t elementIbssParameters = 6;
+constexpr std::uint8_t elementErp = 42;
 constexpr std::uint8_t elementExtendedRates = 50;
 constexpr std::uint8_t elementVendor = 221;
 
@@ -88,6 +90,13 @@ Octets markedRates(const ScenarioNetwork& network)
     return rates;
 }
 
+std::uint32_t networkType(const ScenarioNetwork& network)
+{
+    if (isFiveGhz(network))
+        return Ndis802_11OFDM5;
+    return network.adHoc ? Ndis802_11DS : Ndis802_11OFDM24;
+}
+
 Octets variableElements(const ScenarioNetwork& network)
 {
     Octets elements;
@@ -105,6 +114,10 @@ Octets variableElements(const ScenarioNetwork& network)
         appendElement(elements, elementDsParameters, { static_cast<std::uint8_t>(network.channel) });
     if (network.adHoc)
         appendElement(elements, elementIbssParameters, { 0, 0 });
+    else
+        appendElement(elements, elementTrafficMap, { 0, 1, 0, 0 });
+    if (networkType(network) == Ndis802_11OFDM24)
+        appendElement(elements, elementErp, { 0 });
     if (split != rates.end())
         appendElement(elements, elementExtendedRates, Octets(split, rates.end()));
     return elements;
@@ -118,13 +131,6 @@ std::uint16_t capabilities(const ScenarioNetwork& network)
     if (!isFiveGhz(network))
         bits = static_cast<std::uint16_t>(bits | capabilityShortPreamble);
     return bits;
-}
-
-std::uint32_t networkType(const ScenarioNetwork& network)
-{
-    if (isFiveGhz(network))
-        return Ndis802_11OFDM5;
-    return network.adHoc ? Ndis802_11DS : Ndis802_11OFDM24;
 }
 
 WLAN_BSSID_EX fixedPart(const HeardNetwork& heard, std::size_t variableBytes, std::int64_t nowMs)

@@ -3,7 +3,6 @@
 #include "services/simulator/RecordBytes.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace {
 
@@ -22,8 +21,9 @@ std::optional<KeyRecord> keyRecord(std::span<const std::byte> record)
     if (!head || head->Length != record.size() || head->KeyLength > record.size()
         || head->KeyLength + keyRecordOverhead != record.size())
         return std::nullopt;
-    KeyRecord key { *head, std::vector<std::uint8_t>(head->KeyLength) };
-    std::memcpy(key.material.data(), record.data() + sizeof(NDIS_802_11_KEY), key.material.size());
+    KeyRecord key { *head, {} };
+    for (const std::byte octet : record.subspan(sizeof(NDIS_802_11_KEY), head->KeyLength))
+        key.material.push_back(std::to_integer<std::uint8_t>(octet));
     return key;
 }
 

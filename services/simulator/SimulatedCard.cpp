@@ -33,6 +33,7 @@ void SimulatedCard::reset(std::int64_t nowMs)
 
 void SimulatedCard::setHardwareRadio(bool isOn, std::int64_t nowMs)
 {
+    m_state.advance(nowMs);
     m_state.hardware.hardwareRadioOn = isOn;
     m_state.advance(nowMs);
 }
@@ -49,6 +50,7 @@ void SimulatedCard::holdReady(bool isHeld)
 
 bool SimulatedCard::addNetwork(const ScenarioNetwork& network, std::int64_t nowMs)
 {
+    m_state.advance(nowMs);
     const bool isAdded = m_state.neighbourhood.add(network);
     m_state.advance(nowMs);
     return isAdded;
@@ -56,6 +58,7 @@ bool SimulatedCard::addNetwork(const ScenarioNetwork& network, std::int64_t nowM
 
 bool SimulatedCard::removeNetwork(const MacAddress& bssid, std::int64_t nowMs)
 {
+    m_state.advance(nowMs);
     const bool isRemoved = m_state.neighbourhood.remove(bssid);
     m_state.advance(nowMs);
     return isRemoved;
@@ -63,6 +66,7 @@ bool SimulatedCard::removeNetwork(const MacAddress& bssid, std::int64_t nowMs)
 
 bool SimulatedCard::moveNetwork(const MacAddress& bssid, std::int32_t signalDbm, std::int64_t nowMs)
 {
+    m_state.advance(nowMs);
     const bool isMoved = m_state.neighbourhood.move(bssid, signalDbm);
     m_state.advance(nowMs);
     return isMoved;

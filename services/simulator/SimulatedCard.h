@@ -12,7 +12,8 @@ struct CardAnswer {
 };
 
 // A card in its neighbourhood: answers driver requests and takes what happens to it from outside. Every operation
-// carries the time at which it happens, in milliseconds of a clock that never runs backwards.
+// carries the time at which it happens, in milliseconds of a clock that never runs backwards; what was due earlier
+// happens first.
 class SimulatedCard {
 public:
     static constexpr std::int64_t resetDurationMs = 500;

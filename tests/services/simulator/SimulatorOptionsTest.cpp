@@ -1,0 +1,60 @@
+#include "services/simulator/SimulatorOptions.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+SimulatorCommandLine read(const QString& words)
+{
+    QStringList arguments { QStringLiteral("pellvane-sim") };
+    if (!words.isEmpty())
+        arguments += words.split(QLatin1Char(' '));
+    return readSimulatorArguments(arguments);
+}
+
+} // namespace
+
+TEST(SimulatorOptions, HaveDefaultsThatFindEachOther)
+{
+    const auto line = read({});
+    ASSERT_TRUE(line.options);
+    EXPECT_EQ(line.options->instance, QStringLiteral("simulated"));
+    EXPECT_TRUE(line.options->root.endsWith(QStringLiteral("/io-registry")));
+    EXPECT_TRUE(line.options->controlPath.endsWith(QStringLiteral("/pellvane-sim/simulated.control")));
+    EXPECT_TRUE(line.options->scenarioFile.isEmpty());
+    EXPECT_TRUE(line.options->recordFile.isEmpty());
+    EXPECT_FALSE(line.options->isQuiet);
+    EXPECT_FALSE(line.options->startsEjected);
+}
+
+TEST(SimulatorOptions, AreReadFromTheCommandLine)
+{
+    const auto line = read(QStringLiteral(
+        "--scenario s.toml --instance two --root /r --control /c --record /f --seed 9 --quiet --ejected"));
+    ASSERT_TRUE(line.options);
+    EXPECT_EQ(line.options->scenarioFile, QStringLiteral("s.toml"));
+    EXPECT_EQ(line.options->instance, QStringLiteral("two"));
+    EXPECT_EQ(line.options->root, QStringLiteral("/r"));
+    EXPECT_EQ(line.options->controlPath, QStringLiteral("/c"));
+    EXPECT_EQ(line.options->recordFile, QStringLiteral("/f"));
+    EXPECT_EQ(line.options->seed, 9U);
+    EXPECT_TRUE(line.options->isQuiet);
+    EXPECT_TRUE(line.options->startsEjected);
+}
+
+TEST(SimulatorOptions, RefuseWhatMakesNoSense)
+{
+    for (const char* words : { "--nonsense", "stray", "--seed x", "--instance ..", "--instance a/b", "--instance=" }) {
+        const auto line = read(QString::fromLatin1(words));
+        EXPECT_FALSE(line.options) << words;
+        EXPECT_TRUE(line.isError) << words;
+        EXPECT_TRUE(line.text.startsWith(QStringLiteral("pellvane-sim: "))) << words;
+    }
+}
+
+TEST(SimulatorOptions, HelpAndVersionAreNoErrors)
+{
+    EXPECT_FALSE(read(QStringLiteral("--help")).isError);
+    EXPECT_TRUE(read(QStringLiteral("--help")).text.contains(QStringLiteral("--scenario")));
+    EXPECT_TRUE(read(QStringLiteral("--version")).text.startsWith(QStringLiteral("pellvane-sim ")));
+}
