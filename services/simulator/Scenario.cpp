@@ -1,6 +1,7 @@
 #include "services/simulator/Scenario.h"
 
 #include "services/simulator/ScenarioTableReader.h"
+#include "services/simulator/ScenarioText.h"
 #include "services/simulator/ScenarioValues.h"
 
 #include <algorithm>
@@ -10,8 +11,6 @@
 
 namespace {
 
-constexpr std::size_t largestScenarioBytes = 1'048'576;
-constexpr std::ptrdiff_t mostDotsInALine = 100;
 constexpr std::size_t longestSsidBytes = 32;
 constexpr std::array<std::size_t, 2> wepKeyBytes { 5, 13 };
 constexpr std::size_t shortestPassphrase = 8;
@@ -258,28 +257,10 @@ Scenario readSingleNetwork(const toml::table& root, std::optional<ScenarioError>
     return { {}, { readNetwork(root, error) } };
 }
 
-// The library follows the tables of a dotted key one within the other, as deep as the key is long, and the stack with
-// them. The first line of more dots than any value needs, 0 when there is none; comments may draw with them.
-std::uint32_t lineOfTooManyDots(std::string_view text)
-{
-    for (std::uint32_t line = 1; !text.empty(); ++line) {
-        const std::size_t length = std::min(text.find('\n'), text.size() - 1) + 1;
-        const std::string_view content = text.substr(0, length);
-        const std::size_t start = content.find_first_not_of(" \t");
-        const bool isComment = start != std::string_view::npos && content[start] == '#';
-        if (!isComment && std::count(content.begin(), content.end(), '.') > mostDotsInALine)
-            return line;
-        text.remove_prefix(length);
-    }
-    return 0;
-}
-
 ScenarioResult parse(std::string_view text, Scenario (*read)(const toml::table&, std::optional<ScenarioError>&))
 {
-    if (text.size() > largestScenarioBytes)
-        return { std::nullopt, { "larger than 1 MiB", 0, 0 } };
-    if (const std::uint32_t line = lineOfTooManyDots(text); line != 0)
-        return { std::nullopt, { "more than 100 dots in a line", line, 1 } };
+    if (auto error = unfitForParsing(text))
+        return { std::nullopt, std::move(*error) };
     const toml::parse_result parsed = toml::parse(text);
     if (!parsed)
         return { std::nullopt, errorAt(parsed.error().source().begin, std::string(parsed.error().description())) };

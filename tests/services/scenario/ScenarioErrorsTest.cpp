@@ -368,6 +368,24 @@ TEST(HostileScenario, MayHaveEndlessDottedKeys)
     EXPECT_TRUE(parseScenarioNetwork(std::string(wpaPsk) + "passphrase = \"" + repeated(".", 63) + "\"").scenario);
 }
 
+// White space or not, a character beyond ASCII has no place outside of texts and comments.
+TEST(HostileScenario, MayHoldAnyCharacterAnywhere)
+{
+    for (const std::string character :
+        { "\xC3\xA4", "\xE2\xB1\xA0", "\xE3\x81\x82", "\xEF\xB9\xB1", "\xF0\x9F\x9A\xA2" }) {
+        for (const std::string start : { "", "card", "card ", "[card]\naddress =", "[card", "network = [ " }) {
+            const ScenarioResult result = parseScenario("#\n" + start + character + "\n");
+            EXPECT_FALSE(result.scenario.has_value()) << start << character;
+            EXPECT_GE(result.error.line, 2u) << start << character;
+        }
+        const auto scenario
+            = parseScenarioNetwork("# " + character + "\nssid = \"" + character + "\"\nbssid = \"0A-00-00-00-00-01\"\n")
+                  .scenario;
+        ASSERT_TRUE(scenario.has_value()) << character;
+        EXPECT_EQ(scenario->networks.front().ssid, character);
+    }
+}
+
 TEST(HostileScenario, MayBeLarge)
 {
     const ScenarioResult tooLarge = parseScenario(std::string((1U << 20) + 1, '\n'));
