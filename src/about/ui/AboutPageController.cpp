@@ -11,8 +11,11 @@
 #include "ui_AboutPage.h"
 
 #include <QDesktopServices>
+#include <QEvent>
 #include <QFileInfo>
 
+#include <algorithm>
+#include <array>
 #include <utility>
 
 namespace {
@@ -37,6 +40,7 @@ AboutPageController::AboutPageController(
 {
     m_form->setupUi(this);
     m_form->QuorvanePicture->setImage(imageNamed(u"QUORVANE"));
+    alignColumns();
 }
 
 AboutPageController::~AboutPageController() = default;
@@ -71,4 +75,31 @@ void AboutPageController::GetAllInformation()
 void AboutPageController::OpenQuorvaneWeb()
 {
     (void)m_opener(m_makerUrl);
+}
+
+// The notice wraps where the window is narrow. The layout's own minimum counts on few lines; the others must not be cut.
+QSize AboutPageController::minimumSizeHint() const
+{
+    const QSize size = QWidget::minimumSizeHint();
+    return { size.width(), std::max(size.height(), layout()->totalMinimumHeightForWidth(size.width())) };
+}
+
+void AboutPageController::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
+        alignColumns();
+}
+
+// The groups are separate forms; their columns are to stand below each other all the same.
+void AboutPageController::alignColumns()
+{
+    const std::array captions { m_form->QvConfigVersionCaption, m_form->QvConfigDateCaption,
+        m_form->DriverVersionCaption, m_form->DriverDateCaption, m_form->EEPROMVersionCaption,
+        m_form->MacAddressCaption };
+    int width = 0;
+    for (const QLabel* caption : captions)
+        width = std::max(width, caption->sizeHint().width());
+    for (QLabel* caption : captions)
+        caption->setMinimumWidth(width);
 }

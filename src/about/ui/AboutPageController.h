@@ -38,7 +38,14 @@ public:
     void GetAllInformation() override;
     void OpenQuorvaneWeb();
 
+    [[nodiscard]] QSize minimumSizeHint() const override;
+
+protected:
+    void changeEvent(QEvent* event) override;
+
 private:
+    void alignColumns();
+
     VX7100Access& Adapter;
     QUrl m_makerUrl;
     UrlOpener m_opener;

@@ -186,6 +186,26 @@ TEST_F(AboutPageTest, ShowsItsPictureAndNotice)
     EXPECT_TRUE(page.findChild<QLabel*>(u"Notice"_qs)->text().contains(u"Quorvane"));
 }
 
+TEST_F(AboutPageTest, FieldsOfAllGroupsStandInOneColumn)
+{
+    page.show();
+    const auto leftEdge = [this](const char16_t* name) {
+        const QLabel& label = *page.findChild<QLabel*>(QStringView(name).toString());
+        return label.mapTo(&page, QPoint(0, 0)).x();
+    };
+    for (const char16_t* const name :
+        { u"QvConfigDate", u"DriverVersion", u"DriverDate", u"EEPROMVersion", u"MacAddress" })
+        EXPECT_EQ(leftEdge(name), leftEdge(u"QvConfigVersion"));
+}
+
+TEST_F(AboutPageTest, ShowsTheWholeNoticeAtItsSmallest)
+{
+    page.resize(page.minimumSizeHint());
+    page.show();
+    const QLabel& notice = *page.findChild<QLabel*>(u"Notice"_qs);
+    EXPECT_GE(notice.height(), notice.heightForWidth(notice.width()));
+}
+
 TEST_F(AboutPageTest, TracesWhenAskedTo)
 {
     __DEBUG__ = 1;
