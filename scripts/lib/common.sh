@@ -13,25 +13,34 @@ fail() {
     exit 1
 }
 
-# build PRESET [TARGET …]: configures where that was never done or a CMake file asks for it, then builds. Silent but for
-# Ninja's own lines; everything is shown when it fails.
+# build PRESET [TARGET …]: configures where that was never done or a CMake file asks for it, then builds. On a terminal
+# the builder shows how far it is; elsewhere it is heard only when it fails.
 build() {
     local preset=$1
     shift
-    local log=$vantrel_root/build/$preset-configure.log
-    mkdir -p "$vantrel_root/build"
-    if [[ ! -f $vantrel_root/build/$preset/build.ninja ]]; then
-        say "Configuring $preset …"
-        if ! (cd "$vantrel_root" && cmake --preset "$preset") >"$log" 2>&1; then
-            cat "$log" >&2
-            fail "the configuration of $preset failed"
-        fi
-    fi
-    local targets=()
+    local log=$vantrel_root/build/$preset.log targets=()
     if (($# > 0)); then
         targets=(--target "$@")
     fi
-    (cd "$vantrel_root" && cmake --build --preset "$preset" "${targets[@]}") || fail "the build of $preset failed"
+    mkdir -p "$vantrel_root/build"
+    if [[ ! -f $vantrel_root/build/$preset/build.ninja ]]; then
+        inRoot "$log" cmake --preset "$preset" || fail "the configuration of $preset failed"
+    fi
+    if [[ -t 1 ]]; then
+        (cd "$vantrel_root" && cmake --build --preset "$preset" "${targets[@]}") || fail "the build of $preset failed"
+    else
+        inRoot "$log" cmake --build --preset "$preset" "${targets[@]}" || fail "the build of $preset failed"
+    fi
+}
+
+# inRoot LOG COMMAND …: runs it in the tree's root with its output in LOG, which is shown when it fails.
+inRoot() {
+    local log=$1
+    shift
+    if ! (cd "$vantrel_root" && "$@") >"$log" 2>&1; then
+        cat "$log" >&2
+        return 1
+    fi
 }
 
 # A runtime directory is where the services that a user starts are found. Where a login did not set one up, a private

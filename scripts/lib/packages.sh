@@ -15,6 +15,8 @@ window_packages=(libqt6svg6 fonts-dejavu-core dbus libgl1-mesa-dri)
 virtual_display_packages=(xvfb xauth openbox xdotool x11-utils imagemagick)
 # The desktop test reads the window as a screen reader does.
 test_packages=(python3 python3-pyatspi at-spi2-core strace)
+# A native window where there is Wayland and no X server.
+wayland_packages=(qt6-wayland)
 lint_packages=(clang-14 clang-format-14 clang-tidy-14 shellcheck libxml2-utils python3)
 
 missingPackages() {

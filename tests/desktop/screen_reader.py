@@ -1,0 +1,93 @@
+"""The window as a screen reader meets it: roles, names and texts over the accessibility bus."""
+
+import gi
+
+gi.require_version("Atspi", "2.0")
+from gi.repository import Atspi  # noqa: E402
+
+# A scan blocks the window for two seconds; a question that is asked meanwhile is answered behind it.
+Atspi.set_timeout(8000, 15000)
+
+# What a person operates or reads values from. Each of them needs a name.
+NAMED_ROLES = {
+    "push button", "toggle button", "check box", "radio button", "combo box", "text", "password text", "entry",
+    "spin button", "slider", "progress bar", "level bar", "table", "tree table", "list", "list box", "tree", "page tab",
+    "page tab list", "image", "icon", "chart", "canvas", "graphic",
+}
+
+
+def application():
+    """The program's own top object; None until it has one."""
+    desktop = Atspi.get_desktop(0)
+    for index in range(desktop.get_child_count()):
+        child = desktop.get_child_at_index(index)
+        if child and child.get_name().lower() == "vantrel":
+            child.set_cache_mask(Atspi.Cache.NONE)
+            return child
+    return None
+
+
+def is_showing(item):
+    states = item.get_state_set()
+    return states.contains(Atspi.StateType.SHOWING) and states.contains(Atspi.StateType.VISIBLE)
+
+
+def showing(item):
+    """The item and everything in it that is on the screen, cells of tables left out."""
+    if not is_showing(item):
+        return
+    yield item
+    if item.get_role_name() in {"table", "tree table"}:
+        return
+    for index in range(item.get_child_count()):
+        child = item.get_child_at_index(index)
+        if child:
+            yield from showing(child)
+
+
+def visible(top):
+    for index in range(top.get_child_count()):
+        yield from showing(top.get_child_at_index(index))
+
+
+def find(top, role, name):
+    for item in visible(top):
+        if item.get_role_name() == role and item.get_name() == name:
+            return item
+    return None
+
+
+def describe(item):
+    return f"{item.get_role_name()} {item.get_name()!r}"
+
+
+def tab_titles(top):
+    return [item.get_name().replace("&", "") for item in visible(top) if item.get_role_name() == "page tab"]
+
+
+def selected_tab(top):
+    for item in visible(top):
+        if item.get_role_name() == "page tab" and item.get_state_set().contains(Atspi.StateType.SELECTED):
+            return item.get_name().replace("&", "")
+    return None
+
+
+def labels(top):
+    return [item.get_name() for item in visible(top) if item.get_role_name() == "label"]
+
+
+def unnamed(top):
+    return [f"{item.get_role_name()} in {describe(item.get_parent())}" for item in visible(top)
+            if item.get_role_name() in NAMED_ROLES and not item.get_name().strip()]
+
+
+def rows(table):
+    """The texts of a table, row by row, without its headings."""
+    grid = table.get_table_iface()
+    return [[grid.get_accessible_at(row, column).get_name() for column in range(grid.get_n_columns())]
+            for row in range(grid.get_n_rows())]
+
+
+def headings(table):
+    grid = table.get_table_iface()
+    return [grid.get_column_header(column).get_name() for column in range(grid.get_n_columns())]

@@ -1,0 +1,164 @@
+"""The program against the simulator, seen through the accessibility bus and operated with keys. Each step is a claim;
+the first one that does not hold ends the test."""
+
+import sys
+
+import screen_reader as reader
+from programs import Simulator, Utility, join_open_network, wait_until
+
+FOLDER = sys.argv[1]
+TABS = ["Site Survey", "Profiles", "Link Status", "Statistics", "Advanced Settings", "About"]
+KEYS = ["alt+s", "alt+p", "alt+l", "alt+t", "alt+v", "alt+u"]
+LIST = "Networks in range"
+HEADINGS = ["SSID", "BSSID", "Signal", "Channel", "Authentication", "Encryption", "Network Type"]
+
+# What the program asks of a card that it meets for the first time, the continuations of the list aside.
+FIRST_CALLS = [
+    ("VX_OID_802_11_LINK_COUNTERS", False),
+    ("OID_GEN_MEDIA_CONNECT_STATUS", False),
+    ("VX_OID_802_11_EVENT_FLAG", False),
+    ("VX_OID_802_11_STA_CONFIG", False),
+    ("OID_802_11_NETWORK_TYPES_SUPPORTED", False),
+    ("OID_802_11_BSSID_LIST_SCAN", True),
+    ("OID_802_11_BSSID_LIST", False),
+    ("VX_OID_802_11_BSSID_LIST_NEXT", False),
+]
+
+
+def table(top):
+    return wait_until("the list of networks is on the screen", lambda: reader.find(top, "table", LIST))
+
+
+def listed(top):
+    return reader.rows(table(top))
+
+
+def opens_on_the_third_tab(top, simulator, utility):
+    assert reader.tab_titles(top) == TABS, reader.tab_titles(top)
+    assert reader.selected_tab(top) == TABS[2], reader.selected_tab(top)
+
+
+def meets_the_card_with_the_expected_requests(top, simulator, utility):
+    wait_until("the list is read", lambda: len(simulator.calls()) >= len(FIRST_CALLS))
+    assert simulator.calls()[:len(FIRST_CALLS)] == FIRST_CALLS, simulator.calls()
+
+
+def makes_every_request_a_connection_of_its_own(top, simulator, utility):
+    requests = simulator.requests()[:60]
+    for before, after in zip(requests, requests[1:]):
+        expected = {"open": {"structure", "open"}, "structure": {"scalar"}, "scalar": {"open"}}[before["kind"]]
+        assert after["kind"] in expected, (before, after)
+        if after["kind"] == "scalar":
+            assert after["selector"] == 1, after
+
+
+def lists_the_networks_in_range(top, simulator, utility):
+    utility.press(KEYS[0])
+    wait_until("networks are listed", lambda: listed(top))
+    assert reader.headings(table(top))[1:] == HEADINGS, reader.headings(table(top))
+    rows = {row[2]: row for row in listed(top)}
+    heard = [network for network in simulator.status()["networks"] if network["in_range"]]
+    assert len(heard) > 5 and set(rows) == {network["bssid"] for network in heard}, (sorted(rows), heard)
+    for network in heard:
+        row = rows[network["bssid"]]
+        assert row[4] == str(network["channel"]), (row, network)
+        assert row[7] == ("Ad Hoc" if network["ad_hoc"] else "Infrastructure"), (row, network)
+        assert 0 <= int(row[3]) <= 100, row
+        if network["hidden"]:
+            assert row[1] == "", row
+        elif len(network["ssid_hex"]) < 64 and "\ufffd" not in network["ssid"]:
+            assert row[1] == network["ssid"], (row, network)
+
+
+def shows_the_link_and_its_figures(top, simulator, utility):
+    utility.press(KEYS[2])
+    wait_until("the page says that there is no link", lambda: "Disconnected" in reader.labels(top))
+    network = next(network for network in simulator.status()["networks"]
+                   if network["in_range"] and network["security"] == "open" and not network["hidden"]
+                   and not network["ad_hoc"])
+    join_open_network(simulator, bytes.fromhex(network["ssid_hex"]))
+    status = f"Connected <--> {network['ssid']} <--> {network['bssid']}"
+    wait_until(f"the page says {status!r}", lambda: status in reader.labels(top))
+    texts = reader.labels(top)
+    assert any(text.startswith(f"{network['channel']} <--> ") and text.endswith(" KHz") for text in texts), texts
+    assert any(text.endswith(" Mbps") for text in texts), texts
+    grades = [text for text in texts if text.startswith(("GOOD ", "NORMAL ", "WEAK ")) and text.endswith("%")]
+    assert len(grades) == 2, texts
+
+
+def says_on_the_site_survey_what_it_is_connected_to(top, simulator, utility):
+    utility.press(KEYS[0])
+    assert any(text.startswith("Connected <--> ") for text in reader.labels(top)), reader.labels(top)
+
+
+def names_every_control_on_every_page(top, simulator, utility):
+    for title, key in zip(TABS, KEYS):
+        utility.press(key)
+        wait_until(f"{title} is in front", lambda: reader.selected_tab(top) == title)
+        assert not reader.unnamed(top), (title, reader.unnamed(top))
+
+
+def says_that_the_card_is_gone(top, simulator, utility):
+    utility.press(KEYS[2])
+    simulator.control("eject")
+    wait_until("the status is \"No Device!!\"", lambda: "No Device!!" in reader.labels(top))
+    figures = [text for text in reader.labels(top) if text.endswith((" KHz", " Mbps", "%"))]
+    assert not figures, figures
+    utility.press(KEYS[0])
+    wait_until("the list is empty", lambda: not listed(top))
+    wait_until("the list says why it is empty",
+               lambda: table(top).get_description().startswith("No wireless card found."))
+    assert "** Disconnected **" in reader.labels(top), reader.labels(top)
+
+
+def lists_the_networks_again_when_the_card_is_back(top, simulator, utility):
+    simulator.control("insert")
+    wait_until("networks are listed again", lambda: len(listed(top)) > 5)
+
+
+def says_that_the_hardware_radio_is_off(top, simulator, utility):
+    simulator.control("hw-radio", "off")
+    utility.press(KEYS[2])
+    wait_until("the status is that of the radio", lambda: "Radio Status <--> OFF" in reader.labels(top))
+    simulator.control("hw-radio", "on")
+
+
+def ends_when_its_window_is_closed(top, simulator, utility):
+    utility.press("ctrl+q")
+    assert utility.process.wait(15) == 0, utility.process.returncode
+
+
+STEPS = [
+    opens_on_the_third_tab,
+    meets_the_card_with_the_expected_requests,
+    makes_every_request_a_connection_of_its_own,
+    lists_the_networks_in_range,
+    shows_the_link_and_its_figures,
+    says_on_the_site_survey_what_it_is_connected_to,
+    names_every_control_on_every_page,
+    says_that_the_card_is_gone,
+    lists_the_networks_again_when_the_card_is_back,
+    says_that_the_hardware_radio_is_off,
+    ends_when_its_window_is_closed,
+]
+
+
+def main():
+    simulator = Simulator(FOLDER)
+    utility = Utility(FOLDER, QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1")
+    try:
+        top = wait_until("the program is on the accessibility bus", reader.application)
+        for step in STEPS:
+            step(top, simulator, utility)
+            print("the program", step.__name__.replace("_", " "), flush=True)
+        simulator.end()
+    finally:
+        utility.end()
+        simulator.kill()
+    errors = utility.process.stderr.read()
+    assert "ASSERT" not in errors and "Invalid parameter" not in errors, errors
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
