@@ -67,10 +67,9 @@ Answer readyFlag(CardState& state)
 
 Answer networkTypes(CardState& state)
 {
-    NDIS_802_11_NETWORK_TYPE_LIST list { 2, { Ndis802_11DS, Ndis802_11OFDM24 } };
     if (state.hardware.supportsFiveGhz)
-        list.NetworkType[list.NumberOfItems++] = Ndis802_11OFDM5;
-    return bytesOf(list);
+        return bytesOf(NDIS_802_11_NETWORK_TYPE_LIST { 3, { Ndis802_11DS, Ndis802_11OFDM24, Ndis802_11OFDM5 } });
+    return bytesOf(NDIS_802_11_NETWORK_TYPE_LIST { 2, { Ndis802_11DS, Ndis802_11OFDM24 } });
 }
 
 Answer rssi(CardState& state)

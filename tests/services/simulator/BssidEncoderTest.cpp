@@ -76,19 +76,19 @@ TEST(BssidEncoder, LaysOutAnOpenNetworkFieldByField)
     const Bytes bytes = encodeBssidEntry(heard(network), 1234);
     const auto entry = recordAt<WLAN_BSSID_EX>(bytes);
     ASSERT_TRUE(entry);
-    EXPECT_EQ(entry->Length, bytes.size());
-    EXPECT_EQ(entry->IELength, bytes.size() - 116);
+    EXPECT_EQ(valueOf(entry->Length), bytes.size());
+    EXPECT_EQ(valueOf(entry->IELength), bytes.size() - 116);
     EXPECT_EQ(entry->MacAddress, (MacAddress { 0x00, 0x11, 0x22, 0x33, 0x44, 0x55 }));
-    EXPECT_EQ(entry->Ssid.SsidLength, 4U);
+    EXPECT_EQ(valueOf(entry->Ssid.SsidLength), 4U);
     EXPECT_EQ(entry->Ssid.Ssid[3], 'e');
     EXPECT_EQ(entry->Ssid.Ssid[4], 0);
-    EXPECT_EQ(entry->Privacy, 0U);
-    EXPECT_EQ(entry->Rssi, -63);
-    EXPECT_EQ(entry->NetworkTypeInUse, Ndis802_11OFDM24);
-    EXPECT_EQ(entry->Configuration.Length, 32U);
-    EXPECT_EQ(entry->Configuration.BeaconPeriod, 100U);
-    EXPECT_EQ(entry->Configuration.DSConfig, 2437000U);
-    EXPECT_EQ(entry->InfrastructureMode, Ndis802_11Infrastructure);
+    EXPECT_EQ(valueOf(entry->Privacy), 0U);
+    EXPECT_EQ(valueOf(entry->Rssi), -63);
+    EXPECT_EQ(valueOf(entry->NetworkTypeInUse), Ndis802_11OFDM24);
+    EXPECT_EQ(valueOf(entry->Configuration.Length), 32U);
+    EXPECT_EQ(valueOf(entry->Configuration.BeaconPeriod), 100U);
+    EXPECT_EQ(valueOf(entry->Configuration.DSConfig), 2437000U);
+    EXPECT_EQ(valueOf(entry->InfrastructureMode), Ndis802_11Infrastructure);
     EXPECT_EQ(entry->SupportedRates[0], 0x82);
     EXPECT_EQ(entry->SupportedRates[11], 108);
     EXPECT_EQ(entry->Capabilities & 0x0013, 0x0001);
@@ -101,7 +101,7 @@ TEST(BssidEncoder, MarksPrivacyOfAWepNetworkWithoutAWpaElement)
     ScenarioNetwork network = openNetwork("wep", 1);
     network.security = Security::Wep;
     const Bytes bytes = encodeBssidEntry(heard(network), 0);
-    EXPECT_EQ(recordAt<WLAN_BSSID_EX>(bytes)->Privacy, 1U);
+    EXPECT_EQ(valueOf(recordAt<WLAN_BSSID_EX>(bytes)->Privacy), 1U);
     EXPECT_EQ(recordAt<WLAN_BSSID_EX>(bytes)->Capabilities & 0x0010, 0x0010);
     EXPECT_EQ(wpaElementAsTheUtilityFindsIt(bytes), 0U);
 }
@@ -112,7 +112,7 @@ TEST(BssidEncoder, HidesNameAndLengthOfAHiddenNetwork)
     network.hidden = true;
     const Bytes bytes = encodeBssidEntry(heard(network), 0);
     const auto entry = recordAt<WLAN_BSSID_EX>(bytes);
-    EXPECT_EQ(entry->Ssid.SsidLength, 0U);
+    EXPECT_EQ(valueOf(entry->Ssid.SsidLength), 0U);
     EXPECT_EQ(entry->Ssid.Ssid, (std::array<std::uint8_t, 32> {}));
     const std::string everything(reinterpret_cast<const char*>(bytes.data()), bytes.size());
     EXPECT_EQ(everything.find("secret"), std::string::npos);
@@ -123,9 +123,9 @@ TEST(BssidEncoder, CarriesAllThirtyTwoBytesOfAName)
     const std::string name = "0123456789abcdef0123456789ABCDE\xFF";
     const Bytes bytes = encodeBssidEntry(heard(openNetwork(name, 1)), 0);
     const auto entry = recordAt<WLAN_BSSID_EX>(bytes);
-    EXPECT_EQ(entry->Ssid.SsidLength, 32U);
+    EXPECT_EQ(valueOf(entry->Ssid.SsidLength), 32U);
     EXPECT_EQ(entry->Ssid.Ssid[31], 0xFF);
-    EXPECT_EQ(entry->Privacy, 0U); // the name did not run over its field
+    EXPECT_EQ(valueOf(entry->Privacy), 0U); // the name did not run over its field
 }
 
 TEST(BssidEncoder, TellsFiveGhzAndAdHocNetworksApart)
@@ -133,15 +133,15 @@ TEST(BssidEncoder, TellsFiveGhzAndAdHocNetworksApart)
     ScenarioNetwork high = openNetwork("high", 1);
     high.channel = 149;
     const Bytes highBytes = encodeBssidEntry(heard(high), 0);
-    EXPECT_EQ(recordAt<WLAN_BSSID_EX>(highBytes)->NetworkTypeInUse, Ndis802_11OFDM5);
-    EXPECT_EQ(recordAt<WLAN_BSSID_EX>(highBytes)->Configuration.DSConfig, 5745000U);
+    EXPECT_EQ(valueOf(recordAt<WLAN_BSSID_EX>(highBytes)->NetworkTypeInUse), Ndis802_11OFDM5);
+    EXPECT_EQ(valueOf(recordAt<WLAN_BSSID_EX>(highBytes)->Configuration.DSConfig), 5745000U);
     EXPECT_EQ(elementIds(highBytes), (std::vector<std::uint8_t> { 0, 1, 5 }));
 
     ScenarioNetwork adHoc = openNetwork("adhoc", 2);
     adHoc.adHoc = true;
     const Bytes adHocBytes = encodeBssidEntry(heard(adHoc), 0);
-    EXPECT_EQ(recordAt<WLAN_BSSID_EX>(adHocBytes)->NetworkTypeInUse, Ndis802_11DS);
-    EXPECT_EQ(recordAt<WLAN_BSSID_EX>(adHocBytes)->InfrastructureMode, Ndis802_11IBSS);
+    EXPECT_EQ(valueOf(recordAt<WLAN_BSSID_EX>(adHocBytes)->NetworkTypeInUse), Ndis802_11DS);
+    EXPECT_EQ(valueOf(recordAt<WLAN_BSSID_EX>(adHocBytes)->InfrastructureMode), Ndis802_11IBSS);
     EXPECT_EQ(recordAt<WLAN_BSSID_EX>(adHocBytes)->Capabilities & 0x0003, 0x0002);
     EXPECT_EQ(elementIds(adHocBytes), (std::vector<std::uint8_t> { 0, 1, 3, 6 }));
 }

@@ -151,11 +151,11 @@ TEST(ListFaults, LieAboutTheFirstEntryOrTheCount)
     const Bytes nothing = bytesOf(NDIS_802_11_BSSID_LIST { 0 });
     const auto entryOf
         = [&nothing](FaultKind kind) { return *recordAt<WLAN_BSSID_EX>(spoiledChunk(nothing, kind), 4); };
-    EXPECT_EQ(entryOf(FaultKind::ListZeroLength).Length, 0U);
-    EXPECT_GT(entryOf(FaultKind::ListHugeLength).Length, 0xFFFF0000U);
+    EXPECT_EQ(valueOf(entryOf(FaultKind::ListZeroLength).Length), 0U);
+    EXPECT_GT(valueOf(entryOf(FaultKind::ListHugeLength).Length), 0xFFFF0000U);
     EXPECT_EQ(recordAt<std::uint32_t>(spoiledChunk(nothing, FaultKind::ListLyingCount), 0), 1'000'000U);
     const WLAN_BSSID_EX pastEnd = entryOf(FaultKind::ListElementsPastEnd);
-    EXPECT_GT(pastEnd.IELength, pastEnd.Length);
+    EXPECT_GT(valueOf(pastEnd.IELength), valueOf(pastEnd.Length));
     EXPECT_EQ(recordAt<std::uint32_t>(spoiledChunk(nothing, FaultKind::ListEndless), 0), 1U);
 }
 

@@ -79,7 +79,7 @@ TEST(ScanList, SeeingANetworkAgainRenewsIt)
     runScan(list, {});
     const auto left = entries(list.firstChunk(0));
     ASSERT_EQ(left.size(), 1U);
-    EXPECT_EQ(left[0].Rssi, -70);
+    EXPECT_EQ(valueOf(left[0].Rssi), -70);
 }
 
 TEST(ScanList, KeepsTheAssociatedNetworkWhateverTheScansSay)

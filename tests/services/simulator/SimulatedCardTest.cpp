@@ -161,8 +161,8 @@ TEST_F(SimulatedCardTest, SaysWhatItIs)
     EXPECT_EQ(card.query<FourBytes>(VX_OID_802_11_EEPROM_VERSION), (FourBytes { 0, 0, 2, 16 }));
     const auto types = card.query<NDIS_802_11_NETWORK_TYPE_LIST>(OID_802_11_NETWORK_TYPES_SUPPORTED);
     ASSERT_TRUE(types);
-    EXPECT_EQ(types->NumberOfItems, 3U);
-    EXPECT_EQ(types->NetworkType, (std::array<std::uint32_t, 4> { 1, 3, 2, 0 }));
+    EXPECT_EQ(valueOf(types->NumberOfItems), 3U);
+    EXPECT_EQ(valueOf(types->NetworkType), (std::array<std::uint32_t, 4> { 1, 3, 2, 0 }));
 }
 
 TEST_F(SimulatedCardTest, ACardWithoutFiveGhzHasNoneOfIt)
@@ -172,7 +172,7 @@ TEST_F(SimulatedCardTest, ACardWithoutFiveGhzHasNoneOfIt)
     low.networks[1].channel = 36;
     CardUnderTest lowCard(low);
     const auto types = lowCard.query<NDIS_802_11_NETWORK_TYPE_LIST>(OID_802_11_NETWORK_TYPES_SUPPORTED);
-    EXPECT_EQ(types->NumberOfItems, 2U);
+    EXPECT_EQ(valueOf(types->NumberOfItems), 2U);
     EXPECT_FALSE(lowCard.set<std::uint32_t>(VX_OID_802_11_PHY_MODE, 2));
     EXPECT_FALSE(lowCard.set<std::uint32_t>(VX_OID_802_11_PHY_MODE, 3));
     EXPECT_TRUE(lowCard.set<std::uint32_t>(VX_OID_802_11_PHY_MODE, 1));
@@ -218,20 +218,20 @@ TEST_F(SimulatedCardTest, ContinuesALongListUntilAnEmptyReply)
 TEST_F(SimulatedCardTest, AJoinShowsInEveryAnswer)
 {
     EXPECT_FALSE(card.isLinkUp());
-    EXPECT_EQ(card.query<NDIS_802_11_SSID>(OID_802_11_SSID)->SsidLength, 0U);
-    EXPECT_EQ(card.query<VX_802_11_LINK_COUNTERS>(VX_OID_802_11_LINK_COUNTERS)->TxRate, 0U);
+    EXPECT_EQ(valueOf(card.query<NDIS_802_11_SSID>(OID_802_11_SSID)->SsidLength), 0U);
+    EXPECT_EQ(valueOf(card.query<VX_802_11_LINK_COUNTERS>(VX_OID_802_11_LINK_COUNTERS)->TxRate), 0U);
     join("cafe");
     EXPECT_TRUE(card.isLinkUp());
     EXPECT_EQ(card.query<NDIS_802_11_SSID>(OID_802_11_SSID)->Ssid, ssidRecord("cafe").Ssid);
     EXPECT_EQ(card.query<MacAddress>(OID_802_11_BSSID), openNetwork("", 1).bssid);
     EXPECT_EQ(card.query<std::int32_t>(OID_802_11_RSSI), -60);
-    EXPECT_EQ(card.query<NDIS_802_11_CONFIGURATION>(OID_802_11_CONFIGURATION)->DSConfig, 2437000U);
+    EXPECT_EQ(valueOf(card.query<NDIS_802_11_CONFIGURATION>(OID_802_11_CONFIGURATION)->DSConfig), 2437000U);
     card.pass(2000);
     const auto counters = card.query<VX_802_11_LINK_COUNTERS>(VX_OID_802_11_LINK_COUNTERS);
-    EXPECT_EQ(counters->TxRate, 108U);
-    EXPECT_EQ(counters->ChannelQuality, 70U);
-    EXPECT_GT(counters->TxCount, 0U);
-    EXPECT_GT(counters->RxCount, 0U);
+    EXPECT_EQ(valueOf(counters->TxRate), 108U);
+    EXPECT_EQ(valueOf(counters->ChannelQuality), 70U);
+    EXPECT_GT(valueOf(counters->TxCount), 0U);
+    EXPECT_GT(valueOf(counters->RxCount), 0U);
     EXPECT_EQ(listed(), 1U); // the network of the link is heard without a scan
 }
 
@@ -271,7 +271,7 @@ TEST_F(SimulatedCardTest, RefusesValuesThatNoCardTakes)
     NDIS_802_11_CONFIGURATION configuration = CardSettings().configuration;
     configuration.DSConfig = 0; // what a join from the site survey sends
     EXPECT_FALSE(card.set(OID_802_11_CONFIGURATION, configuration));
-    EXPECT_EQ(card.query<NDIS_802_11_CONFIGURATION>(OID_802_11_CONFIGURATION)->DSConfig, 2412000U);
+    EXPECT_EQ(valueOf(card.query<NDIS_802_11_CONFIGURATION>(OID_802_11_CONFIGURATION)->DSConfig), 2412000U);
 }
 
 TEST_F(SimulatedCardTest, TheSoftwareRadioTakesLinkAndListAndGivesTheLinkBack)
@@ -377,8 +377,8 @@ TEST_F(SimulatedCardTest, ResettingTheCountersIsARequestWithoutInput)
 {
     join("cafe");
     card.pass(60'000);
-    EXPECT_GT(card.query<NDIS_802_11_STATISTICS>(OID_802_11_STATISTICS)->ReceivedFragmentCount, 0);
+    EXPECT_GT(valueOf(card.query<NDIS_802_11_STATISTICS>(OID_802_11_STATISTICS)->ReceivedFragmentCount), 0);
     EXPECT_TRUE(card.setBytes(VX_OID_802_11_RESET_COUNTERS, {}));
-    EXPECT_EQ(card.query<NDIS_802_11_STATISTICS>(OID_802_11_STATISTICS)->ReceivedFragmentCount, 0);
+    EXPECT_EQ(valueOf(card.query<NDIS_802_11_STATISTICS>(OID_802_11_STATISTICS)->ReceivedFragmentCount), 0);
     EXPECT_EQ(card.query<std::uint32_t>(OID_GEN_RCV_OK), 0U);
 }
