@@ -23,6 +23,6 @@
 // The bytes up to the first zero, or all of them.
 [[nodiscard]] QString textUpToZero(std::span<const std::byte> bytes);
 
-// The bytes that a text stands for, of any text: also one that was typed. An unpaired surrogate becomes the UTF-8 of
-// U+FFFD.
+// The bytes that a text stands for, of any text: also one that was typed. An unpaired surrogate, which is
+// no character, becomes a question mark.
 [[nodiscard]] QByteArray bytesFromText(QStringView text);

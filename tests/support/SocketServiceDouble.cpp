@@ -128,7 +128,10 @@ void SocketServiceDouble::die(bool removeSocket)
 
 void SocketServiceDouble::stopAccepting()
 {
-    m_accepting = false;
+    {
+        const std::scoped_lock lock(m_acceptMutex);
+        m_accepting = false;
+    }
     wake();
 }
 
@@ -168,6 +171,7 @@ void SocketServiceDouble::run()
 
 void SocketServiceDouble::acceptConnection()
 {
+    const std::scoped_lock lock(m_acceptMutex);
     if (!m_accepting)
         return;
     const int connection = ::accept4(m_listener, nullptr, nullptr, SOCK_CLOEXEC);

@@ -56,7 +56,7 @@ public:
     [[nodiscard]] bool start(int backlog = 16);
     // Dies: every connection ends. The socket stays behind unless it is removed.
     void die(bool removeSocket = false);
-    // Listens on but takes no connections, as a service that hangs.
+    // Listens on but takes no connections from here on, as a service that hangs.
     void stopAccepting();
 
     [[nodiscard]] std::vector<Request> requests() const;
@@ -80,6 +80,7 @@ private:
 
     std::string m_path;
     mutable std::mutex m_mutex; // guards the scripts and the requests
+    std::mutex m_acceptMutex; // held while a connection is taken
     std::map<std::uint32_t, Script> m_scripts; // by kind
     std::vector<Request> m_requests;
 
