@@ -24,7 +24,7 @@ public:
         if (!m_timer)
             return;
         m_timer->stop();
-        // A timer may be invalidated from within its own call, so it goes only afterwards.
+        // A timer may be invalidated from within its own call, so it goes only afterwards, its closure with it.
         m_timer->deleteLater();
         m_timer.clear();
     }
@@ -49,12 +49,11 @@ std::unique_ptr<Timer> QtRunLoop::scheduleRepeatingTimer(std::chrono::millisecon
     timer->setInterval(interval);
     auto call = std::make_shared<Call>(Call { std::move(fire) });
     QObject::connect(timer, &QTimer::timeout, timer, [call = std::move(call)] {
-        const auto kept = call; // the call may end the timer, and this closure with it
-        if (kept->underWay)
+        if (call->underWay)
             return;
-        kept->underWay = true;
-        kept->fire();
-        kept->underWay = false;
+        call->underWay = true;
+        call->fire();
+        call->underWay = false;
     });
     timer->start();
     return std::make_unique<QtTimer>(timer);
