@@ -9,6 +9,7 @@
 #include "platform/SystemTickClock.h"
 #include "platform/ui/Images.h"
 #include "platform/ui/QtAlertPanels.h"
+#include "platform/ui/QtModalSheets.h"
 #include "platform/ui/QtRunLoop.h"
 #include "platform/ui/WindowTickClock.h"
 #include "survey/ui/SiteSurveyPageController.h"
@@ -70,11 +71,12 @@ private:
     SystemTickClock m_sleeper;
     WindowTickClock m_clock { m_sleeper };
     QtAlertPanels m_alerts;
+    QtModalSheets m_sheets;
     StandardAssertionHandler m_assertions;
     SocketIORegistry m_registry { defaultRegistryRoots() };
     VX7100Access m_adapter { m_registry, m_clock, m_alerts };
     MainWindow m_window { m_defaults };
-    SiteSurveyPageController m_siteSurvey { m_adapter, m_runLoop, m_assertions };
+    SiteSurveyPageController m_siteSurvey { m_adapter, m_runLoop, m_assertions, m_alerts, m_sheets };
     LinkStatusPageController m_linkStatus { m_adapter, m_runLoop, m_assertions, &m_siteSurvey };
     QvConfig7100Controller m_controller { m_adapter, m_runLoop, m_window.tabView(), { &m_siteSurvey } };
 };

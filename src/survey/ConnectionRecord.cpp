@@ -43,7 +43,7 @@ void applySecurity(PROFILE_DATA& record, const NetworkChoice& choice, const Secu
 
 } // namespace
 
-bool isHidden(const WLAN_BSSID_EX& network)
+bool isHiddenNetwork(const WLAN_BSSID_EX& network)
 {
     return network.InfrastructureMode == Ndis802_11Infrastructure && network.Ssid.SsidLength == 0;
 }

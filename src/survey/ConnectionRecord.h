@@ -32,7 +32,7 @@ struct NetworkChoice {
 };
 
 // An infrastructure network that does not send its name.
-[[nodiscard]] bool isHidden(const WLAN_BSSID_EX& network);
+[[nodiscard]] bool isHiddenNetwork(const WLAN_BSSID_EX& network);
 
 [[nodiscard]] bool needsSecuritySettings(const NetworkChoice& choice);
 

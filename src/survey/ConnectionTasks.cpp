@@ -217,7 +217,8 @@ void ProbeConnectStatus(ConnectionState& state, VX7100Access& adapter, SurveyLis
     G_bCurSelItem = -1; // byte 255: no row is marked
     std::uint32_t mediaState = NdisMediaStateConnected;
     (void)queryRecord(adapter, OID_GEN_MEDIA_CONNECT_STATUS, mediaState);
-    if (mediaState == NdisMediaStateConnected && G_bRadio != 0) {
+    state.linkUp = mediaState == NdisMediaStateConnected && G_bRadio != 0;
+    if (state.linkUp) {
         probeConnectedLink(state, adapter, list);
         return;
     }

@@ -22,6 +22,7 @@ struct ConnectionState {
     std::uint8_t SetSsid { 0 }; // the last connection from the survey was made by SSID
     std::uint8_t SetBssid { 0 }; // … by BSSID
     std::int32_t TimerCount { 0 }; // -1 once the link has been seen up
+    bool linkUp { false }; // as the last probe saw it
     NDIS_802_11_SSID SsidSet {};
     MacAddress BssidSet {};
 };

@@ -33,6 +33,7 @@ public:
     void UpdateConnectStatus(const QString& /*text*/) override { m_calls.emplace_back("UpdateConnectStatus"); }
     void RefreshProfileList() override { m_calls.emplace_back("RefreshProfileList"); }
     void CheckProfileSettingForConnect() override { m_calls.emplace_back("CheckProfileSettingForConnect"); }
+    void DisabledActivateProfile() override { m_calls.emplace_back("DisabledActivateProfile"); }
     void RadioStatus() override { m_calls.emplace_back("RadioStatus"); }
     void OnApply() override { m_calls.emplace_back("OnApply"); }
     void GetAllInformation() override { m_calls.emplace_back("GetAllInformation"); }

@@ -7,6 +7,7 @@
 #include "tests/support/RecordingAssertionHandler.h"
 #include "tests/support/RecordingIORegistry.h"
 #include "tests/support/RecordingTickClock.h"
+#include "tests/support/ScriptedModalSheets.h"
 
 #include <QApplication>
 #include <benchmark/benchmark.h>
@@ -69,7 +70,8 @@ private:
     RecordingAssertionHandler m_assertions;
     ManualRunLoop m_runLoop;
     VX7100Access m_adapter { m_registry, m_clock, m_alerts };
-    SiteSurveyPageController m_page { m_adapter, m_runLoop, m_assertions };
+    ScriptedModalSheets m_sheets;
+    SiteSurveyPageController m_page { m_adapter, m_runLoop, m_assertions, m_alerts, m_sheets };
 };
 
 void refreshLists(benchmark::State& state, std::uint32_t entries)

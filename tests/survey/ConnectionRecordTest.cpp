@@ -9,6 +9,12 @@
 
 namespace {
 
+// By value: the field of a packed record may lie anywhere.
+std::uint32_t ssidLength(const PROFILE_DATA& record)
+{
+    return record.Ssid.SsidLength;
+}
+
 // The key of passphrase "password" and SSID "IEEE" that IEEE 802.11i publishes.
 const Bytes ieeeKey = bytesOf({ 0xf4, 0x2c, 0x6f, 0xc5, 0x2d, 0xf0, 0xeb, 0xef, 0x9e, 0xbb, 0x4b, 0x90, 0xb3, 0x8a,
     0x5f, 0x90, 0x2e, 0x83, 0xfe, 0x1b, 0x13, 0x5a, 0x70, 0xe2, 0x3a, 0xed, 0x76, 0x2e, 0x97, 0x10, 0xa1, 0x2e });
@@ -94,7 +100,7 @@ TEST(ConnectionRecord, OpenInfrastructureNetworkIsJoinedByBssid)
     const auto record = connectionRecord(choiceOf(EntryBuilder("open", 9)), nullptr);
     EXPECT_EQ(record->ConnectByBssid, 1);
     EXPECT_EQ(record->Bssid, (MacAddress { 0x00, 0x11, 0x22, 0x33, 0x44, 9 }));
-    EXPECT_EQ(record->Ssid.SsidLength, 0u);
+    EXPECT_EQ(ssidLength(*record), 0u);
     EXPECT_EQ(record->NetworkType, 1);
     EXPECT_EQ(record->PreambleType, 2);
     EXPECT_EQ(record->RtsThreshold, 2347u);
@@ -115,7 +121,7 @@ TEST(ConnectionRecord, AdHocNetworkIsJoinedBySsid)
 {
     const auto record = connectionRecord(choiceOf(adHoc("peers")), nullptr);
     EXPECT_EQ(record->ConnectByBssid, 0);
-    EXPECT_EQ(record->Ssid.SsidLength, 5u);
+    EXPECT_EQ(ssidLength(*record), 5u);
     EXPECT_EQ(record->Bssid, MacAddress {});
     EXPECT_EQ(record->NetworkType, 0);
 }
@@ -124,20 +130,20 @@ TEST(ConnectionRecord, HiddenNetworkIsJoinedByTheTypedNameWhichIsTheSalt)
 {
     EntryBuilder entry("");
     NetworkChoice choice = choiceOf(entry, WpaClass::PreSharedKey);
-    EXPECT_TRUE(isHidden(entry.fixedPart));
+    EXPECT_TRUE(isHiddenNetwork(entry.fixedPart));
     choice.hidden = true;
     choice.ssid = EntryBuilder("IEEE").fixedPart.Ssid;
     const auto security = passphrase("password");
     const auto record = connectionRecord(choice, &security);
     EXPECT_EQ(record->ConnectByBssid, 0);
-    EXPECT_EQ(record->Ssid.SsidLength, 4u);
+    EXPECT_EQ(ssidLength(*record), 4u);
     EXPECT_EQ(record->pWpaKey, wpaRecord(ieeeKey));
 }
 
 TEST(ConnectionRecord, OnlyInfrastructureNetworksAreHidden)
 {
-    EXPECT_FALSE(isHidden(adHoc("").fixedPart));
-    EXPECT_FALSE(isHidden(EntryBuilder("x").fixedPart));
+    EXPECT_FALSE(isHiddenNetwork(adHoc("").fixedPart));
+    EXPECT_FALSE(isHiddenNetwork(EntryBuilder("x").fixedPart));
 }
 
 TEST(ConnectionRecord, PassphraseBecomesThePublishedKey)

@@ -20,6 +20,8 @@ public:
     virtual ~ProfilePage() = default;
     virtual void RefreshProfileList() = 0;
     virtual void CheckProfileSettingForConnect() = 0;
+    // The user has connected by hand: the active profile is not re-applied by itself any more.
+    virtual void DisabledActivateProfile() = 0;
 };
 
 class AdvancePage {

@@ -2,9 +2,14 @@
 
 #include "app/shared/SharedState.h"
 #include "app/shared/Trace.h"
+#include "driver/BssidList.h"
+#include "platform/AlertPanels.h"
+#include "platform/NetworkName.h"
 #include "platform/RunLoop.h"
 #include "platform/ui/Images.h"
+#include "platform/ui/ModalSheets.h"
 #include "survey/AccessPointRows.h"
+#include "survey/NetworkSecurity.h"
 #include "survey/ProfileData.h"
 #include "survey/SurveyTexts.h"
 #include "survey/ui/NetworkNameDelegate.h"
@@ -13,6 +18,9 @@
 
 #include <QShortcut>
 
+#include <algorithm>
+#include <span>
+#include <string_view>
 #include <utility>
 
 namespace {
@@ -38,13 +46,17 @@ std::vector<TableColumn> columns()
 
 } // namespace
 
-SiteSurveyPageController::SiteSurveyPageController(
-    VX7100Access& adapter, RunLoop& runLoop, AssertionHandler& assertions, QWidget* parent)
+SiteSurveyPageController::SiteSurveyPageController(VX7100Access& adapter, RunLoop& runLoop,
+    AssertionHandler& assertions, AlertPanels& alerts, ModalSheets& sheets, QWidget* parent)
     : QWidget(parent)
     , Adapter(adapter)
     , m_runLoop(runLoop)
     , m_assertions(assertions)
+    , m_alerts(alerts)
+    , m_sheets(sheets)
     , m_form(std::make_unique<Ui::SiteSurveyPage>())
+    , WEPSetting(sheets, alerts, *this)
+    , HiddenSSID(sheets, *this)
 {
     m_form->setupUi(this);
     setUpTable();
@@ -67,11 +79,15 @@ void SiteSurveyPageController::setUpTable()
 
 void SiteSurveyPageController::awakeFromNib()
 {
+    m_form->ApList->setDoubleAction([this] { OnConnect(); });
+    connect(m_form->Connect, &QPushButton::clicked, this, [this] { OnConnect(); });
     connect(m_form->Rescan, &QPushButton::clicked, this, [this] { OnRescan(); });
     auto* const rescanKey = new QShortcut(QKeySequence::Refresh, this);
     connect(rescanKey, &QShortcut::activated, this, [this] { m_form->Rescan->click(); });
     m_form->Rescan->setToolTip(
         tr("%1 (%2)").arg(m_form->Rescan->toolTip(), rescanKey->key().toString(QKeySequence::NativeText)));
+    WEPSetting.awakeFromNib();
+    showJoinProgress();
 }
 
 void SiteSurveyPageController::StartSiteSurveyTimer()
@@ -82,7 +98,9 @@ void SiteSurveyPageController::StartSiteSurveyTimer()
 void SiteSurveyPageController::StopSiteSurveyTimer()
 {
     SiteSurveyTimer.reset();
+    m_joinProgress.reset();
     showWhyListIsEmpty();
+    showJoinProgress();
 }
 
 void SiteSurveyPageController::OnTimer()
@@ -91,6 +109,8 @@ void SiteSurveyPageController::OnTimer()
         return;
     ProbeConnectStatus();
     DoTask();
+    m_joinProgress.tick(m_connection.linkUp);
+    showJoinProgress();
 }
 
 void SiteSurveyPageController::OnRescan()
@@ -132,6 +152,93 @@ void SiteSurveyPageController::reloadData()
 void SiteSurveyPageController::showWhyListIsEmpty()
 {
     m_form->ApList->setEmptyText(emptyListText(G_bDeviceExist != 0, G_bRadio != 0));
+}
+
+void SiteSurveyPageController::showJoinProgress()
+{
+    const QString text = m_joinProgress.text();
+    m_form->JoinStatus->setText(text);
+    m_form->JoinStatus->setVisible(!text.isEmpty());
+}
+
+void SiteSurveyPageController::OnConnect()
+{
+    traceEntry(className, "OnConnect");
+    m_connection.TimerCount = 0;
+    G_bRescan = 0;
+    const auto entry = selectedEntry();
+    if (!entry)
+        return;
+    // Copied out: a rescan replaces the list while a sheet is open.
+    NetworkChoice choice { entry->fixedPart(), wpaClassOf(*entry), false, {} };
+    choice.ssid = choice.network.Ssid;
+    const bool tkip = std::string_view(encryptionTextOf(*entry)) == "TKIP";
+    if (choice.wpaClass == WpaClass::Enterprise) {
+        m_alerts.NSRunAlertPanel(
+            QStringLiteral("WPA-Enterprise isn't supported yet!!!"), QString(), QStringLiteral("OK"));
+        return;
+    }
+    if (isHiddenNetwork(choice.network) && !askForHiddenName(choice))
+        return;
+    if (!needsSecuritySettings(choice)) {
+        join(choice, connectionRecord(choice, nullptr));
+        return;
+    }
+    if (askForSecuritySettings(choice.wpaClass, tkip))
+        join(choice, connectionRecord(choice, &m_securitySettings));
+}
+
+std::optional<BssidEntry> SiteSurveyPageController::selectedEntry()
+{
+    CurrentSelectedItem = m_form->ApList->selectedRow() + 1;
+    if (CurrentSelectedItem == 0) {
+        m_alerts.NSRunAlertPanel(QStringLiteral("No selected item"),
+            QStringLiteral("Please select an item to connect to."), QStringLiteral("OK"));
+        return std::nullopt;
+    }
+    return bssidEntryAt(currentBssidList(), static_cast<std::uint32_t>(CurrentSelectedItem - 1));
+}
+
+bool SiteSurveyPageController::askForHiddenName(NetworkChoice& choice)
+{
+    if (m_sheets.runModalForWindow(HiddenSSID, *window()) != sheetAccepted)
+        return false;
+    choice.hidden = true;
+    choice.ssid = {};
+    choice.ssid.SsidLength = static_cast<std::uint32_t>(std::min(m_hiddenName.size(), choice.ssid.Ssid.size()));
+    std::copy_n(m_hiddenName.begin(), choice.ssid.SsidLength, choice.ssid.Ssid.begin());
+    return true;
+}
+
+bool SiteSurveyPageController::askForSecuritySettings(WpaClass wpaClass, bool tkip)
+{
+    const bool wpa = wpaClass != WpaClass::Unknown;
+    if (wpa)
+        WEPSetting.setAuthenTypeComboText(wpaClass == WpaClass::None ? 0 : 1);
+    WEPSetting.setAuthenTypeCombo(wpa ? wpaAuthenTypeIndex : 0);
+    WEPSetting.OnSelchangeAuthType();
+    // WEP for a network without WPA; else the cipher that the network names, AES where that is not TKIP.
+    WEPSetting.setEncryTypeCombo(wpa && tkip ? 0 : 1);
+    WEPSetting.OnSelchangeEncryptionType();
+    WEPSetting.clearText();
+    WEPSetting.focusFirstKey();
+    return m_sheets.runModalForWindow(WEPSetting, *window()) != sheetCancelled;
+}
+
+void SiteSurveyPageController::join(const NetworkChoice& choice, std::unique_ptr<PROFILE_DATA> record)
+{
+    m_connection.SsidSet = choice.ssid;
+    m_connection.BssidSet = choice.network.MacAddress;
+    const bool bySsid = record->ConnectByBssid == 0;
+    G_bRescan = 0;
+    queueConnection(std::move(record));
+    m_connection.SetSsid = bySsid ? 1 : 0;
+    m_connection.SetBssid = bySsid ? 0 : 1;
+    G_configFromProfile = 0;
+    if (m_profilePage)
+        m_profilePage->DisabledActivateProfile();
+    m_joinProgress.begin(textUpToZero(std::as_bytes(std::span(choice.ssid.Ssid))));
+    showJoinProgress();
 }
 
 void SiteSurveyPageController::UpdateConnectStatus(const QString& text)

@@ -3,15 +3,24 @@
 #include "app/shared/Pages.h"
 #include "platform/ui/TableDataSource.h"
 #include "survey/AccessPoint.h"
+#include "survey/ConnectionRecord.h"
 #include "survey/ConnectionTasks.h"
+#include "survey/JoinProgress.h"
 #include "survey/TaskQueue.h"
+#include "survey/ui/HiddenSSIDController.h"
+#include "survey/ui/SheetReceivers.h"
+#include "survey/ui/WEPSettingController.h"
 
 #include <QWidget>
 
 #include <memory>
+#include <optional>
+#include <string>
 #include <vector>
 
+class AlertPanels;
 class AssertionHandler;
+class ModalSheets;
 class RunLoop;
 class Timer;
 class VX7100Access;
@@ -24,17 +33,21 @@ class SiteSurveyPage;
 class SiteSurveyPageController final : public QWidget,
                                        public SiteSurveyPage,
                                        public TableDataSource,
+                                       private SecuritySettingsReceiver,
+                                       private HiddenSSIDReceiver,
                                        private SurveyList {
     Q_OBJECT
 
 public:
-    SiteSurveyPageController(
-        VX7100Access& adapter, RunLoop& runLoop, AssertionHandler& assertions, QWidget* parent = nullptr);
+    SiteSurveyPageController(VX7100Access& adapter, RunLoop& runLoop, AssertionHandler& assertions, AlertPanels& alerts,
+        ModalSheets& sheets, QWidget* parent = nullptr);
     ~SiteSurveyPageController() override;
     SiteSurveyPageController(const SiteSurveyPageController&) = delete;
     SiteSurveyPageController& operator=(const SiteSurveyPageController&) = delete;
 
     void awakeFromNib();
+    // The page that is told of connections made by hand; may be absent.
+    void setProfilePage(ProfilePage* profilePage) { m_profilePage = profilePage; }
 
     void StartSiteSurveyTimer() override;
     void StopSiteSurveyTimer() override;
@@ -45,6 +58,8 @@ public:
 
     void OnTimer();
     void OnRescan();
+    // Joins the selected network, asking in sheets for what is missing.
+    void OnConnect();
     void DoTask();
     void ProbeConnectStatus();
     void resetFlag();
@@ -61,13 +76,33 @@ private:
     void RescanTimeFunc();
     void reloadData() override;
     void showWhyListIsEmpty();
+    void showJoinProgress();
+
+    // The entry of the selected row; nothing, after an alert, when no row is selected, and without a word when the list
+    // has no such entry.
+    [[nodiscard]] std::optional<BssidEntry> selectedEntry();
+    [[nodiscard]] bool askForHiddenName(NetworkChoice& choice);
+    [[nodiscard]] bool askForSecuritySettings(WpaClass wpaClass, bool tkip);
+    void join(const NetworkChoice& choice, std::unique_ptr<PROFILE_DATA> record);
+    void ReceiveWEPsetting(const SecuritySettings& settings) override { m_securitySettings = settings; }
+    void ReceiveHiddenSSID(const std::string& HiddenSSIDtext) override { m_hiddenName = HiddenSSIDtext; }
 
     VX7100Access& Adapter;
     RunLoop& m_runLoop;
     AssertionHandler& m_assertions;
+    AlertPanels& m_alerts;
+    ModalSheets& m_sheets;
+    ProfilePage* m_profilePage { nullptr };
     std::unique_ptr<Ui::SiteSurveyPage> m_form;
     ::TaskQueue TaskQueue;
     std::unique_ptr<Timer> SiteSurveyTimer;
     std::vector<AccessPoint> tableData;
     ConnectionState m_connection;
+    JoinProgress m_joinProgress;
+
+    WEPSettingController WEPSetting;
+    HiddenSSIDController HiddenSSID;
+    std::int32_t CurrentSelectedItem { 0 }; // 1-based; 0 when no row was selected
+    SecuritySettings m_securitySettings; // as the security sheet delivered them last
+    std::string m_hiddenName; // bytes, as the hidden-SSID sheet delivered it last
 };

@@ -3,6 +3,7 @@
 #include "survey/ui/SiteSurveyPageController.h"
 #include "tests/support/ManualRunLoop.h"
 #include "tests/support/RecordingAssertionHandler.h"
+#include "tests/support/ScriptedModalSheets.h"
 #include "tests/survey/SurveyFixture.h"
 
 #include <QHeaderView>
@@ -60,7 +61,8 @@ protected:
 
     ManualRunLoop runLoop;
     RecordingAssertionHandler assertions;
-    SiteSurveyPageController page { adapter, runLoop, assertions };
+    ScriptedModalSheets sheets;
+    SiteSurveyPageController page { adapter, runLoop, assertions, alerts, sheets };
     TableView* table { nullptr };
     QLabel* status { nullptr };
     QPushButton* rescan { nullptr };

@@ -1,0 +1,331 @@
+#include "app/shared/Pages.h"
+#include "platform/ui/ComboBox.h"
+#include "platform/ui/TableView.h"
+#include "survey/ProfileData.h"
+#include "survey/ui/SiteSurveyPageController.h"
+#include "tests/support/ManualRunLoop.h"
+#include "tests/support/RecordingAssertionHandler.h"
+#include "tests/support/ScriptedModalSheets.h"
+#include "tests/survey/SurveyFixture.h"
+
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+
+namespace {
+
+// By value: the field of a packed record may lie anywhere.
+std::uint32_t ssidLength(const PROFILE_DATA& record)
+{
+    return record.Ssid.SsidLength;
+}
+
+using namespace std::chrono_literals;
+
+constexpr int tkip = 2;
+constexpr int ccmp = 4;
+
+class CountingProfilePage final : public ProfilePage {
+public:
+    void RefreshProfileList() override { }
+    void CheckProfileSettingForConnect() override { }
+    void DisabledActivateProfile() override { ++disabled; }
+    int disabled { 0 };
+};
+
+EntryBuilder wepEntry(std::string_view ssid = "wep")
+{
+    EntryBuilder entry(ssid);
+    entry.fixedPart.Privacy = 1;
+    return entry;
+}
+
+EntryBuilder wpaEntry(int cipher, int authentication, std::int32_t mode = Ndis802_11Infrastructure)
+{
+    EntryBuilder entry = wepEntry("IEEE");
+    entry.fixedPart.InfrastructureMode = mode;
+    entry.elements = wpaElement(cipher, authentication);
+    return entry;
+}
+
+void press(QDialog& sheet, QDialogButtonBox::StandardButton button)
+{
+    QTest::mouseClick(sheet.findChild<QDialogButtonBox*>()->button(button), Qt::LeftButton);
+}
+
+class ConnectingTest : public SurveyFixture {
+protected:
+    ConnectingTest()
+    {
+        G_configFromProfile = 1;
+        page.awakeFromNib();
+        page.setProfilePage(&profilePage);
+        table = page.findChild<TableView*>(u"ApList"_qs);
+        page.resize(900, 500);
+        page.show();
+    }
+
+    ~ConnectingTest() override { G_configFromProfile = 0; }
+
+    void select(const EntryBuilder& entry)
+    {
+        haveList({ entry });
+        page.RefreshAPList();
+        table->selectRowNumber(0);
+    }
+
+    void connectTo(const EntryBuilder& entry)
+    {
+        select(entry);
+        pressConnect();
+    }
+
+    void pressConnect() { QTest::mouseClick(page.findChild<QPushButton*>(u"Connect"_qs), Qt::LeftButton); }
+
+    void typeKey(const QString& field, const QString& text)
+    {
+        sheets.users.emplace_back([field, text](QDialog& sheet) {
+            auto* const line = sheet.findChild<QLineEdit*>(field);
+            EXPECT_TRUE(line->isEnabled());
+            QTest::keyClicks(line, text);
+            press(sheet, QDialogButtonBox::Ok);
+        });
+    }
+
+    void cancelSheet()
+    {
+        sheets.users.emplace_back([](QDialog& sheet) { press(sheet, QDialogButtonBox::Cancel); });
+    }
+
+    // The task that was queued; null when there is none.
+    static std::shared_ptr<ProfileData> queued() { return TaskQueue::GetTaskObject(); }
+
+    [[nodiscard]] QString joinStatus() const
+    {
+        const auto* const label = page.findChild<QLabel*>(u"JoinStatus"_qs);
+        return label->isVisible() ? label->text() : QString();
+    }
+
+    ManualRunLoop runLoop;
+    RecordingAssertionHandler assertions;
+    ScriptedModalSheets sheets;
+    CountingProfilePage profilePage;
+    SiteSurveyPageController page { adapter, runLoop, assertions, alerts, sheets };
+    TableView* table { nullptr };
+};
+
+TEST_F(ConnectingTest, WithoutASelectedRowTheUserIsAskedForOne)
+{
+    G_bRescan = 1;
+    haveList({ EntryBuilder() });
+    page.RefreshAPList();
+    pressConnect();
+    ASSERT_EQ(alerts.alerts.size(), 1u);
+    EXPECT_EQ(alerts.alerts[0].title, u"No selected item"_qs);
+    EXPECT_EQ(alerts.alerts[0].message, u"Please select an item to connect to."_qs);
+    EXPECT_EQ(alerts.alerts[0].defaultButton, u"OK"_qs);
+    EXPECT_EQ(queued(), nullptr);
+    EXPECT_EQ(G_bRescan, 0); // cleared before anything is looked at
+    EXPECT_EQ(profilePage.disabled, 0);
+}
+
+TEST_F(ConnectingTest, ListThatIsGoneEndsItWithoutAWord)
+{
+    select(EntryBuilder());
+    G_pBssidList.reset();
+    pressConnect();
+    EXPECT_TRUE(alerts.alerts.empty());
+    EXPECT_EQ(queued(), nullptr);
+}
+
+TEST_F(ConnectingTest, FirstRowConnectsToTheFirstEntryAtOnceWhenItIsOpen)
+{
+    connectTo(EntryBuilder("open", 9));
+    ASSERT_NE(queued(), nullptr);
+    EXPECT_EQ(queued()->getTaskType(), CONNECT_TASK_FULL);
+    const PROFILE_DATA& record = *queued()->Profile();
+    EXPECT_EQ(record.AuthenMode, 0);
+    EXPECT_EQ(record.EncryStatus, 1);
+    EXPECT_EQ(record.Bssid[5], 9);
+    EXPECT_EQ(record.ConnectByBssid, 1);
+    EXPECT_TRUE(sheets.shown.empty());
+    EXPECT_TRUE(alerts.alerts.empty());
+    EXPECT_EQ(G_configFromProfile, 0);
+    EXPECT_EQ(profilePage.disabled, 1);
+}
+
+TEST_F(ConnectingTest, DoubleClickConnectsToTheRowUnderIt)
+{
+    haveList({ EntryBuilder("a", 1), EntryBuilder("b", 2) });
+    page.RefreshAPList();
+    const QPoint row = table->visualRect(table->model()->index(1, 1)).center();
+    QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, row);
+    QTest::mouseDClick(table->viewport(), Qt::LeftButton, {}, row);
+    ASSERT_NE(queued(), nullptr);
+    EXPECT_EQ(queued()->Profile()->Bssid[5], 2);
+}
+
+TEST_F(ConnectingTest, EnterpriseNetworkIsRefused)
+{
+    connectTo(wpaEntry(ccmp, 1));
+    ASSERT_EQ(alerts.alerts.size(), 1u);
+    EXPECT_EQ(alerts.alerts[0].title, u"WPA-Enterprise isn't supported yet!!!"_qs);
+    EXPECT_EQ(alerts.alerts[0].message, QString());
+    EXPECT_EQ(queued(), nullptr);
+}
+
+TEST_F(ConnectingTest, HiddenNetworkIsNotJoinedWithoutItsName)
+{
+    cancelSheet();
+    connectTo(EntryBuilder(""));
+    EXPECT_EQ(sheets.shown, (std::vector { u"HiddenSSIDWindow"_qs }));
+    EXPECT_EQ(queued(), nullptr);
+}
+
+TEST_F(ConnectingTest, HiddenOpenNetworkIsJoinedByTheTypedName)
+{
+    typeKey(u"HiddenSSIDText"_qs, u"attic"_qs);
+    connectTo(EntryBuilder(""));
+    ASSERT_NE(queued(), nullptr);
+    const PROFILE_DATA& record = *queued()->Profile();
+    EXPECT_EQ(record.ConnectByBssid, 0);
+    EXPECT_EQ(ssidLength(record), 5u);
+    EXPECT_EQ(record.Ssid.Ssid[4], 'c');
+    EXPECT_EQ(record.Ssid.Ssid[5], 0);
+    EXPECT_EQ(record.Bssid, MacAddress {});
+}
+
+TEST_F(ConnectingTest, HiddenWpaNetworkAsksForItsNameAndThenItsKey)
+{
+    EntryBuilder hidden("");
+    hidden.fixedPart.Privacy = 1;
+    hidden.elements = wpaElement(tkip, 2);
+    typeKey(u"HiddenSSIDText"_qs, u"IEEE"_qs);
+    typeKey(u"WPAPreSharedKey"_qs, u"password"_qs);
+    connectTo(hidden);
+    EXPECT_EQ(sheets.shown, (std::vector { u"HiddenSSIDWindow"_qs, u"WEPSettingWindow"_qs }));
+    ASSERT_NE(queued(), nullptr);
+    const KeyRecord& key = queued()->Profile()->pWpaKey;
+    ASSERT_EQ(key.size(), 71u);
+    EXPECT_EQ(key[28], std::byte { 0xf4 }); // the published key of "password" and "IEEE"
+    EXPECT_EQ(key[59], std::byte { 0x2e });
+}
+
+TEST_F(ConnectingTest, WepSheetOpensWithOpenAndWep)
+{
+    sheets.users.emplace_back([](QDialog& sheet) {
+        EXPECT_EQ(sheet.findChild<ComboBox*>(u"AuthenType"_qs)->objectValueOfSelectedItem(), u"Open"_qs);
+        EXPECT_EQ(sheet.findChild<ComboBox*>(u"EncryType"_qs)->objectValueOfSelectedItem(), u"WEP"_qs);
+        EXPECT_EQ(sheet.focusWidget(), sheet.findChild<QLineEdit*>(u"WEPKey1Text"_qs));
+        EXPECT_FALSE(sheet.findChild<QLineEdit*>(u"WPAPreSharedKey"_qs)->isEnabled());
+        QTest::keyClicks(sheet.findChild<QLineEdit*>(u"WEPKey1Text"_qs), u"0123456789"_qs);
+        press(sheet, QDialogButtonBox::Ok);
+    });
+    connectTo(wepEntry());
+    ASSERT_NE(queued(), nullptr);
+    EXPECT_EQ(queued()->Profile()->EncryStatus, 0);
+    EXPECT_EQ(queued()->Profile()->pWepKey[0].size(), 44u);
+}
+
+TEST_F(ConnectingTest, WpaSheetOpensWithTheCipherOfTheNetwork)
+{
+    for (const int cipher : { tkip, 3, ccmp }) {
+        sheets.users.emplace_back([cipher](QDialog& sheet) {
+            EXPECT_EQ(sheet.findChild<ComboBox*>(u"AuthenType"_qs)->objectValueOfSelectedItem(), u"WPA-PSK"_qs);
+            EXPECT_EQ(sheet.findChild<ComboBox*>(u"EncryType"_qs)->objectValueOfSelectedItem(),
+                cipher == tkip ? u"TKIP"_qs : u"AES"_qs);
+            EXPECT_EQ(sheet.focusWidget(), sheet.findChild<QLineEdit*>(u"WPAPreSharedKey"_qs));
+            press(sheet, QDialogButtonBox::Cancel);
+        });
+        connectTo(wpaEntry(cipher, 2));
+    }
+    EXPECT_EQ(sheets.shown.size(), 3u);
+    EXPECT_EQ(queued(), nullptr);
+    EXPECT_EQ(profilePage.disabled, 0);
+}
+
+TEST_F(ConnectingTest, AdHocWpaNetworkOffersWpaNone)
+{
+    sheets.users.emplace_back([](QDialog& sheet) {
+        const auto* const list = sheet.findChild<ComboBox*>(u"AuthenType"_qs);
+        EXPECT_EQ(list->numberOfItems(), 3);
+        EXPECT_EQ(list->itemObjectValueAtIndex(1), u"Shared"_qs);
+        EXPECT_EQ(list->objectValueOfSelectedItem(), u"WPA-NONE"_qs);
+        QTest::keyClicks(sheet.findChild<QLineEdit*>(u"WPAPreSharedKey"_qs), u"password"_qs);
+        press(sheet, QDialogButtonBox::Ok);
+    });
+    connectTo(wpaEntry(ccmp, 2, Ndis802_11IBSS));
+    ASSERT_NE(queued(), nullptr);
+    EXPECT_EQ(queued()->Profile()->AuthenMode, 5);
+    EXPECT_EQ(queued()->Profile()->EncryStatus, 6);
+    EXPECT_EQ(queued()->Profile()->ConnectByBssid, 0);
+}
+
+TEST_F(ConnectingTest, KeyFieldsAreEmptyAtEveryOpening)
+{
+    typeKey(u"WPAPreSharedKey"_qs, u"password"_qs);
+    connectTo(wpaEntry(tkip, 2));
+    sheets.users.emplace_back([](QDialog& sheet) {
+        EXPECT_TRUE(sheet.findChild<QLineEdit*>(u"WPAPreSharedKey"_qs)->text().isEmpty());
+        press(sheet, QDialogButtonBox::Cancel);
+    });
+    connectTo(wpaEntry(tkip, 2));
+    EXPECT_EQ(sheets.shown.size(), 2u);
+}
+
+TEST_F(ConnectingTest, KeyOf64DigitsEndsAsItsFirst32Characters)
+{
+    typeKey(u"WPAPreSharedKey"_qs, QString(64, u'3'));
+    connectTo(wpaEntry(tkip, 2));
+    ASSERT_NE(queued(), nullptr);
+    const KeyRecord& key = queued()->Profile()->pWpaKey;
+    EXPECT_TRUE(
+        std::all_of(key.begin() + 28, key.begin() + 60, [](std::byte byte) { return byte == std::byte { '3' }; }));
+}
+
+TEST_F(ConnectingTest, RescanWhileASheetIsOpenDoesNotChangeWhatIsJoined)
+{
+    sheets.users.emplace_back([](QDialog& sheet) {
+        G_pBssidList = std::make_unique<BssidListBuffer>();
+        QTest::keyClicks(sheet.findChild<QLineEdit*>(u"WEPKey1Text"_qs), u"0123456789"_qs);
+        press(sheet, QDialogButtonBox::Ok);
+    });
+    connectTo(wepEntry());
+    ASSERT_NE(queued(), nullptr);
+    EXPECT_EQ(queued()->Profile()->Bssid[0], 0x00);
+    EXPECT_EQ(queued()->Profile()->Bssid[5], 1);
+}
+
+TEST_F(ConnectingTest, TellsHowTheJoinComesAlong)
+{
+    page.StartSiteSurveyTimer();
+    letLinkBeDown();
+    letScanFind({ EntryBuilder("open") });
+    connectTo(EntryBuilder("open"));
+    EXPECT_EQ(joinStatus(), u"Connecting to “open”…"_qs);
+    runLoop.advance(2s);
+    EXPECT_EQ(queued(), nullptr);
+    EXPECT_EQ(joinStatus(), u"Connecting to “open”…"_qs);
+    runLoop.advance(10s);
+    EXPECT_TRUE(joinStatus().startsWith(u"No connection to “open” after 10 seconds."_qs));
+    letLinkBeUp({ 0x00, 0x11, 0x22, 0x33, 0x44, 0x01 });
+    runLoop.advance(2s);
+    EXPECT_EQ(joinStatus(), QString());
+}
+
+TEST_F(ConnectingTest, LyingListsAreMetWithoutAHarm)
+{
+    EntryBuilder lying = wpaEntry(tkip, 2);
+    lying.keepLengths = true;
+    lying.fixedPart.Length = 150;
+    lying.fixedPart.IELength = 0xFFFFFFFF;
+    lying.fixedPart.Ssid.SsidLength = 0xFFFFFFFF;
+    typeKey(u"WPAPreSharedKey"_qs, u"password"_qs);
+    connectTo(lying);
+    ASSERT_NE(queued(), nullptr);
+    EXPECT_EQ(queued()->Profile()->pWpaKey.size(), 71u);
+}
+
+} // namespace

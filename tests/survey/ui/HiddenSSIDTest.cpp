@@ -1,0 +1,79 @@
+#include "survey/ui/HiddenSSIDController.h"
+#include "survey/ui/SheetReceivers.h"
+#include "tests/support/ScriptedModalSheets.h"
+
+#include <QDialogButtonBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+#include <gtest/gtest.h>
+
+namespace {
+
+class KeepingReceiver final : public HiddenSSIDReceiver {
+public:
+    void ReceiveHiddenSSID(const std::string& HiddenSSIDtext) override { received.push_back(HiddenSSIDtext); }
+    std::vector<std::string> received;
+};
+
+class HiddenSSIDTest : public testing::Test {
+protected:
+    HiddenSSIDTest()
+    {
+        text = sheet.findChild<QLineEdit*>(u"HiddenSSIDText"_qs);
+        sheet.show();
+    }
+
+    void press(QDialogButtonBox::StandardButton button)
+    {
+        QTest::mouseClick(sheet.findChild<QDialogButtonBox*>()->button(button), Qt::LeftButton);
+    }
+
+    ScriptedModalSheets sheets;
+    KeepingReceiver receiver;
+    HiddenSSIDController sheet { sheets, receiver };
+    QLineEdit* text { nullptr };
+};
+
+TEST_F(HiddenSSIDTest, OkHandsTheNameBack)
+{
+    QTest::keyClicks(text, u"attic"_qs);
+    QTest::keyClick(text, Qt::Key_Return);
+    EXPECT_EQ(receiver.received, (std::vector<std::string> { "attic" }));
+    EXPECT_EQ(sheets.stops, (std::vector { 1 }));
+}
+
+TEST_F(HiddenSSIDTest, EmptyNameIsPassedOn)
+{
+    press(QDialogButtonBox::Ok);
+    EXPECT_EQ(receiver.received, (std::vector<std::string> { "" }));
+    EXPECT_EQ(sheets.stops, (std::vector { 1 }));
+}
+
+TEST_F(HiddenSSIDTest, NameIsCutAt32Bytes)
+{
+    text->setText(QString(40, u'x'));
+    press(QDialogButtonBox::Ok);
+    text->setText(QString(40, u'é'));
+    press(QDialogButtonBox::Ok);
+    ASSERT_EQ(receiver.received.size(), 2u);
+    EXPECT_EQ(receiver.received[0], std::string(32, 'x'));
+    EXPECT_EQ(receiver.received[1].size(), 32u);
+}
+
+TEST_F(HiddenSSIDTest, BytesThatAreNoTextGoAsTheyCame)
+{
+    text->setText(u"Caf\uEFE9"_qs); // as the list shows 43 61 66 E9
+    press(QDialogButtonBox::Ok);
+    EXPECT_EQ(receiver.received, (std::vector<std::string> { "Caf\xE9" }));
+}
+
+TEST_F(HiddenSSIDTest, CancelHandsNothingBack)
+{
+    QTest::keyClicks(text, u"attic"_qs);
+    press(QDialogButtonBox::Cancel);
+    EXPECT_TRUE(receiver.received.empty());
+    EXPECT_EQ(sheets.stops, (std::vector { 0 }));
+}
+
+} // namespace
