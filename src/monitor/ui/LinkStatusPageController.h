@@ -30,6 +30,7 @@ public:
     LinkStatusPageController(VX7100Access& adapter, RunLoop& runLoop, AssertionHandler& assertions,
         SiteSurveyPage* siteSurveyPage, QWidget* parent = nullptr);
     ~LinkStatusPageController() override;
+    Q_DISABLE_COPY_MOVE(LinkStatusPageController)
 
     // Takes the driver's counts as the starting point of the throughputs and starts the timer.
     void awakeFromNib();

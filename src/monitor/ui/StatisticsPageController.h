@@ -22,6 +22,7 @@ public:
     // What is passed outlives the page.
     StatisticsPageController(VX7100Access& adapter, RunLoop& runLoop, QWidget* parent = nullptr);
     ~StatisticsPageController() override;
+    Q_DISABLE_COPY_MOVE(StatisticsPageController)
 
     void awakeFromNib();
     void OnTimer();
