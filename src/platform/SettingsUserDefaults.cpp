@@ -2,52 +2,73 @@
 
 #include "app/shared/Identity.h"
 #include "platform/AtomicFile.h"
-#include "platform/PropertyText.h"
+#include "platform/FileDescriptor.h"
+#include "platform/PropertyList.h"
 
+#include <QFile>
 #include <QFileInfo>
 #include <QLatin1String>
 
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
 namespace {
 
-constexpr int longestArray = 100000; // a size beyond this one is damage
-const auto sizeKey = QLatin1String("size");
+// The file is a dictionary of the arrays. An empty one is a file that was made and not yet filled.
+bool readArrays(QIODevice& device, QSettings::SettingsMap& arrays)
+{
+    const QByteArray bytes = device.read(propertyListSizeLimit + 1);
+    if (bytes.isEmpty())
+        return device.atEnd();
+    const auto root = readPropertyList(bytes);
+    if (!root || !root->tree())
+        return false;
+    QSettings::SettingsMap read;
+    for (const PropertyEntry& entry : *root->tree()) {
+        auto array = dictionariesOf(entry.value);
+        if (!array)
+            return false;
+        read.insert(entry.key, QVariant::fromValue(*std::move(array)));
+    }
+    arrays = read;
+    return true;
+}
+
+// Puts the content on the disk before the settings give the file its name, which they would do even where the disk
+// has no room for what they still hold back.
+bool writeArrays(QIODevice& device, const QSettings::SettingsMap& arrays)
+{
+    PropertyTree tree;
+    for (auto array = arrays.begin(); array != arrays.end(); ++array)
+        tree.push_back({ array.key(), propertyValueOf(array.value().value<PropertyDictionaries>()) });
+    const QByteArray bytes = writePropertyList({ std::move(tree) });
+    auto* file = qobject_cast<QFileDevice*>(&device);
+    return file && file->write(bytes) == bytes.size() && file->flush() && ::fsync(file->handle()) == 0;
+}
+
+QSettings::Format propertyListFormat()
+{
+    static const auto format
+        = QSettings::registerFormat(QStringLiteral("plist"), readArrays, writeArrays, Qt::CaseSensitive);
+    return format;
+}
 
 QString domainPath()
 {
-    return QSettings(QSettings::IniFormat, QSettings::UserScope, QLatin1String(Identity::organisationName),
+    return QSettings(propertyListFormat(), QSettings::UserScope, QLatin1String(Identity::organisationName),
         QLatin1String(Identity::applicationId))
         .fileName();
 }
 
-// A slash would end a group's name, and a name cannot be empty.
-QString settingsKey(const QString& key)
+// A process that ended while it saved leaves the settings' lock behind, and if it had not yet written its number into
+// it, they would wait for half a minute. One that lives holds the lock natively.
+void removeAbandonedLock(const QString& settingsPath)
 {
-    if (key.isEmpty())
-        return QChar(escapeUnit);
-    QString result = carriableText(key);
-    for (const char16_t separator : { u'/', u'\\' })
-        result.replace(QChar(separator), escapedUnit(separator));
-    return result;
-}
-
-QString keyOfSettings(const QString& settingsKey)
-{
-    return settingsKey == QChar(escapeUnit) ? QString() : textOfCarriable(settingsKey);
-}
-
-PropertyDictionary readDictionary(QSettings& settings)
-{
-    PropertyDictionary dictionary;
-    const auto keys = settings.allKeys();
-    for (const QString& key : keys)
-        dictionary.set(keyOfSettings(key), textOfCarriable(settings.value(key).toString()));
-    return dictionary;
-}
-
-void writeDictionary(QSettings& settings, const PropertyDictionary& dictionary)
-{
-    for (const auto& [key, text] : dictionary)
-        settings.setValue(settingsKey(key), carriableText(text));
+    const QByteArray name = QFile::encodeName(settingsPath + QStringLiteral(".lock"));
+    const FileDescriptor lock(::open(name.constData(), O_RDWR | O_CLOEXEC));
+    if (lock && ::flock(lock.get(), LOCK_EX | LOCK_NB) == 0)
+        (void)::unlink(name.constData());
 }
 
 } // namespace
@@ -58,66 +79,44 @@ SettingsUserDefaults::SettingsUserDefaults()
 }
 
 SettingsUserDefaults::SettingsUserDefaults(const QString& path)
-    : m_settings(path, QSettings::IniFormat)
+    : m_settings(path, propertyListFormat())
     , m_damaged(m_settings.status() == QSettings::FormatError)
 {
 }
 
 std::optional<PropertyDictionaries> SettingsUserDefaults::arrayForKey(const QString& key) const
 {
-    if (m_damaged)
-        return std::nullopt;
-    m_settings.beginGroup(settingsKey(key));
-    bool valid = false;
-    const int size = m_settings.value(sizeKey).toString().toInt(&valid);
-    std::optional<PropertyDictionaries> array;
-    if (valid && size >= 0 && size <= longestArray)
-        array.emplace();
-    for (int i = 1; array && i <= size; ++i) {
-        m_settings.beginGroup(QString::number(i));
-        array->push_back(readDictionary(m_settings));
-        m_settings.endGroup();
-    }
-    m_settings.endGroup();
-    return array;
+    const QVariant array = m_settings.value(key);
+    return array.canConvert<PropertyDictionaries>() ? std::optional(array.value<PropertyDictionaries>()) : std::nullopt;
 }
 
 void SettingsUserDefaults::setArray(const QString& key, const PropertyDictionaries& array)
 {
-    if (!replaceDamaged())
-        return;
-    removeObjectForKey(key);
-    m_settings.beginWriteArray(settingsKey(key), static_cast<int>(array.size()));
-    for (std::size_t i = 0; i < array.size(); ++i) {
-        m_settings.setArrayIndex(static_cast<int>(i));
-        writeDictionary(m_settings, array[i]);
-    }
-    m_settings.endArray();
+    if (keepDamaged())
+        m_settings.setValue(key, QVariant::fromValue(array));
 }
 
 void SettingsUserDefaults::removeObjectForKey(const QString& key)
 {
-    if (replaceDamaged())
-        m_settings.remove(settingsKey(key));
+    if (keepDamaged())
+        m_settings.remove(key);
 }
 
 // The settings keep the access rights of a file that they replace, so there has to be one that is private.
 void SettingsUserDefaults::synchronize()
 {
-    if (m_damaged || !makePrivateFile(path()))
+    if (!keepDamaged() || !makePrivateFile(path()))
         return;
+    removeAbandonedLock(path());
     m_settings.sync();
     syncFolder(QFileInfo(path()).absolutePath());
 }
 
-// False when the damaged file cannot be kept: then it is left as it is.
-bool SettingsUserDefaults::replaceDamaged()
+// False when the damaged file cannot be kept: then it is left as it is, and nothing is set that would replace it.
+bool SettingsUserDefaults::keepDamaged()
 {
-    if (!m_damaged)
-        return true;
-    if (!keepUnreadableFile(path()))
+    if (m_damaged && !keepUnreadableFile(path()))
         return false;
-    m_settings.clear();
     m_damaged = false;
     return true;
 }

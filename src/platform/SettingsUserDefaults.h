@@ -4,8 +4,9 @@
 
 #include <QSettings>
 
-// User defaults in a settings file (INI format), for its user alone (mode 0600) and replaced as a whole. A file that
-// is damaged holds nothing; before it is replaced it is kept beside (keepUnreadableFile).
+// User defaults in a settings file (a property list), for its user alone (mode 0600) and replaced as a whole. A file
+// that is damaged holds nothing; before it is replaced it is kept beside (keepUnreadableFile). Where it
+// cannot be kept, it stays, and nothing can be set.
 class SettingsUserDefaults final : public UserDefaults {
 public:
     // The file of the application's own domain, in the user's folder of settings.
@@ -20,8 +21,8 @@ public:
     void synchronize() override;
 
 private:
-    [[nodiscard]] bool replaceDamaged();
+    [[nodiscard]] bool keepDamaged();
 
-    mutable QSettings m_settings; // its groups are entered to be read
+    QSettings m_settings;
     bool m_damaged;
 };

@@ -6,8 +6,7 @@
 
 #include <optional>
 
-// The user's settings in the application's own domain: lists of dictionaries of texts under names. The order of keys
-// within a dictionary is not kept.
+// The user's settings in the application's own domain: lists of dictionaries of texts under names.
 class UserDefaults {
 public:
     virtual ~UserDefaults() = default;

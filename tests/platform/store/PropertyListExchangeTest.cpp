@@ -1,5 +1,5 @@
 #include "platform/PropertyListFile.h"
-#include "tests/support/RandomTexts.h"
+#include "tests/platform/store/RandomTexts.h"
 
 #include <QFile>
 #include <QJsonArray>

@@ -1,6 +1,6 @@
 #include "platform/PropertyList.h"
 
-#include "tests/support/RandomTexts.h"
+#include "tests/platform/store/RandomTexts.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "tests/support/KilledAtSystemCall.h"
+#include "tests/profiles/KilledAtSystemCall.h"
 
 #include <csignal>
 

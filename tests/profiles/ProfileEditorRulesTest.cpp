@@ -1,0 +1,144 @@
+#include "profiles/ProfileEditorRules.h"
+
+#include "tests/profiles/SampleProfile.h"
+#include "tests/support/BssidListBuilder.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using Items = std::vector<QString>;
+
+ProfileList named(std::initializer_list<QString> names)
+{
+    ProfileList list;
+    for (const QString& name : names)
+        list.push_back(sampleProfile(name));
+    return list;
+}
+
+TEST(NextProfileName, IsTheFirstForAnEmptyList)
+{
+    EXPECT_EQ(GetNextProfileName({}), u"PROF1"_qs);
+}
+
+TEST(NextProfileName, FollowsTheLargestNumber)
+{
+    EXPECT_EQ(GetNextProfileName(named({ u"Prof7"_qs, u"PROF3"_qs })), u"PROF8"_qs);
+    EXPECT_EQ(GetNextProfileName(named({ u"PROF2"_qs, u"prof10"_qs, u"Office"_qs })), u"PROF11"_qs);
+    EXPECT_EQ(GetNextProfileName(named({ u"PROF2 at work"_qs })), u"PROF3"_qs);
+}
+
+TEST(NextProfileName, LooksForTheNumberFromTheFifthCharacterOn)
+{
+    EXPECT_EQ(GetNextProfileName(named({ u"MYPROF9"_qs })), u"PROF1"_qs);
+    EXPECT_EQ(GetNextProfileName(named({ u"abcd12PROF"_qs })), u"PROF13"_qs);
+    EXPECT_EQ(GetNextProfileName(named({ u"PROF"_qs })), u"PROF1"_qs);
+    EXPECT_EQ(GetNextProfileName(named({ u"PROF 6"_qs })), u"PROF7"_qs);
+    EXPECT_EQ(GetNextProfileName(named({ u"PROF-6"_qs })), u"PROF1"_qs);
+    EXPECT_EQ(GetNextProfileName(named({ u"1234567"_qs, u"PRO"_qs, QString() })), u"PROF1"_qs);
+}
+
+TEST(NextProfileName, GoesOnBehindTheLargestNumberOfAll)
+{
+    EXPECT_EQ(GetNextProfileName(named({ u"PROF2147483647"_qs })), u"PROF2147483648"_qs);
+    EXPECT_EQ(GetNextProfileName(named({ u"PROF99999999999"_qs })), u"PROF2147483648"_qs);
+}
+
+TEST(NetworkTypeRules, AdHocNetworksHaveAChannelAndTheirOwnAuthentications)
+{
+    EXPECT_TRUE(channelEnabled(0));
+    EXPECT_EQ(authenticationKindOf(0), 0);
+    for (const int other : { 1, 2, -1 }) {
+        EXPECT_FALSE(channelEnabled(other));
+        EXPECT_EQ(authenticationKindOf(other), 1);
+    }
+}
+
+TEST(ChannelIndex, IsOneLessThanTheChannel)
+{
+    EXPECT_EQ(channelIndexOf(1), 0);
+    EXPECT_EQ(channelIndexOf(11), 10);
+    for (const int none : { 0, -1, std::numeric_limits<int>::min() })
+        EXPECT_EQ(channelIndexOf(none), -1);
+}
+
+TEST(EncryptionListRule, InsertsAgainWithinAFamilyAndKeepsTheSelectedIndex)
+{
+    const auto open = encryptionListAfter({ { u"NONE"_qs, u"WEP"_qs }, 1, 0 }, 0, 6);
+    EXPECT_EQ(open, (EncryptionList { { u"NONE"_qs, u"WEP"_qs, u"NONE"_qs, u"WEP"_qs }, 1, 0 }));
+    const auto shared = encryptionListAfter(open, 1, 6);
+    EXPECT_EQ(shared.items.size(), 6u);
+    EXPECT_EQ(shared.selectedIndex, 1);
+}
+
+TEST(EncryptionListRule, FillsTheListAtTheFirstCallWithoutSelecting)
+{
+    EXPECT_EQ(encryptionListAfter({}, 0, 6), (EncryptionList { { u"NONE"_qs, u"WEP"_qs }, -1, 0 }));
+}
+
+TEST(EncryptionListRule, EmptiesTheListBetweenFamilies)
+{
+    const EncryptionList twice { { u"NONE"_qs, u"WEP"_qs, u"NONE"_qs, u"WEP"_qs }, 1, 0 };
+    const auto wpa = encryptionListAfter(twice, 2, 6);
+    EXPECT_EQ(wpa, (EncryptionList { { u"TKIP"_qs, u"AES"_qs }, 0, 1 }));
+    EXPECT_EQ(encryptionListAfter(twice, 2, 4), (EncryptionList { { u"TKIP"_qs }, 0, 1 }));
+    EXPECT_EQ(encryptionListAfter(twice, 2, 5), (EncryptionList { {}, -1, 1 }));
+    EXPECT_EQ(encryptionListAfter({ wpa.items, 1, 1 }, 1, 6), (EncryptionList { { u"NONE"_qs, u"WEP"_qs }, 0, 0 }));
+}
+
+TEST(EncryptionListRule, InsertsAgainWithWpaToo)
+{
+    const auto again = encryptionListAfter({ { u"TKIP"_qs, u"AES"_qs }, 1, 1 }, 2, 6);
+    EXPECT_EQ(again, (EncryptionList { { u"TKIP"_qs, u"AES"_qs, u"TKIP"_qs, u"AES"_qs }, 1, 1 }));
+}
+
+TEST(EncryptionListRule, ChangesNothingWithoutAnAuthentication)
+{
+    for (const int none : { -1, 3 })
+        for (const int selFlag : { 0, 1 }) {
+            const EncryptionList before { { u"TKIP"_qs }, 0, selFlag };
+            EXPECT_EQ(encryptionListAfter(before, none, 6), before);
+        }
+}
+
+TEST(SsidList, HasEveryNameInTheOrderOfTheScan)
+{
+    Bytes list = inBuffer(
+        bssidList({ EntryBuilder("b"), EntryBuilder(""), EntryBuilder("a"), EntryBuilder("b"), EntryBuilder("x\0y") }));
+    EXPECT_EQ(GetBssidList(list), (Items { u"b"_qs, QString(), u"a"_qs, u"b"_qs, u"x"_qs }));
+    EXPECT_EQ(GetBssidList({}), Items());
+}
+
+TEST(SsidOfEditedProfile, IsTheFirstItemThatMatches)
+{
+    EXPECT_EQ(ssidOfEditedProfile({ u"a"_qs, u"b"_qs, u"b"_qs }, u"b"_qs), (SsidSelection { 1, u"b"_qs }));
+}
+
+TEST(SsidOfEditedProfile, LeavesTheLastItemSelectedBelowItsOwnName)
+{
+    EXPECT_EQ(ssidOfEditedProfile({ u"a"_qs, u"b"_qs }, u"c"_qs), (SsidSelection { 1, u"c"_qs }));
+}
+
+TEST(SsidOfEditedProfile, IsLeftAloneWithAnEmptyList)
+{
+    EXPECT_EQ(ssidOfEditedProfile({}, u"c"_qs), std::nullopt);
+}
+
+TEST(SsidOfScannedNetwork, IsTheItemThatMatchesOrTheFirst)
+{
+    EXPECT_EQ(ssidOfScannedNetwork({ u"a"_qs, u"b"_qs, u"b"_qs }, u"b"_qs), (SsidSelection { 1, u"b"_qs }));
+    EXPECT_EQ(ssidOfScannedNetwork({ u"a"_qs, u"b"_qs }, u"c"_qs), (SsidSelection { 0, u"a"_qs }));
+    EXPECT_EQ(ssidOfScannedNetwork({}, u"c"_qs), std::nullopt);
+}
+
+TEST(ThresholdSlider, StaysInItsRange)
+{
+    EXPECT_EQ(sliderValueOf(u"500"_qs, rtsThresholdRange), 500);
+    EXPECT_EQ(sliderValueOf(u"9999"_qs, rtsThresholdRange), 2347);
+    EXPECT_EQ(sliderValueOf(QString(), rtsThresholdRange), 0);
+    EXPECT_EQ(sliderValueOf(u"0"_qs, fragmentationThresholdRange), 256);
+    EXPECT_EQ(sliderValueOf(u"2347"_qs, fragmentationThresholdRange), 2346);
+}
+
+} // namespace
