@@ -1,8 +1,12 @@
+#include "about/MakerUrl.h"
+#include "about/ui/AboutPageController.h"
+#include "advanced/ui/AdvancePageController.h"
 #include "app/MainWindow.h"
 #include "app/QvConfig7100Controller.h"
 #include "app/shared/Identity.h"
 #include "driver/VX7100Access.h"
 #include "monitor/ui/LinkStatusPageController.h"
+#include "monitor/ui/StatisticsPageController.h"
 #include "platform/LogindConsoleUser.h"
 #include "platform/SocketIORegistry.h"
 #include "platform/StandardAssertionHandler.h"
@@ -53,6 +57,9 @@ public:
     {
         m_window.setPage(MainWindow::Page::SiteSurvey, &m_siteSurvey);
         m_window.setPage(MainWindow::Page::LinkStatus, &m_linkStatus);
+        m_window.setPage(MainWindow::Page::Statistics, &m_statistics);
+        m_window.setPage(MainWindow::Page::AdvancedSettings, &m_advanced);
+        m_window.setPage(MainWindow::Page::About, &m_about);
     }
 
     // The watch comes first: its tick brings a card into use before the tick of any page asks for it.
@@ -61,6 +68,9 @@ public:
         m_controller.awakeFromNib();
         m_siteSurvey.awakeFromNib();
         m_linkStatus.awakeFromNib();
+        m_statistics.awakeFromNib();
+        m_advanced.awakeFromNib();
+        m_about.awakeFromNib();
         m_window.show();
     }
 
@@ -78,7 +88,11 @@ private:
     MainWindow m_window { m_defaults };
     SiteSurveyPageController m_siteSurvey { m_adapter, m_runLoop, m_assertions, m_alerts, m_sheets };
     LinkStatusPageController m_linkStatus { m_adapter, m_runLoop, m_assertions, &m_siteSurvey };
-    QvConfig7100Controller m_controller { m_adapter, m_runLoop, m_window.tabView(), { &m_siteSurvey } };
+    StatisticsPageController m_statistics { m_adapter, m_runLoop };
+    AdvancePageController m_advanced { m_adapter, m_alerts, m_assertions };
+    AboutPageController m_about { m_adapter, makerUrl(m_defaults) };
+    QvConfig7100Controller m_controller { m_adapter, m_runLoop, m_window.tabView(),
+        { .siteSurvey = &m_siteSurvey, .about = &m_about, .advance = &m_advanced } };
 };
 
 } // namespace
