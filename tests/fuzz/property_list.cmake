@@ -1,0 +1,4 @@
+vantrel_fuzzer(property_list_fuzz
+    SOURCES property_list_fuzz.cpp
+    LINK platform
+    CORPUS corpus/property_list)
