@@ -8,7 +8,7 @@ namespace {
 
 constexpr MacAddress ownBssid { 0x02, 0, 0, 0, 0, 0x01 };
 
-Air airOf(std::vector<ScenarioNetwork> networks)
+Air airOf(const std::vector<ScenarioNetwork>& networks)
 {
     Air air;
     for (const ScenarioNetwork& network : networks)

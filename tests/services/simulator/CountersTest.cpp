@@ -9,7 +9,7 @@ namespace {
 void run(Counters& counters, const std::optional<LinkCondition>& link, int seconds)
 {
     static constexpr std::int64_t start = 5000;
-    for (int i = 0; i <= seconds; ++i)
+    for (std::int64_t i = 0; i <= seconds; ++i)
         counters.advance(start + i * 1000, link);
 }
 

@@ -119,7 +119,7 @@ protected:
         RawClient client(cardSocket());
         if (!client.open())
             return std::nullopt;
-        const auto reply = client.call(1, oid, Bytes(length), length);
+        auto reply = client.call(1, oid, Bytes(length), length);
         EXPECT_TRUE(!reply || RawClient::isSuccess(client.call(2, 1, {}, 0)));
         return reply;
     }
