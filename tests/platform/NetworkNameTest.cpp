@@ -48,7 +48,7 @@ QString throughXml(const QString& text)
     EXPECT_FALSE(writer.hasError());
     QXmlStreamReader reader(document);
     EXPECT_TRUE(reader.readNextStartElement());
-    const QString result = reader.readElementText();
+    QString result = reader.readElementText();
     EXPECT_FALSE(reader.hasError()) << reader.errorString().toStdString();
     return result;
 }

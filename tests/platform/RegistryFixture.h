@@ -32,12 +32,14 @@ protected:
         }
     }
 
+    RegistryFixture(const RegistryFixture&) = delete;
+    RegistryFixture& operator=(const RegistryFixture&) = delete;
     ~RegistryFixture() override { std::filesystem::remove_all(base); }
 
     // ROOT/CLASS, made where it is missing.
     std::string classFolder(std::size_t root, mode_t mode = 0700, const char* name = className) const
     {
-        const std::string folder = roots.at(root) + "/" + name;
+        std::string folder = roots.at(root) + "/" + name;
         (void)::mkdir(folder.c_str(), mode);
         (void)::chmod(folder.c_str(), mode);
         return folder;
