@@ -60,7 +60,7 @@ TEST(ProfileConnection, TakesTheSettingsAsTheyAreStored)
 {
     const auto record = profileConnection(sampleProfile());
     EXPECT_EQ(record->ConnectByBssid, 0);
-    EXPECT_EQ(record->Ssid.SsidLength, 4u);
+    EXPECT_EQ(+record->Ssid.SsidLength, 4u);
     EXPECT_EQ(std::memcmp(record->Ssid.Ssid.data(), "home\0\0", 6), 0);
     EXPECT_EQ(record->Bssid, MacAddress {});
     EXPECT_EQ(record->NetworkType, 1);
@@ -79,7 +79,7 @@ TEST(ProfileConnection, TakesTheSettingsAsTheyAreStored)
 TEST(ProfileConnection, ReadsMissingKeysAsZero)
 {
     const auto record = profileConnection({});
-    EXPECT_EQ(record->Ssid.SsidLength, 0u);
+    EXPECT_EQ(+record->Ssid.SsidLength, 0u);
     EXPECT_EQ(record->NetworkType, 0);
     EXPECT_EQ(record->AuthenMode, 0);
     EXPECT_EQ(record->EncryStatus, 1);
@@ -92,14 +92,14 @@ TEST(ProfileConnection, HasTheBytesOfAName)
 {
     const QByteArray bytes("\xFFnet\x01\xC3\xA4", 7);
     const auto record = connectionWith({ { ProfileKey::ssid, textFromBytes(bytes) } });
-    EXPECT_EQ(record->Ssid.SsidLength, 7u);
+    EXPECT_EQ(+record->Ssid.SsidLength, 7u);
     EXPECT_EQ(std::memcmp(record->Ssid.Ssid.data(), bytes.constData(), 7), 0);
 }
 
 TEST(ProfileConnection, HasAtMostThirtyTwoBytesOfAName)
 {
-    EXPECT_EQ(connectionWith({ { ProfileKey::ssid, QString(32, u'a') } })->Ssid.SsidLength, 32u);
-    EXPECT_EQ(connectionWith({ { ProfileKey::ssid, QString(33, u'a') } })->Ssid.SsidLength, 32u);
+    EXPECT_EQ(+connectionWith({ { ProfileKey::ssid, QString(32, u'a') } })->Ssid.SsidLength, 32u);
+    EXPECT_EQ(+connectionWith({ { ProfileKey::ssid, QString(33, u'a') } })->Ssid.SsidLength, 32u);
 }
 
 struct SecurityCase {
