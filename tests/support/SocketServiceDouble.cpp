@@ -14,6 +14,7 @@
 namespace {
 
 constexpr std::size_t requestHeaderSize = 16;
+constexpr std::size_t replyHeaderSize = 8;
 constexpr std::size_t largestRequest = requestHeaderSize + 65536;
 
 std::optional<sockaddr_un> addressOf(const std::string& path)
@@ -31,10 +32,10 @@ std::optional<sockaddr_un> addressOf(const std::string& path)
 std::vector<std::byte> SocketServiceDouble::packet(
     std::uint32_t result, std::uint32_t outputSize, const std::vector<std::byte>& output)
 {
-    std::vector<std::byte> bytes(8);
-    std::memcpy(bytes.data(), &result, 4);
-    std::memcpy(bytes.data() + 4, &outputSize, 4);
-    bytes.insert(bytes.end(), output.begin(), output.end());
+    std::vector<std::byte> bytes(replyHeaderSize + output.size());
+    std::memcpy(bytes.data(), &result, sizeof(result));
+    std::memcpy(bytes.data() + sizeof(result), &outputSize, sizeof(outputSize));
+    std::copy(output.begin(), output.end(), bytes.data() + replyHeaderSize);
     return bytes;
 }
 
