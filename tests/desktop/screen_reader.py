@@ -67,7 +67,8 @@ def tab_titles(top):
 
 def selected_tab(top):
     for item in visible(top):
-        if item.get_role_name() == "page tab" and item.get_state_set().contains(Atspi.StateType.SELECTED):
+        # The selected tab is marked as the focused one, wherever the keyboard's focus is.
+        if item.get_role_name() == "page tab" and item.get_state_set().contains(Atspi.StateType.FOCUSED):
             return item.get_name().replace("&", "")
     return None
 
