@@ -177,11 +177,13 @@ void queueRescan()
     TaskQueue::InsertTaskObject(std::move(task));
 }
 
-void queueConnection(std::unique_ptr<PROFILE_DATA> record)
+std::weak_ptr<ProfileData> queueConnection(std::unique_ptr<PROFILE_DATA> record)
 {
     std::shared_ptr<ProfileData> task = ProfileData::setProfileData(std::move(record));
     task->setTaskType(CONNECT_TASK_FULL);
+    const std::weak_ptr<ProfileData> queued = task;
     TaskQueue::InsertTaskObject(std::move(task));
+    return queued;
 }
 
 void DoTask(ConnectionState& state, VX7100Access& adapter)

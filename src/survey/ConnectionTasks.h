@@ -6,6 +6,7 @@
 #include <memory>
 
 class VX7100Access;
+class ProfileData;
 struct PROFILE_DATA;
 
 // The list of networks, as far as the connection watch drives it.
@@ -29,7 +30,7 @@ struct ConnectionState {
 
 // Executes and removes the oldest task of the queue, if there is one and no other is being executed. Results of the
 // driver's requests are not looked at: a failed one neither stops the sequence nor is reported. A task without a
-// record is dropped and leaves runFlag set, so that no task is executed afterwards.
+// record is dropped and leaves runFlag set: no task is executed until a DoTask finds the queue empty.
 void DoTask(ConnectionState& state, VX7100Access& adapter);
 
 // Watches the link: takes up a new list, marks the row of the associated access point in G_bCurSelItem, and asks for
@@ -39,7 +40,8 @@ void ProbeConnectStatus(ConnectionState& state, VX7100Access& adapter, SurveyLis
 // Queues a scan for the next DoTask.
 void queueRescan();
 // Queues the connection that the record describes for the next DoTask.
-void queueConnection(std::unique_ptr<PROFILE_DATA> record);
+// The task expires when it has been executed.
+std::weak_ptr<ProfileData> queueConnection(std::unique_ptr<PROFILE_DATA> record);
 
 // The transmit power in percent for a step of PROFILE_DATA; 100 for a step that does not exist.
 [[nodiscard]] std::uint32_t transmitPowerPercent(std::uint32_t powerStep);

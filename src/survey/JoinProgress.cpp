@@ -21,13 +21,14 @@ void JoinProgress::begin(const QString& network)
     m_ticksWaited = 0;
 }
 
-void JoinProgress::tick(bool linkUp)
+void JoinProgress::tick(bool linkUp, bool stillQueued)
 {
     switch (m_state) {
     case State::Idle:
         break;
     case State::Queued:
-        m_state = State::Waiting;
+        if (!stillQueued)
+            m_state = State::Waiting;
         break;
     case State::Waiting:
         if (linkUp)
@@ -57,8 +58,7 @@ QString JoinProgress::text() const
         return translated("Connecting to %1…").arg(m_network);
     case State::Failed:
         return translated("No connection to %1 after %2 seconds. The key may be wrong, or the network out of range.")
-            .arg(m_network)
-            .arg(ticksBeforeFailure * secondsPerTick);
+            .arg(m_network, QString::number(ticksBeforeFailure * secondsPerTick)); // at once: a name may hold "%2"
     }
     return {};
 }

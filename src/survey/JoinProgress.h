@@ -8,8 +8,9 @@ class JoinProgress {
 public:
     // A connection was queued. network is its name as it is shown, empty for one that sends none.
     void begin(const QString& network);
-    // One tick: whether the link is up, as probed before the tick ran its task.
-    void tick(bool linkUp);
+    // One tick: whether the link is up, as probed before the tick ran its task, and whether the connection still waits
+    // in the queue behind other tasks.
+    void tick(bool linkUp, bool stillQueued);
     // The card is gone, and with it what was asked of it.
     void reset();
 
@@ -19,7 +20,7 @@ public:
 private:
     enum class State {
         Idle,
-        Queued, // the tick that runs the task still sees the link of before
+        Queued, // the link that is seen is the one of before, also in the tick that runs the task
         Waiting,
         Failed,
     };

@@ -6,6 +6,7 @@
 
 WpaClass wpaClassOf(const BssidEntry& entry)
 {
+    traceEntry("SiteSurveyPageController", "IsItemWPA");
     const auto element = findWpaElement(entry);
     if (!element)
         return WpaClass::Unknown;

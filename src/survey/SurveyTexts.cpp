@@ -14,13 +14,16 @@ QString tr(const char* text)
 
 } // namespace
 
-QString emptyListText(bool deviceExists, bool radioOn)
+QString emptyListText(const SurveyState& state)
 {
-    if (!deviceExists)
+    if (!state.deviceExists)
         return tr("No wireless card found. Insert the card; its networks appear here by themselves.");
-    if (!radioOn)
+    if (!state.radioOn)
         return tr("The radio of the wireless card is switched off.");
-    return tr("No networks in range. Press Rescan to search again.");
+    if (!state.surveyed)
+        return tr("Searching for networks…");
+    // The card's own switch is not asked for: without it, there is nothing in range either.
+    return tr("No networks in range, or the card's own radio switch is off. Press Rescan to search again.");
 }
 
 QString shownNetworkName(const QString& text)

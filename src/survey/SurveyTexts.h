@@ -5,8 +5,14 @@
 
 // Texts that the site survey page shows besides the rows themselves.
 
+struct SurveyState {
+    bool deviceExists { false };
+    bool radioOn { false };
+    bool surveyed { false }; // the first search since the card came is over
+};
+
 // Why the list of networks is empty.
-[[nodiscard]] QString emptyListText(bool deviceExists, bool radioOn);
+[[nodiscard]] QString emptyListText(const SurveyState& state);
 
 // A network's name for the eye: a byte that has no character of its own shows as U+FFFD, and a name that is not sent
 // at all as a word. text is a name as rows hold it.

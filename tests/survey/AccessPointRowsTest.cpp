@@ -1,6 +1,7 @@
 #include "survey/AccessPointRows.h"
 
 #include "driver/BssidList.h"
+#include "driver/MacAddressText.h"
 #include "tests/support/BssidListBuilder.h"
 #include "tests/support/RecordingAssertionHandler.h"
 
@@ -93,6 +94,40 @@ TEST(AccessPointRows, PairwiseCountInTheHighByteAloneBecomesOneToo)
     EXPECT_EQ(accessPointRows(buffer, assertions).rows.front().authentication(), QStringLiteral("WPA-PSK"));
     EXPECT_EQ(buffer[4 + 128 + 12], std::byte { 1 });
     EXPECT_EQ(buffer[4 + 128 + 13], std::byte { 0 });
+}
+
+TEST(AccessPointRows, CutOffElementRewritesTheNextEntryAndRowsAreStillTheEntriesThere)
+{
+    EntryBuilder cut("cut", 1);
+    cut.elements = wpaElement(tkip, 2);
+    cut.elements.resize(12); // the pairwise count would follow: there stands the next entry's Length
+    cut.keepLengths = true;
+    cut.fixedPart.Length = 140;
+    cut.fixedPart.IELength = 60;
+    RecordingAssertionHandler assertions;
+    Bytes buffer = inBuffer(bssidList({ cut, EntryBuilder("b", 2), EntryBuilder("c", 3) }));
+    const auto rows = accessPointRows(buffer, assertions).rows;
+    EXPECT_EQ(bssidEntryAt(buffer, 1)->fixedPart().Length, 1u);
+    // Behind an entry of one byte no entry begins.
+    ASSERT_EQ(rows.size(), 2u);
+    BssidListWalk walk(buffer);
+    for (const AccessPoint& row : rows)
+        EXPECT_EQ(row.bssid(), macAddressText(walk.next()->fixedPart().MacAddress));
+    EXPECT_FALSE(walk.next().has_value());
+}
+
+TEST(AccessPointRows, GroupSuiteOfAnotherOrganisationLeavesTheListAsItIs)
+{
+    EntryBuilder entry = wpaEntry(tkip, 2);
+    entry.elements = wpaElement(tkip, 2, 2);
+    entry.elements[9] = std::byte { 0x10 }; // 00-10-F2
+    RecordingAssertionHandler assertions;
+    Bytes buffer = inBuffer(bssidList({ entry }));
+    const Bytes before = buffer;
+    const auto rows = accessPointRows(buffer, assertions).rows;
+    EXPECT_EQ(rows.front().authentication(), QStringLiteral("Unknown"));
+    EXPECT_EQ(rows.front().encryption(), QStringLiteral("WEP"));
+    EXPECT_EQ(buffer, before);
 }
 
 TEST(AccessPointRows, NameOf32BytesRunsOnToTheNextZero)

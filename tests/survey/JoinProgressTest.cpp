@@ -12,7 +12,7 @@ TEST(JoinProgress, SaysNothingUntilAConnectionIsAskedFor)
 {
     JoinProgress progress;
     EXPECT_TRUE(progress.text().isEmpty());
-    progress.tick(false);
+    progress.tick(false, false);
     EXPECT_TRUE(progress.text().isEmpty());
 }
 
@@ -21,9 +21,9 @@ TEST(JoinProgress, TellsWhatIsBeingJoinedUntilTheLinkIsUp)
     JoinProgress progress;
     progress.begin(QStringLiteral("home"));
     EXPECT_EQ(progress.text(), connecting);
-    progress.tick(false);
+    progress.tick(false, false);
     EXPECT_EQ(progress.text(), connecting);
-    progress.tick(true);
+    progress.tick(true, false);
     EXPECT_TRUE(progress.text().isEmpty());
 }
 
@@ -31,8 +31,30 @@ TEST(JoinProgress, LinkOfBeforeIsNotTakenForTheNewOne)
 {
     JoinProgress progress;
     progress.begin(QStringLiteral("home"));
-    progress.tick(true); // probed before this tick sent the connection to the card
+    progress.tick(true, false); // probed before this tick sent the connection to the card
     EXPECT_EQ(progress.text(), connecting);
+}
+
+TEST(JoinProgress, WaitsForItsTurnBehindOtherTasks)
+{
+    JoinProgress progress;
+    progress.begin(QStringLiteral("home"));
+    progress.tick(true, true); // the tick ran a rescan
+    progress.tick(true, false); // the tick that sent the connection still saw the link of before
+    EXPECT_EQ(progress.text(), connecting);
+    for (int tick = 0; tick < 5; ++tick)
+        progress.tick(false, false);
+    EXPECT_EQ(progress.text(), failed);
+}
+
+TEST(JoinProgress, NameIsNotTakenForAPattern)
+{
+    JoinProgress progress;
+    progress.begin(QStringLiteral("%1%2"));
+    EXPECT_EQ(progress.text(), QStringLiteral("Connecting to “%1%2”…"));
+    for (int tick = 0; tick < 6; ++tick)
+        progress.tick(false, false);
+    EXPECT_TRUE(progress.text().startsWith(QStringLiteral("No connection to “%1%2” after 10 seconds.")));
 }
 
 TEST(JoinProgress, FailsAfterFiveTicksAndRecoversWithTheLink)
@@ -40,14 +62,14 @@ TEST(JoinProgress, FailsAfterFiveTicksAndRecoversWithTheLink)
     JoinProgress progress;
     progress.begin(QStringLiteral("home"));
     for (int tick = 0; tick < 5; ++tick) {
-        progress.tick(false);
+        progress.tick(false, false);
         EXPECT_EQ(progress.text(), connecting);
     }
-    progress.tick(false);
+    progress.tick(false, false);
     EXPECT_EQ(progress.text(), failed);
-    progress.tick(false);
+    progress.tick(false, false);
     EXPECT_EQ(progress.text(), failed);
-    progress.tick(true);
+    progress.tick(true, false);
     EXPECT_TRUE(progress.text().isEmpty());
 }
 
@@ -56,7 +78,7 @@ TEST(JoinProgress, AnotherConnectionStartsAnew)
     JoinProgress progress;
     progress.begin(QStringLiteral("home"));
     for (int tick = 0; tick < 6; ++tick)
-        progress.tick(false);
+        progress.tick(false, false);
     progress.begin(QString());
     EXPECT_EQ(progress.text(), QStringLiteral("Connecting to the network…"));
     progress.reset();

@@ -12,15 +12,24 @@ QString toolTipOf(const Bytes& name)
     return networkNameToolTip(textFromBytes(std::span<const std::byte>(name)));
 }
 
-TEST(SurveyTexts, TellsTheThreeReasonsForAnEmptyListApart)
+TEST(SurveyTexts, TellsTheReasonsForAnEmptyListApart)
 {
-    const QString noCard = emptyListText(false, true);
-    const QString radioOff = emptyListText(true, false);
-    const QString nothingInRange = emptyListText(true, true);
+    const QString noCard = emptyListText({ .deviceExists = false, .radioOn = true, .surveyed = false });
+    const QString radioOff = emptyListText({ .deviceExists = true, .radioOn = false, .surveyed = true });
+    const QString searching = emptyListText({ .deviceExists = true, .radioOn = true, .surveyed = false });
+    const QString nothingInRange = emptyListText({ .deviceExists = true, .radioOn = true, .surveyed = true });
     EXPECT_TRUE(noCard.contains(u"No wireless card"_qs));
     EXPECT_TRUE(radioOff.contains(u"switched off"_qs));
+    EXPECT_TRUE(searching.contains(u"Searching"_qs));
     EXPECT_TRUE(nothingInRange.contains(u"No networks in range"_qs));
-    EXPECT_EQ(emptyListText(false, false), noCard) << "without a card its radio does not matter";
+    EXPECT_TRUE(nothingInRange.contains(u"radio switch is off"_qs)) << "the card's own switch leaves nothing in range";
+}
+
+TEST(SurveyTexts, WithoutACardItsRadioDoesNotMatterAndWithItsRadioOffNoSearchDoes)
+{
+    EXPECT_EQ(emptyListText({ .radioOn = false }), emptyListText({ .radioOn = true }));
+    EXPECT_EQ(emptyListText({ .deviceExists = true, .surveyed = false }),
+        emptyListText({ .deviceExists = true, .surveyed = true }));
 }
 
 TEST(SurveyTexts, AddsNothingToAPlainName)

@@ -35,3 +35,9 @@ void HiddenSSIDController::OnCANCEL()
 {
     m_sheets.stopModalWithCode(sheetCancelled);
 }
+
+void HiddenSSIDController::focusName()
+{
+    m_form->HiddenSSIDText->setFocus();
+    m_form->HiddenSSIDText->selectAll();
+}

@@ -24,6 +24,8 @@ public:
     // Hands the name back as it is, cut at 32 bytes; nothing else is asked of it.
     void OnOK();
     void OnCANCEL();
+    // The keyboard goes to the name; one typed before is selected, so that typing replaces it.
+    void focusName();
 
 private:
     ModalSheets& m_sheets;

@@ -11,6 +11,8 @@
 #include "survey/AccessPointRows.h"
 #include "survey/NetworkSecurity.h"
 #include "survey/ProfileData.h"
+#include "survey/ProfileEditorSheet.h"
+#include "survey/ProfileProposal.h"
 #include "survey/SurveyTexts.h"
 #include "survey/ui/NetworkNameDelegate.h"
 #include "survey/ui/SignalBarsDelegate.h"
@@ -74,13 +76,18 @@ void SiteSurveyPageController::setUpTable()
     list.setDelegateForTableColumn(u"ssid", new NetworkNameDelegate(&list));
     list.setDelegateForTableColumn(u"signal", new SignalBarsDelegate(&list));
     list.setDataSource(this);
-    showWhyListIsEmpty();
+    // Nobody tells the page of a card that was found before its first search is over; the window is painted meanwhile.
+    list.setEmptyTextSource([this] {
+        return emptyListText(
+            { .deviceExists = G_bDeviceExist != 0, .radioOn = G_bRadio != 0, .surveyed = SiteSurveyTimer != nullptr });
+    });
 }
 
 void SiteSurveyPageController::awakeFromNib()
 {
     m_form->ApList->setDoubleAction([this] { OnConnect(); });
     connect(m_form->Connect, &QPushButton::clicked, this, [this] { OnConnect(); });
+    connect(m_form->AddProfile, &QPushButton::clicked, this, [this] { OnAddProfile(); });
     connect(m_form->Rescan, &QPushButton::clicked, this, [this] { OnRescan(); });
     auto* const rescanKey = new QShortcut(QKeySequence::Refresh, this);
     connect(rescanKey, &QShortcut::activated, this, [this] { m_form->Rescan->click(); });
@@ -92,14 +99,17 @@ void SiteSurveyPageController::awakeFromNib()
 
 void SiteSurveyPageController::StartSiteSurveyTimer()
 {
+    // A card that stopped answering for a moment is brought into use again without a stop in between. The new timer
+    // replaces the old one: two of them would probe the link twice as often and could not both be stopped.
     SiteSurveyTimer = m_runLoop.scheduleRepeatingTimer(timerInterval, [this] { OnTimer(); });
+    m_form->ApList->updateEmptyText();
 }
 
 void SiteSurveyPageController::StopSiteSurveyTimer()
 {
     SiteSurveyTimer.reset();
     m_joinProgress.reset();
-    showWhyListIsEmpty();
+    m_form->ApList->updateEmptyText();
     showJoinProgress();
 }
 
@@ -109,7 +119,7 @@ void SiteSurveyPageController::OnTimer()
         return;
     ProbeConnectStatus();
     DoTask();
-    m_joinProgress.tick(m_connection.linkUp);
+    m_joinProgress.tick(m_connection.linkUp, !m_queuedConnection.expired());
     showJoinProgress();
 }
 
@@ -146,12 +156,7 @@ void SiteSurveyPageController::ClearAPList()
 void SiteSurveyPageController::reloadData()
 {
     m_form->ApList->reloadData();
-    showWhyListIsEmpty();
-}
-
-void SiteSurveyPageController::showWhyListIsEmpty()
-{
-    m_form->ApList->setEmptyText(emptyListText(G_bDeviceExist != 0, G_bRadio != 0));
+    m_form->ApList->updateEmptyText();
 }
 
 void SiteSurveyPageController::showJoinProgress()
@@ -188,6 +193,21 @@ void SiteSurveyPageController::OnConnect()
         join(choice, connectionRecord(choice, &m_securitySettings));
 }
 
+void SiteSurveyPageController::OnAddProfile()
+{
+    traceEntry(className, "OnAddProfile");
+    const auto entry = selectedEntry();
+    if (!entry || ProfileEditor == nullptr)
+        return;
+    const auto proposal = profileProposal(*entry, m_assertions);
+    if (!proposal || !ProfileEditor->AddProfile(*proposal))
+        return;
+    ProfileEditor->selectFirstTab();
+    (void)m_sheets.runModalForWindow(ProfileEditor->ProfileEditorWindow(), *window());
+    if (m_profilePage)
+        m_profilePage->RefreshProfileList();
+}
+
 std::optional<BssidEntry> SiteSurveyPageController::selectedEntry()
 {
     CurrentSelectedItem = m_form->ApList->selectedRow() + 1;
@@ -201,6 +221,7 @@ std::optional<BssidEntry> SiteSurveyPageController::selectedEntry()
 
 bool SiteSurveyPageController::askForHiddenName(NetworkChoice& choice)
 {
+    HiddenSSID.focusName();
     if (m_sheets.runModalForWindow(HiddenSSID, *window()) != sheetAccepted)
         return false;
     choice.hidden = true;
@@ -231,13 +252,21 @@ void SiteSurveyPageController::join(const NetworkChoice& choice, std::unique_ptr
     m_connection.BssidSet = choice.network.MacAddress;
     const bool bySsid = record->ConnectByBssid == 0;
     G_bRescan = 0;
-    queueConnection(std::move(record));
+    queueAndFollow(std::move(record), choice.ssid);
     m_connection.SetSsid = bySsid ? 1 : 0;
     m_connection.SetBssid = bySsid ? 0 : 1;
     G_configFromProfile = 0;
     if (m_profilePage)
         m_profilePage->DisabledActivateProfile();
-    m_joinProgress.begin(textUpToZero(std::as_bytes(std::span(choice.ssid.Ssid))));
+}
+
+void SiteSurveyPageController::queueAndFollow(std::unique_ptr<PROFILE_DATA> record, const NDIS_802_11_SSID& ssid)
+{
+    m_queuedConnection = queueConnection(std::move(record));
+    if (G_bDeviceExist == 0) // no tick would come to tell how it went
+        return;
+    const QString name = textUpToZero(std::as_bytes(std::span(ssid.Ssid)));
+    m_joinProgress.begin(name.isEmpty() ? name : shownNetworkName(name));
     showJoinProgress();
 }
 
@@ -264,7 +293,8 @@ void SiteSurveyPageController::resetFlag()
 
 void SiteSurveyPageController::SetTaskQueue(std::unique_ptr<PROFILE_DATA> record)
 {
-    queueConnection(std::move(record));
+    const NDIS_802_11_SSID ssid = record->Ssid;
+    queueAndFollow(std::move(record), ssid);
 }
 
 int SiteSurveyPageController::numberOfRowsInTableView() const

@@ -3,6 +3,7 @@
 #include "app/shared/Pages.h"
 #include "platform/ui/TableDataSource.h"
 #include "survey/AccessPoint.h"
+#include "survey/ConnectionQueue.h"
 #include "survey/ConnectionRecord.h"
 #include "survey/ConnectionTasks.h"
 #include "survey/JoinProgress.h"
@@ -21,6 +22,7 @@
 class AlertPanels;
 class AssertionHandler;
 class ModalSheets;
+class ProfileEditorSheet;
 class RunLoop;
 class Timer;
 class VX7100Access;
@@ -33,6 +35,7 @@ class SiteSurveyPage;
 class SiteSurveyPageController final : public QWidget,
                                        public SiteSurveyPage,
                                        public TableDataSource,
+                                       public ConnectionQueue,
                                        private SecuritySettingsReceiver,
                                        private HiddenSSIDReceiver,
                                        private SurveyList {
@@ -46,8 +49,10 @@ public:
     SiteSurveyPageController& operator=(const SiteSurveyPageController&) = delete;
 
     void awakeFromNib();
-    // The page that is told of connections made by hand; may be absent.
+    // The page that is told of connections made by hand and of profiles made here; may be absent.
     void setProfilePage(ProfilePage* profilePage) { m_profilePage = profilePage; }
+    // May be absent, and no profile can be made here then.
+    void setProfileEditor(ProfileEditorSheet* profileEditor) { ProfileEditor = profileEditor; }
 
     void StartSiteSurveyTimer() override;
     void StopSiteSurveyTimer() override;
@@ -60,11 +65,12 @@ public:
     void OnRescan();
     // Joins the selected network, asking in sheets for what is missing.
     void OnConnect();
+    // Opens the profile editor over the selected network. Nothing is sent to the driver.
+    void OnAddProfile();
     void DoTask();
     void ProbeConnectStatus();
-    void resetFlag();
-    // Queues the connection that the record describes; the page's timer runs it.
-    void SetTaskQueue(std::unique_ptr<PROFILE_DATA> record);
+    void resetFlag() override;
+    void SetTaskQueue(std::unique_ptr<PROFILE_DATA> record) override;
 
     [[nodiscard]] int numberOfRowsInTableView() const override;
     [[nodiscard]] QVariant objectValueForTableColumn(QStringView identifier, int row) const override;
@@ -75,8 +81,8 @@ private:
     void setUpTable();
     void RescanTimeFunc();
     void reloadData() override;
-    void showWhyListIsEmpty();
     void showJoinProgress();
+    void queueAndFollow(std::unique_ptr<PROFILE_DATA> record, const NDIS_802_11_SSID& ssid);
 
     // The entry of the selected row; nothing, after an alert, when no row is selected, and without a word when the list
     // has no such entry.
@@ -93,12 +99,14 @@ private:
     AlertPanels& m_alerts;
     ModalSheets& m_sheets;
     ProfilePage* m_profilePage { nullptr };
+    ProfileEditorSheet* ProfileEditor { nullptr };
     std::unique_ptr<Ui::SiteSurveyPage> m_form;
     ::TaskQueue TaskQueue;
     std::unique_ptr<Timer> SiteSurveyTimer;
     std::vector<AccessPoint> tableData;
     ConnectionState m_connection;
     JoinProgress m_joinProgress;
+    std::weak_ptr<ProfileData> m_queuedConnection; // the one that m_joinProgress tells of
 
     WEPSettingController WEPSetting;
     HiddenSSIDController HiddenSSID;

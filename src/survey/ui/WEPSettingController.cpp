@@ -23,6 +23,11 @@ WEPSettingController::WEPSettingController(
         { m_form->WEPKey3Radio, m_form->WEPKey3Combo, m_form->WEPKey3Text, m_form->WEPKey3Hint },
         { m_form->WEPKey4Radio, m_form->WEPKey4Combo, m_form->WEPKey4Text, m_form->WEPKey4Hint },
     } };
+    // The longest WEP key shows whole.
+    constexpr int longestWepKeyText = 26;
+    const int width = fontMetrics().horizontalAdvance(QString(longestWepKeyText + 4, u'0'));
+    for (const KeyRow& row : m_keyRows)
+        row.text->setMinimumWidth(width);
 }
 
 WEPSettingController::~WEPSettingController() = default;
@@ -35,6 +40,9 @@ void WEPSettingController::awakeFromNib()
         row.format->selectItemAtIndex(0);
     selFlag = 0;
     OnSelchangeAuthType();
+    // Only now does the list have an item to select.
+    m_form->EncryType->selectItemAtIndex(0);
+    OnSelchangeEncryptionType();
     connectControls();
 }
 
@@ -98,7 +106,7 @@ void WEPSettingController::focusFirstKey()
     if (m_form->WPAPreSharedKey->isEnabled())
         m_form->WPAPreSharedKey->setFocus();
     else if (m_form->WEPKey1Text->isEnabled())
-        m_form->WEPKey1Text->setFocus();
+        m_keyRows[static_cast<std::size_t>(selectedKeyIndex(keyControls().wepKeys))].text->setFocus();
     else
         m_form->AuthenType->setFocus();
 }

@@ -315,6 +315,49 @@ TEST_F(ConnectingTest, TellsHowTheJoinComesAlong)
     EXPECT_EQ(joinStatus(), QString());
 }
 
+TEST_F(ConnectingTest, JoinBehindARescanIsFollowedToItsEnd)
+{
+    page.StartSiteSurveyTimer();
+    letLinkBeUp({ 0x00, 0x11, 0x22, 0x33, 0x44, 0x01 });
+    letScanFind({ EntryBuilder("open") });
+    select(EntryBuilder("open"));
+    page.OnRescan();
+    pressConnect();
+    runLoop.advance(4s); // the rescan, then the connection
+    EXPECT_EQ(joinStatus(), u"Connecting to “open”…"_qs);
+    letLinkBeDown();
+    runLoop.advance(10s);
+    EXPECT_TRUE(joinStatus().startsWith(u"No connection to “open”"_qs));
+}
+
+TEST_F(ConnectingTest, JoinWithoutACardIsQueuedAndNotTold)
+{
+    sheets.users.emplace_back([this](QDialog& sheet) {
+        G_bDeviceExist = 0;
+        page.StopSiteSurveyTimer();
+        QTest::keyClicks(sheet.findChild<QLineEdit*>(u"WEPKey1Text"_qs), u"0123456789"_qs);
+        press(sheet, QDialogButtonBox::Ok);
+    });
+    connectTo(wepEntry());
+    EXPECT_NE(queued(), nullptr);
+    EXPECT_EQ(joinStatus(), QString());
+}
+
+TEST_F(ConnectingTest, HiddenNameIsReadyToBeTypedOverAtEachOpening)
+{
+    typeKey(u"HiddenSSIDText"_qs, u"attic"_qs);
+    connectTo(EntryBuilder(""));
+    sheets.users.emplace_back([](QDialog& sheet) {
+        auto* const line = sheet.findChild<QLineEdit*>(u"HiddenSSIDText"_qs);
+        EXPECT_EQ(sheet.focusWidget(), line);
+        QTest::keyClicks(sheet.focusWidget(), u"cellar"_qs);
+        EXPECT_EQ(line->text(), u"cellar"_qs);
+        press(sheet, QDialogButtonBox::Cancel);
+    });
+    connectTo(EntryBuilder(""));
+    EXPECT_EQ(sheets.shown.size(), 2u);
+}
+
 TEST_F(ConnectingTest, LyingListsAreMetWithoutAHarm)
 {
     EntryBuilder lying = wpaEntry(tkip, 2);

@@ -89,6 +89,15 @@ TEST_F(SiteSurveyPageTest, ShowsARowForEachEntryOfTheList)
     EXPECT_EQ(table->selectedRow(), -1);
 }
 
+TEST_F(SiteSurveyPageTest, RefreshIsTracedUnderItsOldName)
+{
+    __DEBUG__ = 1;
+    testing::internal::CaptureStderr();
+    page.RefreshAPList();
+    __DEBUG__ = 0;
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "#### SiteSurveyPageController - RefreshAPList ####\n");
+}
+
 TEST_F(SiteSurveyPageTest, DeselectsOnARefresh)
 {
     haveList({ EntryBuilder("a", 1), EntryBuilder("b", 2) });
@@ -119,7 +128,10 @@ TEST_F(SiteSurveyPageTest, SaysWhyTheListIsEmpty)
     EXPECT_TRUE(table->emptyText().contains(u"switched off"_qs));
     G_bRadio = 1;
     page.RefreshAPList();
+    EXPECT_TRUE(table->emptyText().contains(u"Searching"_qs));
+    page.StartSiteSurveyTimer(); // once the first search is over
     EXPECT_TRUE(table->emptyText().contains(u"No networks in range"_qs));
+    EXPECT_EQ(table->accessibleDescription(), table->emptyText());
     // The watch clears the list before it knows that the card is gone, and then stops the timer.
     G_bDeviceExist = 0;
     page.StopSiteSurveyTimer();

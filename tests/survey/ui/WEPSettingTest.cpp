@@ -30,8 +30,6 @@ protected:
     {
         G_encryCapa = 6;
         sheet.awakeFromNib();
-        sheet.setEncryTypeCombo(0);
-        sheet.OnSelchangeEncryptionType();
         sheet.show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(&sheet));
     }
