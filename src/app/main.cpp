@@ -8,6 +8,7 @@
 #include "monitor/ui/LinkStatusPageController.h"
 #include "monitor/ui/StatisticsPageController.h"
 #include "platform/LogindConsoleUser.h"
+#include "platform/SettingsUserDefaults.h"
 #include "platform/SocketIORegistry.h"
 #include "platform/StandardAssertionHandler.h"
 #include "platform/SystemTickClock.h"
@@ -16,6 +17,8 @@
 #include "platform/ui/QtModalSheets.h"
 #include "platform/ui/QtRunLoop.h"
 #include "platform/ui/WindowTickClock.h"
+#include "profiles/ProfileStore.h"
+#include "profiles/ui/ProfilePageController.h"
 #include "survey/ui/SiteSurveyPageController.h"
 
 #include <QApplication>
@@ -56,10 +59,13 @@ public:
     Application()
     {
         m_window.setPage(MainWindow::Page::SiteSurvey, &m_siteSurvey);
+        m_window.setPage(MainWindow::Page::Profiles, &m_profiles);
         m_window.setPage(MainWindow::Page::LinkStatus, &m_linkStatus);
         m_window.setPage(MainWindow::Page::Statistics, &m_statistics);
         m_window.setPage(MainWindow::Page::AdvancedSettings, &m_advanced);
         m_window.setPage(MainWindow::Page::About, &m_about);
+        m_siteSurvey.setProfilePage(&m_profiles);
+        m_siteSurvey.setProfileEditor(&m_profiles.profileEditor());
     }
 
     // The watch comes first: its tick brings a card into use before the tick of any page asks for it.
@@ -67,6 +73,7 @@ public:
     {
         m_controller.awakeFromNib();
         m_siteSurvey.awakeFromNib();
+        m_profiles.awakeFromNib();
         m_linkStatus.awakeFromNib();
         m_statistics.awakeFromNib();
         m_advanced.awakeFromNib();
@@ -87,12 +94,15 @@ private:
     VX7100Access m_adapter { m_registry, m_clock, m_alerts };
     MainWindow m_window { m_defaults };
     SiteSurveyPageController m_siteSurvey { m_adapter, m_runLoop, m_assertions, m_alerts, m_sheets };
+    SettingsUserDefaults m_prefs;
+    ProfileStore m_profileStore { m_prefs };
+    ProfilePageController m_profiles { m_runLoop, m_alerts, m_sheets, m_profileStore, m_siteSurvey };
     LinkStatusPageController m_linkStatus { m_adapter, m_runLoop, m_assertions, &m_siteSurvey };
     StatisticsPageController m_statistics { m_adapter, m_runLoop };
     AdvancePageController m_advanced { m_adapter, m_alerts, m_assertions };
     AboutPageController m_about { m_adapter, makerUrl(m_defaults) };
     QvConfig7100Controller m_controller { m_adapter, m_runLoop, m_window.tabView(),
-        { .siteSurvey = &m_siteSurvey, .about = &m_about, .advance = &m_advanced } };
+        { .siteSurvey = &m_siteSurvey, .about = &m_about, .profile = &m_profiles, .advance = &m_advanced } };
 };
 
 } // namespace

@@ -11,6 +11,7 @@
 namespace {
 
 const auto namePrefix = QStringLiteral("PROF");
+constexpr qsizetype longestSsid = 32; // bytes, IEEE 802.11
 
 int numberInName(const QString& name)
 {
@@ -94,6 +95,17 @@ std::optional<SsidSelection> ssidOfScannedNetwork(const std::vector<QString>& it
         return std::nullopt;
     const int index = indexOf(items, ssid).value_or(0);
     return SsidSelection { index, items[static_cast<std::size_t>(index)] };
+}
+
+QString fittingSsid(const QString& text)
+{
+    QString fitting = text;
+    while (bytesFromText(fitting).size() > longestSsid) {
+        const bool pair
+            = fitting.back().isLowSurrogate() && fitting.size() > 1 && fitting[fitting.size() - 2].isHighSurrogate();
+        fitting.chop(pair ? 2 : 1);
+    }
+    return fitting;
 }
 
 int sliderValueOf(const QString& text, ThresholdRange range)

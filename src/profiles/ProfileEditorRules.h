@@ -55,6 +55,9 @@ struct SsidSelection {
 // For a network of the scan: the first item that is its name; otherwise the first item of all, and its text.
 [[nodiscard]] std::optional<SsidSelection> ssidOfScannedNetwork(const std::vector<QString>& items, const QString& ssid);
 
+// The longest start of a text that is a network name of at most 32 bytes, cut between two characters.
+[[nodiscard]] QString fittingSsid(const QString& text);
+
 // The two thresholds in bytes, IEEE 802.11; a frame is never longer than the largest, so that one means "off".
 struct ThresholdRange {
     int least;

@@ -1,0 +1,224 @@
+#include "profiles/ui/ProfilePageController.h"
+
+#include "app/shared/SharedState.h"
+#include "app/shared/Trace.h"
+#include "platform/AlertPanels.h"
+#include "platform/RunLoop.h"
+#include "platform/ui/Images.h"
+#include "platform/ui/ModalSheets.h"
+#include "profiles/ProfileConnection.h"
+#include "profiles/ProfileRows.h"
+#include "profiles/ProfileStore.h"
+#include "survey/ConnectionQueue.h"
+#include "survey/ProfileData.h"
+#include "ui_ProfilePage.h"
+
+#include <QShortcut>
+
+#include <chrono>
+
+namespace {
+
+constexpr char className[] = "ProfilePageController";
+constexpr std::chrono::milliseconds timerInterval { 2000 };
+
+std::vector<TableColumn> columns()
+{
+    using Kind = TableColumn::Kind;
+    const auto tr = [](const char* text) { return ProfilePageController::tr(text); };
+    // Edited with the edit key of the platform: a double click activates.
+    constexpr bool editable = true;
+    return {
+        { u"pi"_qs, {}, Kind::Image, tr("The profile activated last, checked while it is connected"), tr("Activated") },
+        { u"Profile"_qs, tr("Profile"), Kind::Text, tr("Name of the profile"), {}, editable },
+        { u"SSID"_qs, tr("SSID"), Kind::Text, tr("Network name"), {}, editable },
+        { u"Channel"_qs, tr("Channel"), Kind::Text, tr("Radio channel"), {}, editable },
+        { u"AuthenType"_qs, tr("Authentication"), Kind::Text, tr("How the network admits a station"), {}, editable },
+        { u"Encryption"_qs, tr("Encryption"), Kind::Text, tr("How the network protects its data"), {}, editable },
+        { u"NetworkType"_qs, tr("Network Type"), Kind::Text, tr("Access point or ad hoc network"), {}, editable },
+    };
+}
+
+} // namespace
+
+ProfilePageController::ProfilePageController(RunLoop& runLoop, AlertPanels& alerts, ModalSheets& sheets,
+    ProfileStore& store, ConnectionQueue& siteSurveyPage, QWidget* parent)
+    : QWidget(parent)
+    , m_runLoop(runLoop)
+    , m_alerts(alerts)
+    , m_sheets(sheets)
+    , m_store(store)
+    , SiteSurveyPage(siteSurveyPage)
+    , m_form(std::make_unique<Ui::ProfilePage>())
+    , ProfileEditor(sheets, alerts, store)
+{
+    m_form->setupUi(this);
+    setUpTable();
+}
+
+ProfilePageController::~ProfilePageController()
+{
+    m_form->profileList->setDataSource(nullptr);
+}
+
+void ProfilePageController::setUpTable()
+{
+    m_form->profileList->setTableColumns(columns());
+    m_form->profileList->setDataSource(this);
+    reloadData();
+}
+
+void ProfilePageController::awakeFromNib()
+{
+    m_form->profileList->setDoubleAction([this] { OnActivate(); });
+    connect(m_form->Add, &QPushButton::clicked, this, [this] { OnAdd(); });
+    connect(m_form->Edit, &QPushButton::clicked, this, [this] { OnEdit(); });
+    connect(m_form->Delete, &QPushButton::clicked, this, [this] { OnDelete(); });
+    connect(m_form->Activate, &QPushButton::clicked, this, [this] { OnActivate(); });
+    // In the list alone: while a cell is edited the key deletes a character.
+    auto* const deleteKey
+        = new QShortcut(QKeySequence::Delete, m_form->profileList, nullptr, nullptr, Qt::WidgetShortcut);
+    connect(deleteKey, &QShortcut::activated, this, [this] { OnDelete(); });
+    m_form->Delete->setToolTip(
+        tr("%1 (%2)").arg(m_form->Delete->toolTip(), deleteKey->key().toString(QKeySequence::NativeText)));
+    ProfileEditor.awakeFromNib();
+    m_timer = m_runLoop.scheduleRepeatingTimer(timerInterval, [this] { OnTimer(); });
+}
+
+void ProfilePageController::OnTimer()
+{
+    reloadData();
+}
+
+void ProfilePageController::reloadData()
+{
+    m_form->profileList->setEmptyText(m_loaded
+            ? tr("No profiles yet. Add one here, or from a network of the site survey.")
+            : tr("Profiles are shown once a network card has been found."));
+    m_form->profileList->reloadData();
+}
+
+void ProfilePageController::ClearProfileList()
+{
+    profileData.clear();
+    reloadData();
+}
+
+void ProfilePageController::RefreshProfileList()
+{
+    traceEntry(className, "RefreshProfileList");
+    records = m_store.loadRecords();
+    m_store.loadActivation(recordActivate);
+    m_loaded = true;
+    ClearProfileList();
+    profileData = profileItems(records);
+    reloadData();
+    m_form->profileList->deselectAll();
+}
+
+void ProfilePageController::OnAdd()
+{
+    traceEntry(className, "OnAdd");
+    if (G_bDeviceExist == 0) {
+        m_alerts.NSRunAlertPanel(QStringLiteral("Device not exist."),
+            QStringLiteral("Please insert your Network Card and then set profile."), QStringLiteral("OK"));
+        return;
+    }
+    ProfileEditor.AddInit();
+    runEditor();
+}
+
+void ProfilePageController::OnEdit()
+{
+    traceEntry(className, "OnEdit");
+    const int row = selectedRowOrAlert(QStringLiteral("Please select an item to edit."));
+    if (row < 0)
+        return;
+    ProfileEditor.EditInit(row);
+    runEditor();
+}
+
+void ProfilePageController::runEditor()
+{
+    // The editor has saved what there is to save: the list is loaded again whatever it ended with.
+    (void)m_sheets.runModalForWindow(ProfileEditor, *window());
+    RefreshProfileList();
+}
+
+void ProfilePageController::OnDelete()
+{
+    traceEntry(className, "OnDelete");
+    const int row = selectedRowOrAlert(QStringLiteral("Please select an item to delete."));
+    if (row < 0)
+        return;
+    m_store.deleteRecord(records, recordActivate, row);
+    RefreshProfileList();
+}
+
+int ProfilePageController::selectedRowOrAlert(const QString& message)
+{
+    const int row = m_form->profileList->selectedRow();
+    if (row < 0)
+        m_alerts.NSRunAlertPanel(QStringLiteral("No selected item"), message, QStringLiteral("OK"));
+    return row;
+}
+
+void ProfilePageController::OnActivate()
+{
+    traceEntry(className, "OnActivate");
+    const int row = m_form->profileList->selectedRow();
+    if (row < 0 || static_cast<std::size_t>(row) >= records.size())
+        return;
+    CurrentSelectedItem = row;
+    const Profile& profile = records[static_cast<std::size_t>(row)];
+    queue(profile);
+    m_store.saveActivation(recordActivate, activeEntry(profile, row));
+    SiteSurveyPage.resetFlag();
+    G_configFromProfile = 1;
+    reloadData();
+}
+
+void ProfilePageController::CheckProfileSettingForConnect()
+{
+    traceEntry(className, "CheckProfileSettingForConnect");
+    if (recordActivate.empty() || !isActiveEntry(recordActivate.front()))
+        return;
+    CurrentSelectedItem = recordActivate.front().integer(ProfileKey::selected);
+    queue(recordActivate.front());
+    G_configFromProfile = 1;
+    reloadData();
+}
+
+void ProfilePageController::queue(const Profile& profile)
+{
+    auto record = profileConnection(profile);
+    G_bRescan = 0;
+    SiteSurveyPage.SetTaskQueue(std::move(record));
+}
+
+void ProfilePageController::DisabledActivateProfile()
+{
+    traceEntry(className, "DisabledActivateProfile");
+    if (!recordActivate.empty())
+        m_store.saveActivation(recordActivate, inactiveEntry(recordActivate.front(), CurrentSelectedItem));
+}
+
+int ProfilePageController::numberOfRowsInTableView() const
+{
+    return static_cast<int>(profileData.size());
+}
+
+QVariant ProfilePageController::objectValueForTableColumn(QStringView identifier, int row) const
+{
+    if (identifier != u"pi")
+        return profileData[static_cast<std::size_t>(row)].value(identifier);
+    if (row != CurrentSelectedItem)
+        return {};
+    return imageNamed(G_bCheckedProfileConnect != 0 ? u"CHECKMRK" : u"UNCHECKMRK");
+}
+
+void ProfilePageController::setObjectValue(const QVariant& value, QStringView identifier, int row)
+{
+    profileData[static_cast<std::size_t>(row)].setValue(identifier, value.toString());
+    m_store.saveRecords(records);
+}
