@@ -2,7 +2,8 @@
 
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QLabel>
+#include <QPaintEvent>
+#include <QPainter>
 #include <QStyledItemDelegate>
 
 #include <algorithm>
@@ -18,7 +19,6 @@ constexpr int measuredCells = 12;
 
 TableView::TableView(QWidget* parent)
     : QTableView(parent)
-    , m_emptyText(new QLabel(viewport()))
 {
     m_sorting.setSourceModel(&m_cells);
     setModel(&m_sorting);
@@ -33,13 +33,6 @@ TableView::TableView(QWidget* parent)
     setHorizontalScrollMode(ScrollPerPixel);
     setUpHeaders();
     fitRowHeight();
-
-    m_emptyText->setObjectName(QStringLiteral("emptyText"));
-    m_emptyText->setAlignment(Qt::AlignCenter);
-    m_emptyText->setWordWrap(true);
-    m_emptyText->setTextFormat(Qt::PlainText);
-    m_emptyText->setForegroundRole(QPalette::PlaceholderText);
-    m_emptyText->setAttribute(Qt::WA_TransparentForMouseEvents);
 
     connect(this, &QTableView::doubleClicked, this, [this] {
         if (m_doubleAction)
@@ -78,7 +71,7 @@ void TableView::setTableColumns(std::vector<TableColumn> columns)
     }
     m_cells.setColumns(std::move(columns));
     fitColumnWidths();
-    showEmptyText();
+    updateEmptyText();
 }
 
 void TableView::setDelegateForTableColumn(QStringView identifier, QAbstractItemDelegate* delegate)
@@ -100,7 +93,7 @@ void TableView::reloadData()
     if (!m_cells.reload())
         return;
     fitColumnWidths();
-    showEmptyText();
+    updateEmptyText();
 }
 
 int TableView::numberOfRows() const
@@ -136,22 +129,32 @@ void TableView::setDoubleAction(std::function<void()> action)
 
 void TableView::setEmptyText(const QString& text)
 {
-    if (text == m_emptyText->text())
-        return;
-    m_emptyText->setText(text);
-    showEmptyText();
+    setEmptyTextSource([text] { return text; });
+}
+
+void TableView::setEmptyTextSource(std::function<QString()> source)
+{
+    m_emptyTextSource = std::move(source);
+    updateEmptyText();
+}
+
+void TableView::updateEmptyText()
+{
+    const QString text = textInsteadOfRows();
+    if (text != accessibleDescription())
+        setAccessibleDescription(text);
+    if (text != m_paintedEmptyText)
+        viewport()->update();
 }
 
 QString TableView::emptyText() const
 {
-    return m_emptyText->text();
+    return m_emptyTextSource ? m_emptyTextSource() : QString();
 }
 
-void TableView::showEmptyText()
+QString TableView::textInsteadOfRows() const
 {
-    const bool empty = m_cells.rowCount() == 0;
-    m_emptyText->setVisible(empty && !m_emptyText->text().isEmpty());
-    setAccessibleDescription(empty ? m_emptyText->text() : QString());
+    return m_cells.rowCount() == 0 ? emptyText() : QString();
 }
 
 void TableView::keyPressEvent(QKeyEvent* event)
@@ -164,11 +167,20 @@ void TableView::keyPressEvent(QKeyEvent* event)
     QTableView::keyPressEvent(event);
 }
 
-void TableView::resizeEvent(QResizeEvent* event)
+void TableView::paintEvent(QPaintEvent* event)
 {
-    QTableView::resizeEvent(event);
+    QTableView::paintEvent(event);
+    const QString text = textInsteadOfRows();
+    if (text != m_paintedEmptyText && !event->rect().contains(viewport()->rect()))
+        viewport()->update(); // the part that is not painted now shows the text before
+    m_paintedEmptyText = text;
+    if (text.isEmpty())
+        return;
     const int margin = fontMetrics().height();
-    m_emptyText->setGeometry(viewport()->rect().adjusted(margin, margin, -margin, -margin));
+    QPainter painter(viewport());
+    painter.setPen(palette().color(QPalette::PlaceholderText));
+    painter.drawText(
+        viewport()->rect().adjusted(margin, margin, -margin, -margin), Qt::AlignCenter | Qt::TextWordWrap, text);
 }
 
 void TableView::changeEvent(QEvent* event)

@@ -9,8 +9,6 @@
 #include <functional>
 #include <vector>
 
-class QLabel;
-
 // A table over a data source. Rows are spoken of by the source's numbers, whatever the sorting: a click on a header
 // sorts up, a second one down, a third one restores the source's order. One row or none is selected.
 class TableView : public QTableView {
@@ -37,11 +35,15 @@ public:
     void setDoubleAction(std::function<void()> action);
     // Shown in the middle of a table without rows.
     void setEmptyText(const QString& text);
+    // The text as it is at each painting: what it tells of may change while nobody can tell the table.
+    void setEmptyTextSource(std::function<QString()> source);
+    // To be called where the source is known to say something else.
+    void updateEmptyText();
     [[nodiscard]] QString emptyText() const;
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
     void changeEvent(QEvent* event) override;
 
 private:
@@ -49,13 +51,14 @@ private:
     void fitRowHeight();
     void fitColumnWidths();
     [[nodiscard]] int contentsWidth(int column) const;
-    void showEmptyText();
+    [[nodiscard]] QString textInsteadOfRows() const;
 
     NumberDelegate m_numberDelegate;
     CellModel m_cells;
     CellSorting m_sorting;
     std::function<void()> m_doubleAction;
-    QLabel* m_emptyText;
+    std::function<QString()> m_emptyTextSource;
+    QString m_paintedEmptyText;
     std::vector<bool> m_sizedByUser; // by column
     bool m_fitting { false };
     bool m_fittedToRows { false };

@@ -4,7 +4,6 @@
 
 #include <QAccessible>
 #include <QHeaderView>
-#include <QLabel>
 #include <QSignalSpy>
 #include <QTest>
 #include <gtest/gtest.h>
@@ -105,6 +104,8 @@ protected:
     {
         return table.visualRect(table.model()->index(viewRow, 1)).center();
     }
+
+    [[nodiscard]] QImage painted() { return table.viewport()->grab().toImage(); }
 
     Source source;
     TableView table;
@@ -274,18 +275,49 @@ TEST_F(TableViewTest, StoresAnEditedCellUnderItsRowNumber)
 
 TEST_F(TableViewTest, SaysWhyItIsEmptyWhileItIs)
 {
-    table.setEmptyText(u"Nothing here."_qs);
-    auto* const label = table.findChild<QLabel*>(u"emptyText"_qs);
-    ASSERT_NE(label, nullptr);
     show();
-    EXPECT_TRUE(label->isVisible());
+    const QImage nothing = painted();
+    table.setEmptyText(u"Nothing here."_qs);
+    EXPECT_NE(painted(), nothing);
     EXPECT_EQ(table.accessibleDescription(), u"Nothing here."_qs);
     table.reloadData();
-    EXPECT_FALSE(label->isVisible());
+    const QImage rows = painted();
     EXPECT_EQ(table.accessibleDescription(), QString());
+    table.setEmptyText(QString());
+    EXPECT_EQ(painted(), rows);
+    table.setEmptyText(u"Nothing here."_qs);
     source.rows.clear();
     table.reloadData();
-    EXPECT_TRUE(label->isVisible());
+    EXPECT_NE(painted(), nothing);
+    EXPECT_EQ(table.accessibleDescription(), u"Nothing here."_qs);
+}
+
+TEST_F(TableViewTest, AsksForItsEmptyTextWheneverItIsPainted)
+{
+    show();
+    QString reason = u"Not yet."_qs;
+    table.setEmptyTextSource([&reason] { return reason; });
+    const QImage before = painted();
+    reason = u"Still nothing."_qs;
+    EXPECT_NE(painted(), before);
+    EXPECT_EQ(table.emptyText(), u"Still nothing."_qs);
+    table.updateEmptyText();
+    EXPECT_EQ(table.accessibleDescription(), u"Still nothing."_qs);
+}
+
+TEST_F(TableViewTest, PaintsTheWholeTextAnewWhenItHasChangedBehindAPartThatIsPainted)
+{
+    show();
+    QString reason = u"Not yet."_qs;
+    table.setEmptyTextSource([&reason] { return reason; });
+    QCoreApplication::processEvents();
+    PaintCounter counter(*table.viewport());
+    table.viewport()->repaint(0, 0, 1, 1);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(counter.painted, 1);
+    reason = u"Still nothing."_qs;
+    table.viewport()->repaint(0, 0, 1, 1);
+    QTRY_COMPARE(counter.painted, 3);
 }
 
 TEST_F(TableViewTest, NamesHeadersAndImagesForThoseWhoDoNotSeeThem)
