@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <limits>
 
 namespace {
 
@@ -35,6 +36,15 @@ std::size_t endOfList(std::span<const std::byte> list)
         offset += length;
     }
     return offset;
+}
+
+// A count that lies can be the largest there is: wrapped, it would hide the entries that are there.
+void addToCount(std::span<std::byte> list, std::uint32_t entries)
+{
+    const std::uint32_t count = bssidCount(list);
+    const NDIS_802_11_BSSID_LIST head { count + std::min(entries, std::numeric_limits<std::uint32_t>::max() - count) };
+    if (list.size() >= sizeof(head))
+        std::memcpy(list.data(), &head, sizeof(head));
 }
 
 } // namespace
@@ -127,22 +137,23 @@ std::optional<BssidEntry> bssidEntryAt(std::span<std::byte> list, std::uint32_t 
     return entry;
 }
 
-std::uint32_t appendBssidChunk(std::span<std::byte> list, std::span<const std::byte> chunk)
+BssidChunkResult appendBssidChunk(std::span<std::byte> list, std::span<const std::byte> chunk)
 {
+    BssidChunkResult result;
     std::size_t end = endOfList(list);
     std::size_t source = sizeof(NDIS_802_11_BSSID_LIST);
-    std::uint32_t appended = 0;
     for (std::uint32_t remaining = bssidCount(chunk); remaining > 0; --remaining) {
         const std::size_t length = entryLengthAt(chunk, source);
-        if (length == 0 || end > list.size() || length > list.size() - end)
+        if (length == 0)
+            break;
+        result.listIsFull = end > list.size() || length > list.size() - end;
+        if (result.listIsFull)
             break;
         std::memcpy(list.data() + end, chunk.data() + source, length);
         source += length;
         end += length;
-        ++appended;
+        ++result.appended;
     }
-    const NDIS_802_11_BSSID_LIST head { bssidCount(list) + appended };
-    if (list.size() >= sizeof(head))
-        std::memcpy(list.data(), &head, sizeof(head));
-    return appended;
+    addToCount(list, result.appended);
+    return result;
 }

@@ -57,7 +57,12 @@ private:
 // The entry at a 0-based index; nothing when the walk ends before it.
 [[nodiscard]] std::optional<BssidEntry> bssidEntryAt(std::span<std::byte> list, std::uint32_t index);
 
-// Appends the entries of a further chunk behind the last entry of the list and adds their number to the list's count.
-// Entries that are cut off by the chunk's end or would outgrow the list are left out, with all that follow them.
-// Returns the number of entries appended.
-std::uint32_t appendBssidChunk(std::span<std::byte> list, std::span<const std::byte> chunk);
+struct BssidChunkResult {
+    std::uint32_t appended { 0 }; // entries
+    bool listIsFull { false }; // an entry did not fit: the list ends before it, and nothing may follow
+};
+
+// Appends the entries of a further chunk behind the last entry of the list and adds their number to the list's count,
+// which stays at its largest value instead of wrapping. An entry that is cut off by the chunk's end or would outgrow
+// the list is left out, with all that follow it.
+[[nodiscard]] BssidChunkResult appendBssidChunk(std::span<std::byte> list, std::span<const std::byte> chunk);

@@ -23,6 +23,8 @@ constexpr std::uint32_t scanTicks = 2 * ticksPerSecond;
 constexpr std::size_t listChunkSize = 4096; // bytes
 // More continuations than a full list has entries come only from a driver that never ends its list.
 constexpr std::size_t mostContinuations = std::tuple_size_v<BssidListBuffer> / sizeof(WLAN_BSSID_EX);
+// A piece without an entry may stand between others; this many in a row are a list whose end the driver does not tell.
+constexpr int mostEmptyContinuations = 8;
 constexpr std::uint32_t cardFailedToInitialise = 1; // bit 0 of SystemErrorBitmap
 
 } // namespace
@@ -202,17 +204,21 @@ void VX7100Access::QueryBssidList()
 {
     traceEntry(className, "QueryBssidList");
     G_pBssidList = std::make_unique<BssidListBuffer>();
-    std::array<std::byte, listChunkSize> chunk {};
-
     std::uint32_t returned = 0;
     (void)OidQueryInformation(OID_802_11_BSSID_LIST, G_pBssidList->data(), listChunkSize, &returned);
+
+    std::array<std::byte, listChunkSize> chunk {};
+    int emptyContinuations = 0;
     for (std::size_t continuations = 0; continuations < mostContinuations; ++continuations) {
         returned = 0; // a card that vanishes here leaves it untouched, and that must end the list
         (void)OidQueryInformation(VX_OID_802_11_BSSID_LIST_NEXT, chunk.data(), listChunkSize, &returned);
         if (returned == 0)
             break;
         const auto received = std::span(chunk).first(std::min<std::size_t>(returned, chunk.size()));
-        (void)appendBssidChunk(*G_pBssidList, received);
+        const BssidChunkResult result = appendBssidChunk(*G_pBssidList, received);
+        emptyContinuations = result.appended == 0 ? emptyContinuations + 1 : 0;
+        if (result.listIsFull || emptyContinuations == mostEmptyContinuations)
+            break;
     }
 }
 

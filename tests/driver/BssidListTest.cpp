@@ -113,7 +113,7 @@ TEST(BssidEntry, ReadsZeroAndWritesNothingBeyondTheBuffer)
 TEST(AppendBssidChunk, PutsEntriesBehindTheLastOne)
 {
     Bytes buffer = inBuffer(bssidList({ EntryBuilder("a", 1), EntryBuilder("b", 2) }));
-    EXPECT_EQ(appendBssidChunk(buffer, bssidList({ EntryBuilder("c", 3), EntryBuilder("d", 4) })), 2u);
+    EXPECT_EQ(appendBssidChunk(buffer, bssidList({ EntryBuilder("c", 3), EntryBuilder("d", 4) })).appended, 2u);
     EXPECT_EQ(bssidCount(buffer), 4u);
     EXPECT_EQ(lastAddressBytes(buffer), (std::vector<std::uint8_t> { 1, 2, 3, 4 }));
 }
@@ -121,14 +121,14 @@ TEST(AppendBssidChunk, PutsEntriesBehindTheLastOne)
 TEST(AppendBssidChunk, StartsAnEmptyList)
 {
     Bytes buffer = inBuffer({});
-    EXPECT_EQ(appendBssidChunk(buffer, bssidList({ EntryBuilder("c", 3) })), 1u);
+    EXPECT_EQ(appendBssidChunk(buffer, bssidList({ EntryBuilder("c", 3) })).appended, 1u);
     EXPECT_EQ(lastAddressBytes(buffer), (std::vector<std::uint8_t> { 3 }));
 }
 
 TEST(AppendBssidChunk, StopsAtAZeroLengthAndCountsOnlyWhatItAppended)
 {
     Bytes buffer = inBuffer(bssidList({ EntryBuilder("a", 1) }));
-    EXPECT_EQ(appendBssidChunk(buffer, inBuffer(bssidList(100, { EntryBuilder("b", 2).bytes() }), 4096)), 1u);
+    EXPECT_EQ(appendBssidChunk(buffer, inBuffer(bssidList(100, { EntryBuilder("b", 2).bytes() }), 4096)).appended, 1u);
     EXPECT_EQ(bssidCount(buffer), 2u);
 }
 
@@ -137,7 +137,7 @@ TEST(AppendBssidChunk, LeavesOutAnEntryThatTheChunkCutsOff)
     Bytes buffer = inBuffer({});
     Bytes chunk = bssidList({ EntryBuilder("a", 1), EntryBuilder("b", 2) });
     chunk.pop_back();
-    EXPECT_EQ(appendBssidChunk(buffer, chunk), 1u);
+    EXPECT_EQ(appendBssidChunk(buffer, chunk).appended, 1u);
     EXPECT_EQ(lastAddressBytes(buffer), (std::vector<std::uint8_t> { 1 }));
 }
 
@@ -145,16 +145,47 @@ TEST(AppendBssidChunk, CutsAListThatOutgrowsItsBufferAtTheLastWholeEntry)
 {
     // Room for exactly three entries of 128 bytes behind the count.
     Bytes buffer = inBuffer(bssidList({ EntryBuilder("a", 1), EntryBuilder("b", 2) }), 4 + 3 * 128);
-    EXPECT_EQ(appendBssidChunk(buffer, bssidList({ EntryBuilder("c", 3), EntryBuilder("d", 4) })), 1u);
+    const auto result = appendBssidChunk(buffer, bssidList({ EntryBuilder("c", 3), EntryBuilder("d", 4) }));
+    EXPECT_EQ(result.appended, 1u);
+    EXPECT_TRUE(result.listIsFull);
     EXPECT_EQ(bssidCount(buffer), 3u);
-    EXPECT_EQ(appendBssidChunk(buffer, bssidList({ EntryBuilder("d", 4) })), 0u);
     EXPECT_EQ(lastAddressBytes(buffer), (std::vector<std::uint8_t> { 1, 2, 3 }));
+}
+
+TEST(AppendBssidChunk, LeavesOutASmallEntryBehindOneThatDidNotFit)
+{
+    EntryBuilder large("large", 2);
+    large.elements.resize(200);
+    Bytes buffer = inBuffer(bssidList({ EntryBuilder("a", 1) }), 4 + 3 * 128);
+    const auto result = appendBssidChunk(buffer, bssidList({ large, EntryBuilder("small", 3) }));
+    EXPECT_EQ(result.appended, 0u);
+    EXPECT_TRUE(result.listIsFull);
+    EXPECT_EQ(lastAddressBytes(buffer), (std::vector<std::uint8_t> { 1 }));
+}
+
+TEST(AppendBssidChunk, IsNotFullWhereTheLastEntryJustFits)
+{
+    Bytes buffer = inBuffer(bssidList({ EntryBuilder("a", 1) }), 4 + 2 * 128);
+    const auto result = appendBssidChunk(buffer, bssidList({ EntryBuilder("b", 2) }));
+    EXPECT_EQ(result.appended, 1u);
+    EXPECT_FALSE(result.listIsFull);
+}
+
+TEST(AppendBssidChunk, NeverCountsPastTheLargestCount)
+{
+    for (const std::uint32_t lie : { 0xFFFFFFFFu, 0xFFFFFFFEu }) {
+        Bytes buffer = inBuffer(bssidList(lie, { EntryBuilder("a", 1).bytes() }));
+        const auto chunk = bssidList({ EntryBuilder("b", 2), EntryBuilder("c", 3) });
+        EXPECT_EQ(appendBssidChunk(buffer, chunk).appended, 2u);
+        EXPECT_EQ(bssidCount(buffer), 0xFFFFFFFFu);
+        EXPECT_EQ(lastAddressBytes(buffer), (std::vector<std::uint8_t> { 1, 2, 3 }));
+    }
 }
 
 TEST(AppendBssidChunk, IgnoresAChunkTooShortForACount)
 {
     Bytes buffer = inBuffer(bssidList({ EntryBuilder("a", 1) }));
-    EXPECT_EQ(appendBssidChunk(buffer, bytesOf({ 9, 0 })), 0u);
+    EXPECT_EQ(appendBssidChunk(buffer, bytesOf({ 9, 0 })).appended, 0u);
     EXPECT_EQ(bssidCount(buffer), 1u);
 }
 

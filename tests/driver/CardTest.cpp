@@ -9,6 +9,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace {
 
 constexpr std::uint32_t scanRequest = OID_802_11_BSSID_LIST_SCAN | oidSetFlag;
@@ -203,12 +205,59 @@ TEST_F(CardTest, ListThatOutgrowsItsBufferIsCutAtTheLastWholeEntry)
     EXPECT_EQ(bssidCount(currentBssidList()), 65u);
 }
 
+TEST_F(CardTest, NothingFollowsTheFirstEntryThatDidNotFit)
+{
+    EntryBuilder large("net", 1);
+    large.elements.resize(3872); // an entry of 4000 bytes
+    registry.answer(OID_802_11_BSSID_LIST, bssidList({ large }));
+    for (int continuation = 0; continuation < 15; ++continuation)
+        continueWith(bssidList({ large })); // leaves 1,532 bytes
+    continueWith(bssidList({ large }));
+    continueWith(chunk(2, 1)); // would fit
+    adapter.QueryBssidList();
+    EXPECT_EQ(listed(), std::vector<std::uint8_t>(16, 1));
+    EXPECT_EQ(registry.inputsOf(VX_OID_802_11_BSSID_LIST_NEXT).size(), 16u);
+}
+
+TEST_F(CardTest, ContinuationWithoutAnEntryDoesNotEndTheList)
+{
+    registry.answer(OID_802_11_BSSID_LIST, chunk(1, 1));
+    for (std::uint8_t number = 2; number <= 3; ++number) {
+        for (int empty = 0; empty < 7; ++empty)
+            continueWith(chunk(0, 0));
+        continueWith(chunk(number, 1));
+    }
+    adapter.QueryBssidList();
+    EXPECT_EQ(listed(), (std::vector<std::uint8_t> { 1, 2, 3 }));
+}
+
+TEST_F(CardTest, DriverThatSendsNoMoreEntriesIsLeftAfterEightContinuations)
+{
+    registry.answer(OID_802_11_BSSID_LIST, chunk(1, 1));
+    registry.answer(VX_OID_802_11_BSSID_LIST_NEXT, chunk(0, 0));
+    adapter.QueryBssidList();
+    EXPECT_EQ(registry.inputsOf(VX_OID_802_11_BSSID_LIST_NEXT).size(), 8u);
+    EXPECT_EQ(listed(), (std::vector<std::uint8_t> { 1 }));
+}
+
 TEST_F(CardTest, DriverThatNeverEndsItsListIsLeftAfterAsManyContinuationsAsAFullListHasEntries)
 {
-    registry.answer(VX_OID_802_11_BSSID_LIST_NEXT, bytesOf({ 0, 0, 0, 0 }));
+    int continuations = 0;
+    registry.answerWith(VX_OID_802_11_BSSID_LIST_NEXT,
+        [&](auto) { return RegistryAnswer { .bytes = chunk(1, ++continuations % 8 == 0 ? 1 : 0) }; });
     adapter.QueryBssidList();
-    EXPECT_EQ(registry.oids().size(), 1u + 512u);
-    EXPECT_EQ(bssidCount(currentBssidList()), 0u);
+    EXPECT_EQ(continuations, 512);
+    EXPECT_EQ(listed().size(), 64u);
+}
+
+TEST_F(CardTest, FirstPieceThatCountsTooHighHidesNothing)
+{
+    Bytes liar = chunk(1, 2);
+    std::fill_n(liar.begin(), 4, std::byte { 0xFF });
+    registry.answer(OID_802_11_BSSID_LIST, liar);
+    continueWith(chunk(3, 2));
+    adapter.QueryBssidList();
+    EXPECT_EQ(listed(), (std::vector<std::uint8_t> { 1, 2, 3, 4 }));
 }
 
 TEST_F(CardTest, ReturnedLengthBeyondTheChunkIsNotBelieved)

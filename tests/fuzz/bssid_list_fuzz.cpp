@@ -2,6 +2,7 @@
 // paths. The sanitizers see what leaves the buffer; what must hold of the results is checked here.
 
 #include "driver/BssidList.h"
+#include "driver/MacAddressText.h"
 #include "platform/AssertionHandler.h"
 #include "survey/AccessPointRows.h"
 #include "survey/ConnectionRecord.h"
@@ -10,6 +11,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <limits>
 #include <vector>
 
 namespace {
@@ -29,22 +31,35 @@ void require(bool condition)
         std::abort();
 }
 
-// The buffer has its exact size, so that a byte beyond it is one that the sanitizer knows.
-void readAll(std::vector<std::byte> list)
+// Reads each entry as the connect and profile paths do, and returns the addresses.
+std::vector<QString> readEntries(std::span<std::byte> list, AssertionHandler& assertions)
 {
-    GoingOn assertions;
-    std::uint32_t entries = 0;
+    std::vector<QString> addresses;
     BssidListWalk walk(list);
     while (const auto entry = walk.next()) {
         const NetworkChoice choice { entry->fixedPart(), wpaClassOf(*entry), false, entry->fixedPart().Ssid };
         require(encryptionTextOf(*entry) != nullptr);
         require(connectionRecord(choice, nullptr)->DisassociateFirst == 1);
         require(profileProposal(*entry, assertions).has_value());
-        ++entries;
+        addresses.push_back(macAddressText(choice.network.MacAddress));
     }
-    require(entries <= bssidCount(list));
+    require(addresses.size() <= bssidCount(list));
+    return addresses;
+}
+
+// The buffer has its exact size, so that a byte beyond it is one that the sanitizer knows.
+void readAll(std::vector<std::byte> list)
+{
+    GoingOn assertions;
+    (void)readEntries(list, assertions);
     const auto result = accessPointRows(list, assertions);
-    require(result.complete && result.rows.size() == entries);
+    require(result.complete);
+    // The rows rewrite the list, and an element that is cut off lets them rewrite the next entry's Length: row n is
+    // entry n of the list as it is now.
+    const auto addresses = readEntries(list, assertions);
+    require(std::equal(result.rows.begin(), result.rows.end(), addresses.begin(), addresses.end(),
+        [](const AccessPoint& row, const QString& address) { return row.bssid() == address; }));
+    const auto entries = static_cast<std::uint32_t>(addresses.size());
     require(entries == 0 || bssidEntryAt(list, entries - 1).has_value());
     require(!bssidEntryAt(list, entries).has_value());
 }
@@ -60,9 +75,10 @@ void appendChunk(std::span<const std::byte> input)
     std::copy(head.begin(), head.end(), list.begin());
     const std::uint32_t before = bssidCount(list);
     const auto chunk = rest.subspan(head.size());
-    const std::uint32_t appended = appendBssidChunk(list, chunk);
+    const std::uint32_t appended = appendBssidChunk(list, chunk).appended;
     require(appended <= bssidCount(chunk));
-    require(bssidCount(list) == before + appended); // wraps as the count does
+    const std::uint32_t countsLeft = std::numeric_limits<std::uint32_t>::max() - before;
+    require(bssidCount(list) == before + std::min(appended, countsLeft));
     readAll(list);
 }
 
