@@ -148,16 +148,17 @@ std::optional<LinkSample> LinkStatusPageController::showConnected()
     return sample;
 }
 
-// False where the tick must end.
+// False where the tick must end. Where an unknown frequency does not end it, the first row of the table stands in.
 bool LinkStatusPageController::showChannel()
 {
     NDIS_802_11_CONFIGURATION configuration {};
     (void)queryRecord(Adapter, OID_802_11_CONFIGURATION, configuration);
-    const std::int32_t channel = channelOfFrequency(configuration.DSConfig);
-    if (channel == -1
-        && !m_assertions.handleFailureInMethod(
-            "OnTimer", className, "LinkStatusPageController", unknownFrequencyLine, invalidParameter)) {
-        return false;
+    std::int32_t channel = channelOfFrequency(configuration.DSConfig);
+    if (channel == -1) {
+        if (!m_assertions.handleFailureInMethod(
+                "OnTimer", className, "LinkStatusPageController", unknownFrequencyLine, invalidParameter))
+            return false;
+        channel = ChannelFreqTable.front().channel;
     }
     m_ui->CurrentChannel->setText(channelText(channel, configuration.DSConfig));
     return true;
@@ -200,7 +201,7 @@ void LinkStatusPageController::emptyFigures()
     const std::array figures { m_ui->CurrentChannel, m_ui->CurrentTxRate, m_ui->ThroughputTx, m_ui->ThroughputRx,
         m_ui->LinkQuality, m_ui->SignalStrength };
     for (QLabel* figure : figures)
-        figure->clear();
+        figure->setText(QString()); // unlike clear(), this paints nothing where there is no text already
     m_ui->LinkQualityState->setValue(0);
     m_ui->SignalStrengthState->setValue(0);
 }
