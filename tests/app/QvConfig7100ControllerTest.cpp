@@ -13,6 +13,8 @@
 #include <QTabWidget>
 #include <gtest/gtest.h>
 
+#include <functional>
+
 namespace {
 
 using Calls = std::vector<std::string>;
@@ -233,6 +235,18 @@ TEST_F(DeviceWatchTest, EventFlagWaitsForTheReadyFlagAndThenReappliesTheProfile)
     EXPECT_EQ(clock.delays.size(), 1u); // the initialisation's: the poll does not pause
 }
 
+TEST_F(DeviceWatchTest, ProfileIsReappliedBeforeTheListOfACardThatDoesNotAnswerIsEmptied)
+{
+    becomePresent();
+    registry.fail(OID_GEN_MEDIA_CONNECT_STATUS);
+    registry.answerOnce(VX_OID_802_11_EVENT_FLAG, { .bytes = bytesOf({ 1, 0, 0, 0 }) });
+    registry.answer(VX_OID_802_11_READY_FLAG, bytesOf({ 1, 0, 0, 0 }));
+    controller.OnTimer();
+    Calls expected { "CheckProfileSettingForConnect", "ClearAPList" };
+    expected.insert(expected.end(), wholeRefresh.begin(), wholeRefresh.end());
+    EXPECT_EQ(calls, expected);
+}
+
 TEST_F(DeviceWatchTest, EventFlagCountsByItsLowByteAlone)
 {
     becomePresent();
@@ -272,6 +286,36 @@ TEST_F(DeviceWatchTest, TracesKeepTheirWording)
                   "!!!! QvConfig7100Controller - IsDeviceDriverExist - Can't connect to device. !!!!\n"
                   "#### VX7100Access - CloseConnectToDevice ####\n"),
         std::string::npos);
+}
+
+TEST_F(DeviceWatchTest, OperationsTraceTheirNameFirst)
+{
+    struct Operation {
+        std::string name;
+        std::function<void()> run;
+    };
+    const std::vector<Operation> operations {
+        { "init", [this] { const QvConfig7100Controller another(adapter, runLoop, tabView, {}); } },
+        { "awakeFromNib", [this] { controller.awakeFromNib(); } },
+        { "OnTimer", [this] { controller.OnTimer(); } },
+    };
+    for (const Operation& operation : operations) {
+        __DEBUG__ = 1;
+        testing::internal::CaptureStderr();
+        operation.run();
+        const std::string written = testing::internal::GetCapturedStderr();
+        __DEBUG__ = 0;
+        EXPECT_TRUE(written.starts_with("#### QvConfig7100Controller - " + operation.name + " ####\n")) << written;
+    }
+}
+
+TEST_F(DeviceWatchTest, TickDuringAnInitialisationIsTracedToo)
+{
+    G_bDialogRunning = 1;
+    __DEBUG__ = 1;
+    testing::internal::CaptureStderr();
+    controller.OnTimer();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "#### QvConfig7100Controller - OnTimer ####\n");
 }
 
 TEST_F(DeviceWatchTest, AbsentPagesAreSkipped)

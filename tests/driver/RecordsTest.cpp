@@ -1,4 +1,5 @@
 #include "driver/MacAddressText.h"
+#include "driver/VX7100Access.h"
 #include "driver/records/ChannelTable.h"
 #include "driver/records/DisplayNames.h"
 #include "driver/records/NdisRecords.h"
@@ -6,10 +7,16 @@
 #include "driver/records/RegulatoryChannels.h"
 #include "driver/records/VxRecords.h"
 #include "tests/support/BssidListBuilder.h"
+#include "tests/support/RecordingAlertPanels.h"
+#include "tests/support/RecordingIORegistry.h"
+#include "tests/support/RecordingTickClock.h"
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstring>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -20,20 +27,23 @@ template <typename Record> Bytes wireBytes(const Record& record)
     return bytes;
 }
 
-TEST(ChannelFreqTable, FollowsTheTwoRastersInTableOrder)
+TEST(ChannelFreqTable, HoldsEveryChannelInTableOrder)
 {
-    ASSERT_EQ(ChannelFreqTable.size(), 41u);
-    EXPECT_EQ(ChannelFreqTable[0].channel, 1);
-    EXPECT_EQ(ChannelFreqTable[0].frequencyKhz, 2412000u);
-    EXPECT_EQ(ChannelFreqTable[12].frequencyKhz, 2472000u);
-    EXPECT_EQ(ChannelFreqTable[13].channel, 14);
-    EXPECT_EQ(ChannelFreqTable[13].frequencyKhz, 2484000u);
-    EXPECT_EQ(ChannelFreqTable[14].channel, 34);
-    EXPECT_EQ(ChannelFreqTable[14].frequencyKhz, 5170000u);
-    EXPECT_EQ(ChannelFreqTable[35].channel, 136);
-    EXPECT_EQ(ChannelFreqTable[35].frequencyKhz, 5680000u);
-    EXPECT_EQ(ChannelFreqTable[40].channel, 161);
-    EXPECT_EQ(ChannelFreqTable[40].frequencyKhz, 5805000u);
+    const std::vector<std::pair<std::int32_t, std::uint32_t>> expected {
+        { 1, 2412000 }, { 2, 2417000 }, { 3, 2422000 }, { 4, 2427000 }, { 5, 2432000 }, { 6, 2437000 }, { 7, 2442000 },
+        { 8, 2447000 }, { 9, 2452000 }, { 10, 2457000 }, { 11, 2462000 }, { 12, 2467000 }, { 13, 2472000 },
+        { 14, 2484000 }, // off the 5 MHz raster
+        { 34, 5170000 }, { 36, 5180000 }, { 38, 5190000 }, { 40, 5200000 }, { 42, 5210000 }, { 44, 5220000 },
+        { 46, 5230000 }, { 48, 5240000 }, { 52, 5260000 }, { 56, 5280000 }, { 60, 5300000 }, { 64, 5320000 },
+        { 100, 5500000 }, { 104, 5520000 }, { 108, 5540000 }, { 112, 5560000 }, { 116, 5580000 }, { 120, 5600000 },
+        { 124, 5620000 }, { 128, 5640000 }, { 132, 5660000 }, { 136, 5680000 }, { 140, 5700000 }, //
+        { 149, 5745000 }, { 153, 5765000 }, { 157, 5785000 }, { 161, 5805000 }, //
+    };
+    std::vector<std::pair<std::int32_t, std::uint32_t>> table;
+    for (const auto& row : ChannelFreqTable)
+        table.emplace_back(row.channel, row.frequencyKhz);
+    EXPECT_EQ(table, expected);
+    EXPECT_EQ(table.size(), static_cast<std::size_t>(G_nChanFreqCount));
 }
 
 TEST(ChannelOfFrequency, FindsEveryRowAndNothingElse)
@@ -71,20 +81,26 @@ TEST(DisplayNames, AreEmptyBeyondTheTable)
     EXPECT_EQ(displayName(strAryNetworkType, 0x7FFFFFFF), "");
 }
 
+template <std::size_t size> std::vector<int> channelsOf(const std::array<std::uint8_t, size>& list)
+{
+    return { list.begin(), list.end() };
+}
+
 TEST(RegulatoryChannels, HoldTheListsOfEachDomain)
 {
-    EXPECT_EQ(Qv24Ghz_FCC.back(), 11);
-    EXPECT_EQ(Qv24Ghz_IC, Qv24Ghz_FCC);
-    EXPECT_EQ(Qv24Ghz_ESTI.back(), 13);
-    EXPECT_EQ(Qv24Ghz_SPAIN, (std::array<std::uint8_t, 2> { 10, 11 }));
-    EXPECT_EQ(Qv24Ghz_FRANCE, (std::array<std::uint8_t, 4> { 10, 11, 12, 13 }));
-    EXPECT_EQ(Qv24Ghz_MKK, (std::array<std::uint8_t, 1> { 14 }));
-    EXPECT_EQ(Qv24Ghz_MKK1.size(), 14u);
-    EXPECT_EQ(Qv24Ghz_ISRAEL, (std::array<std::uint8_t, 7> { 3, 4, 5, 6, 7, 8, 9 }));
-    EXPECT_EQ(Qv5Ghz_UNII, (std::array<std::uint8_t, 12> { 36, 40, 44, 48, 52, 56, 60, 64, 149, 153, 157, 161 }));
-    EXPECT_EQ(Qv5Ghz_MMAC, (std::array<std::uint8_t, 4> { 34, 38, 42, 46 }));
-    EXPECT_EQ(Qv5Ghz_HyperLAN2.front(), 36);
-    EXPECT_EQ(Qv5Ghz_HyperLAN2.back(), 140);
+    using Channels = std::vector<int>;
+    EXPECT_EQ(channelsOf(Qv24Ghz_FCC), (Channels { 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11 }));
+    EXPECT_EQ(channelsOf(Qv24Ghz_IC), (Channels { 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11 }));
+    EXPECT_EQ(channelsOf(Qv24Ghz_ESTI), (Channels { 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13 }));
+    EXPECT_EQ(channelsOf(Qv24Ghz_SPAIN), (Channels { 10, 11 }));
+    EXPECT_EQ(channelsOf(Qv24Ghz_FRANCE), (Channels { 10, 11, 12, 13 }));
+    EXPECT_EQ(channelsOf(Qv24Ghz_MKK), (Channels { 14 }));
+    EXPECT_EQ(channelsOf(Qv24Ghz_MKK1), (Channels { 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14 }));
+    EXPECT_EQ(channelsOf(Qv24Ghz_ISRAEL), (Channels { 3, 4, 5, 6, 7, 8, 9 }));
+    EXPECT_EQ(channelsOf(Qv5Ghz_UNII), (Channels { 36, 40, 44, 48, 52, 56, 60, 64, 149, 153, 157, 161 }));
+    EXPECT_EQ(channelsOf(Qv5Ghz_MMAC), (Channels { 34, 38, 42, 46 }));
+    EXPECT_EQ(channelsOf(Qv5Ghz_HyperLAN2),
+        (Channels { 36, 40, 44, 48, 52, 56, 60, 64, 100, 104, 108, 112, 116, 120, 124, 128, 132, 136, 140 }));
 }
 
 TEST(Oids, CarryTheSetFlagInBit23)
@@ -112,6 +128,90 @@ TEST(NdisRecords, SsidIsItsLengthThenThirtyTwoBytes)
     });
     expected.resize(36);
     EXPECT_EQ(wireBytes(ssid), expected);
+}
+
+TEST(NdisRecords, ConfigurationIsEightWords)
+{
+    const NDIS_802_11_CONFIGURATION configuration { 32, 100, 2, 2412000, { 16, 3, 4, 0x0102 } };
+    EXPECT_EQ(wireBytes(configuration),
+        bytesOf({
+            32, 0, 0, 0, // Length
+            100, 0, 0, 0, // BeaconPeriod
+            2, 0, 0, 0, // ATIMWindow
+            0xE0, 0xCD, 0x24, 0, // DSConfig
+            16, 0, 0, 0, // FHConfig.Length
+            3, 0, 0, 0, // FHConfig.HopPattern
+            4, 0, 0, 0, // FHConfig.HopSet
+            2, 1, 0, 0, // FHConfig.DwellTime
+        }));
+}
+
+TEST(NdisRecords, NetworkTypeListIsItsCountAndFourTypes)
+{
+    const NDIS_802_11_NETWORK_TYPE_LIST types { 3, { Ndis802_11DS, Ndis802_11OFDM24, Ndis802_11OFDM5, 0 } };
+    EXPECT_EQ(wireBytes(types),
+        bytesOf({
+            3, 0, 0, 0, // NumberOfItems
+            1, 0, 0, 0, // NetworkType: 802.11b
+            3, 0, 0, 0, // 802.11g
+            2, 0, 0, 0, // 802.11a
+            0, 0, 0, 0, // unused
+        }));
+}
+
+TEST(NdisRecords, EntryOfTheListHasAFixedPartOf128Bytes)
+{
+    WLAN_BSSID_EX entry {};
+    entry.Length = 0x0180;
+    entry.MacAddress = { 0x00, 0x11, 0x22, 0x33, 0x44, 0x55 };
+    entry.Ssid = { 4, { 'c', 'a', 'f', 'e' } };
+    entry.Privacy = 1;
+    entry.Rssi = -65;
+    entry.NetworkTypeInUse = Ndis802_11OFDM24;
+    entry.Configuration = { 32, 100, 0, 2437000, { 0, 0, 0, 0 } };
+    entry.InfrastructureMode = Ndis802_11Infrastructure;
+    entry.SupportedRates = { 0x82, 0x84, 0x8B, 0x96 };
+    entry.IELength = 0x010C;
+    entry.Timestamp = { 1, 2, 3, 4, 5, 6, 7, 8 };
+    entry.BeaconInterval = 100;
+    entry.Capabilities = 0x0431;
+    Bytes expected = bytesOf({
+        0x80, 1, 0, 0, // Length
+        0x00, 0x11, 0x22, 0x33, 0x44, 0x55, // MacAddress
+        0, 0, // Reserved
+        4, 0, 0, 0, 'c', 'a', 'f', 'e', // Ssid
+    });
+    expected.resize(48);
+    append(expected,
+        bytesOf({
+            1, 0, 0, 0, // Privacy
+            0xBF, 0xFF, 0xFF, 0xFF, // Rssi
+            3, 0, 0, 0, // NetworkTypeInUse
+            32, 0, 0, 0, 100, 0, 0, 0, 0, 0, 0, 0, 0x88, 0x2F, 0x25, 0, // Configuration
+            0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, // Configuration.FHConfig
+            1, 0, 0, 0, // InfrastructureMode
+            0x82, 0x84, 0x8B, 0x96, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, // SupportedRates
+            0x0C, 1, 0, 0, // IELength
+            1, 2, 3, 4, 5, 6, 7, 8, // Timestamp
+            100, 0, // BeaconInterval
+            0x31, 4, // Capabilities
+        }));
+    EXPECT_EQ(wireBytes(entry), expected);
+}
+
+TEST(NdisRecords, KeyIsTwentyEightBytesBeforeItsMaterial)
+{
+    const NDIS_802_11_KEY key { 52, keyIndexTransmit | 1, 13, { 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF }, {},
+        0x0807060504030201 };
+    EXPECT_EQ(wireBytes(key),
+        bytesOf({
+            52, 0, 0, 0, // Length: the key's and 39
+            1, 0, 0, 0x80, // KeyIndex
+            13, 0, 0, 0, // KeyLength
+            0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, // BSSID
+            0, 0, // padding
+            1, 2, 3, 4, 5, 6, 7, 8, // KeyRSC
+        }));
 }
 
 TEST(NdisRecords, RemoveKeyIsSixteenBytes)
@@ -143,6 +243,60 @@ TEST(VxRecords, StaConfigIsEightWordsInOrder)
     const Bytes bytes = wireBytes(configuration);
     for (std::size_t word = 0; word < 8; ++word)
         EXPECT_EQ(bytes[word * 4], static_cast<std::byte>(word + 1));
+}
+
+TEST(VxRecords, LinkCountersAreFourWords)
+{
+    const VX_802_11_LINK_COUNTERS counters { 108, 90, 0x01020304, 0x05060708 };
+    EXPECT_EQ(wireBytes(counters),
+        bytesOf({
+            108, 0, 0, 0, // TxRate
+            90, 0, 0, 0, // ChannelQuality
+            4, 3, 2, 1, // TxCount
+            8, 7, 6, 5, // RxCount
+        }));
+}
+
+// A driver that answers a query for link counters with this many bytes, 1, 2, 3 and so on.
+struct CountersAnswered {
+    RecordingIORegistry registry;
+    RecordingTickClock clock;
+    RecordingAlertPanels alerts;
+    VX7100Access adapter { registry, clock, alerts };
+    std::array<VX_802_11_LINK_COUNTERS, 2> records {}; // the second must stay as it is
+    bool succeeded { false };
+
+    explicit CountersAnswered(int size)
+    {
+        Bytes reply;
+        for (int number = 1; number <= size; ++number)
+            reply.push_back(static_cast<std::byte>(number));
+        registry.answer(VX_OID_802_11_LINK_COUNTERS, reply);
+        records[0].RxCount = 0xFFFFFFFF;
+        succeeded = queryRecord(adapter, VX_OID_802_11_LINK_COUNTERS, records[0]);
+    }
+};
+
+TEST(QueryRecord, FillsARecordFromAReplyOfItsSize)
+{
+    const CountersAnswered answered(16);
+    EXPECT_TRUE(answered.succeeded);
+    EXPECT_EQ(wireBytes(answered.records[0]), bytesOf({ 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16 }));
+}
+
+TEST(QueryRecord, LeavesZerosBehindAReplyThatIsOneByteShort)
+{
+    const CountersAnswered answered(15);
+    EXPECT_TRUE(answered.succeeded);
+    EXPECT_EQ(wireBytes(answered.records[0]), bytesOf({ 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 0 }));
+}
+
+TEST(QueryRecord, TakesNoMoreThanItsSizeOfAReplyThatIsOneByteTooLong)
+{
+    const CountersAnswered answered(17);
+    EXPECT_TRUE(answered.succeeded);
+    EXPECT_EQ(wireBytes(answered.records[0]), bytesOf({ 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16 }));
+    EXPECT_EQ(wireBytes(answered.records[1]), Bytes(16));
 }
 
 } // namespace

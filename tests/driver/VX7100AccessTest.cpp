@@ -9,6 +9,8 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+
 namespace {
 
 using Texts = std::vector<std::string>;
@@ -20,7 +22,12 @@ protected:
     RecordingAlertPanels alerts;
     VX7100Access adapter { registry, clock, alerts };
 
-    void TearDown() override { __DEBUG__ = 0; }
+    void TearDown() override
+    {
+        __DEBUG__ = 0;
+        G_bRescan = 0;
+        G_pBssidList.reset();
+    }
 
     bool query(std::uint32_t oid, std::uint32_t& value)
     {
@@ -137,6 +144,19 @@ TEST_F(VX7100AccessTest, ClosingTwiceReleasesOnce)
     EXPECT_TRUE(registry.calls.empty());
 }
 
+TEST_F(VX7100AccessTest, SearchThatFindsNoCardTellsWhatMayBeMissing)
+{
+    registry.serviceCount = 0;
+    __DEBUG__ = 1;
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(adapter.SearchDevice());
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+        "#### VX7100Access - SearchDevice ####\n"
+        "**** VX7100Access - SearchDevice - Iterations: 0 ****\n"
+        "!!!! VX7100Access - SearchDevice - Couldn't find a WirelessDriver service in registry - is the card loaded? "
+        "!!!!\n");
+}
+
 TEST_F(VX7100AccessTest, LastOfTwoCardsIsUsedAndTheConfusionIsTracedOnce)
 {
     registry.serviceCount = 2;
@@ -235,6 +255,31 @@ TEST_F(VX7100AccessTest, TracesNameTheNumberOfAQueryOnly)
     (void)setRecord(adapter, OID_802_11_POWER_MODE, value);
     EXPECT_TRUE(testing::internal::GetCapturedStderr().starts_with(
         "#### VX7100Access - OidSetInformation ####\n#### VX7100Access - SearchDevice ####\n"));
+}
+
+TEST_F(VX7100AccessTest, OperationsTraceTheirNameFirst)
+{
+    struct Operation {
+        std::string name;
+        std::function<void()> run;
+    };
+    const std::vector<Operation> operations {
+        { "init", [this] { const VX7100Access another(registry, clock, alerts); } },
+        { "InitCard", [this] { (void)adapter.InitCard(); } },
+        { "CheckPhyMode", [this] { adapter.CheckPhyMode(); } },
+        { "CheckCountryRegion", [this] { (void)adapter.CheckCountryRegion(); } },
+        { "RescanBssidList", [this] { adapter.RescanBssidList(); } },
+        { "QueryBssidList", [this] { adapter.QueryBssidList(); } },
+        { "ConvertRssiToSignalQuality", [] { (void)VX7100Access::ConvertRssiToSignalQuality(-50); } },
+    };
+    for (const Operation& operation : operations) {
+        __DEBUG__ = 1;
+        testing::internal::CaptureStderr();
+        operation.run();
+        const std::string written = testing::internal::GetCapturedStderr();
+        __DEBUG__ = 0;
+        EXPECT_TRUE(written.starts_with("#### VX7100Access - " + operation.name + " ####\n")) << written;
+    }
 }
 
 TEST_F(VX7100AccessTest, WritesNothingUnlessDebugging)
