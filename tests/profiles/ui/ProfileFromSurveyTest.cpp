@@ -1,0 +1,142 @@
+#include "survey/ui/SiteSurveyPageController.h"
+#include "tests/profiles/ui/ProfilePageFixture.h"
+#include "tests/support/RecordingAssertionHandler.h"
+
+#include <QTabWidget>
+
+namespace {
+
+// The two pages together, as the application wires them.
+class ProfileFromSurveyTest : public ProfilePageFixture {
+protected:
+    ProfileFromSurveyTest()
+    {
+        survey.awakeFromNib();
+        survey.setProfilePage(&page);
+        survey.setProfileEditor(&page.profileEditor());
+        survey.show();
+    }
+
+    void addProfileOf(const EntryBuilder& entry)
+    {
+        haveList({ EntryBuilder("first", 9), entry });
+        survey.RefreshAPList();
+        survey.findChild<TableView*>(u"ApList"_qs)->selectRowNumber(1);
+        pressAddProfile();
+    }
+
+    void pressAddProfile() { QTest::mouseClick(survey.findChild<QPushButton*>(u"AddProfile"_qs), Qt::LeftButton); }
+
+    void confirm()
+    {
+        sheets.users.emplace_back([](QDialog& sheet) {
+            EXPECT_EQ(sheet.findChild<QTabWidget*>(u"TabView"_qs)->currentIndex(), 0);
+            pressButton(sheet, QDialogButtonBox::Ok);
+        });
+    }
+
+    RecordingAssertionHandler assertions;
+    SiteSurveyPageController survey { adapter, runLoop, assertions, alerts, sheets };
+};
+
+TEST_F(ProfileFromSurveyTest, WithoutASelectionTheUserIsAskedForOne)
+{
+    pressAddProfile();
+    EXPECT_EQ(alerts.alerts,
+        (std::vector<Alert> { { u"No selected item"_qs, u"Please select an item to connect to."_qs, u"OK"_qs } }));
+    EXPECT_TRUE(sheets.shown.empty());
+}
+
+TEST_F(ProfileFromSurveyTest, ListThatIsGoneEndsItWithoutAWord)
+{
+    haveList({ EntryBuilder("a") });
+    survey.RefreshAPList();
+    survey.findChild<TableView*>(u"ApList"_qs)->selectRowNumber(0);
+    G_pBssidList.reset();
+    pressAddProfile();
+    EXPECT_TRUE(alerts.alerts.empty());
+    EXPECT_TRUE(sheets.shown.empty());
+}
+
+TEST_F(ProfileFromSurveyTest, OpenAdHocNetworkBecomesAProfile)
+{
+    EntryBuilder entry("friends", 2);
+    entry.fixedPart.InfrastructureMode = Ndis802_11IBSS;
+    confirm();
+    addProfileOf(entry);
+    ASSERT_EQ(inFile().size(), 1u);
+    const Profile profile = inFile().front();
+    EXPECT_EQ(profile.text(ProfileKey::profileName), u"PROF1"_qs);
+    EXPECT_EQ(profile.text(ProfileKey::ssid), u"friends"_qs);
+    EXPECT_EQ(profile.text(ProfileKey::channel), u"1"_qs);
+    EXPECT_EQ(profile.text(ProfileKey::networkType), u"0"_qs);
+    EXPECT_EQ(profile.text(ProfileKey::authenticationType), u"0"_qs);
+    EXPECT_EQ(profile.text(ProfileKey::encryptionType), u"0"_qs);
+    EXPECT_EQ(profile.text(ProfileKey::bssid), u"001122334402"_qs);
+    EXPECT_EQ(profile.text(ProfileKey::hidden), u"0"_qs);
+    EXPECT_EQ(table->numberOfRows(), 1) << "the profile page has taken up the new list";
+    EXPECT_TRUE(registry.oids().empty()) << "nothing is sent";
+}
+
+TEST_F(ProfileFromSurveyTest, WpaPskNetworkOpensWithItsSecurity)
+{
+    EntryBuilder entry("wpa", 3);
+    entry.fixedPart.Privacy = 1;
+    entry.elements = wpaElement(4, 2);
+    sheets.users.emplace_back([](QDialog& sheet) {
+        EXPECT_EQ(sheet.findChild<ComboBox*>(u"AuthenType"_qs)->objectValueOfSelectedItem(), u"WPA-PSK"_qs);
+        EXPECT_EQ(sheet.findChild<ComboBox*>(u"EncryType"_qs)->objectValueOfSelectedItem(), u"AES"_qs);
+        sheet.findChild<QLineEdit*>(u"WPAPreSharedKey"_qs)->setText(u"passphrase"_qs);
+        pressButton(sheet, QDialogButtonBox::Ok);
+    });
+    addProfileOf(entry);
+    ASSERT_EQ(inFile().size(), 1u);
+    EXPECT_EQ(inFile().front().text(ProfileKey::authenticationType), u"2"_qs);
+    EXPECT_EQ(inFile().front().text(ProfileKey::encryptionType), u"1"_qs);
+}
+
+TEST_F(ProfileFromSurveyTest, EnterpriseNetworkOpensAsAWepNetworkWithoutAnAlert)
+{
+    EntryBuilder entry("enterprise", 4);
+    entry.fixedPart.Privacy = 1;
+    entry.elements = wpaElement(2, 1);
+    sheets.users.emplace_back([](QDialog& sheet) {
+        EXPECT_EQ(sheet.findChild<ComboBox*>(u"AuthenType"_qs)->objectValueOfSelectedItem(), u"Open"_qs);
+        EXPECT_EQ(sheet.findChild<ComboBox*>(u"EncryType"_qs)->objectValueOfSelectedItem(), u"WEP"_qs);
+        pressButton(sheet, QDialogButtonBox::Cancel);
+    });
+    addProfileOf(entry);
+    EXPECT_EQ(sheets.shown.size(), 1u);
+    EXPECT_TRUE(alerts.alerts.empty());
+    EXPECT_TRUE(inFile().empty());
+}
+
+TEST_F(ProfileFromSurveyTest, FrequencyOutsideTheTableIsReported)
+{
+    haveList({ EntryBuilder("a") });
+    survey.RefreshAPList();
+    survey.findChild<TableView*>(u"ApList"_qs)->selectRowNumber(0);
+    EntryBuilder entry("a");
+    entry.fixedPart.Configuration.DSConfig = 999;
+    haveList({ entry });
+    pressAddProfile();
+    ASSERT_EQ(assertions.failures.size(), 1u);
+    EXPECT_EQ(assertions.failures[0].lineNumber, 1148);
+    EXPECT_TRUE(sheets.shown.empty());
+    assertions.goOn = true;
+    confirm();
+    pressAddProfile();
+    EXPECT_EQ(inFile().size(), 1u);
+}
+
+TEST_F(ProfileFromSurveyTest, ListOfProfilesIsLoadedAgainAfterCancelToo)
+{
+    sheets.users.emplace_back([this](QDialog& sheet) {
+        prefs.setArray(u"Profiles"_qs, { sampleProfile(u"from elsewhere"_qs) });
+        pressButton(sheet, QDialogButtonBox::Cancel);
+    });
+    addProfileOf(EntryBuilder("a"));
+    EXPECT_EQ(table->numberOfRows(), 1);
+}
+
+} // namespace

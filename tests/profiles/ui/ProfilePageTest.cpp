@@ -1,0 +1,255 @@
+#include "platform/ui/Images.h"
+#include "tests/profiles/ui/ProfilePageFixture.h"
+
+#include <QApplication>
+#include <QTabWidget>
+
+namespace {
+
+using namespace std::chrono_literals;
+using Names = std::vector<QString>;
+
+using ProfilePageTest = ProfilePageFixture;
+
+ProfileList three()
+{
+    return { sampleProfile(u"one"_qs), sampleProfile(u"two"_qs), sampleProfile(u"three"_qs) };
+}
+
+TEST_F(ProfilePageTest, ShowsTheStoredProfilesInTheirOrderAndWords)
+{
+    haveProfiles({ sampleProfile(u"home"_qs),
+        with(sampleProfile(u"ad hoc"_qs),
+            { { ProfileKey::networkType, u"0"_qs }, { ProfileKey::authenticationType, u"2"_qs } }) });
+    Names shown;
+    for (int row = 0; row < table->numberOfRows(); ++row) {
+        for (int column = 1; column < table->model()->columnCount(); ++column)
+            shown.push_back(table->model()->index(row, column).data().toString());
+    }
+    EXPECT_EQ(shown,
+        (Names { u"home"_qs, u"home"_qs, u"Auto"_qs, u"Open"_qs, u"UnKnown"_qs, u"Infrastructure"_qs, //
+            u"ad hoc"_qs, u"home"_qs, u"Auto"_qs, u"WPA-NONE"_qs, u"UnKnown"_qs, u"Ad Hoc"_qs }));
+    EXPECT_EQ(table->selectedRow(), -1);
+}
+
+TEST_F(ProfilePageTest, RefreshTakesTheSelectionAway)
+{
+    haveProfiles(three());
+    table->selectRowNumber(1);
+    page.RefreshProfileList();
+    EXPECT_EQ(table->selectedRow(), -1);
+    page.ClearProfileList();
+    EXPECT_EQ(table->numberOfRows(), 0);
+}
+
+TEST_F(ProfilePageTest, ReadsTheFileOnlyWhereTheDefaultsHaveNoList)
+{
+    ASSERT_TRUE(writeDictionariesFile(recordsFile, { sampleProfile(u"by hand"_qs) }));
+    page.RefreshProfileList();
+    EXPECT_EQ(table->model()->index(0, 1).data().toString(), u"by hand"_qs);
+    prefs.setArray(u"Profiles"_qs, { sampleProfile(u"kept"_qs) });
+    page.RefreshProfileList();
+    EXPECT_EQ(table->model()->index(0, 1).data().toString(), u"kept"_qs);
+}
+
+TEST_F(ProfilePageTest, EmptyListSaysWhatToDo)
+{
+    const QString before = table->emptyText();
+    EXPECT_FALSE(before.isEmpty());
+    page.RefreshProfileList();
+    EXPECT_EQ(table->numberOfRows(), 0);
+    EXPECT_FALSE(table->emptyText().isEmpty());
+    EXPECT_NE(table->emptyText(), before);
+}
+
+TEST_F(ProfilePageTest, AddWithoutACardIsRefused)
+{
+    G_bDeviceExist = 0;
+    press(u"Add"_qs);
+    EXPECT_EQ(alerts.alerts,
+        (std::vector<Alert> {
+            { u"Device not exist."_qs, u"Please insert your Network Card and then set profile."_qs, u"OK"_qs } }));
+    EXPECT_TRUE(sheets.shown.empty());
+}
+
+TEST_F(ProfilePageTest, EditAndDeleteWithoutASelectionAreRefused)
+{
+    haveProfiles(three());
+    const ProfileList before = inFile();
+    press(u"Edit"_qs);
+    press(u"Delete"_qs);
+    EXPECT_EQ(alerts.alerts,
+        (std::vector<Alert> { { u"No selected item"_qs, u"Please select an item to edit."_qs, u"OK"_qs },
+            { u"No selected item"_qs, u"Please select an item to delete."_qs, u"OK"_qs } }));
+    EXPECT_TRUE(sheets.shown.empty());
+    EXPECT_EQ(inFile(), before);
+}
+
+TEST_F(ProfilePageTest, AddRunsTheEditorAndShowsTheNewProfile)
+{
+    sheets.users.emplace_back([](QDialog& sheet) {
+        EXPECT_EQ(sheet.findChild<QLineEdit*>(u"ProfileName"_qs)->text(), u"PROF1"_qs);
+        sheet.findChild<ComboBox*>(u"SSID"_qs)->setEditText(u"typed"_qs);
+        pressButton(sheet, QDialogButtonBox::Ok);
+    });
+    press(u"Add"_qs);
+    EXPECT_EQ(sheets.shown, Names { u"ProfileEditorWindow"_qs });
+    EXPECT_EQ(names(inFile()), Names { u"PROF1"_qs });
+    EXPECT_EQ(inDefaults(), inFile());
+    EXPECT_EQ(table->model()->index(0, 2).data().toString(), u"typed"_qs);
+}
+
+TEST_F(ProfilePageTest, EditNeedsNoCardAndChangesTheSelectedProfile)
+{
+    G_bDeviceExist = 0;
+    haveProfiles(three());
+    table->selectRowNumber(1);
+    sheets.users.emplace_back([](QDialog& sheet) {
+        auto* const name = sheet.findChild<QLineEdit*>(u"ProfileName"_qs);
+        EXPECT_EQ(name->text(), u"two"_qs);
+        name->setText(u"second"_qs);
+        pressButton(sheet, QDialogButtonBox::Ok);
+    });
+    press(u"Edit"_qs);
+    EXPECT_EQ(names(inFile()), (Names { u"one"_qs, u"second"_qs, u"three"_qs }));
+    EXPECT_EQ(table->model()->index(1, 1).data().toString(), u"second"_qs);
+    EXPECT_TRUE(alerts.alerts.empty());
+}
+
+TEST_F(ProfilePageTest, ListIsLoadedAgainAfterCancelToo)
+{
+    haveProfiles(three());
+    table->selectRowNumber(0);
+    sheets.users.emplace_back([this](QDialog& sheet) {
+        prefs.setArray(u"Profiles"_qs, { sampleProfile(u"from elsewhere"_qs) });
+        pressButton(sheet, QDialogButtonBox::Cancel);
+    });
+    press(u"Edit"_qs);
+    EXPECT_EQ(table->numberOfRows(), 1);
+    EXPECT_EQ(table->model()->index(0, 1).data().toString(), u"from elsewhere"_qs);
+}
+
+TEST_F(ProfilePageTest, DeleteTakesTheProfileOutOfBothHomesWithoutAsking)
+{
+    haveProfiles(three());
+    table->selectRowNumber(1);
+    press(u"Delete"_qs);
+    EXPECT_EQ(names(inFile()), (Names { u"one"_qs, u"three"_qs }));
+    EXPECT_EQ(inDefaults(), inFile());
+    EXPECT_EQ(table->numberOfRows(), 2);
+    EXPECT_EQ(table->selectedRow(), -1);
+    EXPECT_TRUE(alerts.alerts.empty());
+}
+
+TEST_F(ProfilePageTest, DeleteKeyDeletesTheSelectedProfile)
+{
+    haveProfiles(three());
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&page));
+    page.activateWindow();
+    table->setFocus();
+    table->selectRowNumber(2);
+    QTest::keyClick(table, Qt::Key_Delete);
+    EXPECT_EQ(names(inFile()), (Names { u"one"_qs, u"two"_qs }));
+}
+
+TEST_F(ProfilePageTest, SortedListEditsAndDeletesTheProfileThatIsSelected)
+{
+    haveProfiles(three());
+    table->sortByColumn(1, Qt::AscendingOrder); // one, three, two
+    QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, middleOf(1));
+    press(u"Delete"_qs);
+    EXPECT_EQ(names(inFile()), (Names { u"one"_qs, u"two"_qs }));
+}
+
+TEST_F(ProfilePageTest, DeletingTheActiveProfileEndsItsActivation)
+{
+    haveProfiles(three());
+    table->selectRowNumber(1);
+    press(u"Activate"_qs);
+    ASSERT_TRUE(setting());
+    table->selectRowNumber(1);
+    press(u"Delete"_qs);
+    EXPECT_FALSE(setting());
+    page.CheckProfileSettingForConnect();
+    EXPECT_EQ(connections.records.size(), 1u) << "nothing is left to be applied again";
+}
+
+TEST_F(ProfilePageTest, DeletingAProfileAboveTheActiveOneLeavesItsNumber)
+{
+    haveProfiles(three());
+    table->selectRowNumber(1);
+    press(u"Activate"_qs);
+    table->selectRowNumber(0);
+    press(u"Delete"_qs);
+    ASSERT_TRUE(setting());
+    EXPECT_EQ(setting()->front().text(u"Selected"), u"1"_qs);
+    EXPECT_EQ(setting()->front().text(ProfileKey::profileName), u"two"_qs);
+    EXPECT_EQ(markedRows(), std::vector<int> { 1 }) << "the row that now has the old number";
+    table->selectRowNumber(1);
+    press(u"Delete"_qs);
+    EXPECT_FALSE(setting()) << "the number decides, not the profile";
+}
+
+TEST_F(ProfilePageTest, MarksTheRowActivatedLastAndChecksItWhileConnected)
+{
+    haveProfiles(three());
+    EXPECT_EQ(markedRows(), std::vector<int> {});
+    table->selectRowNumber(2);
+    press(u"Activate"_qs);
+    EXPECT_EQ(markedRows(), std::vector<int> { 2 });
+    const auto image = [this] { return page.objectValueForTableColumn(u"pi", 2).value<QIcon>().cacheKey(); };
+    EXPECT_EQ(image(), imageNamed(u"UNCHECKMRK").cacheKey());
+    EXPECT_FALSE(imageNamed(u"UNCHECKMRK").isNull());
+    G_bCheckedProfileConnect = 1;
+    const auto shown
+        = [this] { return table->model()->index(2, 0).data(Qt::DecorationRole).value<QIcon>().cacheKey(); };
+    EXPECT_EQ(shown(), imageNamed(u"UNCHECKMRK").cacheKey());
+    runLoop.advance(2000ms);
+    EXPECT_EQ(shown(), imageNamed(u"CHECKMRK").cacheKey());
+    EXPECT_FALSE(imageNamed(u"CHECKMRK").isNull());
+    EXPECT_EQ(runLoop.activeIntervals(), std::vector<std::chrono::milliseconds> { 2000ms });
+}
+
+TEST_F(ProfilePageTest, CellThatIsEditedChangesTheRowAndNotTheProfile)
+{
+    haveProfiles(three());
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&page));
+    prefs.arrays.erase(u"Profiles"_qs);
+    const int synchronizations = prefs.synchronizations;
+    table->setFocus();
+    table->setCurrentIndex(table->model()->index(1, 1));
+    QTest::keyClick(table, Qt::Key_F2);
+    auto* const cell = table->viewport()->findChild<QLineEdit*>();
+    ASSERT_NE(cell, nullptr);
+    QTest::keyClicks(cell, u"renamed"_qs);
+    QTest::keyClick(cell, Qt::Key_Return);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return table->model()->index(1, 1).data().toString() == u"renamed"_qs; }));
+    EXPECT_TRUE(connections.calls.empty()) << "Return ends the editing and does not activate";
+    EXPECT_EQ(names(inDefaults()), (Names { u"one"_qs, u"two"_qs, u"three"_qs }));
+    EXPECT_EQ(inFile(), inDefaults());
+    EXPECT_EQ(prefs.synchronizations, synchronizations + 1);
+    page.RefreshProfileList();
+    EXPECT_EQ(table->model()->index(1, 1).data().toString(), u"two"_qs);
+}
+
+TEST_F(ProfilePageTest, DeleteKeyInACellDeletesACharacter)
+{
+    haveProfiles(three());
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&page));
+    page.activateWindow();
+    table->setFocus();
+    table->setCurrentIndex(table->model()->index(1, 1));
+    QTest::keyClick(table, Qt::Key_F2);
+    auto* const cell = table->viewport()->findChild<QLineEdit*>();
+    ASSERT_NE(cell, nullptr);
+    QTest::keyClick(cell, Qt::Key_Delete);
+    EXPECT_EQ(inFile().size(), 3u);
+}
+
+TEST_F(ProfilePageTest, CanBeMadeSmall)
+{
+    EXPECT_LT(page.minimumSizeHint().width(), page.fontMetrics().averageCharWidth() * 80);
+    EXPECT_LT(page.minimumSizeHint().height(), page.fontMetrics().height() * 20);
+}
+
+} // namespace
