@@ -37,7 +37,7 @@ struct PropertyEntry {
 bool operator==(const PropertyValue& left, const PropertyValue& right);
 bool operator==(const PropertyEntry& left, const PropertyEntry& right);
 
-inline constexpr qsizetype propertyListSizeLimit = 16 * 1024 * 1024; // bytes
+inline constexpr qsizetype propertyListSizeLimit = qsizetype { 16 } * 1024 * 1024; // bytes
 inline constexpr int propertyListDepthLimit = 64; // arrays and dictionaries within one another
 
 // Nothing for anything that is not a whole and valid property list: also for one beyond the limits, one that declares

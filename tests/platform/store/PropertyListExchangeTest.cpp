@@ -24,7 +24,7 @@ QJsonArray jsonOf(const PropertyDictionary& dictionary)
 PropertyDictionary dictionaryOf(const QJsonArray& pairs)
 {
     PropertyDictionary dictionary;
-    for (const QJsonValue& pair : pairs)
+    for (const auto& pair : pairs)
         dictionary.set(pair.toArray().at(0).toString(), pair.toArray().at(1).toString());
     return dictionary;
 }
@@ -79,7 +79,7 @@ TEST_F(PropertyListExchange, WritesWhatPythonReads)
     QFile file(json);
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     PropertyDictionaries theirs;
-    for (const QJsonValue& pairs : QJsonDocument::fromJson(file.readAll()).array())
+    for (const auto pairs : QJsonDocument::fromJson(file.readAll()).array())
         theirs.push_back(dictionaryOf(pairs.toArray()));
     EXPECT_EQ(theirs, list);
 }
