@@ -1,18 +1,6 @@
-#include "app/shared/Pages.h"
-#include "platform/ui/ComboBox.h"
-#include "platform/ui/TableView.h"
-#include "survey/ProfileData.h"
-#include "survey/ui/SiteSurveyPageController.h"
-#include "tests/support/ManualRunLoop.h"
-#include "tests/support/RecordingAssertionHandler.h"
-#include "tests/support/ScriptedModalSheets.h"
-#include "tests/survey/SurveyFixture.h"
+#include "tests/survey/ui/ConnectingFixture.h"
 
-#include <QDialogButtonBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QTest>
+#include <algorithm>
 
 namespace {
 
@@ -24,97 +12,7 @@ std::uint32_t ssidLength(const PROFILE_DATA& record)
 
 using namespace std::chrono_literals;
 
-constexpr int tkip = 2;
-constexpr int ccmp = 4;
-
-class CountingProfilePage final : public ProfilePage {
-public:
-    void RefreshProfileList() override { }
-    void CheckProfileSettingForConnect() override { }
-    void DisabledActivateProfile() override { ++disabled; }
-    int disabled { 0 };
-};
-
-EntryBuilder wepEntry(std::string_view ssid = "wep")
-{
-    EntryBuilder entry(ssid);
-    entry.fixedPart.Privacy = 1;
-    return entry;
-}
-
-EntryBuilder wpaEntry(int cipher, int authentication, std::int32_t mode = Ndis802_11Infrastructure)
-{
-    EntryBuilder entry = wepEntry("IEEE");
-    entry.fixedPart.InfrastructureMode = mode;
-    entry.elements = wpaElement(cipher, authentication);
-    return entry;
-}
-
-void press(QDialog& sheet, QDialogButtonBox::StandardButton button)
-{
-    QTest::mouseClick(sheet.findChild<QDialogButtonBox*>()->button(button), Qt::LeftButton);
-}
-
-class ConnectingTest : public SurveyFixture {
-protected:
-    ConnectingTest()
-    {
-        G_configFromProfile = 1;
-        page.awakeFromNib();
-        page.setProfilePage(&profilePage);
-        table = page.findChild<TableView*>(u"ApList"_qs);
-        page.resize(900, 500);
-        page.show();
-    }
-
-    ~ConnectingTest() override { G_configFromProfile = 0; }
-
-    void select(const EntryBuilder& entry)
-    {
-        haveList({ entry });
-        page.RefreshAPList();
-        table->selectRowNumber(0);
-    }
-
-    void connectTo(const EntryBuilder& entry)
-    {
-        select(entry);
-        pressConnect();
-    }
-
-    void pressConnect() { QTest::mouseClick(page.findChild<QPushButton*>(u"Connect"_qs), Qt::LeftButton); }
-
-    void typeKey(const QString& field, const QString& text)
-    {
-        sheets.users.emplace_back([field, text](QDialog& sheet) {
-            auto* const line = sheet.findChild<QLineEdit*>(field);
-            EXPECT_TRUE(line->isEnabled());
-            QTest::keyClicks(line, text);
-            press(sheet, QDialogButtonBox::Ok);
-        });
-    }
-
-    void cancelSheet()
-    {
-        sheets.users.emplace_back([](QDialog& sheet) { press(sheet, QDialogButtonBox::Cancel); });
-    }
-
-    // The task that was queued; null when there is none.
-    static std::shared_ptr<ProfileData> queued() { return TaskQueue::GetTaskObject(); }
-
-    [[nodiscard]] QString joinStatus() const
-    {
-        const auto* const label = page.findChild<QLabel*>(u"JoinStatus"_qs);
-        return label->isVisible() ? label->text() : QString();
-    }
-
-    ManualRunLoop runLoop;
-    RecordingAssertionHandler assertions;
-    ScriptedModalSheets sheets;
-    CountingProfilePage profilePage;
-    SiteSurveyPageController page { adapter, runLoop, assertions, alerts, sheets };
-    TableView* table { nullptr };
-};
+class ConnectingTest : public ConnectingFixture { };
 
 TEST_F(ConnectingTest, WithoutASelectedRowTheUserIsAskedForOne)
 {

@@ -1,0 +1,194 @@
+// Connecting while the link is lost, while a rescan comes in, and from lists that lie about themselves.
+
+#include "tests/survey/ui/ConnectingFixture.h"
+
+#include <sstream>
+
+namespace {
+
+using namespace std::chrono_literals;
+using Oids = std::vector<std::uint32_t>;
+
+class ConnectingEdgesTest : public ConnectingFixture {
+protected:
+    ~ConnectingEdgesTest() override { __DEBUG__ = 0; }
+
+    static void haveList(std::uint32_t count, const std::vector<EntryBuilder>& entries)
+    {
+        std::vector<Bytes> all;
+        for (const EntryBuilder& entry : entries)
+            all.push_back(entry.bytes());
+        G_pBssidList = std::make_unique<BssidListBuffer>();
+        const Bytes list = bssidList(count, all);
+        std::copy(list.begin(), list.end(), G_pBssidList->begin());
+    }
+
+    // The list comes in behind the rows that are shown.
+    void connectToRow(int row, std::uint32_t count, const std::vector<EntryBuilder>& entries)
+    {
+        SurveyFixture::haveList({ EntryBuilder("a", 1), EntryBuilder("b", 2) });
+        page.RefreshAPList();
+        table->selectRowNumber(row);
+        haveList(count, entries);
+        pressConnect();
+    }
+
+    void expectNothingHappened() const
+    {
+        EXPECT_EQ(queued(), nullptr);
+        EXPECT_TRUE(alerts.alerts.empty());
+        EXPECT_TRUE(sheets.shown.empty());
+        EXPECT_EQ(profilePage.disabled, 0);
+        EXPECT_EQ(G_configFromProfile, 1);
+    }
+
+    [[nodiscard]] int scans() const { return static_cast<int>(registry.inputsOf(scanOids().front()).size()); }
+};
+
+EntryBuilder withLength(EntryBuilder entry, std::uint32_t length)
+{
+    entry.keepLengths = true;
+    entry.fixedPart.Length = length;
+    return entry;
+}
+
+TEST_F(ConnectingEdgesTest, EveryTickScansOnceTheLinkWasLostUntilTheUserConnects)
+{
+    letScanFind({ EntryBuilder("open") });
+    letLinkBeUp({ 0x00, 0x11, 0x22, 0x33, 0x44, 0x01 });
+    select(EntryBuilder("open"));
+    page.StartSiteSurveyTimer();
+    runLoop.advance(2s);
+    EXPECT_EQ(scans(), 0);
+    letLinkBeDown();
+    for (int tick = 1; tick <= 3; ++tick) {
+        runLoop.advance(2s);
+        EXPECT_EQ(scans(), tick);
+    }
+    table->selectRowNumber(0);
+    pressConnect();
+    registry.forgetCalls();
+    runLoop.advance(2s);
+    EXPECT_EQ(registry.oids().front(), std::uint32_t { OID_GEN_MEDIA_CONNECT_STATUS });
+    EXPECT_EQ(registry.oids().back(), 0x0D810101U);
+    registry.forgetCalls();
+    runLoop.advance(6s);
+    EXPECT_EQ(registry.oids(), Oids(3, OID_GEN_MEDIA_CONNECT_STATUS)); // the scans have ended with it
+}
+
+TEST_F(ConnectingEdgesTest, ListThatComesInWhileASheetIsOpenIsNotTakenUp)
+{
+    sheets.users.emplace_back([](QDialog& sheet) {
+        EXPECT_EQ(G_bRescan, 0);
+        G_bRescan = 1;
+        QTest::keyClicks(sheet.findChild<QLineEdit*>(u"WEPKey1Text"_qs), u"0123456789"_qs);
+        press(sheet, QDialogButtonBox::Ok);
+    });
+    G_bRescan = 1;
+    connectTo(wepEntry());
+    ASSERT_NE(queued(), nullptr);
+    EXPECT_EQ(G_bRescan, 0);
+}
+
+TEST_F(ConnectingEdgesTest, ListThatComesInBehindACancelledSheetStays)
+{
+    sheets.users.emplace_back([](QDialog& sheet) {
+        G_bRescan = 1;
+        press(sheet, QDialogButtonBox::Cancel);
+    });
+    connectTo(wepEntry());
+    EXPECT_EQ(queued(), nullptr);
+    EXPECT_EQ(G_bRescan, 1);
+}
+
+TEST_F(ConnectingEdgesTest, EnterpriseNetworkIsRefusedWithOkAlone)
+{
+    connectTo(wpaEntry(ccmp, 1));
+    using Alert = RecordingAlertPanels::Alert;
+    EXPECT_EQ(
+        alerts.alerts, (std::vector<Alert> { { u"WPA-Enterprise isn't supported yet!!!"_qs, QString(), u"OK"_qs } }));
+}
+
+TEST_F(ConnectingEdgesTest, HiddenEnterpriseNetworkIsRefusedBeforeItsNameIsAskedFor)
+{
+    EntryBuilder hidden = wpaEntry(ccmp, 1);
+    hidden.fixedPart.Ssid = {};
+    connectTo(hidden);
+    ASSERT_EQ(alerts.alerts.size(), 1U);
+    EXPECT_EQ(alerts.alerts[0].title, u"WPA-Enterprise isn't supported yet!!!"_qs);
+    EXPECT_TRUE(sheets.shown.empty());
+    EXPECT_EQ(queued(), nullptr);
+    EXPECT_EQ(G_configFromProfile, 1);
+}
+
+TEST_F(ConnectingEdgesTest, RowBehindTheEndOfTheListDoesNothing)
+{
+    connectToRow(1, 1, { EntryBuilder("a", 1) });
+    expectNothingHappened();
+}
+
+TEST_F(ConnectingEdgesTest, RowBehindACountOfZeroDoesNothing)
+{
+    connectToRow(0, 0, { EntryBuilder("a", 1) });
+    expectNothingHappened();
+}
+
+TEST_F(ConnectingEdgesTest, RowBehindALargestCountDoesNothing)
+{
+    connectToRow(1, 0xFFFFFFFF, { EntryBuilder("a", 1) });
+    expectNothingHappened();
+}
+
+TEST_F(ConnectingEdgesTest, RowWithinALargestCountIsJoined)
+{
+    connectToRow(1, 0xFFFFFFFF, { EntryBuilder("a", 1), EntryBuilder("b", 2) });
+    ASSERT_NE(queued(), nullptr);
+    EXPECT_EQ(queued()->Profile()->Bssid[5], 2);
+}
+
+TEST_F(ConnectingEdgesTest, RowOfOrBehindAZeroLengthDoesNothing)
+{
+    for (const int row : { 0, 1 })
+        connectToRow(row, 2, { withLength(EntryBuilder("a", 1), 0), EntryBuilder("b", 2) });
+    expectNothingHappened();
+}
+
+TEST_F(ConnectingEdgesTest, RowOfOrBehindALengthBeyondTheBufferDoesNothing)
+{
+    for (const std::uint32_t length : { 65536U, 0x7FFFFFFFU, 0xFFFFFFFFU }) {
+        for (const int row : { 0, 1 })
+            connectToRow(row, 2, { withLength(EntryBuilder("a", 1), length), EntryBuilder("b", 2) });
+    }
+    expectNothingHappened();
+}
+
+TEST_F(ConnectingEdgesTest, ElementsThatEndBeyondTheEntryAreNotFoundWhereThereAreNone)
+{
+    EntryBuilder lying("a", 1);
+    lying.keepLengths = true;
+    lying.fixedPart.Length = sizeof(WLAN_BSSID_EX);
+    lying.fixedPart.IELength = 0xFFFFFFFF;
+    connectToRow(0, 1, { lying });
+    ASSERT_NE(queued(), nullptr);
+    EXPECT_EQ(queued()->Profile()->AuthenMode, 0);
+    EXPECT_EQ(queued()->Profile()->EncryStatus, 1);
+}
+
+TEST_F(ConnectingEdgesTest, OnConnectIsToldWithTheFlag)
+{
+    const auto written = [this] {
+        testing::internal::CaptureStderr();
+        pressConnect();
+        return testing::internal::GetCapturedStderr();
+    };
+    EXPECT_EQ(written(), "");
+    __DEBUG__ = 1;
+    EXPECT_EQ(written(), "#### SiteSurveyPageController - OnConnect ####\n"); // no row: nothing is classified
+    select(EntryBuilder());
+    EXPECT_EQ(written().rfind("#### SiteSurveyPageController - OnConnect ####\n"
+                              "#### SiteSurveyPageController - IsItemWPA ####\n",
+                  0),
+        0U);
+}
+
+} // namespace

@@ -1,0 +1,215 @@
+// What the security sheet lists from one opening to the next, and what becomes of the unusual choices in it.
+
+#include "tests/survey/ui/ConnectingFixture.h"
+
+namespace {
+
+using Items = std::vector<QString>;
+
+class SheetChoicesTest : public ConnectingFixture {
+protected:
+    ~SheetChoicesTest() override { G_encryCapa = 6; }
+
+    static ComboBox& combo(QDialog& sheet, const QString& name) { return *sheet.findChild<ComboBox*>(name); }
+
+    static Items items(const ComboBox& combo)
+    {
+        Items result;
+        for (int index = 0; index < combo.numberOfItems(); ++index)
+            result.push_back(combo.itemObjectValueAtIndex(index));
+        return result;
+    }
+
+    // As the user does it, with the keyboard.
+    static void choose(ComboBox& combo, int index)
+    {
+        combo.setFocus();
+        while (combo.indexOfSelectedItem() < index)
+            QTest::keyClick(&combo, Qt::Key_Down);
+        while (combo.indexOfSelectedItem() > index)
+            QTest::keyClick(&combo, Qt::Key_Up);
+    }
+
+    // Looks at the lists of the sheet at its next opening, and cancels it.
+    void listsAtNextOpening(Items& authentications, Items& encryptions)
+    {
+        sheets.users.emplace_back([&authentications, &encryptions](QDialog& sheet) {
+            authentications = items(combo(sheet, u"AuthenType"_qs));
+            encryptions = items(combo(sheet, u"EncryType"_qs));
+            press(sheet, QDialogButtonBox::Cancel);
+        });
+    }
+
+    // Chooses, types and presses OK at the next opening.
+    void answer(int authenType, int encryType, const QString& field, const QString& key)
+    {
+        sheets.users.emplace_back([authenType, encryType, field, key](QDialog& sheet) {
+            choose(combo(sheet, u"AuthenType"_qs), authenType);
+            choose(combo(sheet, u"EncryType"_qs), encryType);
+            if (!field.isEmpty())
+                QTest::keyClicks(sheet.findChild<QLineEdit*>(field), key);
+            press(sheet, QDialogButtonBox::Ok);
+        });
+    }
+
+    // The settings that were queued. Ends the test's use of the task.
+    static void expectQueued(std::int32_t authenMode, std::int32_t encryStatus)
+    {
+        ASSERT_NE(queued(), nullptr);
+        EXPECT_EQ(queued()->Profile()->AuthenMode, authenMode);
+        EXPECT_EQ(queued()->Profile()->EncryStatus, encryStatus);
+    }
+};
+
+TEST_F(SheetChoicesTest, WepNetworkKeepsTheAuthenticationsOfTheNetworkBefore)
+{
+    Items authentications;
+    Items encryptions;
+    listsAtNextOpening(authentications, encryptions);
+    connectTo(wpaEntry(tkip, 2, Ndis802_11IBSS));
+    EXPECT_EQ(authentications, (Items { u"Open"_qs, u"Shared"_qs, u"WPA-NONE"_qs }));
+    listsAtNextOpening(authentications, encryptions);
+    connectTo(wepEntry());
+    EXPECT_EQ(authentications, (Items { u"Open"_qs, u"Shared"_qs, u"WPA-NONE"_qs }));
+    listsAtNextOpening(authentications, encryptions);
+    connectTo(wpaEntry(tkip, 2));
+    EXPECT_EQ(authentications, (Items { u"Open"_qs, u"Shared"_qs, u"WPA-PSK"_qs }));
+}
+
+TEST_F(SheetChoicesTest, EncryptionsAreListedOnceMoreAtEachStep)
+{
+    Items authentications;
+    for (const std::size_t opened : { 1U, 2U, 3U }) {
+        Items encryptions;
+        listsAtNextOpening(authentications, encryptions);
+        connectTo(wpaEntry(tkip, 2));
+        Items expected;
+        for (std::size_t times = 0; times < opened * 2; ++times)
+            expected.insert(expected.end(), { u"TKIP"_qs, u"AES"_qs });
+        EXPECT_EQ(encryptions, expected);
+    }
+}
+
+TEST_F(SheetChoicesTest, RepeatedTkipCountsAsAes)
+{
+    sheets.users.emplace_back([](QDialog& sheet) {
+        ComboBox& encryption = combo(sheet, u"EncryType"_qs);
+        choose(encryption, 2);
+        EXPECT_EQ(encryption.objectValueOfSelectedItem(), u"TKIP"_qs);
+        QTest::keyClicks(sheet.findChild<QLineEdit*>(u"WPAPreSharedKey"_qs), u"password"_qs);
+        press(sheet, QDialogButtonBox::Ok);
+    });
+    connectTo(wpaEntry(tkip, 2));
+    expectQueued(4, 6);
+}
+
+TEST_F(SheetChoicesTest, NetworkOfUnknownModeIsAskedForAsInfrastructureAndJoinedAsWpaNone)
+{
+    sheets.users.emplace_back([](QDialog& sheet) {
+        EXPECT_EQ(combo(sheet, u"AuthenType"_qs).objectValueOfSelectedItem(), u"WPA-PSK"_qs);
+        QTest::keyClicks(sheet.findChild<QLineEdit*>(u"WPAPreSharedKey"_qs), u"password"_qs);
+        press(sheet, QDialogButtonBox::Ok);
+    });
+    connectTo(wpaEntry(tkip, 2, Ndis802_11AutoUnknown));
+    expectQueued(5, 4);
+    EXPECT_EQ(queued()->Profile()->NetworkType, 2);
+    EXPECT_EQ(queued()->Profile()->ConnectByBssid, 1);
+}
+
+TEST_F(SheetChoicesTest, AesNetworkSelectsNothingOnACardWithoutAesAndIsJoinedAsAes)
+{
+    G_encryCapa = 4;
+    sheets.users.emplace_back([](QDialog& sheet) {
+        const ComboBox& encryption = combo(sheet, u"EncryType"_qs);
+        EXPECT_EQ(items(encryption), (Items { u"TKIP"_qs, u"TKIP"_qs }));
+        EXPECT_EQ(encryption.indexOfSelectedItem(), -1);
+        QTest::keyClicks(sheet.findChild<QLineEdit*>(u"WPAPreSharedKey"_qs), u"password"_qs);
+        press(sheet, QDialogButtonBox::Ok);
+    });
+    connectTo(wpaEntry(ccmp, 2));
+    EXPECT_TRUE(alerts.alerts.empty());
+    expectQueued(4, 6);
+}
+
+TEST_F(SheetChoicesTest, OpenWithNoneJoinsAWpaNetworkWithoutAKey)
+{
+    answer(0, 0, {}, {});
+    connectTo(wpaEntry(tkip, 2));
+    expectQueued(0, 1);
+    EXPECT_TRUE(queued()->Profile()->pWpaKey.empty());
+    EXPECT_TRUE(queued()->Profile()->pWepKey[0].empty());
+    EXPECT_EQ(queued()->Profile()->ConnectByBssid, 1);
+}
+
+TEST_F(SheetChoicesTest, SharedJoinsAWpaNetworkWithWepKeys)
+{
+    answer(1, 1, u"WEPKey1Text"_qs, u"0123456789"_qs);
+    connectTo(wpaEntry(tkip, 2));
+    expectQueued(1, 0);
+    EXPECT_TRUE(queued()->Profile()->pWpaKey.empty());
+    EXPECT_EQ(queued()->Profile()->pWepKey[0].size(), 44U);
+}
+
+TEST_F(SheetChoicesTest, SharedWithNoneJoinsAWpaNetworkWithWepKeysAndNoEncryption)
+{
+    answer(1, 0, u"WEPKey1Text"_qs, u"0123456789"_qs);
+    connectTo(wpaEntry(tkip, 2));
+    expectQueued(1, 1);
+    EXPECT_EQ(queued()->Profile()->pWepKey[0].size(), 44U);
+}
+
+TEST_F(SheetChoicesTest, WpaJoinsAWepNetworkWithAPresharedKey)
+{
+    answer(2, 0, u"WPAPreSharedKey"_qs, u"password"_qs);
+    connectTo(wepEntry());
+    expectQueued(4, 4);
+    EXPECT_EQ(queued()->Profile()->pWpaKey.size(), 71U);
+    EXPECT_TRUE(queued()->Profile()->pWepKey[0].empty());
+}
+
+TEST_F(SheetChoicesTest, OpenWithNoneJoinsAWepNetworkWithoutAKey)
+{
+    answer(0, 0, {}, {});
+    connectTo(wepEntry());
+    expectQueued(0, 1);
+    EXPECT_TRUE(queued()->Profile()->pWepKey[0].empty());
+}
+
+TEST_F(SheetChoicesTest, KeysOfTheConnectionBeforeDoNotComeAlong)
+{
+    // The second network's sheet converts nothing, and the keys of the first are not sent to it.
+    answer(0, 1, u"WEPKey1Text"_qs, u"0123456789"_qs);
+    connectTo(wepEntry());
+    TaskQueue::RemoveTaskObject();
+    answer(0, 0, {}, {});
+    connectTo(wepEntry("other"));
+    expectQueued(0, 1);
+    EXPECT_TRUE(queued()->Profile()->pWepKey[0].empty());
+}
+
+TEST_F(SheetChoicesTest, EmptyHiddenNameIsJoinedAsItIs)
+{
+    sheets.users.emplace_back([](QDialog& sheet) { press(sheet, QDialogButtonBox::Ok); });
+    connectTo(EntryBuilder(""));
+    ASSERT_NE(queued(), nullptr);
+    const PROFILE_DATA& record = *queued()->Profile();
+    EXPECT_EQ(record.ConnectByBssid, 0);
+    EXPECT_EQ(recordBytes(record.Ssid), Bytes(36)); // SsidLength 0, no name
+    EXPECT_EQ(record.Bssid, MacAddress {});
+}
+
+TEST_F(SheetChoicesTest, EmptyHiddenNameDoesNotKeepTheOneBefore)
+{
+    typeKey(u"HiddenSSIDText"_qs, u"attic"_qs);
+    connectTo(EntryBuilder(""));
+    TaskQueue::RemoveTaskObject();
+    sheets.users.emplace_back([](QDialog& sheet) {
+        sheet.findChild<QLineEdit*>(u"HiddenSSIDText"_qs)->clear();
+        press(sheet, QDialogButtonBox::Ok);
+    });
+    connectTo(EntryBuilder(""));
+    ASSERT_NE(queued(), nullptr);
+    EXPECT_EQ(recordBytes(queued()->Profile()->Ssid), Bytes(36));
+}
+
+} // namespace
