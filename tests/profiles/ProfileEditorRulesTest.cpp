@@ -141,4 +141,17 @@ TEST(ThresholdSlider, StaysInItsRange)
     EXPECT_EQ(sliderValueOf(u"2347"_qs, fragmentationThresholdRange), 2346);
 }
 
+TEST(FittingSsid, IsTheStartOfATextThatFitsInto32Bytes)
+{
+    EXPECT_EQ(fittingSsid(QString()), QString());
+    EXPECT_EQ(fittingSsid(QString(32, u'a')), QString(32, u'a'));
+    EXPECT_EQ(fittingSsid(QString(33, u'a')), QString(32, u'a'));
+    EXPECT_EQ(fittingSsid(QString(11, u'\u20ac')), QString(10, u'\u20ac')) << "three bytes each";
+    const QString smile = u"\U0001F600"_qs; // four bytes, two units
+    EXPECT_EQ(fittingSsid(QString(30, u'a') + smile), QString(30, u'a'));
+    EXPECT_EQ(fittingSsid(smile.repeated(9)), smile.repeated(8));
+    const QString raw(33, QChar(u'\uEFFF')); // a raw byte each
+    EXPECT_EQ(fittingSsid(raw), raw.left(32));
+}
+
 } // namespace

@@ -19,6 +19,8 @@
 namespace {
 
 constexpr int infrastructureItem = 1;
+constexpr int longestWepKeyText = 26;
+constexpr int longestThreshold = 4; // digits
 constexpr int lastChannel = 14; // those whose rows of ChannelFreqTable are in their order
 
 std::vector<QString> itemsOf(const ComboBox& combo)
@@ -55,6 +57,13 @@ ProfileEditorController::ProfileEditorController(
     } };
     for (int channel = 1; channel <= lastChannel; ++channel)
         m_form->Channel->addItemWithObjectValue(QString::number(channel));
+    // The longest WEP key shows whole, and the sheet does not grow by what is told of a key while it is typed.
+    const QString longestKey(longestWepKeyText + 4, u'0');
+    const QString longestHint = wepKeyHint({ .formatIndex = 0, .text = "0123456789", .radioOn = true }, true);
+    for (const KeyRow& row : m_keyRows) {
+        row.text->setMinimumWidth(fontMetrics().horizontalAdvance(longestKey));
+        row.hint->setMinimumWidth(fontMetrics().horizontalAdvance(longestHint));
+    }
     setUpSsidField();
     setUpThresholds();
 }
@@ -82,6 +91,7 @@ void ProfileEditorController::setUpThresholds()
         slider.setValue(range.most);
         field.setText(QString::number(range.most));
         field.setValidator(new ThresholdValidator(range, &field));
+        field.setMaximumWidth(field.fontMetrics().horizontalAdvance(QString(longestThreshold + 4, u'0')));
         connect(&field, &QLineEdit::textChanged, &slider, [&slider, range](const QString& text) {
             const QSignalBlocker quiet(slider); // the slider would write the text anew while it is typed
             slider.setValue(sliderValueOf(text, range));

@@ -1,6 +1,7 @@
+#include "platform/ui/QtModalSheets.h"
 #include "tests/profiles/ui/ProfileEditorFixture.h"
 
-#include <QApplication>
+#include <QTimer>
 
 namespace {
 
@@ -395,6 +396,48 @@ TEST_F(ProfileEditorTest, KeyboardGoesThroughThePageInReadingOrder)
     }
     EXPECT_EQ(visited, (Items { u"ProfileName"_qs, u"SSID"_qs, u"NetworkType"_qs }));
 }
+
+// In a sheet of the product's own, the keys being pressed in one of the editor's fields.
+class ProfileEditorKeysTest : public testing::TestWithParam<const char*> {
+protected:
+    int runAndPress(Qt::Key key)
+    {
+        QWidget window;
+        window.show();
+        QtModalSheets sheets;
+        ProfileEditorController editor(sheets, alerts, store);
+        editor.awakeFromNib();
+        editor.AddInit();
+        QTimer::singleShot(0, &editor, [&] {
+            EXPECT_EQ(editor.focusWidget()->objectName(), u"ProfileName"_qs);
+            auto* const field = editor.findChild<QWidget*>(QString::fromLatin1(GetParam()));
+            auto* const tabs = editor.findChild<QTabWidget*>(u"TabView"_qs);
+            while (!field->isVisibleTo(&editor))
+                tabs->setCurrentIndex(tabs->currentIndex() + 1);
+            field->setEnabled(true);
+            field->setFocus();
+            QTest::keyClick(field, key);
+        });
+        return sheets.runModalForWindow(editor, window);
+    }
+
+    QTemporaryDir folder;
+    MemoryUserDefaults prefs;
+    ProfileStore store { prefs, folder.filePath(u"Profile.plist"_qs) };
+    RecordingAlertPanels alerts;
+};
+
+TEST_P(ProfileEditorKeysTest, ReturnSavesAndEscapeDoesNot)
+{
+    EXPECT_EQ(runAndPress(Qt::Key_Escape), sheetCancelled);
+    EXPECT_FALSE(prefs.arrayForKey(u"Profiles"_qs));
+    EXPECT_EQ(runAndPress(Qt::Key_Return), sheetAccepted);
+    EXPECT_EQ(prefs.arrayForKey(u"Profiles"_qs).value_or(ProfileList()).size(), 1u);
+}
+
+INSTANTIATE_TEST_SUITE_P(Fields, ProfileEditorKeysTest,
+    testing::Values("ProfileName", "SSID", "NetworkType", "WEPKey1Text", "WPAPreSharedKey", "CAM", "RtsThresholdText",
+        "RtsThresholdSlider"));
 
 TEST(ProfileEditorEnd, OpenListIsSavedOnceMoreAndAReleasedOneIsNot)
 {
