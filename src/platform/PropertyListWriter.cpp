@@ -37,8 +37,7 @@ private:
 bool Writer::document(const PropertyValue& root)
 {
     m_xml.writeStartDocument();
-    m_xml.writeDTD(QStringLiteral("<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" "
-                                  "\"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">"));
+    m_xml.writeDTD(QStringLiteral("<!DOCTYPE plist>")); // names no document to fetch
     m_xml.writeStartElement(QStringLiteral("plist"));
     m_xml.writeAttribute(QStringLiteral("version"), QStringLiteral("1.0"));
     const bool written = value(root, 0);

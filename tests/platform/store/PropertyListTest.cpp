@@ -7,8 +7,7 @@
 namespace {
 
 const QByteArray head = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-                        "<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" "
-                        "\"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n";
+                        "<!DOCTYPE plist>\n";
 
 std::optional<PropertyValue> read(const QByteArray& body)
 {
