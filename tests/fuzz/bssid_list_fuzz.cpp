@@ -1,17 +1,27 @@
 // Whatever a driver calls a scan result: appended to, walked, turned into rows and read by the connect and profile
-// paths. The sanitizers see what leaves the buffer; what must hold of the results is checked here.
+// paths and by the connection watch. The sanitizers see what leaves the buffer; what must hold of the results is
+// checked here.
 
+#include "app/shared/SharedState.h"
 #include "driver/BssidList.h"
 #include "driver/MacAddressText.h"
+#include "driver/VX7100Access.h"
+#include "driver/records/Oids.h"
 #include "platform/AssertionHandler.h"
 #include "survey/AccessPointRows.h"
 #include "survey/ConnectionRecord.h"
+#include "survey/ConnectionTasks.h"
 #include "survey/ProfileProposal.h"
+#include "tests/support/RecordingAlertPanels.h"
+#include "tests/support/RecordingIORegistry.h"
+#include "tests/support/RecordingTickClock.h"
 
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <limits>
+#include <memory>
+#include <optional>
 #include <vector>
 
 namespace {
@@ -82,12 +92,110 @@ void appendChunk(std::span<const std::byte> input)
     readAll(list);
 }
 
+SecuritySettings wepSettings()
+{
+    SecuritySettings security;
+    security.AuthenType = 1;
+    security.EncryType = 1;
+    security.SelKeyIndex = 2;
+    security.WepKeys[0].length = 5;
+    security.WepKeys[2].length = 13;
+    return security;
+}
+
+// The derivation refuses a tab at once, which keeps the fuzzer fast.
+SecuritySettings presharedKeySettings()
+{
+    SecuritySettings security;
+    security.AuthenType = wpaAuthenTypeIndex;
+    security.WPAPSK = "eight\tcharacters";
+    return security;
+}
+
+void joinWithWepKeys(const NetworkChoice& choice)
+{
+    static const SecuritySettings security = wepSettings();
+    const auto record = connectionRecord(choice, &security);
+    require(record->pWepKey[0].size() == 44 && record->pWepKey[1].empty());
+    require(record->pWepKey[2].size() == 52 && record->pWepKey[3].empty());
+    require(record->pWpaKey.empty());
+    require(record->ConnectByBssid == (choice.hidden || choice.network.InfrastructureMode == Ndis802_11IBSS ? 0 : 1));
+}
+
+void joinWithPresharedKey(const NetworkChoice& choice)
+{
+    static const SecuritySettings security = presharedKeySettings();
+    const auto record = connectionRecord(choice, &security);
+    require(record->pWpaKey.size() == 71 && record->pWepKey[0].empty());
+    const std::byte* const key = record->pWpaKey.data() + sizeof(NDIS_802_11_KEY);
+    require(std::memcmp(key, security.WPAPSK.data(), security.WPAPSK.size()) == 0);
+}
+
+void joinEntries(std::vector<std::byte> list)
+{
+    BssidListWalk walk(list);
+    for (bool first = true; const auto entry = walk.next(); first = false) {
+        const WLAN_BSSID_EX network = entry->fixedPart();
+        const NetworkChoice choice { network, wpaClassOf(*entry), isHiddenNetwork(network), network.Ssid };
+        joinWithWepKeys(choice);
+        if (first) // each refusal writes a line
+            joinWithPresharedKey(choice);
+    }
+}
+
+class IdleList final : public SurveyList {
+public:
+    void RefreshAPList() override { }
+    void reloadData() override { }
+};
+
+// The place that the walk gives the access point; what the watch marks is its lowest byte.
+std::optional<std::uint32_t> placeOf(const MacAddress& bssid)
+{
+    BssidListWalk walk(currentBssidList());
+    for (std::uint32_t place = 0; const auto entry = walk.next(); ++place) {
+        if (entry->fixedPart().MacAddress == bssid)
+            return place;
+    }
+    return std::nullopt;
+}
+
+// Associated with whatever address the input ends with.
+void watchLink(std::span<const std::byte> input)
+{
+    MacAddress bssid {};
+    const auto tail = input.last(std::min(input.size(), bssid.size()));
+    std::copy(tail.begin(), tail.end(), std::as_writable_bytes(std::span(bssid)).begin());
+    RecordingIORegistry registry;
+    registry.answer(OID_GEN_MEDIA_CONNECT_STATUS, std::vector<std::byte>(sizeof(std::uint32_t)));
+    registry.answer(OID_802_11_BSSID, { tail.begin(), tail.end() });
+    RecordingTickClock clock;
+    RecordingAlertPanels alerts;
+    VX7100Access adapter(registry, clock, alerts);
+
+    G_bDeviceExist = 1;
+    G_pBssidList = std::make_unique<BssidListBuffer>();
+    const auto list = input.first(std::min(input.size(), G_pBssidList->size()));
+    std::copy(list.begin(), list.end(), G_pBssidList->begin());
+    IdleList rows;
+    ConnectionState state;
+    state.runFlag = 1; // keeps the watch from making tasks, of which each writes four lines
+    ProbeConnectStatus(state, adapter, rows);
+
+    const auto place = placeOf(bssid);
+    require(G_bRescan == (place ? 0 : 1));
+    require(G_bCurSelItem == (place ? static_cast<std::int8_t>(*place) : -1));
+    require(state.TimerCount == -1);
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     const auto input = std::as_bytes(std::span(data, size));
     readAll({ input.begin(), input.end() });
+    joinEntries({ input.begin(), input.end() });
+    watchLink(input);
     if (size >= sizeof(std::uint16_t))
         appendChunk(input);
     return 0;
