@@ -6,13 +6,14 @@ hasDisplay() {
     [[ -n ${DISPLAY:-} || -n ${WAYLAND_DISPLAY:-} ]]
 }
 
-# startVirtualDisplay DIRECTORY: exports DISPLAY; both programs end with the script. Their output goes to DIRECTORY.
+# startVirtualDisplay DIRECTORY [WIDTHxHEIGHT]: exports DISPLAY; both programs end with the script. Their output goes to
+# DIRECTORY.
 startVirtualDisplay() {
-    local directory=$1 number
+    local directory=$1 size=${2:-1280x900} number
     mkdir -p "$directory"
     unset WAYLAND_DISPLAY XDG_SESSION_TYPE QT_QPA_PLATFORM
     : >"$directory/display-number"
-    Xvfb -displayfd 3 -screen 0 1280x900x24 -nolisten tcp 3>"$directory/display-number" >"$directory/xvfb.log" 2>&1 &
+    Xvfb -displayfd 3 -screen 0 "${size}x24" -nolisten tcp 3>"$directory/display-number" >"$directory/xvfb.log" 2>&1 &
     atExit stopProcess $!
     waitUntil 20 test -s "$directory/display-number" || fail "the virtual display did not start: $directory/xvfb.log"
     number=$(<"$directory/display-number")

@@ -1,0 +1,34 @@
+# shellcheck shell=bash
+# shellcheck disable=SC2154 # work and pictures are of the script that sources this
+# Pictures of the program's windows in a virtual display. The scripts that source this set work (a folder for what is
+# thrown away), pictures (the folder of the results) and window (the number of the program's window).
+
+findWindow() {
+    window=$(xdotool search --onlyvisible --name '^Vantrel$' 2>/dev/null | head -n 1)
+    [[ -n $window ]]
+}
+
+press() {
+    xdotool key --clearmodifiers "$@"
+}
+
+# grab WINDOW FILE: what the window shows now.
+grab() {
+    import -silent -window "$1" "$2"
+}
+
+# isDrawn WINDOW: two pictures in a row are equal, show more than an empty frame, and differ from the last one taken.
+isDrawn() {
+    grab "$1" "$work/first.ppm" && sleep 0.15 && grab "$1" "$work/second.ppm" || return 1
+    cmp -s "$work/first.ppm" "$work/second.ppm" || return 1
+    (($(identify -format %k "$work/second.ppm") > 16)) || return 1
+    [[ ! -f $work/last.ppm ]] || ! cmp -s "$work/last.ppm" "$work/second.ppm"
+}
+
+# picture NAME [WINDOW]: waits until what was asked for is drawn, and keeps it.
+picture() {
+    waitUntil 15 isDrawn "${2:-$window}" || fail "the window does not show what $1 should"
+    cp "$work/second.ppm" "$work/last.ppm"
+    convert "$work/second.ppm" "$pictures/$1.png"
+    say "  $1.png"
+}
