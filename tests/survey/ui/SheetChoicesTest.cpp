@@ -24,10 +24,9 @@ protected:
     static void choose(ComboBox& combo, int index)
     {
         combo.setFocus();
-        while (combo.indexOfSelectedItem() < index)
-            QTest::keyClick(&combo, Qt::Key_Down);
-        while (combo.indexOfSelectedItem() > index)
-            QTest::keyClick(&combo, Qt::Key_Up);
+        for (int steps = combo.numberOfItems(); steps > 0 && combo.indexOfSelectedItem() != index; --steps)
+            QTest::keyClick(&combo, combo.indexOfSelectedItem() < index ? Qt::Key_Down : Qt::Key_Up);
+        EXPECT_EQ(combo.indexOfSelectedItem(), index);
     }
 
     // Looks at the lists of the sheet at its next opening, and cancels it.
