@@ -94,7 +94,7 @@ bool VX7100Access::OpenConnectToDevice()
     traceEntry(className, "OpenConnectToDevice");
     if (m_registry.IOServiceOpen(dataService, connectionType, dataPort) == KERN_SUCCESS)
         return true;
-    // The message has named the search since the first release; log readers look for it so.
+    // The message names the search although it is the open that failed: this is the wording that logs are searched for.
     trace("!!!! VX7100Access - SearchDevice - Couldn't create a user client, why not? !!!!\n");
     return false;
 }

@@ -97,7 +97,7 @@ Profile entryOf(const QString& flag, int row, const Profile& profile, bool withH
     Profile entry;
     entry.set(ProfileKey::activeProfileFlag, flag);
     entry.set(ProfileKey::selected, row);
-    for (const QString& key : ProfileKey::inOrder())
+    for (const QString& key : ProfileKey::ofActivationInOrder())
         if (withHidden || key != ProfileKey::hidden)
             entry.set(key, profile.text(key));
     return entry;

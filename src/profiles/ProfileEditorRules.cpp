@@ -29,7 +29,9 @@ int selFlagOf(int authenTypeIndex, int selFlag)
 
 std::optional<int> indexOf(const std::vector<QString>& items, const QString& text)
 {
-    const auto item = std::find(items.begin(), items.end(), text);
+    // A scanned name of 32 bytes may carry what lies behind it along.
+    const auto item = std::find_if(
+        items.begin(), items.end(), [&text](const QString& each) { return each == text || fittingSsid(each) == text; });
     return item == items.end() ? std::nullopt : std::optional(static_cast<int>(item - items.begin()));
 }
 

@@ -38,7 +38,8 @@ MacAddress addressOf(const QString& bssid)
 
 bool isPickedFromList(const ProfileControls& controls)
 {
-    return controls.ssidIndex >= 0 && controls.SSID == controls.ssidItem;
+    // A scanned name of 32 bytes may carry what lies behind it along; the field holds as much as a name can be.
+    return controls.ssidIndex >= 0 && controls.SSID == fittingSsid(controls.ssidItem);
 }
 
 QString addressOfEntry(std::span<std::byte> list, int index)

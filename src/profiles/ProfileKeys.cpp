@@ -21,4 +21,13 @@ const std::vector<QString>& inOrder()
     return keys;
 }
 
+const std::vector<QString>& ofActivationInOrder()
+{
+    static const std::vector<QString> keys { profileName, acPowerCam, authenticationType, channel, encryptionType,
+        fragmentationThreshold, networkType, preambleType, powerSaveMode, rtsThreshold, ssid, bssid, txPower, wepKey(0),
+        wepKeyType(0), wepKey(1), wepKeyType(1), wepKey(2), wepKeyType(2), wepKey(3), wepKeyType(3), wepKeyUse, wpaPsk,
+        hidden };
+    return keys;
+}
+
 } // namespace ProfileKey

@@ -37,6 +37,9 @@ inline constexpr std::size_t wepKeyCount = 4;
 // Every key of a profile, in the order in which they are written.
 [[nodiscard]] const std::vector<QString>& inOrder();
 
+// The same keys in the order in which the record of the active profile has them.
+[[nodiscard]] const std::vector<QString>& ofActivationInOrder();
+
 // What the record of the active profile has besides.
 inline const QString activeProfileFlag = QStringLiteral("Active Profile Flag"); // "YES" or "NO"
 inline const QString selected = QStringLiteral("Selected"); // the profile's row when the record was written

@@ -44,7 +44,7 @@ QString authenticationText(BssidEntry& entry, const WpaElement& element, bool ad
     return otherwise;
 }
 
-AccessPoint accessPointRow(BssidEntry& entry, const WLAN_BSSID_EX& network, std::int32_t channel)
+AccessPoint accessPointRow(BssidEntry& entry, const WLAN_BSSID_EX& network, const QString& signal, std::int32_t channel)
 {
     QString encryption = displayText(strAryEncryption[network.Privacy != 0 ? 0 : 1]);
     QString authentication = QStringLiteral("Unknown");
@@ -57,8 +57,7 @@ AccessPoint accessPointRow(BssidEntry& entry, const WLAN_BSSID_EX& network, std:
     // The name runs up to the first zero byte: its length field is not kept by all firmware, and a name of 32
     // bytes takes the bytes behind it along.
     const QString name = textFromBytes(entry.bytesUpToZero(offsetof(WLAN_BSSID_EX, Ssid.Ssid)));
-    return AccessPoint::initWithSSID(name, macAddressText(network.MacAddress),
-        QString::number(VX7100Access::ConvertRssiToSignalQuality(network.Rssi)), QString::number(channel),
+    return AccessPoint::initWithSSID(name, macAddressText(network.MacAddress), signal, QString::number(channel),
         authentication, encryption, displayText(displayName(strAryNetworkType, network.InfrastructureMode)));
 }
 
@@ -70,12 +69,13 @@ AccessPointRowsResult accessPointRows(std::span<std::byte> bssidList, AssertionH
     BssidListWalk walk(bssidList);
     while (auto entry = walk.next()) {
         const WLAN_BSSID_EX network = entry->fixedPart();
+        const QString signal = QString::number(VX7100Access::ConvertRssiToSignalQuality(network.Rssi));
         const auto channel = channelOf(network, assertions);
         if (!channel) {
             result.complete = false;
             break;
         }
-        result.rows.push_back(accessPointRow(*entry, network, *channel));
+        result.rows.push_back(accessPointRow(*entry, network, signal, *channel));
     }
     return result;
 }

@@ -278,6 +278,20 @@ TEST(ActivationEntry, LeavesOutHiddenWhenItIsNoLongerActive)
     EXPECT_FALSE(isActiveEntry(entry));
 }
 
+TEST(ActivationEntry, HasItsKeysInAnOrderOfItsOwn)
+{
+    std::vector<QString> keys;
+    for (const auto& [key, text] : activeEntry(sampleProfile(), 7))
+        keys.push_back(key);
+    const std::vector<QString> expected { u"Active Profile Flag"_qs, u"Selected"_qs, u"Profile Name"_qs,
+        u"AC Power CAM"_qs, u"Authentication Type"_qs, u"Channel"_qs, u"Encryption Type"_qs,
+        u"Fragmentation Threshold"_qs, u"Network Type"_qs, u"Preamble Type"_qs, u"Power Save Mode"_qs,
+        u"RTS Threshold"_qs, u"SSID"_qs, u"BSSID"_qs, u"Tx Power"_qs, u"WEPKey1"_qs, u"WEPKey1 Type"_qs, u"WEPKey2"_qs,
+        u"WEPKey2 Type"_qs, u"WEPKey3"_qs, u"WEPKey3 Type"_qs, u"WEPKey4"_qs, u"WEPKey4 Type"_qs, u"WEPKeyUse"_qs,
+        u"WPAPSK"_qs, u"Hidden"_qs };
+    EXPECT_EQ(keys, expected);
+}
+
 TEST(ActivationEntry, CopiesTheKnownKeysAlone)
 {
     const Profile entry = activeEntry(Profile { { u"Comment"_qs, u"mine"_qs } }, 0);

@@ -76,6 +76,20 @@ TEST(CreatedProfileTest, HasTheAddressOfTheEntryThatWasPicked)
     }
 }
 
+TEST(CreatedProfileTest, KnowsAPickedNameThatCarriesMoreThanANameCanHold)
+{
+    EntryBuilder full(std::string(32, 'n'), 0xE2);
+    full.fixedPart.Privacy = 1; // its bytes follow the name without a zero between
+    Bytes list = inBuffer(bssidList({ full }));
+    ProfileControls controls = sampleControls();
+    controls.ssidIndex = 0;
+    controls.ssidItem = QString(32, u'n') + QChar(0xEF01);
+    controls.SSID = QString(32, u'n');
+    const auto created = createProfileData(controls, { true, carried, true }, list);
+    EXPECT_EQ(bssidIn(created), u"0011223344E2"_qs);
+    EXPECT_EQ(hiddenIn(created), u"0"_qs);
+}
+
 TEST(CreatedProfileTest, HasNoAddressWhenThePickedEntryIsGone)
 {
     Bytes list = inBuffer(bssidList({ EntryBuilder("home", 1) }));

@@ -7,7 +7,7 @@
 
 inline constexpr std::array<std::uint8_t, 11> Qv24Ghz_FCC { 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11 };
 inline constexpr std::array<std::uint8_t, 11> Qv24Ghz_IC { 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11 };
-// Spelled so since the driver's first table of this name.
+// The spelling is part of the name.
 inline constexpr std::array<std::uint8_t, 13> Qv24Ghz_ESTI { 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13 };
 inline constexpr std::array<std::uint8_t, 2> Qv24Ghz_SPAIN { 10, 11 };
 inline constexpr std::array<std::uint8_t, 4> Qv24Ghz_FRANCE { 10, 11, 12, 13 };

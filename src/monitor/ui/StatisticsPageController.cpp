@@ -18,7 +18,7 @@ namespace {
 
 constexpr char className[] = "StatisticsPageController";
 constexpr std::chrono::milliseconds refreshInterval { 2000 };
-constexpr int reservedDigits = 14;
+constexpr int reservedDigits = 20; // of a signed 64-bit counter with its sign
 
 } // namespace
 

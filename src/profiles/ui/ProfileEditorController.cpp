@@ -3,6 +3,7 @@
 #include "app/shared/SharedState.h"
 #include "app/shared/Trace.h"
 #include "driver/BssidList.h"
+#include "driver/records/ChannelTable.h"
 #include "platform/AlertPanels.h"
 #include "platform/NetworkName.h"
 #include "platform/ui/ModalSheets.h"
@@ -22,6 +23,7 @@ constexpr int infrastructureItem = 1;
 constexpr int longestWepKeyText = 26;
 constexpr int longestThreshold = 4; // digits
 constexpr int lastChannel = 14; // those whose rows of ChannelFreqTable are in their order
+const int lastChannelOfAll = ChannelFreqTable.back().channel;
 
 std::vector<QString> itemsOf(const ComboBox& combo)
 {
@@ -55,8 +57,7 @@ ProfileEditorController::ProfileEditorController(
         { m_form->WEPKey3Radio, m_form->WEPKey3Combo, m_form->WEPKey3Text, m_form->WEPKey3Hint },
         { m_form->WEPKey4Radio, m_form->WEPKey4Combo, m_form->WEPKey4Text, m_form->WEPKey4Hint },
     } };
-    for (int channel = 1; channel <= lastChannel; ++channel)
-        m_form->Channel->addItemWithObjectValue(QString::number(channel));
+    offerChannelsUpTo(lastChannel);
     // The longest WEP key shows whole, and the sheet does not grow by what is told of a key while it is typed.
     const QString longestKey(longestWepKeyText + 4, u'0');
     const QString longestHint = wepKeyHint({ .formatIndex = 0, .text = "0123456789", .radioOn = true }, true);
@@ -182,7 +183,7 @@ void ProfileEditorController::EditInit(std::int32_t row)
     OnNetworkType();
     setAuthenTypeCombo(profile.AuthenType);
     OnSelchangeAuthType();
-    m_form->Channel->selectItemAtIndex(profile.Channel);
+    selectChannel(profile.Channel);
     setEncryTypeCombo(profile.EncryType);
     OnSelchangeEncryptionType();
     m_form->PreambleType->selectItemAtIndex(profile.PreambleType);
@@ -207,7 +208,7 @@ bool ProfileEditorController::AddProfile(const ProfileProposal& proposal)
         setAuthenTypeComboText(1);
     setAuthenTypeCombo(choice.index);
     OnSelchangeAuthType();
-    m_form->Channel->selectItemAtIndex(channelIndexOf(proposal.Channel));
+    selectChannel(channelIndexOf(proposal.Channel));
     setEncryTypeCombo(encryptionIndexOf(proposal.EcrypStatus, choice.index));
     OnSelchangeEncryptionType();
     m_form->NetworkType->selectItemAtIndex(proposal.Networktype); // without OnNetworkType
@@ -448,4 +449,19 @@ void ProfileEditorController::showWhatIsMissing()
     }
     const bool inUse = m_form->WPAPreSharedKey->isEnabled();
     m_form->WPAPreSharedKeyHint->setText(inUse ? presharedKeyHint(keys.presharedKey) : QString());
+}
+
+void ProfileEditorController::offerChannelsUpTo(int channel)
+{
+    for (int next = m_form->Channel->numberOfItems() + 1; next <= channel; ++next)
+        m_form->Channel->addItemWithObjectValue(QString::number(next));
+}
+
+// A channel beyond those that are offered at first belongs to a network or a profile that has it already, and must not
+// be lost by opening it: the list grows as far, so that every item still stands at its number.
+void ProfileEditorController::selectChannel(int index)
+{
+    if (index < lastChannelOfAll)
+        offerChannelsUpTo(index + 1);
+    m_form->Channel->selectItemAtIndex(index);
 }

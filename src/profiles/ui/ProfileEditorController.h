@@ -82,6 +82,8 @@ private:
     void connectControls();
     void open(bool isNewData);
     void clearKeys();
+    void offerChannelsUpTo(int channel);
+    void selectChannel(int index); // nothing is selected for an index that no channel has
     void showSsid(const std::optional<SsidSelection>& selection);
     void showPowerSaving(bool powerSaving);
     void showKeys(const EditedProfile& profile);

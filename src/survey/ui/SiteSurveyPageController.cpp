@@ -3,6 +3,7 @@
 #include "app/shared/SharedState.h"
 #include "app/shared/Trace.h"
 #include "driver/BssidList.h"
+#include "driver/MacAddressText.h"
 #include "platform/AlertPanels.h"
 #include "platform/NetworkName.h"
 #include "platform/RunLoop.h"
@@ -216,7 +217,13 @@ std::optional<BssidEntry> SiteSurveyPageController::selectedEntry()
             QStringLiteral("Please select an item to connect to."), QStringLiteral("OK"));
         return std::nullopt;
     }
-    return bssidEntryAt(currentBssidList(), static_cast<std::uint32_t>(CurrentSelectedItem - 1));
+    const auto entry = bssidEntryAt(currentBssidList(), static_cast<std::uint32_t>(CurrentSelectedItem - 1));
+    // Between a scan and the tick that takes it up the rows are those of the list before: another network than the one
+    // that is shown must not be meant.
+    const std::size_t row = static_cast<std::size_t>(CurrentSelectedItem - 1);
+    const bool isShown
+        = entry && row < tableData.size() && tableData[row].bssid() == macAddressText(entry->fixedPart().MacAddress);
+    return isShown ? entry : std::nullopt;
 }
 
 bool SiteSurveyPageController::askForHiddenName(NetworkChoice& choice)

@@ -191,6 +191,25 @@ TEST_F(ProfileEditorTest, ChannelElevenIsTheTenthItem)
     EXPECT_EQ(combo(u"Channel"_qs).indexOfSelectedItem(), 10);
 }
 
+TEST_F(ProfileEditorTest, ChannelBeyondThoseOfferedIsNotLost)
+{
+    store.saveRecords(
+        { with(sampleProfile(), { { ProfileKey::networkType, u"0"_qs }, { ProfileKey::channel, u"36"_qs } }) });
+    editor.EditInit(0);
+    EXPECT_EQ(combo(u"Channel"_qs).objectValueOfSelectedItem(), u"36"_qs);
+    EXPECT_EQ(combo(u"Channel"_qs).indexOfSelectedItem(), 35);
+    pressOk();
+    EXPECT_EQ(saved().front().text(ProfileKey::channel), u"36"_qs);
+}
+
+TEST_F(ProfileEditorTest, ChannelThatCannotBeSelectsNothing)
+{
+    store.saveRecords({ with(sampleProfile(), { { ProfileKey::channel, u"2147483647"_qs } }) });
+    editor.EditInit(0);
+    EXPECT_EQ(combo(u"Channel"_qs).indexOfSelectedItem(), -1);
+    EXPECT_LE(combo(u"Channel"_qs).numberOfItems(), 161);
+}
+
 TEST_F(ProfileEditorTest, AuthenticationAndEncryptionOfAnAdHocProfileComeBack)
 {
     store.saveRecords({ with(sampleProfile(),

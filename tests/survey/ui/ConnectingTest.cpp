@@ -38,6 +38,15 @@ TEST_F(ConnectingTest, ListThatIsGoneEndsItWithoutAWord)
     EXPECT_EQ(queued(), nullptr);
 }
 
+TEST_F(ConnectingTest, RowOfAListThatWasReplacedJoinsNoOtherNetwork)
+{
+    select(EntryBuilder("shown", 1));
+    haveList({ EntryBuilder("other", 2) });
+    pressConnect();
+    EXPECT_EQ(queued(), nullptr);
+    EXPECT_TRUE(alerts.alerts.empty());
+}
+
 TEST_F(ConnectingTest, FirstRowConnectsToTheFirstEntryAtOnceWhenItIsOpen)
 {
     connectTo(EntryBuilder("open", 9));
