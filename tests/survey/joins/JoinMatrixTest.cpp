@@ -11,7 +11,7 @@
 #include "tests/support/RecordingAssertionHandler.h"
 #include "tests/support/RecordingTickClock.h"
 #include "tests/support/ScriptedModalSheets.h"
-#include "tests/survey/joins/SimulatorThread.h"
+#include "tests/support/SimulatorThread.h"
 
 #include <QDialogButtonBox>
 #include <QLabel>

@@ -1,0 +1,125 @@
+#include "tests/profiles/automatic/AutomaticConnectionFixture.h"
+
+#include "app/shared/SharedState.h"
+#include "driver/BssidList.h"
+#include "driver/records/Oids.h"
+#include "platform/ui/Images.h"
+#include "survey/TaskQueue.h"
+
+#include <algorithm>
+
+AutomaticConnectionFixture::AutomaticConnectionFixture()
+{
+    forgetSharedState();
+    clock.onDelay = [this](std::uint32_t ticks) { simulator.passTime(ticks * 1000 / ticksPerSecond); };
+    survey.setProfilePage(&profiles);
+    survey.setProfileEditor(&profiles.profileEditor());
+    controller.awakeFromNib();
+    survey.awakeFromNib();
+    profiles.awakeFromNib();
+    linkStatus.awakeFromNib();
+    advanced.awakeFromNib();
+    for (QWidget* const page : { static_cast<QWidget*>(&survey), static_cast<QWidget*>(&profiles) }) {
+        page->resize(900, 500);
+        page->show();
+    }
+    tick(2);
+}
+
+AutomaticConnectionFixture::~AutomaticConnectionFixture()
+{
+    forgetSharedState();
+    ProfileDataQueue.reset();
+}
+
+void AutomaticConnectionFixture::forgetSharedState()
+{
+    G_pBssidList.reset();
+    G_bDeviceExist = 0;
+    G_bDeviceRemove = 0;
+    G_bRescan = 0;
+    G_bRadio = 1;
+    G_bSupportAMode = 0;
+    G_bCurSelItem = 0;
+    G_configFromProfile = 0;
+    G_bCheckedProfileConnect = 0;
+    G_encryCapa = 6;
+}
+
+void AutomaticConnectionFixture::tick(int count)
+{
+    for (int done = 0; done < count; ++done) {
+        simulator.passTime(2000);
+        runLoop.advance(std::chrono::seconds(2));
+    }
+}
+
+void AutomaticConnectionFixture::reinsert()
+{
+    eject();
+    tick(2);
+    EXPECT_EQ(G_bDeviceExist, 0);
+    startRecording();
+    insert();
+}
+
+void AutomaticConnectionFixture::addByHand(const QString& ssid, const QString& passphrase)
+{
+    sheets.users.emplace_back([=](QDialog& editor) {
+        typeSsid(editor, ssid);
+        if (!passphrase.isEmpty()) {
+            choose(editor, u"AuthenType"_qs, 2);
+            typePresharedKey(editor, passphrase);
+        }
+        pressOk(editor);
+    });
+    press(profiles, u"Add"_qs);
+    ASSERT_TRUE(sheets.users.empty()) << "the editor did not come";
+}
+
+void AutomaticConnectionFixture::selectInSurvey(const std::string& ssid)
+{
+    const auto& networks = simulator.scenario().networks;
+    const auto network
+        = std::find_if(networks.begin(), networks.end(), [&](const auto& each) { return each.ssid == ssid; });
+    ASSERT_NE(network, networks.end());
+    BssidListWalk walk(currentBssidList());
+    for (int row = 0; const auto entry = walk.next(); ++row) {
+        if (entry->fixedPart().MacAddress == network->bssid)
+            survey.findChild<TableView*>(u"ApList"_qs)->selectRowNumber(row);
+    }
+}
+
+void AutomaticConnectionFixture::doubleClickProfile(int row)
+{
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&profiles));
+    const QPoint middle = table->visualRect(table->model()->index(row, 1)).center();
+    QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, middle);
+    QTest::mouseDClick(table->viewport(), Qt::LeftButton, {}, middle);
+}
+
+QString AutomaticConnectionFixture::connectedTo()
+{
+    std::uint32_t state = NdisMediaStateDisconnected;
+    NDIS_802_11_SSID ssid {};
+    EXPECT_TRUE(queryRecord(adapter, OID_GEN_MEDIA_CONNECT_STATUS, state));
+    if (state != NdisMediaStateConnected || !queryRecord(adapter, OID_802_11_SSID, ssid))
+        return {};
+    return QString::fromUtf8(reinterpret_cast<const char*>(ssid.Ssid.data()), static_cast<int>(ssid.SsidLength));
+}
+
+QString AutomaticConnectionFixture::mark() const
+{
+    QString marks;
+    for (int row = 0; row < table->numberOfRows(); ++row) {
+        const QVariant shown = table->model()->index(row, 0).data(Qt::DecorationRole);
+        if (shown.isNull())
+            continue;
+        const qint64 image = shown.value<QIcon>().cacheKey();
+        for (const QString& name : { u"CHECKMRK"_qs, u"UNCHECKMRK"_qs }) {
+            if (image == imageNamed(name).cacheKey())
+                marks += u"%1 %2"_qs.arg(row).arg(name);
+        }
+    }
+    return marks;
+}
