@@ -69,9 +69,9 @@ TEST(ProfileProposal, UnknownFrequencyIsReported)
     Bytes buffer = inBuffer(bssidList({ entry }));
     RecordingAssertionHandler assertions;
     EXPECT_FALSE(profileProposal(*BssidListWalk(buffer).next(), assertions).has_value());
-    ASSERT_EQ(assertions.failures.size(), 1u);
-    EXPECT_EQ(assertions.failures[0].file, "SiteSurveyPageController");
-    EXPECT_EQ(assertions.failures[0].lineNumber, 1148);
+    EXPECT_EQ(assertions.failures,
+        (std::vector<RecordingAssertionHandler::Failure> { { "OnAddProfile", "SiteSurveyPageController",
+            "SiteSurveyPageController", 1148, "Invalid parameter not satisfying: FALSE" } }));
     assertions.goOn = true;
     EXPECT_EQ(profileProposal(*BssidListWalk(buffer).next(), assertions)->Channel, 1);
 }

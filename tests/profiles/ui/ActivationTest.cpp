@@ -1,3 +1,4 @@
+#include "profiles/ProfileConnection.h"
 #include "survey/ConnectionTasks.h"
 #include "tests/profiles/ui/ProfilePageFixture.h"
 
@@ -234,6 +235,18 @@ TEST_F(ActivationTest, ConnectionByHandEndsTheAutomaticPath)
     page.RefreshProfileList();
     page.CheckProfileSettingForConnect();
     EXPECT_EQ(connections.records.size(), 1u);
+}
+
+TEST_F(ActivationTest, ProfileDisabledBeforeItWasAppliedHasNoRow)
+{
+    prefs.setArray(u"Profile Setting"_qs, { activeEntry(sampleProfile(u"active"_qs), 1) });
+    page.RefreshProfileList();
+    page.DisabledActivateProfile();
+    ASSERT_TRUE(setting());
+    ASSERT_EQ(setting()->size(), 1u);
+    EXPECT_EQ(setting()->front().text(u"Active Profile Flag"), u"NO"_qs);
+    EXPECT_EQ(setting()->front().text(u"Selected"), u"-1"_qs);
+    EXPECT_EQ(setting()->front().text(ProfileKey::profileName), u"active"_qs);
 }
 
 TEST_F(ActivationTest, WithoutAnActiveProfileThereIsNothingToDisable)

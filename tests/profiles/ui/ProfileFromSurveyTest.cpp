@@ -1,3 +1,4 @@
+#include "survey/ProfileProposal.h"
 #include "survey/ui/SiteSurveyPageController.h"
 #include "tests/profiles/ui/ProfilePageFixture.h"
 #include "tests/support/RecordingAssertionHandler.h"
@@ -111,6 +112,83 @@ TEST_F(ProfileFromSurveyTest, EnterpriseNetworkOpensAsAWepNetworkWithoutAnAlert)
     EXPECT_TRUE(inFile().empty());
 }
 
+TEST_F(ProfileFromSurveyTest, AdHocWpaNetworkOpensAsAnOpenOne)
+{
+    EntryBuilder entry("peers", 5);
+    entry.fixedPart.Privacy = 1;
+    entry.fixedPart.InfrastructureMode = Ndis802_11IBSS;
+    entry.elements = wpaElement(2, 2);
+    sheets.users.emplace_back([](QDialog& sheet) {
+        EXPECT_EQ(sheet.findChild<ComboBox*>(u"AuthenType"_qs)->objectValueOfSelectedItem(), u"Open"_qs);
+        EXPECT_EQ(sheet.findChild<ComboBox*>(u"EncryType"_qs)->objectValueOfSelectedItem(), u"NONE"_qs);
+        EXPECT_EQ(sheet.findChild<ComboBox*>(u"NetworkType"_qs)->indexOfSelectedItem(), 0);
+        pressButton(sheet, QDialogButtonBox::Ok);
+    });
+    addProfileOf(entry);
+    ASSERT_EQ(inFile().size(), 1u);
+    EXPECT_EQ(inFile().front().text(ProfileKey::authenticationType), u"0"_qs);
+    EXPECT_EQ(inFile().front().text(ProfileKey::encryptionType), u"0"_qs);
+    EXPECT_EQ(inFile().front().text(ProfileKey::networkType), u"0"_qs);
+}
+
+// An editor that answers as it is told, and a profile page that counts.
+class AnsweringEditor final : public ProfileEditorSheet {
+public:
+    [[nodiscard]] bool AddProfile(const ProfileProposal& proposal) override
+    {
+        proposed.push_back(proposal.SSID);
+        return answer;
+    }
+    void selectFirstTab() override { ++firstTabs; }
+    [[nodiscard]] QDialog& ProfileEditorWindow() override { return sheet; }
+
+    bool answer { false };
+    std::vector<std::string> proposed;
+    int firstTabs { 0 };
+    QDialog sheet;
+};
+
+class RefreshedPage final : public ProfilePage {
+public:
+    void RefreshProfileList() override { ++refreshes; }
+    void CheckProfileSettingForConnect() override { }
+    void DisabledActivateProfile() override { }
+    int refreshes { 0 };
+};
+
+TEST_F(ProfileFromSurveyTest, EditorThatDeclinesIsNotShown)
+{
+    AnsweringEditor editor;
+    RefreshedPage refreshed;
+    survey.setProfileEditor(&editor);
+    survey.setProfilePage(&refreshed);
+    addProfileOf(EntryBuilder("declined", 5));
+    EXPECT_EQ(editor.proposed, std::vector<std::string> { "declined" });
+    EXPECT_EQ(editor.firstTabs, 0);
+    EXPECT_TRUE(sheets.shown.empty());
+    EXPECT_EQ(refreshed.refreshes, 0);
+    editor.answer = true;
+    pressAddProfile();
+    EXPECT_EQ(editor.firstTabs, 1);
+    EXPECT_EQ(sheets.shown.size(), 1u);
+    EXPECT_EQ(refreshed.refreshes, 1);
+    survey.setProfileEditor(nullptr);
+    survey.setProfilePage(nullptr);
+}
+
+TEST_F(ProfileFromSurveyTest, WritesThatItWasAskedOnlyWhenDebugging)
+{
+    const auto written = [this](std::uint8_t debugging) {
+        __DEBUG__ = debugging;
+        testing::internal::CaptureStderr();
+        pressAddProfile();
+        __DEBUG__ = 0;
+        return testing::internal::GetCapturedStderr();
+    };
+    EXPECT_EQ(written(1), "#### SiteSurveyPageController - OnAddProfile ####\n");
+    EXPECT_EQ(written(0), "");
+}
+
 TEST_F(ProfileFromSurveyTest, FrequencyOutsideTheTableIsReported)
 {
     haveList({ EntryBuilder("a") });
@@ -120,8 +198,9 @@ TEST_F(ProfileFromSurveyTest, FrequencyOutsideTheTableIsReported)
     entry.fixedPart.Configuration.DSConfig = 999;
     haveList({ entry });
     pressAddProfile();
-    ASSERT_EQ(assertions.failures.size(), 1u);
-    EXPECT_EQ(assertions.failures[0].lineNumber, 1148);
+    EXPECT_EQ(assertions.failures,
+        (std::vector<RecordingAssertionHandler::Failure> { { "OnAddProfile", "SiteSurveyPageController",
+            "SiteSurveyPageController", 1148, "Invalid parameter not satisfying: FALSE" } }));
     EXPECT_TRUE(sheets.shown.empty());
     assertions.goOn = true;
     confirm();

@@ -85,6 +85,20 @@ TEST_F(ProfilePageTest, EditAndDeleteWithoutASelectionAreRefused)
     EXPECT_EQ(inFile(), before);
 }
 
+TEST_F(ProfilePageTest, EmptyListHasNothingToEditOrDelete)
+{
+    page.RefreshProfileList();
+    press(u"Edit"_qs);
+    EXPECT_EQ(alerts.alerts,
+        (std::vector<Alert> { { u"No selected item"_qs, u"Please select an item to edit."_qs, u"OK"_qs } }));
+    alerts.alerts.clear();
+    press(u"Delete"_qs);
+    EXPECT_EQ(alerts.alerts,
+        (std::vector<Alert> { { u"No selected item"_qs, u"Please select an item to delete."_qs, u"OK"_qs } }));
+    EXPECT_TRUE(sheets.shown.empty());
+    EXPECT_FALSE(prefs.arrayForKey(u"Profiles"_qs)) << "nothing is saved";
+}
+
 TEST_F(ProfilePageTest, AddRunsTheEditorAndShowsTheNewProfile)
 {
     sheets.users.emplace_back([](QDialog& sheet) {

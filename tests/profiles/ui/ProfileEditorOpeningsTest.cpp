@@ -1,0 +1,156 @@
+// What the openings of the one profile editor leave to each other.
+
+#include "tests/profiles/ui/ProfileEditorFixture.h"
+
+namespace {
+
+using ProfileEditorOpeningsTest = ProfileEditorFixture;
+using Items = std::vector<QString>;
+
+ProfileProposal proposal(std::string ssid, std::int32_t networkType = Ndis802_11Infrastructure)
+{
+    return { std::move(ssid), { 0x0A, 0x1B, 0x2C, 0x3D, 0x4E, 0x5F }, Ndis802_11EncryptionDisabled,
+        Ndis802_11AuthModeOpen, networkType, 6 };
+}
+
+const Items ofInfrastructure { u"Open"_qs, u"Shared"_qs, u"WPA-PSK"_qs };
+const Items ofAdHoc { u"Open"_qs, u"Shared"_qs, u"WPA-NONE"_qs };
+
+TEST_F(ProfileEditorOpeningsTest, AdHocProfileKeepsTheAddressOfTheProfileEditedBefore)
+{
+    store.saveRecords({ with(sampleProfile(), { { ProfileKey::bssid, u"001122AABBCC"_qs } }),
+        with(sampleProfile(), { { ProfileKey::bssid, u"665544332211"_qs }, { ProfileKey::networkType, u"0"_qs } }) });
+    editor.EditInit(0);
+    press(QDialogButtonBox::Cancel);
+    editor.EditInit(1);
+    pressOk();
+    ASSERT_EQ(saved().size(), 2u);
+    EXPECT_EQ(saved()[1].text(ProfileKey::bssid), u"001122AABBCC"_qs);
+}
+
+TEST_F(ProfileEditorOpeningsTest, EveryAddPutsAnotherPairOfEncryptionsInFront)
+{
+    Items expected;
+    for (int opening = 1; opening <= 3; ++opening) {
+        editor.AddInit();
+        expected.insert(expected.end(), { u"NONE"_qs, u"WEP"_qs });
+        EXPECT_EQ(items(combo(u"EncryType"_qs)), expected) << opening;
+        EXPECT_EQ(combo(u"EncryType"_qs).indexOfSelectedItem(), 0) << opening;
+        press(QDialogButtonBox::Cancel);
+    }
+}
+
+TEST_F(ProfileEditorOpeningsTest, SecondPairIsSavedByItsPlaceAndLeavesTheKeyFields)
+{
+    editor.AddInit();
+    press(QDialogButtonBox::Cancel);
+    editor.AddInit();
+    choose(combo(u"EncryType"_qs), 1);
+    expectKeysEnabled(true, false);
+    choose(combo(u"EncryType"_qs), 2);
+    EXPECT_EQ(combo(u"EncryType"_qs).objectValueOfSelectedItem(), u"NONE"_qs);
+    expectKeysEnabled(true, false);
+    pressOk();
+    ASSERT_EQ(saved().size(), 1u);
+    EXPECT_EQ(saved().back().text(ProfileKey::encryptionType), u"2"_qs);
+
+    editor.AddInit();
+    expectKeysEnabled(false, false);
+    editor.setEncryTypeCombo(3);
+    editor.OnSelchangeEncryptionType();
+    EXPECT_EQ(combo(u"EncryType"_qs).objectValueOfSelectedItem(), u"WEP"_qs);
+    expectKeysEnabled(false, false);
+    pressOk();
+    ASSERT_EQ(saved().size(), 2u);
+    EXPECT_EQ(saved().back().text(ProfileKey::encryptionType), u"3"_qs);
+}
+
+TEST_F(ProfileEditorOpeningsTest, NetworkThatIsGoneIsSavedAsTheFirstOfTheList)
+{
+    haveList({ EntryBuilder("first", 0xF1), EntryBuilder("second", 2) });
+    EXPECT_TRUE(editor.AddProfile(proposal("gone")));
+    pressOk();
+    ASSERT_EQ(saved().size(), 1u);
+    EXPECT_EQ(saved().front().text(ProfileKey::ssid), u"first"_qs);
+    EXPECT_EQ(saved().front().text(ProfileKey::bssid), u"0011223344F1"_qs);
+    EXPECT_EQ(saved().front().text(ProfileKey::hidden), u"0"_qs);
+}
+
+TEST_F(ProfileEditorOpeningsTest, ScannedNetworkWithoutAScanListLeavesTheName)
+{
+    haveList({ EntryBuilder("left", 1) });
+    EXPECT_TRUE(editor.AddProfile(proposal("left")));
+    press(QDialogButtonBox::Cancel);
+    G_pBssidList.reset();
+    EXPECT_TRUE(editor.AddProfile(proposal("other")));
+    EXPECT_EQ(combo(u"SSID"_qs).numberOfItems(), 0);
+    EXPECT_EQ(combo(u"SSID"_qs).currentText(), u"left"_qs);
+}
+
+TEST_F(ProfileEditorOpeningsTest, ScannedAdHocNetworkLeavesWhatTheOpeningBeforeEnabledAndListed)
+{
+    const auto expectLeft = [this](bool enabled, const Items& authentications) {
+        EXPECT_TRUE(editor.AddProfile(proposal("peers", Ndis802_11IBSS)));
+        EXPECT_EQ(combo(u"NetworkType"_qs).indexOfSelectedItem(), 0);
+        for (const QString& name : { u"Channel"_qs, u"ChannelText"_qs, u"PreambleType"_qs })
+            EXPECT_EQ(widget(name).isEnabled(), enabled) << name.toStdString();
+        EXPECT_EQ(items(combo(u"AuthenType"_qs)), authentications);
+        press(QDialogButtonBox::Cancel);
+    };
+    store.saveRecords({ sampleProfile(), with(sampleProfile(), { { ProfileKey::networkType, u"0"_qs } }) });
+    editor.EditInit(0);
+    press(QDialogButtonBox::Cancel);
+    expectLeft(false, ofInfrastructure);
+    editor.EditInit(1);
+    press(QDialogButtonBox::Cancel);
+    expectLeft(true, ofAdHoc);
+}
+
+TEST_F(ProfileEditorOpeningsTest, CardOfUnknownCapabilityHasNoEncryptionToSave)
+{
+    for (const int capability : { 0, 5, 7 }) {
+        G_encryCapa = static_cast<decltype(G_encryCapa)>(capability);
+        editor.AddInit();
+        choose(combo(u"AuthenType"_qs), 2);
+        EXPECT_EQ(items(combo(u"EncryType"_qs)), Items()) << capability;
+        expectKeysEnabled(false, true);
+        type(field(u"WPAPreSharedKey"_qs), u"passphrase"_qs);
+        pressOk();
+        ASSERT_FALSE(saved().empty()) << capability;
+        EXPECT_EQ(saved().back().text(ProfileKey::authenticationType), u"2"_qs) << capability;
+        EXPECT_EQ(saved().back().text(ProfileKey::encryptionType), u"-1"_qs) << capability;
+    }
+    EXPECT_EQ(saved().size(), 3u);
+}
+
+TEST_F(ProfileEditorOpeningsTest, AuthenticationListsChangeNothingElse)
+{
+    editor.AddInit();
+    choose(combo(u"NetworkType"_qs), 0);
+    choose(combo(u"AuthenType"_qs), 2);
+    choose(combo(u"EncryType"_qs), 1);
+    const auto expectTheRestUnchanged = [this] {
+        EXPECT_EQ(items(combo(u"EncryType"_qs)), (Items { u"TKIP"_qs, u"AES"_qs }));
+        EXPECT_EQ(combo(u"EncryType"_qs).indexOfSelectedItem(), 1);
+        expectKeysEnabled(false, true);
+        for (const QString& name : { u"Channel"_qs, u"ChannelText"_qs, u"PreambleType"_qs })
+            EXPECT_TRUE(widget(name).isEnabled()) << name.toStdString();
+    };
+    for (const int other : { -1, 2, 255 }) {
+        editor.setAuthenTypeComboText(other);
+        EXPECT_EQ(items(combo(u"AuthenType"_qs)), ofAdHoc) << other;
+        EXPECT_EQ(combo(u"AuthenType"_qs).indexOfSelectedItem(), 2) << other;
+        expectTheRestUnchanged();
+    }
+    editor.setAuthenTypeComboText(1);
+    EXPECT_EQ(items(combo(u"AuthenType"_qs)), ofInfrastructure);
+    EXPECT_EQ(combo(u"AuthenType"_qs).indexOfSelectedItem(), 0);
+    expectTheRestUnchanged();
+    editor.setAuthenTypeCombo(1);
+    editor.setAuthenTypeComboText(0);
+    EXPECT_EQ(items(combo(u"AuthenType"_qs)), ofAdHoc);
+    EXPECT_EQ(combo(u"AuthenType"_qs).indexOfSelectedItem(), 0);
+    expectTheRestUnchanged();
+}
+
+} // namespace
