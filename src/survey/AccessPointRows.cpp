@@ -37,11 +37,17 @@ QString authenticationText(BssidEntry& entry, const WpaElement& element, bool ad
     const std::uint16_t pairwiseSuites = pairwiseSuiteCount(entry, element) == 0 ? 0 : 1;
     setPairwiseSuiteCount(entry, element, pairwiseSuites);
     const auto suite = firstAuthenticationSuite(entry, element, pairwiseSuites);
-    if (suite == 1)
+    if (!suite)
+        return otherwise;
+    switch (*suite) {
+    case 1:
         return QStringLiteral("WPA");
-    if (suite == 0 || suite == 2)
+    case 0:
+    case 2:
         return adHoc ? QStringLiteral("WPA-NONE") : QStringLiteral("WPA-PSK");
-    return otherwise;
+    default:
+        return otherwise;
+    }
 }
 
 AccessPoint accessPointRow(BssidEntry& entry, const WLAN_BSSID_EX& network, const QString& signal, std::int32_t channel)

@@ -15,17 +15,24 @@ WpaClass wpaClassOf(const BssidEntry& entry)
 
     const auto suite = firstAuthenticationSuite(entry, *element, pairwiseSuiteCount(entry, *element));
     const bool adHoc = entry.fixedPart().InfrastructureMode == Ndis802_11IBSS;
+    if (!suite)
+        return WpaClass::Unknown;
     WpaClass result = WpaClass::Unknown;
-    const char* text = "Unknown";
-    if (suite == 1) {
+    const char* text = nullptr;
+    switch (*suite) {
+    case 1:
         result = WpaClass::Enterprise;
         text = "WPA";
-    } else if (suite == 0 || suite == 2) {
+        break;
+    case 0:
+    case 2:
         result = adHoc ? WpaClass::None : WpaClass::PreSharedKey;
         text = adHoc ? "WPA-NONE" : "WPA-PSK";
+        break;
+    default:
+        return WpaClass::Unknown;
     }
-    if (result != WpaClass::Unknown)
-        trace("**** SiteSurveyPageController -  RefreshAPList --> strAuthentication = %s ****\n", text);
+    trace("**** SiteSurveyPageController -  RefreshAPList --> strAuthentication = %s ****\n", text);
     return result;
 }
 

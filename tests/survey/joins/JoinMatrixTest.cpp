@@ -81,7 +81,7 @@ protected:
         page.RefreshAPList();
     }
 
-    ~JoinMatrix() override
+    void TearDown() override
     {
         ProfileDataQueue.reset();
         G_pBssidList.reset();
