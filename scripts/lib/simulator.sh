@@ -6,6 +6,7 @@
 startSimulator() {
     local bin=$1 log=$2
     shift 2
+    : >"$log" # it is read before the simulator gets to open it
     "$bin/pellvane-sim" "$@" >"$log" 2>&1 &
     simulator_pid=$!
     atExit stopProcess "$simulator_pid"
