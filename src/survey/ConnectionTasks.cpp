@@ -181,7 +181,7 @@ std::weak_ptr<ProfileData> queueConnection(std::unique_ptr<PROFILE_DATA> record)
 {
     std::shared_ptr<ProfileData> task = ProfileData::setProfileData(std::move(record));
     task->setTaskType(CONNECT_TASK_FULL);
-    const std::weak_ptr<ProfileData> queued = task;
+    std::weak_ptr<ProfileData> queued = task;
     TaskQueue::InsertTaskObject(std::move(task));
     return queued;
 }
