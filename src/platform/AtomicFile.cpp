@@ -7,10 +7,10 @@
 
 #include <cerrno>
 #include <cstdio>
-#include <cstdlib>
 #include <optional>
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -19,6 +19,7 @@ namespace {
 constexpr mode_t privateFileMode = 0600;
 constexpr mode_t privateFolderMode = 0700;
 constexpr int keptFileLimit = 1000; // more than this many damaged files are nobody's to keep
+constexpr int openingLimit = 100; // each waits for a program that is writing the same file
 
 bool writeAll(int descriptor, const QByteArray& content)
 {
@@ -33,16 +34,54 @@ bool writeAll(int descriptor, const QByteArray& content)
     return true;
 }
 
-// Where a link points to; the path itself otherwise.
-QString linkTarget(const QString& path)
-{
-    const QString canonical = QFileInfo(path).canonicalFilePath();
-    return canonical.isEmpty() ? path : canonical;
-}
-
 QString folderOf(const QString& path)
 {
     return QFileInfo(path).absolutePath();
+}
+
+bool hasName(const FileDescriptor& file, const QByteArray& name)
+{
+    struct stat opened { };
+    struct stat named { };
+    return ::fstat(file.get(), &opened) == 0 && ::lstat(name.constData(), &named) == 0 && opened.st_dev == named.st_dev
+        && opened.st_ino == named.st_ino;
+}
+
+// Until the descriptor is closed, and by the end of its process at the latest. Where the file system knows no locks,
+// there is nobody to wait for.
+void lock(const FileDescriptor& file)
+{
+    while (::flock(file.get(), LOCK_EX) != 0 && errno == EINTR) { }
+}
+
+// Removes a second file that nobody writes any more: whoever writes one holds its lock. A link in its place is
+// removed, never followed.
+void removeLeftover(const QByteArray& name)
+{
+    const FileDescriptor leftover(::open(name.constData(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    if (leftover)
+        lock(leftover);
+    if (leftover ? hasName(leftover, name) : errno == ELOOP || errno == EACCES)
+        (void)::unlink(name.constData());
+}
+
+// Makes the second file and locks it. Between the two, another program may take it for a leftover.
+FileDescriptor makeSecondFile(const QByteArray& name)
+{
+    for (int attempt = 0; attempt < openingLimit; ++attempt) {
+        FileDescriptor file(
+            ::open(name.constData(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, privateFileMode));
+        if (!file && errno != EEXIST)
+            break;
+        if (!file) {
+            removeLeftover(name);
+            continue;
+        }
+        lock(file);
+        if (hasName(file, name))
+            return file;
+    }
+    return {};
 }
 
 bool fillAndRename(const FileDescriptor& file, const QByteArray& from, const QString& to, const QByteArray& content)
@@ -96,17 +135,23 @@ std::optional<bool> keepUnder(const QString& path, const QString& keptPath)
 
 } // namespace
 
+QString linkTarget(const QString& path)
+{
+    const QString canonical = QFileInfo(path).canonicalFilePath();
+    return canonical.isEmpty() ? path : canonical;
+}
+
 bool writeFileAtomically(const QString& path, const QByteArray& content)
 {
     const QString target = linkTarget(path);
     if (!makePrivateFolders(folderOf(target)))
         return false;
-    QByteArray temporaryName = QFile::encodeName(target + QStringLiteral(".XXXXXX"));
-    const FileDescriptor file(::mkostemp(temporaryName.data(), O_CLOEXEC)); // makes it 0600
+    const QByteArray secondName = QFile::encodeName(target + QStringLiteral(".being-written"));
+    const FileDescriptor file = makeSecondFile(secondName);
     if (!file)
         return false;
-    if (!fillAndRename(file, temporaryName, target, content)) {
-        (void)::unlink(temporaryName.constData());
+    if (!fillAndRename(file, secondName, target, content)) {
+        (void)::unlink(secondName.constData());
         return false;
     }
     syncFolder(folderOf(target));

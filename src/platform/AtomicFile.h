@@ -9,7 +9,12 @@
 // Replaces the file at path, or makes it; folders that are missing are made. The content is written to a second file
 // beside it, which is private from the moment it exists and takes the file's name once it is on the disk (fsync); a
 // symbolic link keeps pointing to the file. False on failure: the file is as it was, and nothing is left beside it.
+// The second file has ".being-written" added to the name: one that a program left behind when it ended is removed by
+// the next call, and of programs that write the same file at once each waits for the one before it.
 [[nodiscard]] bool writeFileAtomically(const QString& path, const QByteArray& content);
+
+// Where a symbolic link points to; the path itself otherwise.
+[[nodiscard]] QString linkTarget(const QString& path);
 
 // Makes a folder and those above it that are missing. True when it is there afterwards.
 [[nodiscard]] bool makePrivateFolders(const QString& path);

@@ -5,12 +5,17 @@
 #include "platform/FileDescriptor.h"
 #include "platform/PropertyList.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QLatin1String>
+#include <QLockFile>
+
+#include <algorithm>
 
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
@@ -35,6 +40,21 @@ bool readArrays(QIODevice& device, QSettings::SettingsMap& arrays)
     return true;
 }
 
+QByteArray markName(const QString& settingsPath)
+{
+    return QFile::encodeName(linkTarget(settingsPath) + QStringLiteral(".being-written"));
+}
+
+// The file that is being written has a random name, which a person's file could have as well. A second, fixed one lets
+// it be told when it was left behind.
+void markSecondFile(const QFileDevice& file)
+{
+    const QByteArray name = markName(file.fileName());
+    const QByteArray open = "/proc/self/fd/" + QByteArray::number(file.handle());
+    (void)::unlink(name.constData());
+    (void)::linkat(AT_FDCWD, open.constData(), AT_FDCWD, name.constData(), AT_SYMLINK_FOLLOW);
+}
+
 // Puts the content on the disk before the settings give the file its name, which they would do even where the disk
 // has no room for what they still hold back.
 bool writeArrays(QIODevice& device, const QSettings::SettingsMap& arrays)
@@ -44,7 +64,10 @@ bool writeArrays(QIODevice& device, const QSettings::SettingsMap& arrays)
         tree.push_back({ array.key(), propertyValueOf(array.value().value<PropertyDictionaries>()) });
     const QByteArray bytes = writePropertyList({ std::move(tree) });
     auto* file = qobject_cast<QFileDevice*>(&device);
-    return file && file->write(bytes) == bytes.size() && file->flush() && ::fsync(file->handle()) == 0;
+    if (!file)
+        return false;
+    markSecondFile(*file);
+    return file->write(bytes) == bytes.size() && file->flush() && ::fsync(file->handle()) == 0;
 }
 
 QSettings::Format propertyListFormat()
@@ -70,6 +93,52 @@ void removeAbandonedLock(const QString& settingsPath)
     if (lock && ::flock(lock.get(), LOCK_EX | LOCK_NB) == 0)
         (void)::unlink(name.constData());
 }
+
+bool isRandomPart(QStringView text)
+{
+    constexpr qsizetype letters = 6; // of an alphabet of both cases
+    const auto isLetter = [](QChar each) { return (each >= u'a' && each <= u'z') || (each >= u'A' && each <= u'Z'); };
+    return text.size() == letters && std::all_of(text.begin(), text.end(), isLetter);
+}
+
+// Removes what a process left beside the settings that ended while it saved: the file with the mark, and one that is
+// empty because its process ended even before that. Where another process is saving, nothing is left behind.
+void removeLeftovers(const QString& settingsPath)
+{
+    QLockFile lock(settingsPath + QStringLiteral(".lock"));
+    if (!lock.tryLock(0))
+        return;
+    const QByteArray mark = markName(settingsPath);
+    struct stat marked { };
+    const bool isMarked = ::lstat(mark.constData(), &marked) == 0;
+    const QFileInfo settings(linkTarget(settingsPath));
+    const QString start = settings.fileName() + u'.';
+    for (const QString& name : settings.dir().entryList(QDir::Files | QDir::Hidden | QDir::NoSymLinks)) {
+        if (!name.startsWith(start) || !isRandomPart(QStringView(name).sliced(start.size())))
+            continue;
+        const QByteArray path = QFile::encodeName(settings.dir().filePath(name));
+        struct stat status { };
+        if (::lstat(path.constData(), &status) == 0
+            && (status.st_size == 0 || (isMarked && status.st_dev == marked.st_dev && status.st_ino == marked.st_ino)))
+            (void)::unlink(path.constData());
+    }
+    (void)::unlink(mark.constData());
+}
+
+// What is made in between is private from the moment that it exists.
+class PrivateFilesOnly {
+public:
+    PrivateFilesOnly()
+        : m_before(::umask(S_IRWXG | S_IRWXO))
+    {
+    }
+    ~PrivateFilesOnly() { (void)::umask(m_before); }
+    PrivateFilesOnly(const PrivateFilesOnly&) = delete;
+    PrivateFilesOnly& operator=(const PrivateFilesOnly&) = delete;
+
+private:
+    mode_t m_before;
+};
 
 } // namespace
 
@@ -107,8 +176,11 @@ void SettingsUserDefaults::synchronize()
 {
     if (!keepDamaged() || !makePrivateFile(path()))
         return;
+    const PrivateFilesOnly privateFilesOnly;
     removeAbandonedLock(path());
+    removeLeftovers(path());
     m_settings.sync();
+    removeLeftovers(path());
     syncFolder(QFileInfo(path()).absolutePath());
 }
 

@@ -4,7 +4,8 @@
 
 #include <QSettings>
 
-// User defaults in a settings file (a property list), for its user alone (mode 0600) and replaced as a whole. A file
+// User defaults in a settings file (a property list), for its user alone (mode 0600) and replaced as a whole. What a
+// process leaves beside the file that ends while it saves, the next save removes. A file
 // that is damaged holds nothing; before it is replaced it is kept beside (keepUnreadableFile). Where it
 // cannot be kept, it stays, and nothing can be set.
 class SettingsUserDefaults final : public UserDefaults {

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <vector>
 
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -86,6 +87,62 @@ TEST_F(AtomicFile, FailsWhereAFolderIsAFile)
     EXPECT_FALSE(writeFileAtomically(at("file/below/it"), "new"));
     EXPECT_FALSE(makePrivateFolders(at("file")));
     EXPECT_EQ(contentOf(at("file")), "old");
+}
+
+TEST_F(AtomicFile, ReplacesWhatAnEndedProgramLeft)
+{
+    writePlainly(at("file.being-written"), "a key, and much more than the new content");
+    ::chmod(QFile::encodeName(at("file.being-written")).constData(), 0644);
+    ASSERT_TRUE(writeFileAtomically(at("file"), "new"));
+    EXPECT_EQ(contentOf(at("file")), "new");
+    EXPECT_EQ(modeOf(at("file")), 0600u);
+    EXPECT_EQ(names(), QStringList { QStringLiteral("file") });
+}
+
+TEST_F(AtomicFile, DoesNotWriteThroughALinkInPlaceOfTheSecondFile)
+{
+    writePlainly(at("other"), "somebody's");
+    ASSERT_TRUE(QFile::link(at("other"), at("file.being-written")));
+    ASSERT_TRUE(writeFileAtomically(at("file"), "new"));
+    EXPECT_EQ(contentOf(at("other")), "somebody's");
+    EXPECT_EQ(contentOf(at("file")), "new");
+    EXPECT_FALSE(QFileInfo(at("file")).isSymLink());
+    EXPECT_EQ(names(), (QStringList { QStringLiteral("file"), QStringLiteral("other") }));
+}
+
+TEST_F(AtomicFile, FailsWhereAFolderIsInPlaceOfTheSecondFile)
+{
+    writePlainly(at("file"), "old");
+    ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("file.being-written")));
+    EXPECT_FALSE(writeFileAtomically(at("file"), "new"));
+    EXPECT_EQ(contentOf(at("file")), "old");
+}
+
+TEST_F(AtomicFile, IsWholeWhileProgramsWriteItAtOnce)
+{
+    constexpr int writes = 50;
+    constexpr int size = 200000; // long enough to be met half written
+    std::vector<pid_t> writers;
+    for (const char letter : { 'a', 'b', 'c' }) {
+        writers.push_back(::fork());
+        ASSERT_NE(writers.back(), -1);
+        if (writers.back() == 0) {
+            int written = 0;
+            while (written < writes && writeFileAtomically(at("file"), QByteArray(size, letter)))
+                ++written;
+            ::_exit(written == writes ? 0 : 1);
+        }
+    }
+    for (const pid_t writer : writers) {
+        int status = -1;
+        while (::waitpid(writer, &status, WNOHANG) == 0) {
+            const QByteArray content = contentOf(at("file"));
+            const bool isMissing = content == "cannot be read"; // until the first has written it
+            EXPECT_TRUE(isMissing || content == QByteArray(size, content.isEmpty() ? '-' : content.front()));
+        }
+        EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
+    }
+    EXPECT_EQ(names(), QStringList { QStringLiteral("file") });
 }
 
 // Writing stops at every size short of the content's, as on a disk that is full there.

@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -209,6 +210,43 @@ TEST_F(SettingsUserDefaultsTest, DoNotWaitForALockThatNobodyHolds)
     EXPECT_EQ(reread(profiles), twoProfiles);
     EXPECT_LT(timer.elapsed(), 20000);
     EXPECT_FALSE(lock.exists());
+}
+
+TEST_F(SettingsUserDefaultsTest, RemoveWhatAnEndedProcessLeftAndNothingElse)
+{
+    const QString left = path + u".AbCdEf"_qs;
+    const QString mark = path + u".being-written"_qs;
+    writePlainly("of a person");
+    for (const auto& suffix : { u".backup"_qs, u".old"_qs, u".AbCdE1"_qs })
+        ASSERT_TRUE(QFile::copy(path, path + suffix));
+    ASSERT_TRUE(QFile::rename(path, left));
+    ASSERT_EQ(::link(QFile::encodeName(left).constData(), QFile::encodeName(mark).constData()), 0);
+    for (const auto& suffix : { u".note"_qs, u".UvWxYz"_qs }) // the latter of one that ended before it wrote
+        ASSERT_TRUE(QFile(path + suffix).open(QIODevice::WriteOnly));
+    SettingsUserDefaults defaults(path);
+    defaults.setArray(profiles, twoProfiles);
+    defaults.synchronize();
+    EXPECT_EQ(reread(profiles), twoProfiles);
+    EXPECT_EQ(QFileInfo(path).dir().entryList(QDir::Files | QDir::Hidden, QDir::Name),
+        (QStringList { u"settings.plist"_qs, u"settings.plist.AbCdE1"_qs, u"settings.plist.backup"_qs,
+            u"settings.plist.old"_qs }));
+    EXPECT_EQ(content(u".backup"_qs), "of a person");
+}
+
+TEST_F(SettingsUserDefaultsTest, ReplaceWhatALinkPointsToAndLeaveNothingBesideIt)
+{
+    const QString real = folder.filePath(u"elsewhere/real.plist"_qs);
+    ASSERT_TRUE(QDir().mkpath(QFileInfo(real).path()) && QDir().mkpath(QFileInfo(path).path()));
+    for (const auto& file : { real, real + u".AbCdEf"_qs }) // the latter a leftover
+        ASSERT_TRUE(QFile(file).open(QIODevice::WriteOnly));
+    ASSERT_TRUE(QFile::link(real, path));
+    SettingsUserDefaults defaults(path);
+    defaults.setArray(profiles, twoProfiles);
+    defaults.synchronize();
+    EXPECT_TRUE(QFileInfo(path).isSymLink());
+    EXPECT_EQ(reread(profiles), twoProfiles);
+    EXPECT_EQ(QFileInfo(real).dir().entryList(QDir::Files | QDir::Hidden), QStringList { u"real.plist"_qs });
+    EXPECT_EQ(QFileInfo(path).dir().entryList(QDir::Files | QDir::Hidden), QStringList { u"settings.plist"_qs });
 }
 
 TEST_F(SettingsUserDefaultsTest, LieInTheApplicationsOwnDomain)
