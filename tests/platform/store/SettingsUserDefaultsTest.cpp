@@ -227,9 +227,9 @@ TEST_F(SettingsUserDefaultsTest, RemoveWhatAnEndedProcessLeftAndNothingElse)
     defaults.setArray(profiles, twoProfiles);
     defaults.synchronize();
     EXPECT_EQ(reread(profiles), twoProfiles);
-    EXPECT_EQ(QFileInfo(path).dir().entryList(QDir::Files | QDir::Hidden, QDir::Name),
-        (QStringList { u"settings.plist"_qs, u"settings.plist.AbCdE1"_qs, u"settings.plist.backup"_qs,
-            u"settings.plist.old"_qs }));
+    const QStringList names = QFileInfo(path).dir().entryList(QDir::Files | QDir::Hidden, QDir::Name);
+    EXPECT_EQ(names.join(u' ').toStdString(),
+        "settings.plist settings.plist.AbCdE1 settings.plist.backup settings.plist.note settings.plist.old");
     EXPECT_EQ(content(u".backup"_qs), "of a person");
 }
 
