@@ -94,7 +94,7 @@ struct LinkStatusPageTest : testing::Test {
 TEST_F(LinkStatusPageTest, AwakeningAsksForTheCountsOnceAndStartsATimerOfTwoSeconds)
 {
     page.awakeFromNib();
-    EXPECT_EQ(card.takeRequests(), (std::vector<MonitoredCard::Request> { { VX_OID_802_11_LINK_COUNTERS, 16 } }));
+    EXPECT_EQ(card.takeRequests(), (Requests { query(0x0D710102, 16) }));
     EXPECT_EQ(card.runLoop.activeIntervals(), std::vector { monitorInterval });
     EXPECT_EQ(text(u"Status"), QString());
     EXPECT_TRUE(siteSurvey.texts.isEmpty());
@@ -137,9 +137,8 @@ TEST_F(LinkStatusPageTest, AConnectedTickAsksInThisOrderWithTheseLengths)
     awake();
     tick();
     EXPECT_EQ(card.takeRequests(),
-        (std::vector<MonitoredCard::Request> { { OID_GEN_MEDIA_CONNECT_STATUS, 4 }, { OID_802_11_SSID, 36 },
-            { OID_802_11_BSSID, 6 }, { OID_802_11_CONFIGURATION, 32 }, { VX_OID_802_11_STA_CONFIG, 32 },
-            { VX_OID_802_11_LINK_COUNTERS, 16 }, { OID_802_11_RSSI, 4 } }));
+        (Requests { query(0x00010114, 4), query(0x0D010102, 36), query(0x0D010101, 6), query(0x0D010211, 32),
+            query(0x0D710111, 32), query(0x0D710102, 16), query(0x0D010206, 4) }));
 }
 
 TEST_F(LinkStatusPageTest, AConnectedTickShowsEveryFigure)

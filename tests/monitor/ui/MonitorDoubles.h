@@ -4,28 +4,23 @@
 #include "app/shared/SharedState.h"
 #include "driver/VX7100Access.h"
 #include "tests/support/ManualRunLoop.h"
+#include "tests/support/RecordedRequests.h"
 #include "tests/support/RecordingAlertPanels.h"
 #include "tests/support/RecordingAssertionHandler.h"
-#include "tests/support/RecordingIORegistry.h"
 #include "tests/support/RecordingTickClock.h"
 
 #include <QStringList>
 
 #include <chrono>
-#include <cstring>
 #include <vector>
+
+using Requests = std::vector<RecordedRequest>;
 
 inline constexpr std::chrono::milliseconds monitorInterval { 2000 };
 
 // A card in use, whose records a test sets, and what a page needs beside it. The shared flags are as they are with a
 // card, and become again what they are at the start of the program.
 struct MonitoredCard {
-    struct Request {
-        std::uint32_t oid;
-        std::size_t length; // bytes
-        bool operator==(const Request&) const = default;
-    };
-
     RecordingIORegistry registry;
     RecordingTickClock clock;
     RecordingAlertPanels alerts;
@@ -44,21 +39,15 @@ struct MonitoredCard {
 
     template <typename Record> void answer(std::uint32_t oid, const Record& record)
     {
-        std::vector<std::byte> bytes(sizeof(Record));
-        std::memcpy(bytes.data(), &record, sizeof(Record));
-        registry.answer(oid, std::move(bytes));
+        registry.answer(oid, bytesOfRecord(record));
     }
 
     void tick() { runLoop.advance(monitorInterval); }
 
-    // The structure calls since the last time.
-    [[nodiscard]] std::vector<Request> takeRequests()
+    // The requests since the last time.
+    [[nodiscard]] Requests takeRequests()
     {
-        std::vector<Request> requests;
-        for (const RecordedRegistryCall& call : registry.calls) {
-            if (call.call == RegistryCall::IOConnectMethodStructureIStructureO)
-                requests.push_back({ call.index, call.input.size() });
-        }
+        auto requests = recordedRequests(registry);
         registry.forgetCalls();
         return requests;
     }

@@ -3,6 +3,7 @@
 #include "driver/records/NdisRecords.h"
 #include "driver/records/Oids.h"
 #include "tests/monitor/ui/MonitorDoubles.h"
+#include "tests/support/StandardErrorOf.h"
 
 #include <QLabel>
 #include <QPushButton>
@@ -59,9 +60,26 @@ struct StatisticsPageTest : testing::Test {
             texts << counter(name).text();
         return texts;
     }
+
+    void pressReset() const
+    {
+        QTest::mouseClick(page.findChild<QPushButton*>(QStringLiteral("ResetCounter")), Qt::LeftButton);
+    }
+
+    // What the page shows at every single call to the platform while the operation runs.
+    template <typename Operation> [[nodiscard]] std::vector<QStringList> countersDuring(const Operation& operation)
+    {
+        std::vector<QStringList> seen;
+        card.registry.onCall = [&](const RecordedRegistryCall&) { seen.push_back(counters()); };
+        operation();
+        card.registry.onCall = nullptr;
+        return seen;
+    }
 };
 
 const QStringList zeros(10, QStringLiteral("0"));
+const QStringList sampleTexts { u"5000000000"_qs, u"4999999960"_qs, u"40"_qs, u"3"_qs, u"5"_qs, u"6"_qs,
+    u"4294967295"_qs, u"8"_qs, u"9"_qs, u"7"_qs };
 
 TEST_F(StatisticsPageTest, AwakeningAsksNothingAndStartsATimerOfTwoSeconds)
 {
@@ -73,24 +91,39 @@ TEST_F(StatisticsPageTest, AwakeningAsksNothingAndStartsATimerOfTwoSeconds)
 TEST_F(StatisticsPageTest, ATickAsksThreeTimesInThisOrder)
 {
     card.tick();
-    EXPECT_EQ(card.takeRequests(),
-        (std::vector<MonitoredCard::Request> {
-            { OID_802_11_STATISTICS, 100 }, { OID_GEN_RCV_OK, 4 }, { OID_GEN_RCV_NO_BUFFER, 4 } }));
+    EXPECT_EQ(card.takeRequests(), (Requests { query(0x0D020212, 100), query(0x00020102, 4), query(0x00020105, 4) }));
 }
 
 TEST_F(StatisticsPageTest, ATickShowsTheDriversCounters)
 {
     card.tick();
-    EXPECT_EQ(counter(u"FTS").text(), u"5000000000");
-    EXPECT_EQ(counter(u"FTSWR").text(), u"4999999960");
-    EXPECT_EQ(counter(u"FTSAR").text(), u"40");
-    EXPECT_EQ(counter(u"FFTRAAA").text(), u"3");
-    EXPECT_EQ(counter(u"RFSRC").text(), u"5");
-    EXPECT_EQ(counter(u"RFFTRC").text(), u"6");
-    EXPECT_EQ(counter(u"FRS").text(), u"4294967295");
-    EXPECT_EQ(counter(u"FRWCE").text(), u"8");
-    EXPECT_EQ(counter(u"FDDTO").text(), u"9");
-    EXPECT_EQ(counter(u"DFR").text(), u"7");
+    EXPECT_EQ(counters(), sampleTexts);
+}
+
+TEST_F(StatisticsPageTest, ATickShowsNothingNewBeforeAllThreeAnswersAreThere)
+{
+    card.tick();
+    ASSERT_EQ(counters(), sampleTexts);
+    card.answer(OID_802_11_STATISTICS, NDIS_802_11_STATISTICS {});
+    card.answer(OID_GEN_RCV_OK, std::uint32_t { 0 });
+    const auto seen = countersDuring([this] { card.tick(); });
+    EXPECT_FALSE(seen.empty());
+    for (const QStringList& shown : seen)
+        EXPECT_EQ(shown, sampleTexts);
+    EXPECT_EQ(counter(u"FTS").text(), u"0");
+}
+
+TEST_F(StatisticsPageTest, CountersComeFromTheirOwnPlacesInTheRecord)
+{
+    // Twelve numbers without padding behind the length, each the number of its place.
+    std::vector<std::byte> bytes(100);
+    for (std::size_t place = 0; place < 12; ++place)
+        bytes[4 + place * 8] = static_cast<std::byte>(place + 1);
+    card.registry.answer(0x0D020212, bytes);
+    card.tick();
+    EXPECT_EQ(counters(),
+        (QStringList {
+            u"1"_qs, u"-3"_qs, u"4"_qs, u"3"_qs, u"6"_qs, u"7"_qs, u"4294967295"_qs, u"12"_qs, u"9"_qs, u"9"_qs }));
 }
 
 TEST_F(StatisticsPageTest, MoreRetriesThanFramesShowANegativeNumber)
@@ -102,14 +135,55 @@ TEST_F(StatisticsPageTest, MoreRetriesThanFramesShowANegativeNumber)
     EXPECT_EQ(counter(u"FTSWR").text(), u"-10");
 }
 
-TEST_F(StatisticsPageTest, WithoutADeviceEveryCounterIsZeroAndNothingIsAsked)
+TEST_F(StatisticsPageTest, ACounterThatMissesItsAnswerIsZeroBesideTheOthers)
+{
+    const std::vector<std::pair<std::uint32_t, std::vector<qsizetype>>> zerosWithout {
+        { 0x0D020212, { 0, 1, 2, 3, 4, 5, 7, 9 } },
+        { 0x00020102, { 6 } },
+        { 0x00020105, { 8 } },
+    };
+    for (const auto& [oid, places] : zerosWithout) {
+        QStringList expected = sampleTexts;
+        for (const qsizetype place : places)
+            expected[place] = u"0"_qs;
+        SCOPED_TRACE(oid);
+        card.tick();
+        ASSERT_EQ(counters(), sampleTexts) << "what was shown before must not stay";
+        (void)card.takeRequests();
+        card.registry.answerOnce(oid, { .succeeds = false });
+        card.tick();
+        EXPECT_EQ(counters(), expected);
+        EXPECT_EQ(
+            card.takeRequests(), (Requests { query(0x0D020212, 100), query(0x00020102, 4), query(0x00020105, 4) }));
+        EXPECT_TRUE(card.alerts.alerts.empty());
+    }
+}
+
+TEST_F(StatisticsPageTest, WhatAShortAnswerLeavesOutIsZero)
+{
+    card.tick();
+    std::vector<std::byte> bytes = bytesOfRecord(sampleStatistics());
+    bytes.resize(4 + 3 * 8); // up to FailedCount
+    card.registry.answer(OID_802_11_STATISTICS, bytes);
+    card.tick();
+    EXPECT_EQ(counters(),
+        (QStringList { u"5000000000"_qs, u"5000000000"_qs, u"0"_qs, u"3"_qs, u"0"_qs, u"0"_qs, u"4294967295"_qs,
+            u"0"_qs, u"9"_qs, u"0"_qs }));
+}
+
+TEST_F(StatisticsPageTest, WithoutADeviceEveryCounterIsZeroOnEachTickAndNothingIsAsked)
 {
     card.tick();
     card.registry.forgetCalls();
     G_bDeviceExist = 0;
-    card.tick();
-    EXPECT_EQ(counters(), zeros);
+    for (int i = 0; i < 2; ++i) {
+        card.tick();
+        EXPECT_EQ(counters(), zeros);
+    }
     EXPECT_TRUE(card.registry.calls.empty());
+    G_bDeviceExist = 1;
+    card.tick();
+    EXPECT_EQ(counters(), sampleTexts);
 }
 
 TEST_F(StatisticsPageTest, FailedQueriesReadAsZeros)
@@ -124,16 +198,124 @@ TEST_F(StatisticsPageTest, ResetCounterShowsZerosAtOnceAndSendsOneEmptyRequest)
 {
     card.tick();
     card.registry.forgetCalls();
-    QTest::mouseClick(page.findChild<QPushButton*>(QStringLiteral("ResetCounter")), Qt::LeftButton);
+    pressReset();
     EXPECT_EQ(counters(), zeros);
-    EXPECT_EQ(card.takeRequests(), (std::vector<MonitoredCard::Request> { { 0x0DF10103, 0 } }));
+    EXPECT_EQ(card.takeRequests(), (Requests { { 0x0DF10103, {}, 0 } }));
 }
 
-TEST_F(StatisticsPageTest, TheTickBehindAResetShowsTheDriversCountersAgain)
+TEST_F(StatisticsPageTest, ResetCounterShowsZerosBeforeItTurnsToTheDriver)
 {
-    page.OnResetCounter();
     card.tick();
-    EXPECT_EQ(counter(u"DFR").text(), u"7");
+    const auto seen = countersDuring([this] { pressReset(); });
+    EXPECT_FALSE(seen.empty());
+    for (const QStringList& shown : seen)
+        EXPECT_EQ(shown, zeros);
+}
+
+TEST_F(StatisticsPageTest, TheTickBehindAResetShowsTheDriversCountersAfterIt)
+{
+    card.tick();
+    card.registry.answerWith(0x0DF10103, [this](auto) {
+        NDIS_802_11_STATISTICS restarted {};
+        restarted.TransmittedFragmentCount = 2;
+        card.answer(OID_802_11_STATISTICS, restarted);
+        card.answer(OID_GEN_RCV_OK, std::uint32_t { 1 });
+        return RegistryAnswer {};
+    });
+    pressReset();
+    EXPECT_EQ(counters(), zeros);
+    card.tick();
+    EXPECT_EQ(counters(),
+        (QStringList { u"2"_qs, u"2"_qs, u"0"_qs, u"0"_qs, u"0"_qs, u"0"_qs, u"1"_qs, u"0"_qs, u"9"_qs, u"0"_qs }));
+}
+
+TEST_F(StatisticsPageTest, TheTickBehindARefusedResetShowsTheCountersAgain)
+{
+    card.registry.fail(0x0DF10103);
+    card.tick();
+    pressReset();
+    EXPECT_EQ(counters(), zeros);
+    EXPECT_TRUE(card.alerts.alerts.empty());
+    card.tick();
+    EXPECT_EQ(counters(), sampleTexts);
+}
+
+TEST_F(StatisticsPageTest, ResetCounterWithoutACardShowsZerosAndHoldsNothing)
+{
+    card.tick();
+    card.registry.forgetCalls();
+    card.registry.serviceCount = 0;
+    pressReset();
+    EXPECT_EQ(counters(), zeros);
+    EXPECT_EQ(card.registry.count(RegistryCall::IOMasterPort), 1) << "a card is looked for";
+    EXPECT_EQ(card.takeRequests(), Requests {});
+    EXPECT_TRUE(card.registry.held().empty());
+    EXPECT_TRUE(card.alerts.alerts.empty());
+}
+
+TEST_F(StatisticsPageTest, ResetCounterIsAQueryThatCarriesTheSetFlag)
+{
+    const std::string traces = tracesOf([this] { page.OnResetCounter(); });
+    EXPECT_EQ(traces.find("OidSetInformation"), std::string::npos);
+    EXPECT_NE(traces.find("#### VX7100Access - OidQueryInformation ####\n**** VX7100Access - Oid = 233898243 ****\n"),
+        std::string::npos);
+}
+
+TEST_F(StatisticsPageTest, ResetCounterIsSentAlsoWhileTheWatchHasNotSeenTheCard)
+{
+    G_bDeviceExist = 0;
+    pressReset();
+    EXPECT_EQ(card.takeRequests(), (Requests { { 0x0DF10103, {}, 0 } }));
+}
+
+TEST_F(StatisticsPageTest, TracesItsOperationsWhenAskedTo)
+{
+    const auto everyOperation = [this] {
+        StatisticsPageController traced { card.adapter, card.runLoop };
+        traced.awakeFromNib();
+        traced.OnTimer();
+        traced.OnResetCounter();
+    };
+    EXPECT_EQ(linesOf("StatisticsPageController", tracesOf(everyOperation)),
+        "#### StatisticsPageController - init ####\n"
+        "#### StatisticsPageController - awakeFromNib ####\n"
+        "#### StatisticsPageController - OnTimer ####\n"
+        "#### StatisticsPageController - OnResetCounter ####\n");
+    EXPECT_EQ(standardErrorOf(everyOperation), "");
+}
+
+TEST_F(StatisticsPageTest, TracesATickBeforeItLooksForACard)
+{
+    G_bDeviceExist = 0;
+    EXPECT_EQ(tracesOf([this] { card.tick(); }), "#### StatisticsPageController - OnTimer ####\n");
+}
+
+TEST_F(StatisticsPageTest, TheLargestCountersAreShownWholeAndMoveNothing)
+{
+    page.resize(page.minimumSizeHint());
+    page.show();
+    page.grab();
+    const QSize before = page.minimumSizeHint();
+
+    constexpr auto largest = std::numeric_limits<std::int64_t>::max();
+    NDIS_802_11_STATISTICS statistics {};
+    statistics.TransmittedFragmentCount = std::numeric_limits<std::int64_t>::min();
+    statistics.FailedCount = largest;
+    statistics.RTSSuccessCount = largest;
+    statistics.RTSFailureCount = largest;
+    statistics.FrameDuplicateCount = largest;
+    statistics.FCSErrorCount = largest;
+    card.answer(OID_802_11_STATISTICS, statistics);
+    card.tick();
+    page.grab();
+
+    EXPECT_EQ(counter(u"FTS").text(), u"-9223372036854775808");
+    EXPECT_EQ(counter(u"FTSWR").text(), u"-9223372036854775808");
+    for (const char16_t* const name : { u"FFTRAAA", u"RFSRC", u"RFFTRC", u"FRWCE", u"DFR" })
+        EXPECT_EQ(counter(name).text(), u"9223372036854775807");
+    EXPECT_EQ(page.minimumSizeHint(), before);
+    for (const char16_t* const name : counterNames)
+        EXPECT_GE(counter(name).width(), counter(name).sizeHint().width()) << counter(name).text().toStdString();
 }
 
 TEST_F(StatisticsPageTest, CountersOfBothGroupsStandInOneColumn)
