@@ -1,8 +1,26 @@
 #include "platform/PropertyList.h"
 
+#include <QLocale>
+
 #include <algorithm>
 
 namespace {
+
+// The text that a scalar stands for; nothing where there is none. A number is decimal, without an exponent, which
+// whoever takes it from the text would not read.
+struct TextOf {
+    std::optional<QString> operator()(const QString& text) const { return text; }
+    std::optional<QString> operator()(bool yes) const { return yes ? QStringLiteral("1") : QStringLiteral("0"); }
+    std::optional<QString> operator()(qint64 number) const { return QString::number(number); }
+    std::optional<QString> operator()(double number) const
+    {
+        return QString::number(number, 'f', QLocale::FloatingPointShortest);
+    }
+    std::optional<QString> operator()(const QDateTime&) const { return std::nullopt; }
+    std::optional<QString> operator()(const QByteArray&) const { return std::nullopt; }
+    std::optional<QString> operator()(const PropertyArray&) const { return std::nullopt; }
+    std::optional<QString> operator()(const PropertyTree&) const { return std::nullopt; }
+};
 
 std::optional<PropertyDictionary> dictionaryOf(const PropertyValue& value)
 {
@@ -10,13 +28,18 @@ std::optional<PropertyDictionary> dictionaryOf(const PropertyValue& value)
     if (!tree)
         return std::nullopt;
     PropertyDictionary dictionary;
-    for (const PropertyEntry& entry : *tree) {
-        const QString* text = entry.value.text();
-        if (!text)
-            return std::nullopt;
-        dictionary.set(entry.key, *text);
-    }
+    for (const PropertyEntry& entry : *tree)
+        if (const auto text = std::visit(TextOf(), entry.value.content))
+            dictionary.set(entry.key, *text);
     return dictionary;
+}
+
+bool hasTextsAlone(const PropertyValue& dictionary)
+{
+    const PropertyTree* tree = dictionary.tree();
+    return tree && std::all_of(tree->begin(), tree->end(), [](const PropertyEntry& entry) {
+        return std::visit(TextOf(), entry.value.content).has_value();
+    });
 }
 
 PropertyValue propertyValueOf(const PropertyDictionary& dictionary)
@@ -62,6 +85,12 @@ std::optional<PropertyDictionaries> dictionariesOf(const PropertyValue& root)
         dictionaries.push_back(*std::move(dictionary));
     }
     return dictionaries;
+}
+
+bool areDictionariesOfTexts(const PropertyValue& root)
+{
+    const PropertyArray* array = root.array();
+    return array && std::all_of(array->begin(), array->end(), hasTextsAlone);
 }
 
 PropertyValue propertyValueOf(const PropertyDictionaries& dictionaries)

@@ -7,10 +7,10 @@
 
 namespace {
 
-std::optional<PropertyDictionaries> dictionariesAt(const QString& path)
+bool isReadAsAWhole(const QString& path)
 {
     const auto root = readPropertyListFile(path);
-    return root ? dictionariesOf(*root) : std::nullopt;
+    return root && areDictionariesOfTexts(*root);
 }
 
 } // namespace
@@ -31,12 +31,13 @@ std::optional<PropertyValue> readPropertyListFile(const QString& path)
 
 PropertyDictionaries readDictionariesFile(const QString& path)
 {
-    return dictionariesAt(path).value_or(PropertyDictionaries());
+    const auto root = readPropertyListFile(path);
+    return root ? dictionariesOf(*root).value_or(PropertyDictionaries()) : PropertyDictionaries();
 }
 
 bool writeDictionariesFile(const QString& path, const PropertyDictionaries& dictionaries)
 {
-    if (!dictionariesAt(path) && !keepUnreadableFile(path))
+    if (!isReadAsAWhole(path) && !keepUnreadableFile(path))
         return false;
     return writeFileAtomically(path, writePropertyList(propertyValueOf(dictionaries)));
 }

@@ -15,9 +15,11 @@
 // Nothing for a file that is missing, is no regular file, cannot be read or is no property list.
 [[nodiscard]] std::optional<PropertyValue> readPropertyListFile(const QString& path);
 
-// A file of settings: a list of dictionaries of texts. An empty list where it is missing or unreadable.
+// A file of settings: a list of dictionaries of texts, as dictionariesOf takes them. An empty list where it is missing
+// or unreadable.
 [[nodiscard]] PropertyDictionaries readDictionariesFile(const QString& path);
 
-// Replaces the file as writeFileAtomically does. A file that is there and cannot be read as such a list is kept first
-// (keepUnreadableFile): somebody may have typed it. False, with the file as it was, when either fails.
+// Replaces the file as writeFileAtomically does. A file that is there and cannot be read as such a list, or not without
+// leaving something out, is kept first (keepUnreadableFile): somebody may have typed it. False, with the file as it was,
+// when either fails.
 [[nodiscard]] bool writeDictionariesFile(const QString& path, const PropertyDictionaries& dictionaries);

@@ -3,7 +3,7 @@
 #include "app/shared/Identity.h"
 #include "platform/AtomicFile.h"
 #include "platform/FileDescriptor.h"
-#include "platform/PropertyList.h"
+#include "platform/PropertyListFile.h"
 
 #include <QDir>
 #include <QFile>
@@ -20,7 +20,8 @@
 
 namespace {
 
-// The file is a dictionary of the arrays. An empty one is a file that was made and not yet filled.
+// The file is a dictionary of the arrays; what is none is left out. An empty one is a file that was made and not yet
+// filled.
 bool readArrays(QIODevice& device, QSettings::SettingsMap& arrays)
 {
     const QByteArray bytes = device.read(propertyListSizeLimit + 1);
@@ -31,10 +32,8 @@ bool readArrays(QIODevice& device, QSettings::SettingsMap& arrays)
         return false;
     QSettings::SettingsMap read;
     for (const PropertyEntry& entry : *root->tree()) {
-        auto array = dictionariesOf(entry.value);
-        if (!array)
-            return false;
-        read.insert(entry.key, QVariant::fromValue(*std::move(array)));
+        if (auto array = dictionariesOf(entry.value))
+            read.insert(entry.key, QVariant::fromValue(*std::move(array)));
     }
     arrays = read;
     return true;
@@ -94,6 +93,16 @@ void removeAbandonedLock(const QString& settingsPath)
         (void)::unlink(name.constData());
 }
 
+// Whether the settings hold all that is in the file.
+bool isReadAsAWhole(const QString& settingsPath)
+{
+    const auto root = readPropertyListFile(settingsPath);
+    const PropertyTree* tree = root ? root->tree() : nullptr;
+    return tree && std::all_of(tree->begin(), tree->end(), [](const PropertyEntry& entry) {
+        return areDictionariesOfTexts(entry.value);
+    });
+}
+
 bool isRandomPart(QStringView text)
 {
     constexpr qsizetype letters = 6; // of an alphabet of both cases
@@ -149,7 +158,6 @@ SettingsUserDefaults::SettingsUserDefaults()
 
 SettingsUserDefaults::SettingsUserDefaults(const QString& path)
     : m_settings(path, propertyListFormat())
-    , m_damaged(m_settings.status() == QSettings::FormatError)
 {
 }
 
@@ -184,11 +192,9 @@ void SettingsUserDefaults::synchronize()
     syncFolder(QFileInfo(path()).absolutePath());
 }
 
-// False when the damaged file cannot be kept: then it is left as it is, and nothing is set that would replace it.
-bool SettingsUserDefaults::keepDamaged()
+// False when a file that would not be replaced by all it holds cannot be kept: then it is left as it is, and nothing is
+// set that would replace it.
+bool SettingsUserDefaults::keepDamaged() const
 {
-    if (m_damaged && !keepUnreadableFile(path()))
-        return false;
-    m_damaged = false;
-    return true;
+    return isReadAsAWhole(path()) || keepUnreadableFile(path());
 }

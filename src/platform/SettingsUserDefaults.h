@@ -4,10 +4,11 @@
 
 #include <QSettings>
 
-// User defaults in a settings file (a property list), for its user alone (mode 0600) and replaced as a whole. What a
-// process leaves beside the file that ends while it saves, the next save removes. A file
-// that is damaged holds nothing; before it is replaced it is kept beside (keepUnreadableFile). Where it
-// cannot be kept, it stays, and nothing can be set.
+// User defaults in a settings file (a property list), for its user alone (mode 0600) and replaced as a whole. A file
+// that is damaged holds nothing; in one written by hand, what is no list of dictionaries is left out, and what is no
+// text is taken as dictionariesOf takes it. A file that does not come back as a whole is kept beside (keepUnreadableFile)
+// before it is replaced; where it cannot be kept, it stays, and nothing can be set. What a process leaves beside the file
+// that ends while it saves, the next save removes.
 class SettingsUserDefaults final : public UserDefaults {
 public:
     // The file of the application's own domain, in the user's folder of settings.
@@ -22,8 +23,7 @@ public:
     void synchronize() override;
 
 private:
-    [[nodiscard]] bool keepDamaged();
+    [[nodiscard]] bool keepDamaged() const;
 
     QSettings m_settings;
-    bool m_damaged;
 };

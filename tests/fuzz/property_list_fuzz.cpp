@@ -23,8 +23,10 @@ void exchange(const QByteArray& document)
     const QByteArray written = writePropertyList(*root);
     require(readPropertyList(written) == root);
     require(writePropertyList(*readPropertyList(written)) == written);
-    if (const auto dictionaries = dictionariesOf(*root))
-        require(propertyValueOf(*dictionaries) == *root);
+    const auto dictionaries = dictionariesOf(*root);
+    require(dictionaries || !areDictionariesOfTexts(*root));
+    if (dictionaries)
+        require(dictionariesOf(propertyValueOf(*dictionaries)) == dictionaries);
 }
 
 void carry(const QByteArray& bytes)

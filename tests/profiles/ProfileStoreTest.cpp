@@ -95,6 +95,16 @@ TEST_F(ProfileStoreTest, KeepsAFileThatCannotBeReadBesideTheNewOne)
     EXPECT_EQ(kept.readAll(), "typed by hand");
 }
 
+TEST_F(ProfileStoreTest, ReadsAFileWithNumbersTypedByHand)
+{
+    writePlainly("<plist><array><dict><key>Profile Name</key><string>mine</string><key>Channel</key>"
+                 "<integer>6</integer><key>Hidden</key><true/></dict></array></plist>");
+    const ProfileList records = store.loadRecords();
+    ASSERT_EQ(records.size(), 1u);
+    EXPECT_EQ(records[0].integer(ProfileKey::channel), 6);
+    EXPECT_EQ(records[0].text(ProfileKey::hidden), u"1"_qs);
+}
+
 TEST_F(ProfileStoreTest, SavesInTheDefaultsWhereTheFileCannotBeWritten)
 {
     ASSERT_TRUE(QDir().mkpath(path));

@@ -72,6 +72,28 @@ TEST_F(PropertyListFile, KeepsAnUnreadableFileBesideWhatReplacesIt)
     EXPECT_EQ(readDictionariesFile(path), oneProfile);
 }
 
+TEST_F(PropertyListFile, TakesNumbersTypedByHandAndKeepsNoCopyOfThem)
+{
+    writePlainly("<plist><array><dict><key>Channel</key><integer>6</integer></dict></array></plist>");
+    const PropertyDictionaries typed { { { u"Channel"_qs, u"6"_qs } } };
+    EXPECT_EQ(readDictionariesFile(path), typed);
+    ASSERT_TRUE(writeDictionariesFile(path, typed));
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList { QStringLiteral("Profile.plist") });
+}
+
+TEST_F(PropertyListFile, IsKeptBesideOnceWhereSomethingWasLeftOut)
+{
+    writePlainly("<plist><array><dict><key>SSID</key><string>home</string><key>Notes</key>"
+                 "<array><string>typed by hand</string></array></dict></array></plist>");
+    const QByteArray typed = content();
+    const PropertyDictionaries read = readDictionariesFile(path);
+    EXPECT_EQ(read, (PropertyDictionaries { { { u"SSID"_qs, u"home"_qs } } }));
+    for (int i = 0; i < 2; ++i)
+        ASSERT_TRUE(writeDictionariesFile(path, read));
+    EXPECT_EQ(content(u".unreadable"_qs), typed);
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 2);
+}
+
 TEST_F(PropertyListFile, IsNotReplacedWhereItCannotBeKept)
 {
     writePlainly("damaged");

@@ -202,14 +202,37 @@ TEST(PropertyListReader, RefusesEveryBeginningOfADocument)
         EXPECT_FALSE(readPropertyList(whole.first(size))) << size;
 }
 
-TEST(DictionariesOf, TakesNothingButListsOfDictionariesOfTexts)
+TEST(DictionariesOf, TakesNothingButListsOfDictionaries)
 {
     EXPECT_EQ(dictionariesOf(*read("<array/>")), PropertyDictionaries());
-    EXPECT_FALSE(dictionariesOf(*read("<dict/>")));
-    EXPECT_FALSE(dictionariesOf(*read("<string/>")));
-    EXPECT_FALSE(dictionariesOf(*read("<array><string/></array>")));
-    EXPECT_FALSE(dictionariesOf(*read("<array><dict><key>a</key><integer>1</integer></dict></array>")));
-    EXPECT_FALSE(dictionariesOf(*read("<array><dict/><dict><key>a</key><array/></dict></array>")));
+    EXPECT_TRUE(areDictionariesOfTexts(*read("<array/>")));
+    for (const QByteArray body : { "<dict/>", "<string/>", "<array><string/></array>", "<array><dict/><array/></array>",
+             "<array><dict/><true/></array>" }) {
+        EXPECT_FALSE(dictionariesOf(*read(body))) << body.constData();
+        EXPECT_FALSE(areDictionariesOfTexts(*read(body))) << body.constData();
+    }
+}
+
+TEST(DictionariesOf, TakesNumbersAndTruthAsTheirTexts)
+{
+    const auto root = read("<array><dict><key>a</key><integer> -7 </integer><key>b</key><true/><key>c</key><false/>"
+                           "<key>d</key><real>0.1</real><key>e</key><real>2347.0</real><key>f</key><real>1e6</real>"
+                           "<key>g</key><string>06</string></dict></array>");
+    const PropertyDictionary expected { { u"a"_qs, u"-7"_qs }, { u"b"_qs, u"1"_qs }, { u"c"_qs, u"0"_qs },
+        { u"d"_qs, u"0.1"_qs }, { u"e"_qs, u"2347"_qs }, { u"f"_qs, u"1000000"_qs }, { u"g"_qs, u"06"_qs } };
+    EXPECT_EQ(dictionariesOf(*root), PropertyDictionaries { expected });
+    EXPECT_TRUE(areDictionariesOfTexts(*root));
+}
+
+TEST(DictionariesOf, LeavesOutWhatHasNoText)
+{
+    for (const QByteArray value : { "<array/>", "<dict/>", "<data/>", "<date>2006-02-28T23:59:01Z</date>" }) {
+        SCOPED_TRACE(value.constData());
+        const auto root = read("<array><dict><key>a</key><string>x</string><key>b</key>" + value
+            + "<key>c</key><integer>1</integer></dict><dict/></array>");
+        EXPECT_EQ(dictionariesOf(*root), (PropertyDictionaries { { { u"a"_qs, u"x"_qs }, { u"c"_qs, u"1"_qs } }, {} }));
+        EXPECT_FALSE(areDictionariesOfTexts(*root));
+    }
 }
 
 } // namespace

@@ -172,15 +172,64 @@ TEST_F(SettingsUserDefaultsTest, LeaveADamagedFileThatCannotBeKept)
     EXPECT_EQ(content(), "damaged");
 }
 
-TEST_F(SettingsUserDefaultsTest, HoldNothingButDictionariesOfTexts)
+TEST_F(SettingsUserDefaultsTest, HoldNothingButListsOfDictionaries)
 {
     for (const QByteArray body : { "<array/>", "<string/>", "<dict><key>Profiles</key><string/></dict>",
-             "<dict><key>Profiles</key><array/><key>Other</key><array><integer>1</integer></array></dict>" }) {
+             "<dict><key>Profiles</key><array><integer>1</integer></array></dict>" }) {
         SCOPED_TRACE(body.constData());
         path = folder.filePath(QString::number(++m_files));
         writePlainly("<plist>" + body + "</plist>");
         EXPECT_FALSE(SettingsUserDefaults(path).arrayForKey(profiles));
     }
+}
+
+TEST_F(SettingsUserDefaultsTest, TakeNumbersTypedByHandAndKeepNoCopyOfThem)
+{
+    writePlainly("<plist><dict><key>Profiles</key><array><dict><key>Channel</key><integer>6</integer><key>Hidden</key>"
+                 "<true/></dict></array></dict></plist>");
+    SettingsUserDefaults defaults(path);
+    const PropertyDictionaries typed { { { u"Channel"_qs, u"6"_qs }, { u"Hidden"_qs, u"1"_qs } } };
+    EXPECT_EQ(defaults.arrayForKey(profiles), typed);
+    defaults.setArray(u"Profile Setting"_qs, twoProfiles);
+    defaults.synchronize();
+    EXPECT_EQ(reread(profiles), typed);
+    EXPECT_EQ(reread(u"Profile Setting"_qs), twoProfiles);
+    EXPECT_FALSE(QFile::exists(path + u".unreadable"_qs));
+}
+
+TEST_F(SettingsUserDefaultsTest, KeepAFileBesideOfWhichSomethingWasLeftOut)
+{
+    int kinds = 0;
+    for (const QByteArray extra : { "<key>Other</key><string>typed by hand</string>",
+             "<key>Other</key><array><dict><key>a</key><data>AAEC</data></dict></array>",
+             "<key>Other</key><array><string/></array>" }) {
+        SCOPED_TRACE(extra.constData());
+        path = folder.filePath(u"kind%1/settings.plist"_qs.arg(++kinds));
+        writePlainly("<plist><dict><key>Profiles</key><array><dict><key>SSID</key><string>home</string></dict></array>"
+            + extra + "</dict></plist>");
+        const QByteArray typed = content();
+        SettingsUserDefaults defaults(path);
+        EXPECT_EQ(defaults.arrayForKey(profiles), (PropertyDictionaries { { { u"SSID"_qs, u"home"_qs } } }));
+        for (int i = 0; i < 2; ++i) {
+            defaults.setArray(u"Profile Setting"_qs, PropertyDictionaries(static_cast<std::size_t>(i)));
+            defaults.synchronize();
+        }
+        EXPECT_EQ(content(u".unreadable"_qs), typed);
+        EXPECT_EQ(reread(profiles), defaults.arrayForKey(profiles));
+        EXPECT_EQ(QFileInfo(path).dir().entryList(QDir::Files | QDir::Hidden).size(), 2);
+    }
+}
+
+TEST_F(SettingsUserDefaultsTest, KeepAFileThatWasDamagedWhileTheyHeldIt)
+{
+    SettingsUserDefaults defaults(path);
+    defaults.setArray(profiles, twoProfiles);
+    defaults.synchronize();
+    writePlainly("typed by hand");
+    defaults.setArray(profiles, {});
+    defaults.synchronize();
+    EXPECT_EQ(content(u".unreadable"_qs), "typed by hand");
+    EXPECT_EQ(reread(profiles), PropertyDictionaries());
 }
 
 TEST_F(SettingsUserDefaultsTest, AreNoArrayWhenTheFileWasCutOff)
