@@ -85,3 +85,18 @@ QString ComboBox::itemObjectValueAtIndex(int index) const
 {
     return itemText(index);
 }
+
+void ComboBox::setItemObjectValues(const std::vector<QString>& texts)
+{
+    removeAllItems();
+    for (const QString& text : texts)
+        addItemWithObjectValue(text);
+}
+
+std::vector<QString> ComboBox::itemObjectValues() const
+{
+    std::vector<QString> texts;
+    for (int index = 0; index < numberOfItems(); ++index)
+        texts.push_back(itemObjectValueAtIndex(index));
+    return texts;
+}

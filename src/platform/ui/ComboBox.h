@@ -2,6 +2,8 @@
 
 #include <QComboBox>
 
+#include <vector>
+
 // A combo box that holds still: nothing is selected until something selects it, and inserting items never moves
 // the selected index; the index keeps its number, whatever item then stands there. The text of an editable one is
 // independent of its list. Items may also be declared in a form; the same holds for them.
@@ -24,6 +26,10 @@ public:
     [[nodiscard]] QString objectValueOfSelectedItem() const; // empty when nothing is selected
     [[nodiscard]] int numberOfItems() const;
     [[nodiscard]] QString itemObjectValueAtIndex(int index) const; // empty for an index that no item has
+
+    // All items at once, in their order; nothing is selected after they were replaced.
+    void setItemObjectValues(const std::vector<QString>& texts);
+    [[nodiscard]] std::vector<QString> itemObjectValues() const;
 
 Q_SIGNALS:
     // The user chose an item other than the selected one; never sent for a selection made by the program.

@@ -3,41 +3,24 @@
 #include "app/shared/SharedState.h"
 #include "app/shared/Trace.h"
 #include "driver/BssidList.h"
-#include "driver/records/ChannelTable.h"
 #include "platform/AlertPanels.h"
 #include "platform/NetworkName.h"
 #include "platform/ui/ModalSheets.h"
 #include "profiles/ProfileStore.h"
 #include "profiles/ui/SsidValidator.h"
-#include "profiles/ui/ThresholdValidator.h"
-#include "survey/KeyHints.h"
 #include "survey/ProfileProposal.h"
 #include "survey/SecurityControlRules.h"
 #include "ui_ProfileEditor.h"
 
-#include <QSignalBlocker>
-
 namespace {
 
 constexpr int infrastructureItem = 1;
-constexpr int longestWepKeyText = 26;
-constexpr int longestThreshold = 4; // digits
-constexpr int lastChannel = 14; // those whose rows of ChannelFreqTable are in their order
-const int lastChannelOfAll = ChannelFreqTable.back().channel;
 
-std::vector<QString> itemsOf(const ComboBox& combo)
+std::unique_ptr<Ui::ProfileEditor> setUp(QDialog& sheet)
 {
-    std::vector<QString> items;
-    for (int index = 0; index < combo.numberOfItems(); ++index)
-        items.push_back(combo.itemObjectValueAtIndex(index));
-    return items;
-}
-
-void setItems(ComboBox& combo, const std::vector<QString>& items)
-{
-    combo.removeAllItems();
-    for (const QString& item : items)
-        combo.addItemWithObjectValue(item);
+    auto form = std::make_unique<Ui::ProfileEditor>();
+    form->setupUi(&sheet);
+    return form;
 }
 
 } // namespace
@@ -48,25 +31,15 @@ ProfileEditorController::ProfileEditorController(
     , m_sheets(sheets)
     , m_alerts(alerts)
     , m_store(store)
-    , m_form(std::make_unique<Ui::ProfileEditor>())
+    , m_form(setUp(*this))
+    , m_rtsThreshold(*m_form->RtsThresholdCheck, *m_form->RtsThresholdSlider, *m_form->RtsThresholdText)
+    , m_fragThreshold(*m_form->FragThresholdCheck, *m_form->FragThresholdSlider, *m_form->FragThresholdText)
 {
-    m_form->setupUi(this);
-    m_keyRows = { {
-        { m_form->WEPKey1Radio, m_form->WEPKey1Combo, m_form->WEPKey1Text, m_form->WEPKey1Hint },
-        { m_form->WEPKey2Radio, m_form->WEPKey2Combo, m_form->WEPKey2Text, m_form->WEPKey2Hint },
-        { m_form->WEPKey3Radio, m_form->WEPKey3Combo, m_form->WEPKey3Text, m_form->WEPKey3Hint },
-        { m_form->WEPKey4Radio, m_form->WEPKey4Combo, m_form->WEPKey4Text, m_form->WEPKey4Hint },
-    } };
-    offerChannelsUpTo(lastChannel);
-    // The longest WEP key shows whole, and the sheet does not grow by what is told of a key while it is typed.
-    const QString longestKey(longestWepKeyText + 4, u'0');
-    const QString longestHint = wepKeyHint({ .formatIndex = 0, .text = "0123456789", .radioOn = true }, true);
-    for (const KeyRow& row : m_keyRows) {
-        row.text->setMinimumWidth(fontMetrics().horizontalAdvance(longestKey));
-        row.hint->setMinimumWidth(fontMetrics().horizontalAdvance(longestHint));
-    }
     setUpSsidField();
-    setUpThresholds();
+    m_rtsThreshold.setRange(rtsThresholdRange);
+    m_fragThreshold.setRange(fragmentationThresholdRange);
+    OnSelRTS();
+    OnSelFrag();
 }
 
 ProfileEditorController::~ProfileEditorController()
@@ -83,25 +56,6 @@ void ProfileEditorController::setUpSsidField()
     // would turn one network's name into another's, and the box would select such an entry when it is left.
     m_form->SSID->setCompleter(nullptr);
     QObject::disconnect(&field, &QLineEdit::editingFinished, m_form->SSID, nullptr);
-}
-
-void ProfileEditorController::setUpThresholds()
-{
-    const auto setUp = [](QSlider& slider, QLineEdit& field, ThresholdRange range) {
-        slider.setRange(range.least, range.most);
-        slider.setValue(range.most);
-        field.setText(QString::number(range.most));
-        field.setValidator(new ThresholdValidator(range, &field));
-        field.setMaximumWidth(field.fontMetrics().horizontalAdvance(QString(longestThreshold + 4, u'0')));
-        connect(&field, &QLineEdit::textChanged, &slider, [&slider, range](const QString& text) {
-            const QSignalBlocker quiet(slider); // the slider would write the text anew while it is typed
-            slider.setValue(sliderValueOf(text, range));
-        });
-    };
-    setUp(*m_form->RtsThresholdSlider, *m_form->RtsThresholdText, rtsThresholdRange);
-    setUp(*m_form->FragThresholdSlider, *m_form->FragThresholdText, fragmentationThresholdRange);
-    OnSelRTS();
-    OnSelFrag();
 }
 
 void ProfileEditorController::awakeFromNib()
@@ -123,13 +77,6 @@ void ProfileEditorController::connectControls()
     connect(m_form->RtsThresholdSlider, &QSlider::valueChanged, this, [this] { OnRtsSlider(); });
     connect(m_form->FragThresholdCheck, &QCheckBox::toggled, this, [this] { OnSelFrag(); });
     connect(m_form->FragThresholdSlider, &QSlider::valueChanged, this, [this] { OnFragSlider(); });
-    for (const KeyRow& row : m_keyRows) {
-        connect(row.text, &QLineEdit::textChanged, this, [this] { showWhatIsMissing(); });
-        connect(row.format, &ComboBox::currentIndexChanged, this, [this] { showWhatIsMissing(); });
-        connect(row.radio, &QRadioButton::toggled, this, [this] { showWhatIsMissing(); });
-    }
-    connect(m_form->WPAPreSharedKey, &QLineEdit::textChanged, this, [this] { showWhatIsMissing(); });
-    connect(m_form->showKeys, &QCheckBox::toggled, this, [this](bool shown) { setKeysShown(shown); });
     connect(m_form->buttons, &QDialogButtonBox::accepted, this, [this] { OnOK(); });
     connect(m_form->buttons, &QDialogButtonBox::rejected, this, [this] { OnCANCEL(); });
 }
@@ -139,7 +86,7 @@ void ProfileEditorController::open(bool isNewData)
     m_origin.IsNewData = isNewData;
     records = m_store.loadRecords();
     selectFirstTab();
-    m_form->showKeys->setChecked(false);
+    m_form->keyFields->hideKeys();
     m_form->ProfileName->setFocus();
 }
 
@@ -183,14 +130,14 @@ void ProfileEditorController::EditInit(std::int32_t row)
     OnNetworkType();
     setAuthenTypeCombo(profile.AuthenType);
     OnSelchangeAuthType();
-    selectChannel(profile.Channel);
+    m_form->Channel->selectChannel(profile.Channel);
     setEncryTypeCombo(profile.EncryType);
     OnSelchangeEncryptionType();
     m_form->PreambleType->selectItemAtIndex(profile.PreambleType);
     showPowerSaving(profile.PSMode);
     m_form->TxPower->selectItemAtIndex(profile.TxPower);
     GetBssidList();
-    showSsid(ssidOfEditedProfile(itemsOf(*m_form->SSID), profile.SSID));
+    showSsid(ssidOfEditedProfile(m_form->SSID->itemObjectValues(), profile.SSID));
     showKeys(profile);
     m_origin.copyBSSID = profile.copyBSSID.value_or(m_origin.copyBSSID);
     m_origin.bHidden = profile.bHidden;
@@ -208,7 +155,7 @@ bool ProfileEditorController::AddProfile(const ProfileProposal& proposal)
         setAuthenTypeComboText(1);
     setAuthenTypeCombo(choice.index);
     OnSelchangeAuthType();
-    selectChannel(channelIndexOf(proposal.Channel));
+    m_form->Channel->selectChannel(channelIndexOf(proposal.Channel));
     setEncryTypeCombo(encryptionIndexOf(proposal.EcrypStatus, choice.index));
     OnSelchangeEncryptionType();
     m_form->NetworkType->selectItemAtIndex(proposal.Networktype); // without OnNetworkType
@@ -216,7 +163,7 @@ bool ProfileEditorController::AddProfile(const ProfileProposal& proposal)
     showPowerSaving(false);
     m_form->TxPower->selectItemAtIndex(0);
     GetBssidList();
-    showSsid(ssidOfScannedNetwork(itemsOf(*m_form->SSID), textFromBytes(QByteArrayView(proposal.SSID))));
+    showSsid(ssidOfScannedNetwork(m_form->SSID->itemObjectValues(), textFromBytes(QByteArrayView(proposal.SSID))));
     clearKeys();
     m_form->ProfileName->selectAll();
     update();
@@ -226,12 +173,9 @@ bool ProfileEditorController::AddProfile(const ProfileProposal& proposal)
 
 void ProfileEditorController::clearKeys()
 {
-    for (const KeyRow& row : m_keyRows) {
-        row.format->selectItemAtIndex(0);
-        row.text->clear();
-    }
-    m_form->WPAPreSharedKey->clear();
-    m_form->WEPKey1Radio->setChecked(true);
+    m_form->keyFields->selectHexadecimal();
+    m_form->keyFields->clearTexts();
+    m_form->keyFields->selectTransmitKey(0);
 }
 
 void ProfileEditorController::showSsid(const std::optional<SsidSelection>& selection)
@@ -249,26 +193,15 @@ void ProfileEditorController::showPowerSaving(bool powerSaving)
 
 void ProfileEditorController::showKeys(const EditedProfile& profile)
 {
-    for (std::size_t index = 0; index < m_keyRows.size(); ++index) {
-        m_keyRows[index].format->selectItemAtIndex(profile.keyFormats[index]);
-        m_keyRows[index].text->setText(profile.keyTexts[index]);
-    }
-    if (profile.transmitKey)
-        m_keyRows[*profile.transmitKey].radio->setChecked(true);
-    m_form->WPAPreSharedKey->setText(profile.WPAPreSharedKey);
-}
-
-void ProfileEditorController::setKeysShown(bool shown)
-{
-    const auto echo = shown ? QLineEdit::Normal : QLineEdit::Password;
-    m_form->WPAPreSharedKey->setEchoMode(echo);
-    for (const KeyRow& row : m_keyRows)
-        row.text->setEchoMode(echo);
+    for (std::size_t key = 0; key < profile.keyTexts.size(); ++key)
+        m_form->keyFields->setWepKey(key, profile.keyFormats[key], profile.keyTexts[key]);
+    m_form->keyFields->selectTransmitKey(profile.transmitKey);
+    m_form->keyFields->setPresharedKey(profile.WPAPreSharedKey);
 }
 
 void ProfileEditorController::GetBssidList()
 {
-    setItems(*m_form->SSID, ::GetBssidList(currentBssidList()));
+    m_form->SSID->setItemObjectValues(::GetBssidList(currentBssidList()));
 }
 
 QString ProfileEditorController::GetNextProfileName() const
@@ -281,7 +214,7 @@ void ProfileEditorController::setAuthenTypeComboText(int kind)
     const auto items = authenticationItems(kind);
     if (!items)
         return;
-    setItems(*m_form->AuthenType, *items);
+    m_form->AuthenType->setItemObjectValues(*items);
     setAuthenTypeCombo(0);
 }
 
@@ -319,9 +252,9 @@ void ProfileEditorController::OnEncryType()
 
 void ProfileEditorController::OnSelchangeAuthType()
 {
-    EncryptionList list { itemsOf(*m_form->EncryType), m_form->EncryType->indexOfSelectedItem(), selFlag };
+    EncryptionList list { m_form->EncryType->itemObjectValues(), m_form->EncryType->indexOfSelectedItem(), selFlag };
     list = encryptionListAfter(std::move(list), m_form->AuthenType->indexOfSelectedItem(), G_encryCapa);
-    setItems(*m_form->EncryType, list.items);
+    m_form->EncryType->setItemObjectValues(list.items);
     setEncryTypeCombo(list.selectedIndex);
     selFlag = list.selFlag;
     OnSelchangeEncryptionType();
@@ -329,41 +262,27 @@ void ProfileEditorController::OnSelchangeAuthType()
 
 void ProfileEditorController::OnSelchangeEncryptionType()
 {
-    const auto enabled
-        = keyFieldsEnabled(m_form->AuthenType->indexOfSelectedItem(), m_form->EncryType->indexOfSelectedItem());
-    if (enabled) {
-        m_form->WPAPreSharedKey->setEnabled(enabled->presharedKey);
-        for (const KeyRow& row : m_keyRows) {
-            row.radio->setEnabled(enabled->wepKeys);
-            row.format->setEnabled(enabled->wepKeys);
-            row.text->setEnabled(enabled->wepKeys);
-        }
-    }
-    showWhatIsMissing();
+    m_form->keyFields->enableFor(m_form->AuthenType->indexOfSelectedItem(), m_form->EncryType->indexOfSelectedItem());
 }
 
 void ProfileEditorController::OnSelRTS()
 {
-    const bool on = m_form->RtsThresholdCheck->isChecked();
-    m_form->RtsThresholdSlider->setEnabled(on);
-    m_form->RtsThresholdText->setEnabled(on);
+    m_rtsThreshold.followCheckBox();
 }
 
 void ProfileEditorController::OnRtsSlider()
 {
-    m_form->RtsThresholdText->setText(QString::number(m_form->RtsThresholdSlider->value()));
+    m_rtsThreshold.followSlider();
 }
 
 void ProfileEditorController::OnSelFrag()
 {
-    const bool on = m_form->FragThresholdCheck->isChecked();
-    m_form->FragThresholdSlider->setEnabled(on);
-    m_form->FragThresholdText->setEnabled(on);
+    m_fragThreshold.followCheckBox();
 }
 
 void ProfileEditorController::OnFragSlider()
 {
-    m_form->FragThresholdText->setText(QString::number(m_form->FragThresholdSlider->value()));
+    m_fragThreshold.followSlider();
 }
 
 ProfileControls ProfileEditorController::controls() const
@@ -383,11 +302,12 @@ ProfileControls ProfileEditorController::controls() const
     values.ssidIndex = m_form->SSID->indexOfSelectedItem();
     values.ssidItem = m_form->SSID->objectValueOfSelectedItem();
     values.TxPower = m_form->TxPower->indexOfSelectedItem();
-    for (std::size_t index = 0; index < m_keyRows.size(); ++index) {
-        const KeyRow& row = m_keyRows[index];
-        values.wepKeys[index] = { row.format->indexOfSelectedItem(), row.text->text(), row.radio->isChecked() };
+    const KeyControls keys = m_form->keyFields->keyControls(values.AuthenType, values.EncryType);
+    for (std::size_t key = 0; key < keys.wepKeys.size(); ++key) {
+        const WepKeyControls& row = keys.wepKeys[key];
+        values.wepKeys[key] = { row.formatIndex, QString::fromStdString(row.text), row.radioOn };
     }
-    values.WPAPreSharedKey = m_form->WPAPreSharedKey->text();
+    values.WPAPreSharedKey = QString::fromStdString(keys.presharedKey);
     return values;
 }
 
@@ -437,31 +357,4 @@ void ProfileEditorController::releaseRecords(int code)
 {
     records.reset();
     m_sheets.stopModalWithCode(code);
-}
-
-void ProfileEditorController::showWhatIsMissing()
-{
-    const KeyControls keys = keyControlsOf(controls());
-    const auto selected = static_cast<std::size_t>(selectedKeyIndex(keys.wepKeys));
-    for (std::size_t index = 0; index < m_keyRows.size(); ++index) {
-        const bool inUse = m_keyRows[index].text->isEnabled();
-        m_keyRows[index].hint->setText(inUse ? wepKeyHint(keys.wepKeys[index], index == selected) : QString());
-    }
-    const bool inUse = m_form->WPAPreSharedKey->isEnabled();
-    m_form->WPAPreSharedKeyHint->setText(inUse ? presharedKeyHint(keys.presharedKey) : QString());
-}
-
-void ProfileEditorController::offerChannelsUpTo(int channel)
-{
-    for (int next = m_form->Channel->numberOfItems() + 1; next <= channel; ++next)
-        m_form->Channel->addItemWithObjectValue(QString::number(next));
-}
-
-// A channel beyond those that are offered at first belongs to a network or a profile that has it already, and must not
-// be lost by opening it: the list grows as far, so that every item still stands at its number.
-void ProfileEditorController::selectChannel(int index)
-{
-    if (index < lastChannelOfAll)
-        offerChannelsUpTo(index + 1);
-    m_form->Channel->selectItemAtIndex(index);
 }

@@ -2,6 +2,7 @@
 
 #include "profiles/ProfileEditorRules.h"
 #include "profiles/ProfileEditorValues.h"
+#include "profiles/ui/ThresholdFields.h"
 #include "survey/ProfileEditorSheet.h"
 
 #include <QDialog>
@@ -12,12 +13,8 @@
 #include <optional>
 
 class AlertPanels;
-class ComboBox;
 class ModalSheets;
 class ProfileStore;
-class QLabel;
-class QLineEdit;
-class QRadioButton;
 
 namespace Ui {
 class ProfileEditor;
@@ -70,25 +67,13 @@ public:
     [[nodiscard]] bool VerifyKey();
 
 private:
-    struct KeyRow {
-        QRadioButton* radio;
-        ComboBox* format;
-        QLineEdit* text;
-        QLabel* hint;
-    };
-
     void setUpSsidField();
-    void setUpThresholds();
     void connectControls();
     void open(bool isNewData);
     void clearKeys();
-    void offerChannelsUpTo(int channel);
-    void selectChannel(int index); // nothing is selected for an index that no channel has
     void showSsid(const std::optional<SsidSelection>& selection);
     void showPowerSaving(bool powerSaving);
     void showKeys(const EditedProfile& profile);
-    void setKeysShown(bool shown);
-    void showWhatIsMissing();
     [[nodiscard]] ProfileControls controls() const;
     void releaseRecords(int code);
 
@@ -96,7 +81,8 @@ private:
     AlertPanels& m_alerts;
     ProfileStore& m_store;
     std::unique_ptr<Ui::ProfileEditor> m_form;
-    std::array<KeyRow, 4> m_keyRows {};
+    ThresholdFields m_rtsThreshold;
+    ThresholdFields m_fragThreshold;
 
     std::optional<ProfileList> records; // between an opening and its OK or Cancel
     std::int32_t selFlag { 0 }; // 1 when the last authentication choice was WPA

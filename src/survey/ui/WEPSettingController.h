@@ -4,16 +4,11 @@
 
 #include <QDialog>
 
-#include <array>
 #include <cstdint>
 #include <memory>
 
 class AlertPanels;
-class ComboBox;
 class ModalSheets;
-class QLabel;
-class QLineEdit;
-class QRadioButton;
 class SecuritySettingsReceiver;
 
 namespace Ui {
@@ -52,24 +47,14 @@ public:
     void OnCANCEL();
 
 private:
-    struct KeyRow {
-        QRadioButton* radio;
-        ComboBox* format;
-        QLineEdit* text;
-        QLabel* hint;
-    };
-
     void connectControls();
-    [[nodiscard]] KeyControls keyControls() const;
     // Shows the alert of the first rule that the keys break.
     [[nodiscard]] bool VerifyKey(const KeyControls& controls);
-    void showWhatIsMissing();
 
     ModalSheets& m_sheets;
     AlertPanels& m_alerts;
     SecuritySettingsReceiver& SiteSurvey;
     std::unique_ptr<Ui::WEPSetting> m_form;
-    std::array<KeyRow, 4> m_keyRows {};
 
     SecuritySettings m_settings; // keeps the key bytes of the last conversion
     std::int32_t selFlag { 0 }; // 1 while the authentication is WPA

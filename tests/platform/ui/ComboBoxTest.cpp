@@ -41,6 +41,17 @@ TEST(ComboBox, InsertsWhereAskedAndAtTheNearestEndOtherwise)
     EXPECT_EQ(box.itemObjectValueAtIndex(3), QString());
 }
 
+TEST(ComboBox, TakesAllItemsAtOnceAndSelectsNone)
+{
+    ComboBox box;
+    box.addItemWithObjectValue(u"gone"_qs);
+    box.selectItemAtIndex(0);
+    const std::vector<QString> texts { u"b"_qs, u"a"_qs, u"b"_qs };
+    box.setItemObjectValues(texts);
+    EXPECT_EQ(box.itemObjectValues(), texts);
+    EXPECT_EQ(box.indexOfSelectedItem(), -1);
+}
+
 TEST(ComboBox, SelectsNothingForAnIndexThatNoItemHas)
 {
     ComboBox box;

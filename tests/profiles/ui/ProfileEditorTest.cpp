@@ -416,6 +416,26 @@ TEST_F(ProfileEditorTest, KeyboardGoesThroughThePageInReadingOrder)
     EXPECT_EQ(visited, (Items { u"ProfileName"_qs, u"SSID"_qs, u"NetworkType"_qs }));
 }
 
+TEST_F(ProfileEditorTest, KeyboardGoesThroughTheKeysBetweenTheEncryptionAndTheButtons)
+{
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&editor));
+    editor.activateWindow();
+    editor.AddInit();
+    choose(combo(u"AuthenType"_qs), 1);
+    combo(u"EncryType"_qs).setFocus();
+    // Of the radio buttons, the one that is on stands for all.
+    Items expected { u"WEPKey1Radio"_qs };
+    for (int number = 1; number <= 4; ++number)
+        expected.insert(expected.end(), { u"WEPKey%1Combo"_qs.arg(number), u"WEPKey%1Text"_qs.arg(number) });
+    expected.push_back(u"showKeys"_qs);
+    Items visited;
+    while (visited.size() < expected.size()) {
+        QTest::keyClick(editor.focusWidget(), Qt::Key_Tab);
+        visited.push_back(editor.focusWidget()->objectName());
+    }
+    EXPECT_EQ(visited, expected);
+}
+
 // In a sheet of the product's own, the keys being pressed in one of the editor's fields.
 class ProfileEditorKeysTest : public testing::TestWithParam<const char*> {
 protected:

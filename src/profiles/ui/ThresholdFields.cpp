@@ -1,0 +1,45 @@
+#include "profiles/ui/ThresholdFields.h"
+
+#include "profiles/ui/ThresholdValidator.h"
+
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QSignalBlocker>
+#include <QSlider>
+
+namespace {
+
+constexpr int longestThreshold = 4; // digits
+
+} // namespace
+
+ThresholdFields::ThresholdFields(QCheckBox& check, QSlider& slider, QLineEdit& text)
+    : m_check(check)
+    , m_slider(slider)
+    , m_text(text)
+{
+}
+
+void ThresholdFields::setRange(ThresholdRange range)
+{
+    m_slider.setRange(range.least, range.most);
+    m_slider.setValue(range.most);
+    m_text.setText(QString::number(range.most));
+    m_text.setValidator(new ThresholdValidator(range, &m_text));
+    m_text.setMaximumWidth(m_text.fontMetrics().horizontalAdvance(QString(longestThreshold + 4, u'0')));
+    QObject::connect(&m_text, &QLineEdit::textChanged, &m_slider, [&slider = m_slider, range](const QString& text) {
+        const QSignalBlocker quiet(slider); // the slider would write the text anew while it is typed
+        slider.setValue(sliderValueOf(text, range));
+    });
+}
+
+void ThresholdFields::followCheckBox()
+{
+    m_slider.setEnabled(m_check.isChecked());
+    m_text.setEnabled(m_check.isChecked());
+}
+
+void ThresholdFields::followSlider()
+{
+    m_text.setText(QString::number(m_slider.value()));
+}

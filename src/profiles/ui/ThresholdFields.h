@@ -1,0 +1,23 @@
+#pragma once
+
+#include "profiles/ProfileEditorRules.h"
+
+class QCheckBox;
+class QLineEdit;
+class QSlider;
+
+// One threshold of the editor: the box that allows it to be changed, a slider, and the field whose text is what counts.
+class ThresholdFields final {
+public:
+    ThresholdFields(QCheckBox& check, QSlider& slider, QLineEdit& text);
+
+    // Starts at the largest value, which means "off". From then on the slider follows the field.
+    void setRange(ThresholdRange range);
+    void followCheckBox();
+    void followSlider();
+
+private:
+    QCheckBox& m_check;
+    QSlider& m_slider;
+    QLineEdit& m_text;
+};

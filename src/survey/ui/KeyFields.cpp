@@ -1,0 +1,145 @@
+#include "survey/ui/KeyFields.h"
+
+#include "survey/KeyHints.h"
+#include "survey/SecurityControlRules.h"
+#include "ui_KeyFields.h"
+
+namespace {
+
+constexpr int longestWepKeyText = 26; // hexadecimal digits
+constexpr int hexadecimalFormat = 0;
+
+} // namespace
+
+KeyFields::KeyFields(QWidget* parent)
+    : QWidget(parent)
+    , m_form(std::make_unique<Ui::KeyFields>())
+{
+    m_form->setupUi(this);
+    m_rows = { {
+        { m_form->WEPKey1Radio, m_form->WEPKey1Combo, m_form->WEPKey1Text, m_form->WEPKey1Hint },
+        { m_form->WEPKey2Radio, m_form->WEPKey2Combo, m_form->WEPKey2Text, m_form->WEPKey2Hint },
+        { m_form->WEPKey3Radio, m_form->WEPKey3Combo, m_form->WEPKey3Text, m_form->WEPKey3Hint },
+        { m_form->WEPKey4Radio, m_form->WEPKey4Combo, m_form->WEPKey4Text, m_form->WEPKey4Hint },
+    } };
+    keepWidths();
+    connectControls();
+}
+
+KeyFields::~KeyFields() = default;
+
+// The longest WEP key shows whole, and a sheet does not grow by what is told of a key while it is typed.
+void KeyFields::keepWidths()
+{
+    const QString longestKey(longestWepKeyText + 4, u'0');
+    const QString longestHint
+        = wepKeyHint({ .formatIndex = hexadecimalFormat, .text = "0123456789", .radioOn = true }, true);
+    for (const Row& row : m_rows) {
+        row.text->setMinimumWidth(fontMetrics().horizontalAdvance(longestKey));
+        row.hint->setMinimumWidth(fontMetrics().horizontalAdvance(longestHint));
+    }
+}
+
+void KeyFields::connectControls()
+{
+    for (const Row& row : m_rows) {
+        connect(row.text, &QLineEdit::textChanged, this, [this] { showWhatIsMissing(); });
+        connect(row.format, &ComboBox::currentIndexChanged, this, [this] { showWhatIsMissing(); });
+        connect(row.radio, &QRadioButton::toggled, this, [this] { showWhatIsMissing(); });
+    }
+    connect(m_form->WPAPreSharedKey, &QLineEdit::textChanged, this, [this] { showWhatIsMissing(); });
+    connect(m_form->showKeys, &QCheckBox::toggled, this, [this](bool shown) { setKeysShown(shown); });
+}
+
+KeyControls KeyFields::keyControls(int authenTypeIndex, int encryTypeIndex) const
+{
+    KeyControls controls;
+    controls.authenTypeIndex = authenTypeIndex;
+    controls.encryTypeIndex = encryTypeIndex;
+    for (std::size_t key = 0; key < m_rows.size(); ++key) {
+        const Row& row = m_rows[key];
+        controls.wepKeys[key]
+            = { row.format->indexOfSelectedItem(), row.text->text().toStdString(), row.radio->isChecked() };
+    }
+    controls.presharedKey = m_form->WPAPreSharedKey->text().toStdString();
+    return controls;
+}
+
+void KeyFields::enableFor(int authenTypeIndex, int encryTypeIndex)
+{
+    if (const auto enabled = keyFieldsEnabled(authenTypeIndex, encryTypeIndex)) {
+        m_form->WPAPreSharedKey->setEnabled(enabled->presharedKey);
+        for (const Row& row : m_rows) {
+            row.radio->setEnabled(enabled->wepKeys);
+            row.format->setEnabled(enabled->wepKeys);
+            row.text->setEnabled(enabled->wepKeys);
+        }
+    }
+    showWhatIsMissing();
+}
+
+void KeyFields::setWepKey(std::size_t key, int formatIndex, const QString& text)
+{
+    m_rows[key].format->selectItemAtIndex(formatIndex);
+    m_rows[key].text->setText(text);
+}
+
+void KeyFields::selectTransmitKey(std::optional<std::size_t> key)
+{
+    if (key)
+        m_rows[*key].radio->setChecked(true);
+}
+
+void KeyFields::setPresharedKey(const QString& text)
+{
+    m_form->WPAPreSharedKey->setText(text);
+}
+
+void KeyFields::selectHexadecimal()
+{
+    for (const Row& row : m_rows)
+        row.format->selectItemAtIndex(hexadecimalFormat);
+}
+
+void KeyFields::clearTexts()
+{
+    m_form->WPAPreSharedKey->clear();
+    for (const Row& row : m_rows)
+        row.text->clear();
+}
+
+void KeyFields::hideKeys()
+{
+    m_form->showKeys->setChecked(false);
+}
+
+void KeyFields::setKeysShown(bool shown)
+{
+    const auto echo = shown ? QLineEdit::Normal : QLineEdit::Password;
+    m_form->WPAPreSharedKey->setEchoMode(echo);
+    for (const Row& row : m_rows)
+        row.text->setEchoMode(echo);
+}
+
+bool KeyFields::focusFirstKey()
+{
+    QLineEdit* field = m_form->WPAPreSharedKey;
+    if (!field->isEnabled())
+        field = m_rows[static_cast<std::size_t>(selectedKeyIndex(keyControls(0, 0).wepKeys))].text;
+    if (!field->isEnabled())
+        return false;
+    field->setFocus();
+    return true;
+}
+
+void KeyFields::showWhatIsMissing()
+{
+    const KeyControls keys = keyControls(0, 0); // a hint does not ask which keys are in use
+    const auto selected = static_cast<std::size_t>(selectedKeyIndex(keys.wepKeys));
+    for (std::size_t key = 0; key < m_rows.size(); ++key) {
+        const bool inUse = m_rows[key].text->isEnabled();
+        m_rows[key].hint->setText(inUse ? wepKeyHint(keys.wepKeys[key], key == selected) : QString());
+    }
+    const bool inUse = m_form->WPAPreSharedKey->isEnabled();
+    m_form->WPAPreSharedKeyHint->setText(inUse ? presharedKeyHint(keys.presharedKey) : QString());
+}

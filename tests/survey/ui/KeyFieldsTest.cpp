@@ -1,0 +1,126 @@
+#include "survey/ui/KeyFields.h"
+
+#include "platform/ui/ComboBox.h"
+
+#include <QCheckBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QRadioButton>
+#include <QTest>
+#include <gtest/gtest.h>
+
+namespace {
+
+constexpr int openAuthentication = 0;
+constexpr int wpa = 2;
+constexpr int none = 0;
+constexpr int wep = 1;
+
+class KeyFieldsTest : public testing::Test {
+protected:
+    KeyFieldsTest()
+    {
+        fields.selectHexadecimal();
+        fields.show();
+    }
+
+    template <typename Widget> Widget& control(const QString& name) { return *fields.findChild<Widget*>(name); }
+    QLineEdit& keyText(int number) { return control<QLineEdit>(u"WEPKey%1Text"_qs.arg(number)); }
+    QString hint(int number) { return control<QLabel>(u"WEPKey%1Hint"_qs.arg(number)).text(); }
+    QLineEdit& presharedKey() { return control<QLineEdit>(u"WPAPreSharedKey"_qs); }
+    QString presharedKeyHint() { return control<QLabel>(u"WPAPreSharedKeyHint"_qs).text(); }
+
+    KeyFields fields;
+};
+
+TEST_F(KeyFieldsTest, GivesBackWhatWasTypedWithTheChoicesItBelongsTo)
+{
+    fields.enableFor(openAuthentication, wep);
+    QTest::keyClicks(&keyText(3), u"abcdefABCD"_qs);
+    QTest::keyClick(&control<ComboBox>(u"WEPKey4Combo"_qs), Qt::Key_Down);
+    QTest::mouseClick(&control<QRadioButton>(u"WEPKey3Radio"_qs), Qt::LeftButton, {}, { 8, 8 });
+    const KeyControls keys = fields.keyControls(openAuthentication, wep);
+    EXPECT_EQ(keys.authenTypeIndex, openAuthentication);
+    EXPECT_EQ(keys.encryTypeIndex, wep);
+    EXPECT_EQ(keys.wepKeys[2].text, "abcdefABCD");
+    EXPECT_TRUE(keys.wepKeys[2].radioOn);
+    EXPECT_FALSE(keys.wepKeys[0].radioOn);
+    EXPECT_EQ(keys.wepKeys[2].formatIndex, 0);
+    EXPECT_EQ(keys.wepKeys[3].formatIndex, 1);
+    EXPECT_EQ(keys.wepKeys[0].text, "");
+    EXPECT_EQ(keys.presharedKey, "");
+}
+
+TEST_F(KeyFieldsTest, ShowsAStoredSetOfKeys)
+{
+    fields.setWepKey(1, 1, u"abcde"_qs);
+    fields.selectTransmitKey(1);
+    fields.selectTransmitKey(std::nullopt); // stays
+    fields.setPresharedKey(u"north by northwest"_qs);
+    const KeyControls keys = fields.keyControls(wpa, none);
+    EXPECT_EQ(keys.wepKeys[1].formatIndex, 1);
+    EXPECT_EQ(keys.wepKeys[1].text, "abcde");
+    EXPECT_TRUE(keys.wepKeys[1].radioOn);
+    EXPECT_EQ(keys.presharedKey, "north by northwest");
+    fields.clearTexts();
+    fields.selectHexadecimal();
+    const KeyControls cleared = fields.keyControls(wpa, none);
+    EXPECT_EQ(cleared.wepKeys[1].formatIndex, 0);
+    EXPECT_EQ(cleared.wepKeys[1].text, "");
+    EXPECT_TRUE(cleared.wepKeys[1].radioOn);
+    EXPECT_EQ(cleared.presharedKey, "");
+}
+
+TEST_F(KeyFieldsTest, EnablesWhatTheChoicesUseAndTellsOfNothingElse)
+{
+    fields.enableFor(openAuthentication, wep);
+    EXPECT_TRUE(keyText(1).isEnabled());
+    EXPECT_FALSE(presharedKey().isEnabled());
+    EXPECT_NE(hint(1), QString());
+    EXPECT_EQ(presharedKeyHint(), QString());
+    fields.enableFor(wpa, none);
+    EXPECT_FALSE(keyText(1).isEnabled());
+    EXPECT_TRUE(presharedKey().isEnabled());
+    EXPECT_EQ(hint(1), QString());
+    EXPECT_NE(presharedKeyHint(), QString());
+    fields.enableFor(-1, none); // leaves them as they are
+    EXPECT_TRUE(presharedKey().isEnabled());
+}
+
+TEST_F(KeyFieldsTest, KeysAreReadableWhileThatIsAskedFor)
+{
+    EXPECT_EQ(keyText(2).echoMode(), QLineEdit::Password);
+    QTest::keyClick(&control<QCheckBox>(u"showKeys"_qs), Qt::Key_Space);
+    EXPECT_EQ(keyText(2).echoMode(), QLineEdit::Normal);
+    EXPECT_EQ(presharedKey().echoMode(), QLineEdit::Normal);
+    fields.hideKeys();
+    EXPECT_EQ(keyText(2).echoMode(), QLineEdit::Password);
+    EXPECT_EQ(presharedKey().echoMode(), QLineEdit::Password);
+}
+
+TEST_F(KeyFieldsTest, TheKeyboardGoesWhereSomethingHasToBeTyped)
+{
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&fields));
+    fields.activateWindow();
+    fields.enableFor(openAuthentication, none);
+    EXPECT_FALSE(fields.focusFirstKey());
+    fields.enableFor(openAuthentication, wep);
+    fields.selectTransmitKey(2);
+    EXPECT_TRUE(fields.focusFirstKey());
+    EXPECT_EQ(fields.focusWidget(), &keyText(3));
+    fields.enableFor(wpa, none);
+    EXPECT_TRUE(fields.focusFirstKey());
+    EXPECT_EQ(fields.focusWidget(), &presharedKey());
+}
+
+TEST_F(KeyFieldsTest, HoldsTheirWidthWhateverIsToldOfAKey)
+{
+    fields.enableFor(openAuthentication, wep);
+    const int width = fields.minimumSizeHint().width();
+    for (const QString& text : { u"0"_qs, u"0123456789"_qs, QString(40, u'x') }) {
+        keyText(1).setText(text);
+        EXPECT_EQ(fields.minimumSizeHint().width(), width) << text.toStdString();
+    }
+}
+
+} // namespace
