@@ -2,19 +2,15 @@
 
 #include "app/shared/Identity.h"
 #include "platform/AtomicFile.h"
-#include "platform/FileDescriptor.h"
 #include "platform/PropertyListFile.h"
+#include "platform/SettingsLeftovers.h"
 
-#include <QDir>
-#include <QFile>
+#include <QFileDevice>
 #include <QFileInfo>
 #include <QLatin1String>
-#include <QLockFile>
 
 #include <algorithm>
 
-#include <fcntl.h>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -39,21 +35,6 @@ bool readArrays(QIODevice& device, QSettings::SettingsMap& arrays)
     return true;
 }
 
-QByteArray markName(const QString& settingsPath)
-{
-    return QFile::encodeName(linkTarget(settingsPath) + QStringLiteral(".being-written"));
-}
-
-// The file that is being written has a random name, which a person's file could have as well. A second, fixed one lets
-// it be told when it was left behind.
-void markSecondFile(const QFileDevice& file)
-{
-    const QByteArray name = markName(file.fileName());
-    const QByteArray open = "/proc/self/fd/" + QByteArray::number(file.handle());
-    (void)::unlink(name.constData());
-    (void)::linkat(AT_FDCWD, open.constData(), AT_FDCWD, name.constData(), AT_SYMLINK_FOLLOW);
-}
-
 // Puts the content on the disk before the settings give the file its name, which they would do even where the disk
 // has no room for what they still hold back.
 bool writeArrays(QIODevice& device, const QSettings::SettingsMap& arrays)
@@ -65,7 +46,7 @@ bool writeArrays(QIODevice& device, const QSettings::SettingsMap& arrays)
     auto* file = qobject_cast<QFileDevice*>(&device);
     if (!file)
         return false;
-    markSecondFile(*file);
+    markTemporaryFile(*file);
     return file->write(bytes) == bytes.size() && file->flush() && ::fsync(file->handle()) == 0;
 }
 
@@ -83,16 +64,6 @@ QString domainPath()
         .fileName();
 }
 
-// A process that ended while it saved leaves the settings' lock behind, and if it had not yet written its number into
-// it, they would wait for half a minute. One that lives holds the lock natively.
-void removeAbandonedLock(const QString& settingsPath)
-{
-    const QByteArray name = QFile::encodeName(settingsPath + QStringLiteral(".lock"));
-    const FileDescriptor lock(::open(name.constData(), O_RDWR | O_CLOEXEC));
-    if (lock && ::flock(lock.get(), LOCK_EX | LOCK_NB) == 0)
-        (void)::unlink(name.constData());
-}
-
 // Whether the settings hold all that is in the file.
 bool isReadAsAWhole(const QString& settingsPath)
 {
@@ -101,37 +72,6 @@ bool isReadAsAWhole(const QString& settingsPath)
     return tree && std::all_of(tree->begin(), tree->end(), [](const PropertyEntry& entry) {
         return areDictionariesOfTexts(entry.value);
     });
-}
-
-bool isRandomPart(QStringView text)
-{
-    constexpr qsizetype letters = 6; // of an alphabet of both cases
-    const auto isLetter = [](QChar each) { return (each >= u'a' && each <= u'z') || (each >= u'A' && each <= u'Z'); };
-    return text.size() == letters && std::all_of(text.begin(), text.end(), isLetter);
-}
-
-// Removes what a process left beside the settings that ended while it saved: the file with the mark, and one that is
-// empty because its process ended even before that. Where another process is saving, nothing is left behind.
-void removeLeftovers(const QString& settingsPath)
-{
-    QLockFile lock(settingsPath + QStringLiteral(".lock"));
-    if (!lock.tryLock(0))
-        return;
-    const QByteArray mark = markName(settingsPath);
-    struct stat marked { };
-    const bool isMarked = ::lstat(mark.constData(), &marked) == 0;
-    const QFileInfo settings(linkTarget(settingsPath));
-    const QString start = settings.fileName() + u'.';
-    for (const QString& name : settings.dir().entryList(QDir::Files | QDir::Hidden | QDir::NoSymLinks)) {
-        if (!name.startsWith(start) || !isRandomPart(QStringView(name).sliced(start.size())))
-            continue;
-        const QByteArray path = QFile::encodeName(settings.dir().filePath(name));
-        struct stat status { };
-        if (::lstat(path.constData(), &status) == 0
-            && (status.st_size == 0 || (isMarked && status.st_dev == marked.st_dev && status.st_ino == marked.st_ino)))
-            (void)::unlink(path.constData());
-    }
-    (void)::unlink(mark.constData());
 }
 
 // What is made in between is private from the moment that it exists.
@@ -186,9 +126,9 @@ void SettingsUserDefaults::synchronize()
         return;
     const PrivateFilesOnly privateFilesOnly;
     removeAbandonedLock(path());
-    removeLeftovers(path());
+    removeTemporaryFiles(path());
     m_settings.sync();
-    removeLeftovers(path());
+    removeTemporaryFiles(path());
     syncFolder(QFileInfo(path()).absolutePath());
 }
 
