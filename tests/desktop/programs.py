@@ -1,5 +1,6 @@
 """The simulator and the utility as processes, and what a driver's other client can ask of the simulated card."""
 
+import contextlib
 import json
 import os
 import pathlib
@@ -18,6 +19,16 @@ def wait_until(what, question, seconds=20.0):
             return answer
         assert time.monotonic() < deadline, f"not within {seconds:.0f} s: {what}"
         time.sleep(0.1)
+
+
+def holds_within(seconds, question):
+    """Whether the answer is true before the time is up."""
+    deadline = time.monotonic() + seconds
+    while not question():
+        if time.monotonic() >= deadline:
+            return False
+        time.sleep(0.1)
+    return True
 
 
 class Simulator:
@@ -41,9 +52,24 @@ class Simulator:
         """Every request so far, oldest first; a line that is still being written is left out."""
         return [json.loads(line) for line in self.record.read_text().splitlines(keepends=True) if line.endswith("\n")]
 
-    def calls(self):
-        """The structure calls so far as (name, whether it is a set)."""
-        return [(request["name"], request["set"]) for request in self.requests() if request["kind"] == "structure"]
+    def structure_calls(self, start=0):
+        """The structure calls from this one on; from the first one, where none is told."""
+        return [request for request in self.requests() if request["kind"] == "structure"][start:]
+
+    def calls(self, start=0):
+        """The same as (name, whether it is a set)."""
+        return [(request["name"], request["set"]) for request in self.structure_calls(start)]
+
+    def input_of(self, name, start=0):
+        """The bytes of the newest set of this name, as hexadecimal digits; None where there was none."""
+        inputs = [request["input"] for request in self.structure_calls(start)
+                  if request["set"] and request["name"] == name]
+        return inputs[-1] if inputs else None
+
+    def link(self):
+        """The name of the network that the card is associated with; None without a link."""
+        association = self.status()["association"]
+        return association["ssid"] if association["state"] == "up" else None
 
     def end(self):
         self._process.terminate()
@@ -58,20 +84,33 @@ class Simulator:
 class Utility:
     """The program under test."""
 
+    _front = None
+
     def __init__(self, folder, **environment):
         self.process = subprocess.Popen(
             [pathlib.Path(folder) / "vantrel"], env={**os.environ, **environment},
             stdout=subprocess.DEVNULL, stderr=subprocess.PIPE, text=True)
-        self.window = wait_until("a window opens", self._find_window)
+        self.window = wait_until("a window opens", lambda: self._find_window("Vantrel"))
 
-    def _find_window(self):
+    def _find_window(self, title):
         assert self.process.poll() is None, f"the program ended: {self.process.stderr.read()}"
-        found = subprocess.run(["xdotool", "search", "--onlyvisible", "--name", "^Vantrel$"],
+        found = subprocess.run(["xdotool", "search", "--onlyvisible", "--name", f"^{title}$"],
                                stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True).stdout.split()
         return found[0] if found else None
 
     def press(self, *keys):
-        subprocess.run(["xdotool", "windowactivate", "--sync", self.window, "key", "--clearmodifiers", *keys], check=True)
+        """Keys for the main window, or for the sheet that is open over it."""
+        subprocess.run(["xdotool", "windowactivate", "--sync", self._front or self.window,
+                        "key", "--clearmodifiers", *keys], check=True)
+
+    @contextlib.contextmanager
+    def sheet(self, title, *opening):
+        """The keys open the sheet; what is pressed and typed inside goes to it, and is to close it."""
+        self.press(*opening)
+        self._front = wait_until(f"the sheet {title!r} opens", lambda: self._find_window(title))
+        yield
+        wait_until(f"the sheet {title!r} closes", lambda: not self._find_window(title))
+        self._front = None
 
     def type(self, text):
         subprocess.run(["xdotool", "type", "--clearmodifiers", "--delay", "50", text], check=True)

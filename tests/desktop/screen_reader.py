@@ -57,6 +57,31 @@ def find(top, role, name):
     return None
 
 
+def labelled(top, caption):
+    """The item that the label with this text belongs to."""
+    for item in visible(top):
+        for relation in item.get_relation_set():
+            if relation.get_relation_type() == Atspi.RelationType.LABELLED_BY:
+                if any(relation.get_target(index).get_name() == caption for index in range(relation.get_n_targets())):
+                    return item
+    return None
+
+
+def can_be_used(item):
+    return item.get_state_set().contains(Atspi.StateType.ENABLED)
+
+
+def is_checked(item):
+    return item.get_state_set().contains(Atspi.StateType.CHECKED)
+
+
+def operate(button):
+    """Presses a button that has no key of its own."""
+    action = button.get_action_iface()
+    names = [action.get_action_name(index) for index in range(action.get_n_actions())]
+    assert action.do_action(names.index("Press")), names
+
+
 def describe(item):
     return f"{item.get_role_name()} {item.get_name()!r}"
 
@@ -87,6 +112,10 @@ def rows(table):
     grid = table.get_table_iface()
     return [[grid.get_accessible_at(row, column).get_name() for column in range(grid.get_n_columns())]
             for row in range(grid.get_n_rows())]
+
+
+def selected_rows(table):
+    return list(table.get_table_iface().get_selected_rows())
 
 
 def headings(table):

@@ -1,12 +1,11 @@
-"""The program against the simulator, seen through the accessibility bus and operated with keys. Each step is a claim;
-the first one that does not hold ends the test."""
+"""The window as a whole: the card that comes and goes, the networks in range, joining one, the link."""
 
 import sys
 
 import screen_reader as reader
-from programs import Simulator, Utility, wait_until
+import session
+from programs import wait_until
 
-FOLDER = sys.argv[1]
 TABS = ["Site Survey", "Profiles", "Link Status", "Statistics", "Advanced Settings", "About"]
 KEYS = ["alt+s", "alt+p", "alt+l", "alt+t", "alt+v", "alt+u"]
 LIST = "Networks in range"
@@ -79,8 +78,7 @@ def says_that_there_is_no_link(top, simulator, utility):
 
 def joins_the_network_that_is_chosen_with_the_keyboard(top, simulator, utility):
     network = next(network for network in simulator.status()["networks"] if network["ssid"] == NETWORK)
-    utility.press("alt+n", "Home", "Right")
-    utility.type(NETWORK.split()[0])
+    session.choose_network(top, utility, NETWORK)
     utility.press("Return")
     wait_until("the card is associated", lambda: simulator.status()["association"].get("bssid") == network["bssid"])
 
@@ -169,22 +167,5 @@ STEPS = [
 ]
 
 
-def main():
-    simulator = Simulator(FOLDER)
-    utility = Utility(FOLDER, QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1")
-    try:
-        top = wait_until("the program is on the accessibility bus", reader.application)
-        for step in STEPS:
-            step(top, simulator, utility)
-            print("the program", step.__name__.replace("_", " "), flush=True)
-        simulator.end()
-    finally:
-        utility.end()
-        simulator.kill()
-    errors = utility.process.stderr.read()
-    assert "ASSERT" not in errors and "Invalid parameter" not in errors, errors
-    return 0
-
-
 if __name__ == "__main__":
-    sys.exit(main())
+    sys.exit(session.run(STEPS))
