@@ -127,6 +127,16 @@ QString textUpToZero(std::span<const std::byte> bytes)
     return textFromBytes(bytes.first(static_cast<std::size_t>(zero - bytes.begin())));
 }
 
+QString shownText(const QString& text)
+{
+    QString shown = text;
+    for (QChar& character : shown) {
+        if (character.category() == QChar::Other_PrivateUse)
+            character = QChar::ReplacementCharacter;
+    }
+    return shown;
+}
+
 QByteArray bytesFromText(QStringView text)
 {
     QByteArray bytes;

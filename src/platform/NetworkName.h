@@ -23,6 +23,10 @@
 // The bytes up to the first zero, or all of them.
 [[nodiscard]] QString textUpToZero(std::span<const std::byte> bytes);
 
+// The text as it is meant to be read: a byte that has no character of its own is U+FFFD here, so that this text no
+// longer stands for the name. Any text may be given, also one that a name is part of.
+[[nodiscard]] QString shownText(const QString& text);
+
 // The bytes that a text stands for, of any text: also one that was typed. An unpaired surrogate, which is
 // no character, becomes a question mark.
 [[nodiscard]] QByteArray bytesFromText(QStringView text);

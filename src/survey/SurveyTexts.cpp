@@ -28,14 +28,7 @@ QString emptyListText(const SurveyState& state)
 
 QString shownNetworkName(const QString& text)
 {
-    if (text.isEmpty())
-        return tr("(hidden)");
-    QString shown = text;
-    for (QChar& character : shown) {
-        if (character.category() == QChar::Other_PrivateUse)
-            character = QChar::ReplacementCharacter;
-    }
-    return shown;
+    return text.isEmpty() ? tr("(hidden)") : shownText(text);
 }
 
 QString networkNameToolTip(const QString& text)

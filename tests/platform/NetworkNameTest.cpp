@@ -169,6 +169,14 @@ TEST(NetworkName, TakesTypedTextForWhatItSays)
     EXPECT_EQ(bytesFromText(QStringView(unpaired, 4)), QByteArray("a?b?"));
 }
 
+TEST(NetworkName, ShowsAReplacementForBytesThatHaveNoCharacter)
+{
+    EXPECT_EQ(shownText(u"café 中 😀"_qs), u"café 中 😀"_qs);
+    EXPECT_EQ(shownText(textFromBytes(bytes({ 'a', 0xFF, 'b', '\n' }))), u"a�b�"_qs);
+    EXPECT_EQ(shownText(u"Connected to "_qs + raw({ 0x80 }) + u"."_qs), u"Connected to �."_qs);
+    EXPECT_EQ(shownText(QString()), QString());
+}
+
 TEST(NetworkName, EndsAtTheFirstZeroWithinItsBounds)
 {
     const auto span = [](const QByteArray& name) {

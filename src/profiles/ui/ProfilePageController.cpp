@@ -6,11 +6,13 @@
 #include "platform/RunLoop.h"
 #include "platform/ui/Images.h"
 #include "platform/ui/ModalSheets.h"
+#include "platform/ui/NetworkNameDelegate.h"
 #include "profiles/ProfileConnection.h"
 #include "profiles/ProfileRows.h"
 #include "profiles/ProfileStore.h"
 #include "survey/ConnectionQueue.h"
 #include "survey/ProfileData.h"
+#include "survey/SurveyTexts.h"
 #include "ui_ProfilePage.h"
 
 #include <QShortcut>
@@ -19,6 +21,7 @@
 
 namespace {
 
+const QString ssidColumn = QStringLiteral("SSID");
 constexpr char className[] = "ProfilePageController";
 constexpr std::chrono::milliseconds timerInterval { 2000 };
 
@@ -31,7 +34,7 @@ std::vector<TableColumn> columns()
     return {
         { u"pi"_qs, {}, Kind::Image, tr("The profile activated last, checked while it is connected"), tr("Activated") },
         { u"Profile"_qs, tr("Profile"), Kind::Text, tr("Name of the profile"), {}, editable },
-        { u"SSID"_qs, tr("SSID"), Kind::Text, tr("Network name"), {}, editable },
+        { ssidColumn, tr("SSID"), Kind::Text, tr("Network name"), {}, editable },
         { u"Channel"_qs, tr("Channel"), Kind::Text, tr("Radio channel"), {}, editable },
         { u"AuthenType"_qs, tr("Authentication"), Kind::Text, tr("How the network admits a station"), {}, editable },
         { u"Encryption"_qs, tr("Encryption"), Kind::Text, tr("How the network protects its data"), {}, editable },
@@ -64,6 +67,7 @@ ProfilePageController::~ProfilePageController()
 void ProfilePageController::setUpTable()
 {
     m_form->profileList->setTableColumns(columns());
+    m_form->profileList->setDelegateForTableColumn(ssidColumn, new NetworkNameDelegate({}, m_form->profileList));
     m_form->profileList->setDataSource(this);
     reloadData();
 }
@@ -221,4 +225,12 @@ void ProfilePageController::setObjectValue(const QVariant& value, QStringView id
 {
     profileData[static_cast<std::size_t>(row)].setValue(identifier, value.toString());
     m_store.saveRecords(records);
+}
+
+QString ProfilePageController::toolTipForTableColumn(QStringView identifier, int row) const
+{
+    const bool known = row >= 0 && row < numberOfRowsInTableView(); // the table may be older than the rows
+    const QString name
+        = known && identifier == ssidColumn ? profileData[static_cast<std::size_t>(row)].value(identifier) : QString();
+    return name.isEmpty() ? QString() : networkNameToolTip(name);
 }

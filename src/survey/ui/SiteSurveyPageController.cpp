@@ -9,13 +9,13 @@
 #include "platform/RunLoop.h"
 #include "platform/ui/Images.h"
 #include "platform/ui/ModalSheets.h"
+#include "platform/ui/NetworkNameDelegate.h"
 #include "survey/AccessPointRows.h"
 #include "survey/NetworkSecurity.h"
 #include "survey/ProfileData.h"
 #include "survey/ProfileEditorSheet.h"
 #include "survey/ProfileProposal.h"
 #include "survey/SurveyTexts.h"
-#include "survey/ui/NetworkNameDelegate.h"
 #include "survey/ui/SignalBarsDelegate.h"
 #include "ui_SiteSurveyPage.h"
 
@@ -74,7 +74,7 @@ void SiteSurveyPageController::setUpTable()
 {
     TableView& list = *m_form->ApList;
     list.setTableColumns(columns());
-    list.setDelegateForTableColumn(u"ssid", new NetworkNameDelegate(&list));
+    list.setDelegateForTableColumn(u"ssid", new NetworkNameDelegate(shownNetworkName(QString()), &list));
     list.setDelegateForTableColumn(u"signal", new SignalBarsDelegate(&list));
     list.setDataSource(this);
     // Nobody tells the page of a card that was found before its first search is over; the window is painted meanwhile.
@@ -279,7 +279,7 @@ void SiteSurveyPageController::queueAndFollow(std::unique_ptr<PROFILE_DATA> reco
 
 void SiteSurveyPageController::UpdateConnectStatus(const QString& text)
 {
-    m_form->ConnectStatus->setText(text);
+    m_form->ConnectStatus->setText(shownText(text));
 }
 
 void SiteSurveyPageController::DoTask()

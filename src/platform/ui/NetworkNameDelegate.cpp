@@ -1,14 +1,21 @@
-#include "survey/ui/NetworkNameDelegate.h"
+#include "platform/ui/NetworkNameDelegate.h"
 
-#include "survey/SurveyTexts.h"
+#include "platform/NetworkName.h"
+
+NetworkNameDelegate::NetworkNameDelegate(const QString& wordForNone, QObject* parent)
+    : QStyledItemDelegate(parent)
+    , m_wordForNone(wordForNone)
+{
+}
 
 void NetworkNameDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const
 {
     QStyledItemDelegate::initStyleOption(option, index);
-    const bool hidden = option->text.isEmpty();
-    option->text = shownNetworkName(option->text);
-    if (!hidden)
+    if (!option->text.isEmpty()) {
+        option->text = shownText(option->text);
         return;
+    }
+    option->text = m_wordForNone;
     option->features |= QStyleOptionViewItem::HasDisplay;
     option->font.setItalic(true);
     option->palette.setBrush(QPalette::Text, option->palette.brush(QPalette::PlaceholderText));
