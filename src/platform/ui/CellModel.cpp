@@ -4,6 +4,7 @@
 
 #include <QPixmap>
 
+#include <algorithm>
 #include <limits>
 #include <utility>
 
@@ -27,6 +28,13 @@ int CellModel::columnOf(QStringView identifier) const
             return static_cast<int>(column);
     }
     return -1;
+}
+
+int CellModel::firstTextColumn() const
+{
+    const auto isText = [](const TableColumn& column) { return column.kind == TableColumn::Kind::Text; };
+    const auto first = std::find_if(m_columns.begin(), m_columns.end(), isText);
+    return first == m_columns.end() ? 0 : static_cast<int>(first - m_columns.begin());
 }
 
 int CellModel::availableRows() const

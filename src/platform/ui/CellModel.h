@@ -34,6 +34,7 @@ public:
     void setDataSource(TableDataSource* source);
     // -1 when no column has this identifier.
     [[nodiscard]] int columnOf(QStringView identifier) const;
+    [[nodiscard]] int firstTextColumn() const; // 0 when there is none
     // Rows that the source has now.
     [[nodiscard]] int availableRows() const;
     // Characters of a cell's text.

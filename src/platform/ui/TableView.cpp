@@ -15,6 +15,23 @@ namespace {
 // them are measured, none shorter than three quarters of the longest.
 constexpr int measuredCells = 12;
 
+bool movesThroughTheTable(int key)
+{
+    switch (key) {
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+    case Qt::Key_Left:
+    case Qt::Key_Right:
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown:
+    case Qt::Key_Home:
+    case Qt::Key_End:
+        return true;
+    default:
+        return false;
+    }
+}
+
 } // namespace
 
 TableView::TableView(QWidget* parent)
@@ -164,7 +181,47 @@ void TableView::keyPressEvent(QKeyEvent* event)
         m_doubleAction();
         return;
     }
-    QTableView::keyPressEvent(event);
+    if (state() == EditingState || !movesThroughTheTable(event->key())) {
+        QTableView::keyPressEvent(event);
+        return;
+    }
+    // When the keyboard comes to the table, its first cell becomes current without being selected; a first step down
+    // must not pass over that row, and a way to where the cell already is selects it too.
+    const bool step = event->key() == Qt::Key_Up || event->key() == Qt::Key_Down;
+    if (!step || selectedRow() >= 0 || !currentIndex().isValid())
+        QTableView::keyPressEvent(event);
+    if (selectedRow() < 0 && currentIndex().isValid())
+        setCurrentIndex(currentIndex()); // selects its row
+}
+
+// Home and End go to the first and the last row, as in a list, and stay in their column; with Ctrl to the first and the
+// last cell.
+QModelIndex TableView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)
+{
+    const int rows = model()->rowCount();
+    if (rows == 0 || (action != MoveHome && action != MoveEnd))
+        return QTableView::moveCursor(action, modifiers);
+    const QHeaderView& header = *horizontalHeader();
+    const int row = action == MoveHome ? 0 : rows - 1;
+    if ((modifiers & Qt::ControlModifier) != 0)
+        return model()->index(row, header.logicalIndex(action == MoveHome ? 0 : header.count() - 1));
+    return model()->index(row, std::max(currentIndex().column(), 0));
+}
+
+void TableView::keyboardSearch(const QString& search)
+{
+    const QModelIndex before = currentIndex();
+    const int lastRow = model()->rowCount() - 1;
+    if (lastRow < 0)
+        return;
+    // The search goes on behind the current row, and round to the first one, in the current column.
+    const int row = selectedRow() >= 0 && before.isValid() ? before.row() : lastRow;
+    setAutoScroll(false); // nothing was found yet
+    selectionModel()->setCurrentIndex(model()->index(row, m_cells.firstTextColumn()), QItemSelectionModel::NoUpdate);
+    setAutoScroll(true);
+    QTableView::keyboardSearch(search);
+    if (selectedRow() < 0)
+        selectionModel()->setCurrentIndex(before, QItemSelectionModel::NoUpdate);
 }
 
 void TableView::paintEvent(QPaintEvent* event)

@@ -10,7 +10,8 @@
 #include <vector>
 
 // A table over a data source. Rows are spoken of by the source's numbers, whatever the sorting: a click on a header
-// sorts up, a second one down, a third one restores the source's order. One row or none is selected.
+// sorts up, a second one down, a third one restores the source's order. One row or none is selected; a key that moves
+// through the table selects the row that it comes to, and what is typed is looked for among the first texts of the rows.
 class TableView : public QTableView {
     Q_OBJECT
 
@@ -30,6 +31,7 @@ public:
     [[nodiscard]] int selectedRow() const; // -1 when no row is selected
     void selectRowNumber(int row); // a row that is not there deselects
     void deselectAll();
+    void keyboardSearch(const QString& search) override;
 
     // Called for a double click on a row, and for Return or Enter on the selected one; that row is selected by then.
     void setDoubleAction(std::function<void()> action);
@@ -43,6 +45,7 @@ public:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
     void paintEvent(QPaintEvent* event) override;
     void changeEvent(QEvent* event) override;
 

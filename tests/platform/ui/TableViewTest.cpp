@@ -4,6 +4,7 @@
 
 #include <QAccessible>
 #include <QHeaderView>
+#include <QLineEdit>
 #include <QSignalSpy>
 #include <QTest>
 #include <gtest/gtest.h>
@@ -374,6 +375,130 @@ TEST_F(TableViewTest, KeepsItsWidthsWhileItIsEmptyAndThoseTheUserChose)
 TEST_F(TableViewTest, LeavesTheTabKeyToTheWindow)
 {
     EXPECT_FALSE(table.tabKeyNavigation());
+}
+
+// The keyboard comes to the table, and nothing is selected yet.
+class TableViewKeyboardTest : public TableViewTest {
+protected:
+    TableViewKeyboardTest()
+    {
+        table.reloadData();
+        show();
+        table.setFocus();
+    }
+
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) { QTest::keyClick(&table, key, modifiers); }
+};
+
+TEST_F(TableViewKeyboardTest, ComingToTheTableSelectsNothing)
+{
+    ASSERT_TRUE(table.hasFocus());
+    EXPECT_EQ(table.selectedRow(), -1);
+}
+
+TEST_F(TableViewKeyboardTest, HomeAndEndSelectTheFirstAndTheLastRow)
+{
+    press(Qt::Key_Home);
+    EXPECT_EQ(table.selectedRow(), 0);
+    press(Qt::Key_End);
+    EXPECT_EQ(table.selectedRow(), 2);
+    press(Qt::Key_Home);
+    EXPECT_EQ(table.selectedRow(), 0);
+    table.deselectAll();
+    press(Qt::Key_End);
+    EXPECT_EQ(table.selectedRow(), 2);
+    table.deselectAll();
+    press(Qt::Key_End, Qt::ControlModifier);
+    EXPECT_EQ(table.selectedRow(), 2);
+    table.deselectAll();
+    press(Qt::Key_Home, Qt::ControlModifier);
+    EXPECT_EQ(table.selectedRow(), 0);
+}
+
+TEST_F(TableViewKeyboardTest, HomeAndEndStayInTheirColumnUnlessTheyGoToTheCorners)
+{
+    press(Qt::Key_Home);
+    press(Qt::Key_Right);
+    press(Qt::Key_End);
+    EXPECT_EQ(table.currentIndex(), table.model()->index(2, 1));
+    press(Qt::Key_Home);
+    EXPECT_EQ(table.currentIndex(), table.model()->index(0, 1));
+    press(Qt::Key_End, Qt::ControlModifier);
+    EXPECT_EQ(table.currentIndex(), table.model()->index(2, 2));
+    press(Qt::Key_Home, Qt::ControlModifier);
+    EXPECT_EQ(table.currentIndex(), table.model()->index(0, 0));
+}
+
+TEST_F(TableViewKeyboardTest, AnyFirstMoveSelectsARowAndPassesOverNone)
+{
+    for (const Qt::Key key : { Qt::Key_Down, Qt::Key_Up, Qt::Key_Left, Qt::Key_Right, Qt::Key_PageUp, Qt::Key_Home }) {
+        table.selectionModel()->setCurrentIndex(table.model()->index(0, 0), QItemSelectionModel::Clear);
+        press(key);
+        EXPECT_EQ(table.selectedRow(), 0) << key;
+    }
+    press(Qt::Key_Down);
+    EXPECT_EQ(table.selectedRow(), 1);
+}
+
+TEST_F(TableViewKeyboardTest, MovesInTheOrderThatIsShown)
+{
+    table.sortByColumn(2, Qt::DescendingOrder); // 100, 20, 9
+    press(Qt::Key_Home);
+    EXPECT_EQ(table.selectedRow(), 1);
+    press(Qt::Key_End);
+    EXPECT_EQ(table.selectedRow(), 0);
+}
+
+TEST_F(TableViewKeyboardTest, AFirstMoveAfterTheSelectionWasTakenAwayStartsAtTheTop)
+{
+    press(Qt::Key_End);
+    table.reloadData();
+    EXPECT_EQ(table.selectedRow(), 2);
+    table.deselectAll();
+    table.reloadData();
+    EXPECT_EQ(table.selectedRow(), -1);
+    press(Qt::Key_Down);
+    EXPECT_EQ(table.selectedRow(), 0);
+}
+
+TEST_F(TableViewKeyboardTest, DoesNothingInAnEmptyTable)
+{
+    source.rows.clear();
+    table.reloadData();
+    for (const Qt::Key key : { Qt::Key_Home, Qt::Key_End, Qt::Key_Down, Qt::Key_A })
+        press(key);
+    EXPECT_EQ(table.selectedRow(), -1);
+}
+
+TEST_F(TableViewKeyboardTest, TypingFindsANameWhateverCellIsCurrent)
+{
+    source.rows.push_back({ u"dome"_qs, u"alpha"_qs });
+    table.reloadData();
+    QTest::keyClicks(&table, u"d"_qs); // the first one too, while nothing is selected
+    EXPECT_EQ(table.selectedRow(), 0);
+    QTest::keyClicks(&table, u"o"_qs);
+    EXPECT_EQ(table.selectedRow(), 3);
+    press(Qt::Key_Right);
+    table.deselectAll();
+    QTest::keyClicks(&table, u"alp"_qs);
+    EXPECT_EQ(table.selectedRow(), -1); // still the same search: "doalp"
+    EXPECT_FALSE(table.currentIndex().isValid());
+}
+
+TEST_F(TableViewKeyboardTest, KeysOfAnEditorAreNotTheTables)
+{
+    press(Qt::Key_Home);
+    press(Qt::Key_Right);
+    press(Qt::Key_Down);
+    press(Qt::Key_F2);
+    auto* const editor = table.findChild<QLineEdit*>();
+    ASSERT_NE(editor, nullptr);
+    QTest::keyClick(editor, Qt::Key_Home);
+    QTest::keyClick(editor, Qt::Key_X);
+    QTest::keyClick(editor, Qt::Key_Return);
+    QCoreApplication::processEvents(); // the delegate takes the text when the key is over
+    EXPECT_EQ(source.rows[1].name, u"xalpha"_qs);
+    EXPECT_EQ(table.selectedRow(), 1);
 }
 
 } // namespace

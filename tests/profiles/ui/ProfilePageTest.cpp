@@ -1,4 +1,6 @@
+#include "platform/NetworkName.h"
 #include "platform/ui/Images.h"
+#include "platform/ui/NetworkNameDelegate.h"
 #include "tests/profiles/ui/ProfilePageFixture.h"
 
 #include <QApplication>
@@ -30,6 +32,33 @@ TEST_F(ProfilePageTest, ShowsTheStoredProfilesInTheirOrderAndWords)
         (Names { u"home"_qs, u"home"_qs, u"Auto"_qs, u"Open"_qs, u"UnKnown"_qs, u"Infrastructure"_qs, //
             u"ad hoc"_qs, u"home"_qs, u"Auto"_qs, u"WPA-NONE"_qs, u"UnKnown"_qs, u"Ad Hoc"_qs }));
     EXPECT_EQ(table->selectedRow(), -1);
+}
+
+TEST_F(ProfilePageTest, NameWithBytesThatAreNoTextIsShownReadablyAndKept)
+{
+    const QString name = textFromBytes(QByteArrayView("caf\xE9"));
+    haveProfiles({ with(sampleProfile(), { { ProfileKey::ssid, name } }), sampleProfile() });
+    const QModelIndex cell = table->model()->index(0, 2);
+    EXPECT_EQ(cell.data().toString(), name);
+    EXPECT_NE(qobject_cast<NetworkNameDelegate*>(table->itemDelegateForIndex(cell)), nullptr);
+    EXPECT_TRUE(cell.data(Qt::ToolTipRole).toString().contains(u"63 61 66 e9"_qs));
+    EXPECT_EQ(table->model()->index(1, 2).data(Qt::ToolTipRole).toString(), QString());
+    EXPECT_EQ(table->model()->index(0, 1).data(Qt::ToolTipRole).toString(), QString());
+}
+
+TEST_F(ProfilePageTest, RowThatIsReachedWithTheKeyboardIsTheOneThatIsActivated)
+{
+    haveProfiles(three());
+    table->setFocus();
+    QTest::keyClick(table, Qt::Key_Home);
+    press(u"Activate"_qs);
+    EXPECT_EQ(markedRows(), std::vector { 0 });
+    QTest::keyClick(table, Qt::Key_End);
+    press(u"Activate"_qs);
+    EXPECT_EQ(markedRows(), std::vector { 2 });
+    EXPECT_EQ(connections.records.size(), 2u);
+    page.OnTimer();
+    EXPECT_EQ(table->selectedRow(), 2);
 }
 
 TEST_F(ProfilePageTest, RefreshTakesTheSelectionAway)

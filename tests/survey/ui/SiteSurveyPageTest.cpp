@@ -1,3 +1,4 @@
+#include "platform/NetworkName.h"
 #include "platform/ui/TableView.h"
 #include "survey/ProfileData.h"
 #include "survey/ui/SiteSurveyPageController.h"
@@ -240,6 +241,26 @@ TEST_F(SiteSurveyPageTest, ShowsTheConnectionTextItIsGiven)
     page.UpdateConnectStatus(u"Connected <--> <b>cafe</b>"_qs);
     EXPECT_EQ(status->text(), u"Connected <--> <b>cafe</b>"_qs);
     EXPECT_EQ(status->textFormat(), Qt::PlainText);
+}
+
+TEST_F(SiteSurveyPageTest, ShowsTheConnectionReadablyWhereItsNameHasBytesThatAreNoText)
+{
+    page.UpdateConnectStatus(u"Connected <--> "_qs + textFromBytes(QByteArrayView("caf\xE9")));
+    EXPECT_EQ(status->text(), u"Connected <--> caf\uFFFD"_qs);
+}
+
+TEST_F(SiteSurveyPageTest, RefreshTakesAwayTheSelectionThatTheKeyboardMade)
+{
+    haveList({ EntryBuilder("a", 1), EntryBuilder("b", 2), EntryBuilder("c", 3) });
+    page.RefreshAPList();
+    show();
+    table->setFocus();
+    QTest::keyClick(table, Qt::Key_End);
+    EXPECT_EQ(table->selectedRow(), 2);
+    page.RefreshAPList();
+    EXPECT_EQ(table->selectedRow(), -1);
+    QTest::keyClick(table, Qt::Key_Down);
+    EXPECT_EQ(table->selectedRow(), 0);
 }
 
 TEST_F(SiteSurveyPageTest, StoresACellUnderItsKey)
