@@ -8,6 +8,7 @@
 #include "tests/support/RecordingAlertPanels.h"
 #include "tests/support/RecordingAssertionHandler.h"
 #include "tests/support/RecordingTickClock.h"
+#include "tests/support/StandardErrorOf.h"
 
 #include <gtest/gtest.h>
 
@@ -53,11 +54,3 @@ using Requests = std::vector<RecordedRequest>;
 inline constexpr NDIS_802_11_RATES mixedAutoRates { 108, 96, 72, 48, 22, 11, 4, 2 };
 inline constexpr NDIS_802_11_RATES cckAutoRates { 22, 11, 4, 2, 0, 0, 0, 0 };
 inline constexpr NDIS_802_11_RATES ofdmAutoRates { 108, 96, 72, 48, 36, 24, 18, 12 };
-
-// What the operation writes to standard error.
-template <typename Operation> std::string standardErrorOf(const Operation& operation)
-{
-    testing::internal::CaptureStderr();
-    operation();
-    return testing::internal::GetCapturedStderr();
-}

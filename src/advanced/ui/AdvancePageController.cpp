@@ -2,12 +2,12 @@
 
 #include "advanced/AdvancedRequests.h"
 #include "advanced/RateRules.h"
+#include "advanced/SettingsFile.h"
 #include "app/shared/SharedState.h"
 #include "app/shared/Trace.h"
 #include "driver/VX7100Access.h"
 #include "platform/AlertPanels.h"
 #include "platform/AssertionHandler.h"
-#include "platform/PropertyListFile.h"
 #include "platform/ui/Images.h"
 #include "ui_AdvancePage.h"
 
@@ -51,7 +51,7 @@ void AdvancePageController::connectControls()
 void AdvancePageController::awakeFromNib()
 {
     traceEntry(className, "awakeFromNib");
-    records = readDictionariesFile(ProfileSettingFile);
+    records = readSettingsFile(ProfileSettingFile);
     readFirstRecord();
     showSettings();
 }
@@ -65,8 +65,8 @@ void AdvancePageController::OnReset()
 
 void AdvancePageController::readFirstRecord()
 {
-    if (!records.empty())
-        readSettings(records.front(), m_settings);
+    if (const auto record = firstRecord(records))
+        readSettings(*record, m_settings);
 }
 
 void AdvancePageController::showSettings()
@@ -152,10 +152,8 @@ void AdvancePageController::OnApply()
     sendStationConfiguration(Adapter, m_settings);
     if (!sendDesiredRates(Adapter, m_settings, m_assertions))
         return;
-    if (records.empty())
-        records.emplace_back();
-    records.front() = settingsRecord(m_settings);
-    (void)writeDictionariesFile(ProfileSettingFile, records);
+    putFirstRecord(records, settingsRecord(m_settings));
+    (void)writeSettingsFile(ProfileSettingFile, records);
     DisabledButton();
 }
 

@@ -2,7 +2,7 @@
 
 #include "advanced/AdvancedSettings.h"
 #include "app/shared/Pages.h"
-#include "platform/PropertyDictionary.h"
+#include "platform/PropertyList.h"
 
 #include <QDir>
 #include <QString>
@@ -61,6 +61,6 @@ private:
     std::unique_ptr<Ui::AdvancePage> m_form;
     AdvancedSettings m_settings;
     bool bInitDlg { true };
-    PropertyDictionaries records;
+    PropertyArray records;
     QString ProfileSettingFile;
 };

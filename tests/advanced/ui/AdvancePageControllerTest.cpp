@@ -1,8 +1,6 @@
 #include "tests/advanced/ui/AdvancePageFixture.h"
 
-#include <QDir>
 #include <QFile>
-#include <QSignalSpy>
 
 namespace {
 
@@ -169,167 +167,34 @@ TEST_F(AdvancePageTest, ResetWithoutAFileShowsTheFieldsAsTheyAre)
     EXPECT_FALSE(buttonsAreEnabled());
 }
 
-TEST_F(AdvancePageTest, ApplyBehindNoFileWritesFiveZeros)
+TEST_F(AdvancePageTest, ResetShowsWhatWasAppliedAndNotWhatTheFileHasBecome)
 {
+    store(3, 1, 1, 0, 0);
     open();
-    EXPECT_EQ(apply(), (Requests { query(0x0D71010C, 4), query(0x0D710111, 32), set(0x0D810210, mixedAutoRates) }));
-    EXPECT_EQ(traces,
-        "#### AdvancePageController - OnApply -  nWirelessMode = 0, enumWirelessMode = 0,  G_enumWirelessMode = 0 "
-        "####\n");
-    EXPECT_EQ(stored(), (PropertyDictionaries { record(0, 0, 0, 0, 0) }));
-    const auto permissions = QFile::permissions(settingsFile());
-    EXPECT_FALSE(permissions.testAnyFlags(QFile::ReadGroup | QFile::ReadOther));
-}
-
-TEST_F(AdvancePageTest, ApplySendsEverythingThatChanged)
-{
-    G_bSupportAMode = 1;
-    store(0, 0, 0, 0, 3);
-    open();
-    letDriverHaveMode(1);
-    letDriverHave({ 0, 1, 0, 1, 0, 5, 6, 1 });
-    choose(u"TXrate", 4);
-    choose(u"BGprotection", 1);
-    click(u"EnableTXburst");
-    click(u"AdhocModeUseOFDMrate");
-    registry.forgetCalls();
-    traces = standardErrorOf([this] { click(u"Apply"); });
-    EXPECT_EQ(requests(),
-        (Requests { query(0x0D71010C, 4), set(0x0DF1010C, std::int32_t { 3 }), query(0x0D710111, 32),
-            set(0x0DF10111, VX_802_11_STA_CONFIG { 1, 0, 1, 0, 1, 5, 6, 1 }),
-            set(0x0D810210, NDIS_802_11_RATES { 22, 0, 0, 0, 0, 0, 0, 0 }) }));
-    EXPECT_EQ(traces,
-        "#### AdvancePageController - OnApply -  nWirelessMode = 3, enumWirelessMode = 1,  G_enumWirelessMode = 3 "
-        "####\n"
-        "#### 111111111 ####\n"
-        "#### 222222222222 ####\n"
-        "#### 222222-22222 ####\n");
-    EXPECT_EQ(stored(), (PropertyDictionaries { record(4, 1, 1, 1, 3) }));
-    EXPECT_FALSE(buttonsAreEnabled());
-}
-
-TEST_F(AdvancePageTest, ANewModeReachesTheDriverAtTheSecondApply)
-{
-    open();
-    choose(u"WirelessMode", 1);
-    EXPECT_EQ(apply(), (Requests { query(0x0D71010C, 4), query(0x0D710111, 32), set(0x0D810210, cckAutoRates) }));
-    EXPECT_EQ(traces,
-        "#### AdvancePageController - OnApply -  nWirelessMode = 1, enumWirelessMode = 0,  G_enumWirelessMode = 0 "
-        "####\n");
-    EXPECT_EQ(stored(), (PropertyDictionaries { record(0, 0, 0, 0, 1) }));
-    EXPECT_EQ(G_enumWirelessMode, 0);
-    EXPECT_EQ(apply(),
-        (Requests { query(0x0D71010C, 4), set(0x0DF1010C, std::int32_t { 1 }), query(0x0D710111, 32),
-            set(0x0D810210, cckAutoRates) }));
-    EXPECT_EQ(G_enumWirelessMode, 1);
-}
-
-TEST_F(AdvancePageTest, LeavingTheCckModeDropsARateThatItDoesNotHave)
-{
-    store(2, 0, 0, 0, 1);
-    open();
-    chooseAtOnce(u"WirelessMode", 0);
-    choose(u"TXrate", 8);
-    // The checks still see the mode of the last load.
-    EXPECT_EQ(apply(),
-        (Requests { query(0x0D71010C, 4), set(0x0DF1010C, std::int32_t { 1 }), query(0x0D710111, 32),
-            set(0x0D810210, mixedAutoRates) }));
-    EXPECT_EQ(stored(), (PropertyDictionaries { record(0, 0, 0, 0, 0) }));
-    EXPECT_EQ(list(u"TXrate").indexOfSelectedItem(), 8);
-}
-
-TEST_F(AdvancePageTest, LeavingASingleModeDropsTheProtectionOnce)
-{
-    store(0, 0, 0, 0, 1);
-    open();
-    choose(u"WirelessMode", 0);
-    choose(u"BGprotection", 2);
-    (void)apply();
-    EXPECT_EQ(stored(), (PropertyDictionaries { record(0, 0, 0, 0, 0) }));
-}
-
-TEST_F(AdvancePageTest, ACardWithout5GhzIsGivenMode0ForAStoredMode3)
-{
-    store(0, 1, 0, 0, 3);
-    open();
-    letDriverHaveMode(2);
-    letDriverHave({ 0, 0, 1, 0, 0, 0, 0, 0 });
-    EXPECT_EQ(apply(),
-        (Requests { query(0x0D71010C, 4), set(0x0DF1010C, std::int32_t { 0 }), query(0x0D710111, 32),
-            set(0x0D810210, mixedAutoRates) }));
-    EXPECT_EQ(traces,
-        "#### AdvancePageController - OnApply -  nWirelessMode = 3, enumWirelessMode = 2,  G_enumWirelessMode = 0 "
-        "####\n"
-        "#### 111111111 ####\n");
-    EXPECT_EQ(stored(), (PropertyDictionaries { record(0, 1, 0, 0, 3) }));
-}
-
-TEST_F(AdvancePageTest, ApplySendsTheOfdmRatesOfMode2)
-{
-    G_bSupportAMode = 1;
-    store(0, 0, 0, 0, 2);
-    open();
-    letDriverHaveMode(2);
-    EXPECT_EQ(apply(), (Requests { query(0x0D71010C, 4), query(0x0D710111, 32), set(0x0D810210, ofdmAutoRates) }));
-    choose(u"TXrate", 8);
-    EXPECT_EQ(apply(),
-        (Requests { query(0x0D71010C, 4), query(0x0D710111, 32), set(0x0D810210, NDIS_802_11_RATES { 108 }) }));
-}
-
-TEST_F(AdvancePageTest, ApplyWithoutACardStillStores)
-{
-    registry.serviceCount = 0;
-    open();
-    choose(u"TXrate", 2);
-    EXPECT_EQ(apply(), Requests {});
-    // Both queries read as zeros, which is what the page has.
-    EXPECT_EQ(traces,
-        "#### AdvancePageController - OnApply -  nWirelessMode = 0, enumWirelessMode = 0,  G_enumWirelessMode = 0 "
-        "####\n");
-    EXPECT_EQ(stored(), (PropertyDictionaries { record(2, 0, 0, 0, 0) }));
-    EXPECT_FALSE(buttonsAreEnabled());
-    EXPECT_EQ(registry.held(), std::vector<std::uint32_t> {});
-}
-
-TEST_F(AdvancePageTest, ApplyReplacesTheFirstRecordAndKeepsTheOthers)
-{
-    PropertyDictionary first = record(1, 0, 0, 0, 0);
-    first.set(u"Comment"_qs, u"mine"_qs);
-    ASSERT_TRUE(writeDictionariesFile(settingsFile(), { first, record(2, 2, 1, 1, 3) }));
-    open();
-    (void)apply();
-    EXPECT_EQ(stored(), (PropertyDictionaries { record(1, 0, 0, 0, 0), record(2, 2, 1, 1, 3) }));
-}
-
-TEST_F(AdvancePageTest, KeepsAnUnreadableFileBesideTheOneThatItWrites)
-{
-    ASSERT_TRUE(QDir().mkpath(home.filePath(u"Library/Preferences"_qs)));
-    QFile file(settingsFile());
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("<plist>broken");
-    file.close();
-    open();
-    EXPECT_EQ(shown(), (Shown { 0, 0, 0, false, false }));
-    (void)apply();
-    EXPECT_EQ(stored(), (PropertyDictionaries { record(0, 0, 0, 0, 0) }));
-    QFile kept(settingsFile() + u".unreadable"_qs);
-    ASSERT_TRUE(kept.open(QIODevice::ReadOnly));
-    EXPECT_EQ(kept.readAll(), "<plist>broken");
-}
-
-TEST_F(AdvancePageTest, AFileThatCannotBeWrittenIsNoFailureOfApply)
-{
-    // A file stands where the folder would be.
-    QFile file(home.filePath(u"Library"_qs));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    open();
-    choose(u"TXrate", 2);
-    EXPECT_EQ(apply().size(), 3u);
-    EXPECT_FALSE(buttonsAreEnabled());
-    EXPECT_EQ(alerts.alerts.size(), 0u);
     choose(u"TXrate", 5);
+    click(u"EnableTXburst");
+    (void)apply();
+    registry.forgetCalls();
+    store(9, 2, 1, 1, 3);
+    choose(u"TXrate", 6);
+    choose(u"BGprotection", 0);
     click(u"Reset");
-    EXPECT_EQ(shown().rate, 2) << "the page goes on with what was applied";
+    EXPECT_EQ(shown(), (Shown { 0, 5, 1, false, false }));
+    EXPECT_FALSE(buttonsAreEnabled());
+    EXPECT_EQ(requests(), Requests {});
+    EXPECT_EQ(stored(), (PropertyDictionaries { record(9, 2, 1, 1, 3) })) << "it writes nothing";
+}
+
+TEST_F(AdvancePageTest, ResetOfAModeTakesItsRatesAndItsProtectionBack)
+{
+    store(8, 0, 0, 1, 2);
+    open();
+    chooseAtOnce(u"WirelessMode", 1);
+    EXPECT_EQ(shown().rate, 0);
+    click(u"Reset");
+    EXPECT_EQ(shown(), (Shown { 2, 8, 0, false, true }));
+    EXPECT_EQ(list(u"TXrate").objectValueOfSelectedItem(), u"54 Mbps");
+    EXPECT_FALSE(list(u"BGprotection").isEnabled());
 }
 
 TEST_F(AdvancePageTest, AnUnknownStoredModeEndsTheLoadingWithAnAssertion)
@@ -362,49 +227,6 @@ TEST_F(AdvancePageTest, AnUnknownStoredModeIsTreatedAsMixedWhereTheAssertionLets
     EXPECT_FALSE(buttonsAreEnabled());
 }
 
-TEST_F(AdvancePageTest, AFailedAssertionEndsApplyBeforeItStores)
-{
-    store(13, 0, 0, 0, 0);
-    open();
-    EXPECT_EQ(shown().rate, -1) << "no item has this index";
-    choose(u"BGprotection", 1);
-    letDriverHave({ 0, 0, 1, 0, 0, 0, 0, 0 });
-    EXPECT_EQ(apply(), (Requests { query(0x0D71010C, 4), query(0x0D710111, 32) }));
-    EXPECT_EQ(assertions.failures,
-        (std::vector<RecordingAssertionHandler::Failure> { { "OnApply", "AdvancePageController",
-            "AdvancePageController", 129, "Invalid parameter not satisfying: FALSE" } }));
-    EXPECT_EQ(stored(), (PropertyDictionaries { record(13, 0, 0, 0, 0) }));
-    EXPECT_TRUE(buttonsAreEnabled());
-}
-
-TEST_F(AdvancePageTest, ApplyGoesOnBehindAnAssertionThatLetsIt)
-{
-    assertions.goOn = true;
-    store(13, 0, 0, 0, 0);
-    open();
-    EXPECT_EQ(apply(), (Requests { query(0x0D71010C, 4), query(0x0D710111, 32), set(0x0D810210, mixedAutoRates) }));
-    EXPECT_EQ(traces,
-        "#### AdvancePageController - OnApply -  nWirelessMode = 0, enumWirelessMode = 0,  G_enumWirelessMode = 0 "
-        "####\nRates ERROR");
-    EXPECT_EQ(stored(), (PropertyDictionaries { record(-1, 0, 0, 0, 0) }));
-}
-
-TEST_F(AdvancePageTest, ApplyOfAnUnknownModeNamesEveryAssertion)
-{
-    assertions.goOn = true;
-    store(0, 0, 0, 0, 7);
-    open();
-    assertions.failures.clear();
-    EXPECT_EQ(apply(), (Requests { query(0x0D71010C, 4), query(0x0D710111, 32), set(0x0D810210, mixedAutoRates) }));
-    EXPECT_EQ(traces,
-        "#### AdvancePageController - OnApply -  nWirelessMode = -1, enumWirelessMode = 0,  G_enumWirelessMode = 0 "
-        "####\nPhyMode ERRORPhyMode ERROR");
-    std::vector<int> lines;
-    for (const auto& failure : assertions.failures)
-        lines.push_back(failure.lineNumber);
-    EXPECT_EQ(lines, (std::vector { 121, 135 }));
-}
-
 TEST_F(AdvancePageTest, NeverWarnsOfAChannelConflict)
 {
     open();
@@ -417,16 +239,42 @@ TEST_F(AdvancePageTest, NeverWarnsOfAChannelConflict)
 
 TEST_F(AdvancePageTest, TracesItsOperationsWhenAskedTo)
 {
-    open();
-    __DEBUG__ = 1;
-    const std::string reset = standardErrorOf([this] { page->OnReset(); });
-    __DEBUG__ = 0;
-    EXPECT_EQ(reset,
+    using Operation = void (AdvancePageController::*)();
+    const auto tracesOfPage = [this](Operation operation) {
+        return linesOf("AdvancePageController", tracesOf([&] { (page.get()->*operation)(); }));
+    };
+    const std::string awake = linesOf("AdvancePageController", tracesOf([this] { open(); }));
+    EXPECT_EQ(awake,
+        "#### AdvancePageController - init ####\n"
+        "#### AdvancePageController - awakeFromNib ####\n"
+        "#### AdvancePageController - OnSelChangeWirelessMode ####\n"
+        "#### AdvancePageController - EnableButton ####\n"
+        "#### AdvancePageController - DisabledButton ####\n");
+    EXPECT_EQ(tracesOfPage(&AdvancePageController::OnReset),
         "#### AdvancePageController - OnReset ####\n"
         "#### AdvancePageController - OnSelChangeWirelessMode ####\n"
         "#### AdvancePageController - EnableButton ####\n"
         "#### AdvancePageController - DisabledButton ####\n");
+    EXPECT_EQ(tracesOfPage(&AdvancePageController::OnApply),
+        "#### AdvancePageController - OnApply ####\n"
+        "#### AdvancePageController - OnApply -  nWirelessMode = 0, enumWirelessMode = 0,  G_enumWirelessMode = 0 "
+        "####\n"
+        "#### AdvancePageController - DisabledButton ####\n");
+    EXPECT_EQ(tracesOfPage(&AdvancePageController::OnRadioSwitch),
+        "#### AdvancePageController - OnRadioSwitch ####\n"
+        "#### AdvancePageController - RadioStatus ####\n");
+    const std::vector<std::pair<Operation, std::string>> changes {
+        { &AdvancePageController::OnSelChangeWirelessMode, "OnSelChangeWirelessMode" },
+        { &AdvancePageController::OnTxRate, "OnTxRate" },
+        { &AdvancePageController::OnSelBGProtection, "OnSelBGProtection" },
+        { &AdvancePageController::OnTxBurst, "OnTxBurst" },
+        { &AdvancePageController::OnAdHocUseOFDM, "OnAdHocUseOFDM" },
+    };
+    for (const auto& [operation, name] : changes)
+        EXPECT_EQ(tracesOfPage(operation),
+            "#### AdvancePageController - " + name + " ####\n#### AdvancePageController - EnableButton ####\n");
     EXPECT_EQ(standardErrorOf([this] { page->OnReset(); }), "");
+    EXPECT_EQ(standardErrorOf([this] { page->OnRadioSwitch(); }), "");
 }
 
 TEST_F(AdvancePageTest, CanBeWorkedByTheKeyboard)

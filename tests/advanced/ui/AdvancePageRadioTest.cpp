@@ -89,12 +89,56 @@ TEST_F(AdvancePageRadioTest, SwitchesOnAgain)
     EXPECT_EQ(G_bRescan, 1);
 }
 
-TEST_F(AdvancePageRadioTest, ShowsTheNewStateBeforeItWaitsForTheScan)
+TEST_F(AdvancePageRadioTest, AsksForARescanOnlyBehindItsOwnScan)
 {
-    QString titleDuringScan;
-    clock.onDelay = [&](std::uint32_t) { titleDuringScan = button(u"Radio").text(); };
+    struct Step {
+        std::uint32_t oid; // 0 for the wait of the scan
+        int radio;
+        int rescan;
+        bool operator==(const Step&) const = default;
+    };
+    std::vector<Step> steps;
+    const auto note = [&](std::uint32_t oid) {
+        steps.push_back({ oid, G_bRadio, G_bRescan });
+        EXPECT_EQ(button(u"Radio").text(), u"Radio On");
+        EXPECT_TRUE(pictureIs(u"RADIOOFF"));
+    };
+    registry.onCall = [&](const RecordedRegistryCall& call) {
+        if (call.call == RegistryCall::IOConnectMethodStructureIStructureO)
+            note(call.index);
+    };
+    clock.onDelay = [&](std::uint32_t) { note(0); };
     click(u"Radio");
-    EXPECT_EQ(titleDuringScan, u"Radio On");
+    EXPECT_TRUE((steps
+        == std::vector<Step> {
+            { 0x0DF10108, 0, 0 }, { 0x0D81011A, 0, 0 }, { 0, 0, 0 }, { 0x0D010217, 0, 0 }, { 0x0D010218, 0, 0 } }));
+    EXPECT_EQ(G_bRescan, 1);
+}
+
+TEST_F(AdvancePageRadioTest, MarksAProfilesConnectionBeforeTheDriverIsTold)
+{
+    G_configFromProfile = 1;
+    G_bCheckedProfileConnect = 1;
+    std::vector<int> marks;
+    registry.onCall = [&](const RecordedRegistryCall&) { marks.push_back(G_bCheckedProfileConnect); };
+    click(u"Radio");
+    ASSERT_FALSE(marks.empty());
+    EXPECT_EQ(marks, std::vector<int>(marks.size(), 0));
+}
+
+TEST_F(AdvancePageRadioTest, ScansAlsoWhereTheDriverRefusesTheSwitch)
+{
+    registry.fail(0x0DF10108);
+    registry.fail(0x0D81011A);
+    click(u"Radio");
+    EXPECT_EQ(G_bRadio, 0) << "the page goes by what was asked for";
+    EXPECT_EQ(button(u"Radio").text(), u"Radio On");
+    EXPECT_EQ(requests(),
+        (Requests { set(0x0DF10108, std::array<std::uint8_t, 4> { 0, 0, 0, 0 }), query(0x0D81011A, 4),
+            query(0x0D010217, 4096), query(0x0D010218, 4096) }));
+    EXPECT_EQ(clock.delays, std::vector<std::uint32_t> { 120 });
+    EXPECT_EQ(G_bRescan, 1);
+    EXPECT_TRUE(alerts.alerts.empty());
 }
 
 TEST_F(AdvancePageRadioTest, SwitchesWithoutACardToo)

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "platform/PropertyList.h"
+
+#include <QString>
+
+#include <optional>
+
+// The settings file: an array whose first element holds the options, as a dictionary of texts. What stands behind that
+// element is not looked at and stays as it is, whatever it is.
+
+// Empty where the file is missing or is no such array.
+[[nodiscard]] PropertyArray readSettingsFile(const QString& path);
+
+// Replaces the file as writeFileAtomically does. A file that is there and is no such array is kept first
+// (keepUnreadableFile). False, with the file as it was, when either fails.
+[[nodiscard]] bool writeSettingsFile(const QString& path, const PropertyArray& records);
+
+// The options of such an array; nothing where it is empty.
+[[nodiscard]] std::optional<PropertyDictionary> firstRecord(const PropertyArray& records);
+// Makes an element where there is none.
+void putFirstRecord(PropertyArray& records, const PropertyDictionary& record);

@@ -1,0 +1,99 @@
+#include "advanced/SettingsFile.h"
+
+#include "platform/AtomicFile.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+namespace {
+
+const QString key = QStringLiteral("Tx Rate");
+
+class SettingsFile : public testing::Test {
+protected:
+    void write(const QByteArray& elements) const
+    {
+        ASSERT_TRUE(writeFileAtomically(path, "<plist version=\"1.0\">" + elements + "</plist>"));
+    }
+    [[nodiscard]] bool isKept() const { return QFile::exists(path + u".unreadable"_qs); }
+
+    QTemporaryDir folder;
+    QString path { folder.filePath(u"settings.plist"_qs) };
+};
+
+TEST_F(SettingsFile, IsEmptyWhereItIsMissing)
+{
+    EXPECT_TRUE(readSettingsFile(path).empty());
+    EXPECT_FALSE(firstRecord({}));
+}
+
+TEST_F(SettingsFile, IsJudgedByItsFirstElementAlone)
+{
+    for (const char* const others :
+        { "", "<dict/>", "<string/>", "<dict><key>a</key><integer>1</integer></dict>", "<array><true/></array>" }) {
+        SCOPED_TRACE(others);
+        write(QByteArray("<array><dict><key>Tx Rate</key><string>3</string></dict>") + others + "</array>");
+        const PropertyArray records = readSettingsFile(path);
+        EXPECT_EQ(records.size(), *others == 0 ? 1u : 2u);
+        EXPECT_EQ(firstRecord(records), (PropertyDictionary { { key, u"3"_qs } }));
+    }
+}
+
+TEST_F(SettingsFile, IsUnreadableWhereItsFirstElementIsNoDictionaryOfTexts)
+{
+    for (const char* const content : { "<dict/>", "<string>3</string>", "<array><string>3</string><dict/></array>",
+             "<array><dict><key>Tx Rate</key><integer>3</integer></dict></array>", "<array><array/></array>" }) {
+        SCOPED_TRACE(content);
+        write(content);
+        EXPECT_TRUE(readSettingsFile(path).empty());
+        EXPECT_TRUE(writeSettingsFile(path, {}));
+        EXPECT_TRUE(isKept());
+        ASSERT_TRUE(QFile::remove(path + u".unreadable"_qs));
+    }
+}
+
+TEST_F(SettingsFile, IsNotKeptWhereItCouldBeRead)
+{
+    for (const char* const content : { "<array/>", "<array><dict/><string/></array>" }) {
+        write(content);
+        EXPECT_TRUE(writeSettingsFile(path, {}));
+        EXPECT_FALSE(isKept()) << content;
+    }
+}
+
+TEST_F(SettingsFile, ComesBackAsItWasWritten)
+{
+    const PropertyArray records { { PropertyTree { { key, { u"12"_qs } } } }, { u"other"_qs }, { qint64 { 4 } } };
+    EXPECT_TRUE(writeSettingsFile(path, records));
+    EXPECT_TRUE(readSettingsFile(path) == records);
+}
+
+TEST_F(SettingsFile, IsNotWrittenWhereAFolderStandsInItsPlace)
+{
+    ASSERT_TRUE(QDir().mkdir(path));
+    EXPECT_TRUE(readSettingsFile(path).empty());
+    EXPECT_FALSE(writeSettingsFile(path, {}));
+    EXPECT_TRUE(QFileInfo(path).isDir());
+}
+
+TEST(FirstRecord, IsPutWhereThereIsNone)
+{
+    PropertyArray records;
+    putFirstRecord(records, { { key, u"1"_qs } });
+    EXPECT_EQ(records.size(), 1u);
+    EXPECT_EQ(firstRecord(records), (PropertyDictionary { { key, u"1"_qs } }));
+}
+
+TEST(FirstRecord, ReplacesTheOneThatIsThere)
+{
+    PropertyArray records { { PropertyTree { { u"Comment"_qs, { u"mine"_qs } } } }, { u"other"_qs } };
+    putFirstRecord(records, { { key, u"1"_qs } });
+    EXPECT_EQ(firstRecord(records), (PropertyDictionary { { key, u"1"_qs } }));
+    ASSERT_EQ(records.size(), 2u);
+    EXPECT_TRUE(records.back() == PropertyValue { u"other"_qs });
+}
+
+} // namespace
