@@ -59,6 +59,16 @@ TEST_F(BundleInformationTest, TellsTheShortVersionAndTheDay)
     EXPECT_EQ(bundleInformation(path), (BundleInformation { u"1.4.2b"_qs, u"2005-03-14"_qs }));
 }
 
+TEST_F(BundleInformationTest, NeedsNoDocumentThatTheDoctypeNames)
+{
+    QByteArray list = InstalledBundles::informationList("1.4.2b");
+    list.replace("<!DOCTYPE plist>",
+        "<!DOCTYPE plist PUBLIC \"-//Quorvane//Property list 1.0//EN\" \"http://lists.quorvane.example/1.0.dtd\">");
+    ASSERT_TRUE(list.contains(".dtd"));
+    install(list);
+    EXPECT_EQ(bundleInformation(path), (BundleInformation { u"1.4.2b"_qs, u"2005-03-14"_qs }));
+}
+
 TEST_F(BundleInformationTest, IsEmptyWithoutAFile)
 {
     EXPECT_EQ(bundleInformation(path), BundleInformation {});
@@ -72,6 +82,18 @@ TEST_F(BundleInformationTest, HasADateAndNoVersionWhereTheFileIsNoPropertyList)
         install(content);
         EXPECT_EQ(bundleInformation(path), (BundleInformation { QString(), u"2005-03-14"_qs })) << content;
     }
+}
+
+TEST_F(BundleInformationTest, HasNoVersionWhereverTheListIsCutOff)
+{
+    const QByteArray whole = InstalledBundles::informationList("1.4.2b");
+    const qsizetype end = whole.lastIndexOf('>');
+    for (qsizetype length = whole.indexOf('>'); length < end; length = whole.indexOf('>', length + 1)) {
+        install(whole.first(length + 1));
+        EXPECT_EQ(bundleInformation(path), (BundleInformation { QString(), u"2005-03-14"_qs })) << length;
+    }
+    install(whole.first(end + 1));
+    EXPECT_EQ(bundleInformation(path).version, u"1.4.2b");
 }
 
 TEST_F(BundleInformationTest, FollowsLinksToTheFileItself)

@@ -16,8 +16,7 @@ public:
     static QByteArray informationList(const QByteArray& version)
     {
         return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-               "<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" "
-               "\"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n"
+               "<!DOCTYPE plist>\n"
                "<plist version=\"1.0\">\n<dict>\n"
                "\t<key>CFBundleName</key>\n\t<string>Bundle</string>\n"
                "\t<key>CFBundleShortVersionString</key>\n\t<string>"

@@ -38,6 +38,7 @@ AboutPageController::AboutPageController(
     , m_root(std::move(root))
     , m_form(std::make_unique<Ui::AboutPage>())
 {
+    traceEntry(className, "init");
     m_form->setupUi(this);
     m_form->QuorvanePicture->setImage(imageNamed(u"QUORVANE"));
     alignColumns();
@@ -47,6 +48,7 @@ AboutPageController::~AboutPageController() = default;
 
 void AboutPageController::awakeFromNib()
 {
+    traceEntry(className, "awakeFromNib");
     m_form->QuorvaneWWW->setToolTip(tr("Open %1 in the browser").arg(m_makerUrl.toDisplayString()));
     connect(m_form->QuorvaneWWW, &QPushButton::clicked, this, [this] { OpenQuorvaneWeb(); });
 }
@@ -74,6 +76,7 @@ void AboutPageController::GetAllInformation()
 
 void AboutPageController::OpenQuorvaneWeb()
 {
+    traceEntry(className, "OpenQuorvaneWeb");
     (void)m_opener(m_makerUrl);
 }
 
