@@ -1,0 +1,117 @@
+#include "platform/AtomicFile.h"
+#include "platform/PropertyListFile.h"
+#include "platform/SettingsUserDefaults.h"
+#include "profiles/ProfileConnection.h"
+#include "profiles/ProfileStore.h"
+#include "tests/profiles/SampleProfile.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+#include <csignal>
+
+#include <sys/resource.h>
+
+// What cannot be written counts all the same until the program ends: whoever saves goes on with the list in memory.
+
+namespace {
+
+const auto settingKey = QStringLiteral("Profile Setting");
+
+// While it lives no byte can be written to any file, as on a full disk.
+class FullDisk {
+public:
+    FullDisk()
+        : m_handler(std::signal(SIGXFSZ, SIG_IGN))
+    {
+        EXPECT_EQ(::getrlimit(RLIMIT_FSIZE, &m_before), 0);
+        const rlimit nothing { 0, m_before.rlim_max };
+        EXPECT_EQ(::setrlimit(RLIMIT_FSIZE, &nothing), 0);
+    }
+    ~FullDisk()
+    {
+        (void)::setrlimit(RLIMIT_FSIZE, &m_before);
+        (void)std::signal(SIGXFSZ, m_handler);
+    }
+    FullDisk(const FullDisk&) = delete;
+    FullDisk& operator=(const FullDisk&) = delete;
+
+private:
+    rlimit m_before {};
+    void (*m_handler)(int);
+};
+
+QByteArray contentOf(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+class UnwritableDefaults : public testing::Test {
+protected:
+    // A store that has been saved to before, unless it lies where nothing can be made.
+    UnwritableDefaults() { store.saveRecords(oldList); }
+
+    QTemporaryDir home;
+    QString file { preferencesFile(QStringLiteral("Profile.plist"), home.path()) };
+    SettingsUserDefaults defaults { home.filePath(QStringLiteral("config/settings.plist")) };
+    ProfileStore store { defaults, file };
+    ProfileList oldList { sampleProfile(u"first"_qs), sampleProfile(u"second"_qs) };
+    ProfileList newList { sampleProfile(u"first"_qs), sampleProfile(u"changed"_qs), sampleProfile(u"third"_qs) };
+};
+
+TEST_F(UnwritableDefaults, HaveTheNewListUntilItCanBeWritten)
+{
+    const QByteArray oldFile = contentOf(file);
+    const QByteArray oldDefaults = contentOf(defaults.path());
+    ASSERT_FALSE(oldFile.isEmpty());
+    ASSERT_FALSE(oldDefaults.isEmpty());
+    {
+        const FullDisk fullDisk;
+        store.saveRecords(newList);
+        EXPECT_EQ(store.loadRecords(), newList);
+        EXPECT_EQ(defaults.arrayForKey(u"Profiles"_qs), newList);
+    }
+    ASSERT_EQ(contentOf(file), oldFile) << "the save did not fail";
+    ASSERT_EQ(contentOf(defaults.path()), oldDefaults) << "the save did not fail";
+    EXPECT_EQ(store.loadRecords(), newList);
+
+    defaults.synchronize();
+    EXPECT_EQ(store.loadRecords(), newList);
+    const auto root = readPropertyListFile(defaults.path());
+    ASSERT_TRUE(root && root->tree() && !root->tree()->empty());
+    EXPECT_EQ(dictionariesOf(root->tree()->front().value), newList) << "what is still there is written when it can be";
+}
+
+TEST_F(UnwritableDefaults, HaveTheNewActivationAndTheDeletion)
+{
+    ProfileList activation;
+    ProfileList reloaded;
+    ProfileList records = oldList;
+    const FullDisk fullDisk;
+    store.saveActivation(activation, activeEntry(oldList[1], 1));
+    store.loadActivation(reloaded);
+    EXPECT_EQ(reloaded, ProfileList { activeEntry(oldList[1], 1) });
+
+    store.deleteRecord(records, activation, 1);
+    EXPECT_EQ(store.loadRecords(), ProfileList { oldList[0] });
+    EXPECT_FALSE(defaults.arrayForKey(settingKey));
+}
+
+TEST_F(UnwritableDefaults, HaveTheListWhereNoFolderCanBeMade)
+{
+    const QString blocked = home.filePath(QStringLiteral("blocked"));
+    ASSERT_TRUE(writeFileAtomically(blocked, "no folder"));
+    SettingsUserDefaults nowhere(blocked + QStringLiteral("/config/settings.plist"));
+    ProfileStore lost(nowhere, blocked + QStringLiteral("/Profile.plist"));
+    EXPECT_EQ(lost.loadRecords(), ProfileList());
+    lost.saveRecords(newList);
+    EXPECT_EQ(lost.loadRecords(), newList);
+    lost.saveRecords({});
+    EXPECT_EQ(lost.loadRecords(), ProfileList());
+    EXPECT_EQ(nowhere.arrayForKey(u"Profiles"_qs), ProfileList());
+    EXPECT_EQ(contentOf(blocked), "no folder");
+}
+
+} // namespace
