@@ -192,6 +192,27 @@ TEST(ProfileConnection, DoesNotCheckTheLengthOfAStoredKey)
     EXPECT_EQ(record->pWepKey[0].size(), 3u + 39u);
 }
 
+// No check before the record: of a text that is too long it has the first 13 bytes, which is all the key's buffer holds.
+TEST(ProfileConnection, CutsAStoredKeyToThirteenBytes)
+{
+    const QByteArray head = "34000000"
+                            "00000000"
+                            "0d000000"
+                            "ffffffffffff"
+                            "0000"
+                            "0000000000000000";
+    const QByteArray fill = QByteArray("00").repeated(11);
+    const auto characters = connectionWith({ encryption(1), { u"WEPKey1"_qs, u"fourteen bytes and more"_qs } });
+    EXPECT_EQ(bytesOf(characters->pWepKey[0]), head + "666f75727465656e2062797465" + fill);
+    EXPECT_EQ(characters->pWepKey[0].size(), 52u);
+    const auto digits = connectionWith(
+        { encryption(1), { u"WEPKey1 Type"_qs, u"0"_qs }, { u"WEPKey1"_qs, u"000102030405060708090a0b0c0d0e0f"_qs } });
+    EXPECT_EQ(bytesOf(digits->pWepKey[0]), head + "000102030405060708090a0b0c" + fill);
+    // The length is a byte: a text of 256 characters is no key that is not set.
+    const auto longest = connectionWith({ encryption(1), { u"WEPKey1"_qs, QString(256, u'a') } });
+    EXPECT_EQ(bytesOf(longest->pWepKey[0]), head + QByteArray("61").repeated(13) + fill);
+}
+
 TEST(ProfileConnection, HashesAPassphraseWithTheName)
 {
     // The test vector of IEEE 802.11i.
@@ -232,6 +253,35 @@ TEST(ProfileConnection, HasAKeyOfZerosForAPassphraseThatIsRefused)
         { QString(65, u'a'), QString(1000, u'f'), u"caf\u00E9 au lait"_qs, u"tab\tulator"_qs })
         EXPECT_EQ(presharedKeyIn(*connectionWith({ authentication(2), presharedKey(refused) })),
             QByteArray("00").repeated(32));
+}
+
+// The longest name there is: PBKDF2 with 4096 rounds of HMAC-SHA1, calculated elsewhere.
+TEST(ProfileConnection, HashesWithANameOf32Bytes)
+{
+    const Profile::Entry ssid { ProfileKey::ssid, u"thirty-two letters of a network!"_qs };
+    EXPECT_EQ(presharedKeyIn(*connectionWith({ authentication(2), ssid, presharedKey(u"anchor and chain"_qs) })),
+        "eb4507d8f927bbb4f1c7abfafdae2e10987a440b3546af745a08397c00d9a6f4");
+    const Profile::Entry bytes { ProfileKey::ssid, textFromBytes(QByteArray(32, '\xFF')) };
+    EXPECT_EQ(presharedKeyIn(*connectionWith({ authentication(2), bytes, presharedKey(u"anchor and chain"_qs) })),
+        "555ea0d8874b324abb70782e94fe814c29385a4b5e40d784394083586afe5b4c");
+}
+
+// The derivation refuses the whole name, which the record has the first 32 bytes of. Digits need no name.
+TEST(ProfileConnection, HasAKeyOfZerosWhereTheNameIsTooLong)
+{
+    for (const int length : { 33, 1000 }) {
+        const Profile::Entry ssid { ProfileKey::ssid, QString(length, u'a') };
+        const auto record = connectionWith({ authentication(2), ssid, presharedKey(u"anchor and chain"_qs) });
+        EXPECT_EQ(presharedKeyIn(*record), QByteArray("00").repeated(32)) << length;
+        EXPECT_EQ(record->pWpaKey.size(), 71u);
+        EXPECT_EQ(+record->Ssid.SsidLength, 32u);
+        const auto digits = connectionWith({ authentication(2), ssid, presharedKey(u"0f"_qs.repeated(32)) });
+        EXPECT_EQ(presharedKeyIn(*digits), QByteArray("0f").repeated(32)) << length;
+    }
+    // Bytes count, not characters: 17 letters of two bytes each.
+    const Profile::Entry umlauts { ProfileKey::ssid, QString(17, QChar(0xE4)) };
+    EXPECT_EQ(presharedKeyIn(*connectionWith({ authentication(2), umlauts, presharedKey(u"anchor and chain"_qs) })),
+        QByteArray("00").repeated(32));
 }
 
 TEST(ProfileConnection, TakesAnAdHocChannelByItsPositionInTheTable)
