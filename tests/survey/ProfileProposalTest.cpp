@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 namespace {
 
 std::optional<ProfileProposal> proposalOf(const EntryBuilder& entry)
@@ -21,6 +23,20 @@ EntryBuilder wpaEntry(int cipher, int authentication, std::int32_t mode = Ndis80
     entry.fixedPart.InfrastructureMode = mode;
     entry.elements = wpaElement(cipher, authentication);
     return entry;
+}
+
+EntryBuilder withoutPrivacy(EntryBuilder entry)
+{
+    entry.fixedPart.Privacy = 0;
+    return entry;
+}
+
+using Security = std::pair<std::int32_t, std::int32_t>; // AuthenMode, EcrypStatus
+
+Security security(const EntryBuilder& entry)
+{
+    const auto proposal = proposalOf(entry);
+    return proposal ? Security { proposal->AuthenMode, proposal->EcrypStatus } : Security { -1, -1 };
 }
 
 TEST(ProfileProposal, OpenAdHocNetwork)
@@ -56,10 +72,43 @@ TEST(ProfileProposal, CipherOfAPresharedKeyNetworkIsTkipOrElseAes)
     EXPECT_EQ(proposalOf(wpaEntry(2, 2, Ndis802_11IBSS))->EcrypStatus, 4);
 }
 
-TEST(ProfileProposal, EnterpriseNetworkKeepsTheDefaults)
+TEST(ProfileProposal, PresharedKeyNetworkWithoutPrivacyKeepsItsCipher)
 {
-    EXPECT_EQ(proposalOf(wpaEntry(4, 1))->AuthenMode, 0);
-    EXPECT_EQ(proposalOf(wpaEntry(4, 1))->EcrypStatus, 0);
+    const auto securityOf = [](int cipher, std::int32_t mode = Ndis802_11Infrastructure) {
+        return security(withoutPrivacy(wpaEntry(cipher, 2, mode)));
+    };
+    EXPECT_EQ(securityOf(2), (Security { 4, 4 }));
+    EXPECT_EQ(securityOf(4), (Security { 4, 6 }));
+    EXPECT_EQ(securityOf(5), (Security { 4, 6 })) << "without a cipher of its own the text is \"Not Used\"";
+    EXPECT_EQ(securityOf(2, Ndis802_11IBSS), (Security { 5, 4 }));
+    EXPECT_EQ(securityOf(4, Ndis802_11IBSS), (Security { 5, 6 }));
+}
+
+// Neither a pre-shared key nor anything known: the cipher of the element's group does not count.
+TEST(ProfileProposal, EveryOtherWpaNetworkKeepsTheDefaults)
+{
+    for (const int authentication : { 1, 3, 7, 255 }) {
+        for (const std::int32_t mode : { Ndis802_11Infrastructure, Ndis802_11IBSS }) {
+            for (const int cipher : { 2, 4 }) {
+                const EntryBuilder entry = wpaEntry(cipher, authentication, mode);
+                EXPECT_EQ(security(entry), (Security { 0, 0 })) << authentication << ", " << mode << ", " << cipher;
+                EXPECT_EQ(security(withoutPrivacy(entry)), (Security { 0, 1 }))
+                    << authentication << ", " << mode << ", " << cipher;
+            }
+        }
+    }
+}
+
+// A name that fills its field has no zero byte of its own: what is read as one ends in the field behind it, as for the
+// rows of the survey. The editor cuts it to a name again.
+TEST(ProfileProposal, NameOf32BytesIsReadUpToTheNextZero)
+{
+    const std::string name = "thirty-two letters of a network!";
+    ASSERT_EQ(name.size(), 32u);
+    EntryBuilder entry(name);
+    EXPECT_EQ(proposalOf(entry)->SSID, name);
+    entry.fixedPart.Privacy = 1;
+    EXPECT_EQ(proposalOf(entry)->SSID, name + '\x01');
 }
 
 TEST(ProfileProposal, UnknownFrequencyIsReported)
