@@ -16,6 +16,7 @@
 
 namespace {
 
+constexpr char className[] = "ProfileEditorController";
 constexpr int infrastructureItem = 1;
 
 std::unique_ptr<Ui::ProfileEditor> setUp(QDialog& sheet)
@@ -40,8 +41,8 @@ ProfileEditorController::ProfileEditorController(
     setUpSsidField();
     m_rtsThreshold.setRange(rtsThresholdRange);
     m_fragThreshold.setRange(fragmentationThresholdRange);
-    OnSelRTS();
-    OnSelFrag();
+    m_rtsThreshold.followCheckBox();
+    m_fragThreshold.followCheckBox();
 }
 
 ProfileEditorController::~ProfileEditorController()
@@ -63,6 +64,7 @@ void ProfileEditorController::setUpSsidField()
 
 void ProfileEditorController::awakeFromNib()
 {
+    traceEntry(className, "awakeFromNib");
     m_keys = {};
     selFlag = 0;
     m_origin.bHidden = false;
@@ -100,14 +102,15 @@ void ProfileEditorController::selectFirstTab()
 
 void ProfileEditorController::AddInit()
 {
+    traceEntry(className, "AddInit");
     open(true);
     GetBssidList();
     m_form->ProfileName->setText(GetNextProfileName());
     m_form->CamWhenAcPower->setChecked(false);
-    setAuthenTypeCombo(0);
+    m_form->AuthenType->selectItemAtIndex(0);
     OnSelchangeAuthType();
     m_form->Channel->selectItemAtIndex(0);
-    setEncryTypeCombo(0);
+    m_form->EncryType->selectItemAtIndex(0);
     OnSelchangeEncryptionType();
     // Without OnNetworkType: the authentications and the channel stay those of the last profile's network type.
     m_form->NetworkType->selectItemAtIndex(infrastructureItem);
@@ -123,6 +126,7 @@ void ProfileEditorController::AddInit()
 
 void ProfileEditorController::EditInit(std::int32_t row)
 {
+    traceEntry(className, "EditInit");
     modifyIndex = row;
     open(false);
     const bool exists = row >= 0 && static_cast<std::size_t>(row) < records->size();
@@ -131,10 +135,10 @@ void ProfileEditorController::EditInit(std::int32_t row)
     m_form->CamWhenAcPower->setChecked(profile.CamWhenAcPower != 0);
     m_form->NetworkType->selectItemAtIndex(profile.NetworkType);
     OnNetworkType();
-    setAuthenTypeCombo(profile.AuthenType);
+    m_form->AuthenType->selectItemAtIndex(profile.AuthenType);
     OnSelchangeAuthType();
     m_form->Channel->selectChannel(profile.Channel);
-    setEncryTypeCombo(profile.EncryType);
+    m_form->EncryType->selectItemAtIndex(profile.EncryType);
     OnSelchangeEncryptionType();
     m_form->PreambleType->selectItemAtIndex(profile.PreambleType);
     showPowerSaving(profile.PSMode);
@@ -150,16 +154,17 @@ void ProfileEditorController::EditInit(std::int32_t row)
 
 bool ProfileEditorController::AddProfile(const ProfileProposal& proposal)
 {
+    traceEntry(className, "AddProfile");
     open(true);
     m_form->ProfileName->setText(GetNextProfileName());
     m_form->CamWhenAcPower->setChecked(false);
     const AuthenticationChoice choice = authenticationChoiceOf(proposal.AuthenMode);
     if (choice.infrastructureList)
         setAuthenTypeComboText(1);
-    setAuthenTypeCombo(choice.index);
+    m_form->AuthenType->selectItemAtIndex(choice.index);
     OnSelchangeAuthType();
     m_form->Channel->selectChannel(channelIndexOf(proposal.Channel));
-    setEncryTypeCombo(encryptionIndexOf(proposal.EcrypStatus, choice.index));
+    m_form->EncryType->selectItemAtIndex(encryptionIndexOf(proposal.EcrypStatus, choice.index));
     OnSelchangeEncryptionType();
     m_form->NetworkType->selectItemAtIndex(proposal.Networktype); // without OnNetworkType
     m_form->PreambleType->selectItemAtIndex(0);
@@ -204,35 +209,41 @@ void ProfileEditorController::showKeys(const EditedProfile& profile)
 
 void ProfileEditorController::GetBssidList()
 {
+    traceEntry(className, "GetBssidList");
     m_form->SSID->setItemObjectValues(::GetBssidList(currentBssidList()));
 }
 
 QString ProfileEditorController::GetNextProfileName() const
 {
+    traceEntry(className, "GetNextProfileName");
     return ::GetNextProfileName(records.value_or(ProfileList()));
 }
 
 void ProfileEditorController::setAuthenTypeComboText(int kind)
 {
+    traceEntry(className, "setAuthenTypeComboText");
     const auto items = authenticationItems(kind);
     if (!items)
         return;
     m_form->AuthenType->setItemObjectValues(*items);
-    setAuthenTypeCombo(0);
+    m_form->AuthenType->selectItemAtIndex(0);
 }
 
 void ProfileEditorController::setAuthenTypeCombo(int index)
 {
+    traceEntry(className, "setAuthenTypeCombo");
     m_form->AuthenType->selectItemAtIndex(index);
 }
 
 void ProfileEditorController::setEncryTypeCombo(int index)
 {
+    traceEntry(className, "setEncryTypeCombo");
     m_form->EncryType->selectItemAtIndex(index);
 }
 
 void ProfileEditorController::OnNetworkType()
 {
+    traceEntry(className, "OnNetworkType");
     const int networkType = m_form->NetworkType->indexOfSelectedItem();
     const bool enabled = channelEnabled(networkType);
     m_form->PreambleType->setEnabled(enabled);
@@ -245,46 +256,54 @@ void ProfileEditorController::OnNetworkType()
 
 void ProfileEditorController::OnAuthType()
 {
+    traceEntry(className, "OnAuthType");
     OnSelchangeAuthType();
 }
 
 void ProfileEditorController::OnEncryType()
 {
+    traceEntry(className, "OnEncryType");
     OnSelchangeEncryptionType();
 }
 
 void ProfileEditorController::OnSelchangeAuthType()
 {
+    traceEntry(className, "OnSelchangeAuthType");
     EncryptionList list { m_form->EncryType->itemObjectValues(), m_form->EncryType->indexOfSelectedItem(), selFlag };
     list = encryptionListAfter(std::move(list), m_form->AuthenType->indexOfSelectedItem(), G_encryCapa);
     m_form->EncryType->setItemObjectValues(list.items);
-    setEncryTypeCombo(list.selectedIndex);
+    m_form->EncryType->selectItemAtIndex(list.selectedIndex);
     selFlag = list.selFlag;
     OnSelchangeEncryptionType();
 }
 
 void ProfileEditorController::OnSelchangeEncryptionType()
 {
+    traceEntry(className, "OnSelchangeEncryptionType");
     m_form->keyFields->enableFor(m_form->AuthenType->indexOfSelectedItem(), m_form->EncryType->indexOfSelectedItem());
 }
 
 void ProfileEditorController::OnSelRTS()
 {
+    traceEntry(className, "OnSelRTS");
     m_rtsThreshold.followCheckBox();
 }
 
 void ProfileEditorController::OnRtsSlider()
 {
+    traceEntry(className, "OnRtsSlider");
     m_rtsThreshold.followSlider();
 }
 
 void ProfileEditorController::OnSelFrag()
 {
+    traceEntry(className, "OnSelFrag");
     m_fragThreshold.followCheckBox();
 }
 
 void ProfileEditorController::OnFragSlider()
 {
+    traceEntry(className, "OnFragSlider");
     m_fragThreshold.followSlider();
 }
 
@@ -316,6 +335,7 @@ ProfileControls ProfileEditorController::controls() const
 
 Profile ProfileEditorController::createProfileData()
 {
+    traceEntry(className, "createProfileData");
     const ProfileControls values = controls();
     CreatedProfile created = ::createProfileData(values, m_origin, currentBssidList());
     m_origin.bHidden = created.bHidden;
@@ -325,6 +345,7 @@ Profile ProfileEditorController::createProfileData()
 
 bool ProfileEditorController::VerifyKey()
 {
+    traceEntry(className, "VerifyKey");
     const auto refusal = keyRefusal(keyControlsOf(controls()));
     if (refusal)
         m_alerts.NSRunAlertPanel(*refusal, QString(), QStringLiteral("OK"));
@@ -333,12 +354,14 @@ bool ProfileEditorController::VerifyKey()
 
 void ProfileEditorController::saveProfile()
 {
+    traceEntry(className, "saveProfile");
     if (records)
         m_store.saveRecords(*records);
 }
 
 void ProfileEditorController::OnOK()
 {
+    traceEntry(className, "OnOK");
     if (!VerifyKey() || !records)
         return;
     Profile profile = createProfileData();
@@ -353,6 +376,7 @@ void ProfileEditorController::OnOK()
 
 void ProfileEditorController::OnCANCEL()
 {
+    traceEntry(className, "OnCANCEL");
     releaseRecords(sheetCancelled);
 }
 

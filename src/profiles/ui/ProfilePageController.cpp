@@ -55,6 +55,7 @@ ProfilePageController::ProfilePageController(RunLoop& runLoop, AlertPanels& aler
     , m_form(std::make_unique<Ui::ProfilePage>())
     , ProfileEditor(sheets, alerts, store)
 {
+    traceEntry(className, "init");
     m_form->setupUi(this);
     setUpTable();
 }
@@ -74,6 +75,7 @@ void ProfilePageController::setUpTable()
 
 void ProfilePageController::awakeFromNib()
 {
+    traceEntry(className, "awakeFromNib");
     m_form->profileList->setDoubleAction([this] { OnActivate(); });
     connect(m_form->Add, &QPushButton::clicked, this, [this] { OnAdd(); });
     connect(m_form->Edit, &QPushButton::clicked, this, [this] { OnEdit(); });
@@ -91,6 +93,7 @@ void ProfilePageController::awakeFromNib()
 
 void ProfilePageController::OnTimer()
 {
+    traceEntry(className, "OnTimer");
     reloadData();
 }
 
@@ -104,6 +107,7 @@ void ProfilePageController::reloadData()
 
 void ProfilePageController::ClearProfileList()
 {
+    traceEntry(className, "ClearProfileList");
     profileData.clear();
     reloadData();
 }

@@ -1,5 +1,6 @@
 #include "survey/ui/HiddenSSIDController.h"
 
+#include "app/shared/Trace.h"
 #include "platform/NetworkName.h"
 #include "platform/ui/ModalSheets.h"
 #include "survey/ui/SheetReceivers.h"
@@ -7,6 +8,7 @@
 
 namespace {
 
+constexpr char className[] = "HiddenSSIDController";
 constexpr qsizetype longestSsid = 32; // bytes, IEEE 802.11
 
 } // namespace
@@ -26,6 +28,7 @@ HiddenSSIDController::~HiddenSSIDController() = default;
 
 void HiddenSSIDController::OnOK()
 {
+    traceEntry(className, "OnOK");
     const QByteArray name = bytesFromText(m_form->HiddenSSIDText->text()).left(longestSsid);
     SiteSurvey.ReceiveHiddenSSID(name.toStdString());
     m_sheets.stopModalWithCode(sheetAccepted);
@@ -33,6 +36,7 @@ void HiddenSSIDController::OnOK()
 
 void HiddenSSIDController::OnCANCEL()
 {
+    traceEntry(className, "OnCANCEL");
     m_sheets.stopModalWithCode(sheetCancelled);
 }
 

@@ -61,6 +61,7 @@ SiteSurveyPageController::SiteSurveyPageController(VX7100Access& adapter, RunLoo
     , WEPSetting(sheets, alerts, *this)
     , HiddenSSID(sheets, *this)
 {
+    traceEntry(className, "init");
     m_form->setupUi(this);
     setUpTable();
 }
@@ -86,6 +87,7 @@ void SiteSurveyPageController::setUpTable()
 
 void SiteSurveyPageController::awakeFromNib()
 {
+    traceEntry(className, "awakeFromNib");
     m_form->ApList->setDoubleAction([this] { OnConnect(); });
     connect(m_form->Connect, &QPushButton::clicked, this, [this] { OnConnect(); });
     connect(m_form->AddProfile, &QPushButton::clicked, this, [this] { OnAddProfile(); });
@@ -100,6 +102,7 @@ void SiteSurveyPageController::awakeFromNib()
 
 void SiteSurveyPageController::StartSiteSurveyTimer()
 {
+    traceEntry(className, "StartSiteSurveyTimer");
     // A card that stopped answering for a moment is brought into use again without a stop in between. The new timer
     // replaces the old one: two of them would probe the link twice as often and could not both be stopped.
     SiteSurveyTimer = m_runLoop.scheduleRepeatingTimer(timerInterval, [this] { OnTimer(); });
@@ -108,6 +111,7 @@ void SiteSurveyPageController::StartSiteSurveyTimer()
 
 void SiteSurveyPageController::StopSiteSurveyTimer()
 {
+    traceEntry(className, "StopSiteSurveyTimer");
     SiteSurveyTimer.reset();
     m_joinProgress.reset();
     m_form->ApList->updateEmptyText();
@@ -116,6 +120,7 @@ void SiteSurveyPageController::StopSiteSurveyTimer()
 
 void SiteSurveyPageController::OnTimer()
 {
+    traceEntry(className, "OnTimer");
     if (G_bDeviceExist == 0)
         return;
     ProbeConnectStatus();
@@ -126,6 +131,7 @@ void SiteSurveyPageController::OnTimer()
 
 void SiteSurveyPageController::OnRescan()
 {
+    traceEntry(className, "OnRescan");
     queueRescan();
 }
 
@@ -136,8 +142,8 @@ void SiteSurveyPageController::RefreshAPList()
 
 void SiteSurveyPageController::RescanTimeFunc()
 {
-    traceEntry(className, "RefreshAPList");
-    ClearAPList();
+    traceEntry(className, "RefreshAPList"); // the one line of a refresh
+    clearRows();
     if (G_pBssidList) {
         AccessPointRowsResult result = accessPointRows(*G_pBssidList, m_assertions);
         tableData = std::move(result.rows);
@@ -149,6 +155,12 @@ void SiteSurveyPageController::RescanTimeFunc()
 }
 
 void SiteSurveyPageController::ClearAPList()
+{
+    traceEntry(className, "ClearAPList");
+    clearRows();
+}
+
+void SiteSurveyPageController::clearRows()
 {
     tableData.clear();
     reloadData();
@@ -267,6 +279,18 @@ void SiteSurveyPageController::join(const NetworkChoice& choice, std::unique_ptr
         m_profilePage->DisabledActivateProfile();
 }
 
+void SiteSurveyPageController::ReceiveWEPsetting(const SecuritySettings& settings)
+{
+    traceEntry(className, "ReceiveWEPsetting");
+    m_securitySettings = settings;
+}
+
+void SiteSurveyPageController::ReceiveHiddenSSID(const std::string& HiddenSSIDtext)
+{
+    traceEntry(className, "ReceiveHiddenSSID");
+    m_hiddenName = HiddenSSIDtext;
+}
+
 void SiteSurveyPageController::queueAndFollow(std::unique_ptr<PROFILE_DATA> record, const NDIS_802_11_SSID& ssid)
 {
     m_queuedConnection = queueConnection(std::move(record));
@@ -279,6 +303,7 @@ void SiteSurveyPageController::queueAndFollow(std::unique_ptr<PROFILE_DATA> reco
 
 void SiteSurveyPageController::UpdateConnectStatus(const QString& text)
 {
+    traceEntry(className, "UpdateConnectStatus");
     m_form->ConnectStatus->setText(shownText(text));
 }
 
@@ -294,12 +319,14 @@ void SiteSurveyPageController::ProbeConnectStatus()
 
 void SiteSurveyPageController::resetFlag()
 {
+    traceEntry(className, "resetFlag");
     m_connection.SetSsid = 0;
     m_connection.SetBssid = 0;
 }
 
 void SiteSurveyPageController::SetTaskQueue(std::unique_ptr<PROFILE_DATA> record)
 {
+    traceEntry(className, "SetTaskQueue");
     const NDIS_802_11_SSID ssid = record->Ssid;
     queueAndFollow(std::move(record), ssid);
 }

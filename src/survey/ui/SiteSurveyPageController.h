@@ -80,6 +80,7 @@ public:
 private:
     void setUpTable();
     void RescanTimeFunc();
+    void clearRows();
     void reloadData() override;
     void showJoinProgress();
     void queueAndFollow(std::unique_ptr<PROFILE_DATA> record, const NDIS_802_11_SSID& ssid);
@@ -90,8 +91,8 @@ private:
     [[nodiscard]] bool askForHiddenName(NetworkChoice& choice);
     [[nodiscard]] bool askForSecuritySettings(WpaClass wpaClass, bool tkip);
     void join(const NetworkChoice& choice, std::unique_ptr<PROFILE_DATA> record);
-    void ReceiveWEPsetting(const SecuritySettings& settings) override { m_securitySettings = settings; }
-    void ReceiveHiddenSSID(const std::string& HiddenSSIDtext) override { m_hiddenName = HiddenSSIDtext; }
+    void ReceiveWEPsetting(const SecuritySettings& settings) override;
+    void ReceiveHiddenSSID(const std::string& HiddenSSIDtext) override;
 
     VX7100Access& Adapter;
     RunLoop& m_runLoop;

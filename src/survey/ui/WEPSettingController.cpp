@@ -1,11 +1,18 @@
 #include "survey/ui/WEPSettingController.h"
 
 #include "app/shared/SharedState.h"
+#include "app/shared/Trace.h"
 #include "platform/AlertPanels.h"
 #include "platform/ui/ModalSheets.h"
 #include "survey/SecurityControlRules.h"
 #include "survey/ui/SheetReceivers.h"
 #include "ui_WEPSetting.h"
+
+namespace {
+
+constexpr char className[] = "WEPSettingController";
+
+} // namespace
 
 WEPSettingController::WEPSettingController(
     ModalSheets& sheets, AlertPanels& alerts, SecuritySettingsReceiver& siteSurvey, QWidget* parent)
@@ -22,6 +29,7 @@ WEPSettingController::~WEPSettingController() = default;
 
 void WEPSettingController::awakeFromNib()
 {
+    traceEntry(className, "awakeFromNib");
     m_form->AuthenType->selectItemAtIndex(0);
     m_form->EncryType->selectItemAtIndex(0);
     m_form->keyFields->selectHexadecimal();
@@ -43,6 +51,7 @@ void WEPSettingController::connectControls()
 
 void WEPSettingController::setAuthenTypeComboText(int kind)
 {
+    traceEntry(className, "setAuthenTypeComboText");
     const auto items = authenticationItems(kind);
     if (!items)
         return;
@@ -52,21 +61,25 @@ void WEPSettingController::setAuthenTypeComboText(int kind)
 
 void WEPSettingController::setAuthenTypeCombo(int index)
 {
+    traceEntry(className, "setAuthenTypeCombo");
     m_form->AuthenType->selectItemAtIndex(index);
 }
 
 void WEPSettingController::setEncryTypeCombo(int index)
 {
+    traceEntry(className, "setEncryTypeCombo");
     m_form->EncryType->selectItemAtIndex(index);
 }
 
 int WEPSettingController::getAuthenTypeCombo() const
 {
+    traceEntry(className, "getAuthenTypeCombo");
     return m_form->AuthenType->indexOfSelectedItem();
 }
 
 void WEPSettingController::clearText()
 {
+    traceEntry(className, "clearText");
     m_form->keyFields->hideKeys();
     m_form->keyFields->clearTexts();
     OnSelchangeAuthType();
@@ -80,16 +93,19 @@ void WEPSettingController::focusFirstKey()
 
 void WEPSettingController::OnAuthType()
 {
+    traceEntry(className, "OnAuthType");
     OnSelchangeAuthType();
 }
 
 void WEPSettingController::OnEncryType()
 {
+    traceEntry(className, "OnEncryType");
     OnSelchangeEncryptionType();
 }
 
 void WEPSettingController::OnSelchangeAuthType()
 {
+    traceEntry(className, "OnSelchangeAuthType");
     const int authenType = m_form->AuthenType->indexOfSelectedItem();
     const std::int32_t family = authenType == wpaAuthenTypeIndex ? 1 : 0;
     const bool familyChanged = family != selFlag;
@@ -108,6 +124,7 @@ void WEPSettingController::OnSelchangeAuthType()
 
 void WEPSettingController::OnSelchangeEncryptionType()
 {
+    traceEntry(className, "OnSelchangeEncryptionType");
     selAuth = m_form->AuthenType->indexOfSelectedItem();
     selEncry = m_form->EncryType->indexOfSelectedItem();
     m_form->keyFields->enableFor(selAuth, selEncry);
@@ -115,6 +132,7 @@ void WEPSettingController::OnSelchangeEncryptionType()
 
 bool WEPSettingController::VerifyKey(const KeyControls& controls)
 {
+    traceEntry(className, "VerifyKey");
     const auto refusal = keyRefusal(controls);
     if (refusal)
         m_alerts.NSRunAlertPanel(*refusal, QString(), QStringLiteral("OK"));
@@ -123,8 +141,9 @@ bool WEPSettingController::VerifyKey(const KeyControls& controls)
 
 void WEPSettingController::OnOK()
 {
-    const KeyControls controls
-        = m_form->keyFields->keyControls(getAuthenTypeCombo(), m_form->EncryType->indexOfSelectedItem());
+    traceEntry(className, "OnOK");
+    const KeyControls controls = m_form->keyFields->keyControls(
+        m_form->AuthenType->indexOfSelectedItem(), m_form->EncryType->indexOfSelectedItem());
     if (controls.authenTypeIndex != selAuth && controls.encryTypeIndex != selEncry) {
         m_alerts.NSRunAlertPanel(
             QStringLiteral("Encryption type is incorrect, please re-select the correct Encryption type."), QString(),
@@ -147,5 +166,6 @@ void WEPSettingController::OnOK()
 
 void WEPSettingController::OnCANCEL()
 {
+    traceEntry(className, "OnCANCEL");
     m_sheets.stopModalWithCode(sheetCancelled);
 }

@@ -1,0 +1,84 @@
+#include "tests/profiles/ui/ProfileEditorFixture.h"
+#include "tests/profiles/ui/ProfilePageFixture.h"
+#include "tests/support/DebugTraces.h"
+
+namespace {
+
+class ProfilePageTraces : public ProfilePageFixture {
+protected:
+    static std::string lines(const std::vector<std::string>& methods)
+    {
+        return entries("ProfilePageController", methods);
+    }
+};
+
+TEST_F(ProfilePageTraces, EveryOperationTellsThatItIsEntered)
+{
+    EXPECT_EQ(traced(true, [this] { page.OnTimer(); }), lines({ "OnTimer" }));
+    EXPECT_EQ(traced(true, [this] { page.ClearProfileList(); }), lines({ "ClearProfileList" }));
+    EXPECT_EQ(traced(true, [this] { page.RefreshProfileList(); }), lines({ "RefreshProfileList", "ClearProfileList" }));
+    EXPECT_EQ(traced(true, [this] { page.OnEdit(); }), lines({ "OnEdit" }));
+    EXPECT_EQ(traced(true, [this] { page.OnDelete(); }), lines({ "OnDelete" }));
+    EXPECT_EQ(traced(true, [this] { page.OnActivate(); }), lines({ "OnActivate" }));
+    EXPECT_EQ(traced(true, [this] { page.DisabledActivateProfile(); }), lines({ "DisabledActivateProfile" }));
+}
+
+TEST_F(ProfilePageTraces, NothingIsToldWithoutTheFlag)
+{
+    const auto everything = [this] {
+        page.OnTimer();
+        page.RefreshProfileList();
+        page.OnEdit();
+        page.OnDelete();
+        page.OnActivate();
+    };
+    EXPECT_EQ(traced(false, everything), "");
+}
+
+class ProfileEditorTraces : public ProfileEditorFixture {
+protected:
+    static std::string lines(const std::vector<std::string>& methods)
+    {
+        return entries("ProfileEditorController", methods);
+    }
+};
+
+TEST_F(ProfileEditorTraces, OpeningsTellOfTheOperationsTheyGoThrough)
+{
+    EXPECT_EQ(traced(true, [this] { editor.AddInit(); }),
+        lines({ "AddInit", "GetBssidList", "GetNextProfileName", "OnSelchangeAuthType", "OnSelchangeEncryptionType",
+            "OnSelchangeEncryptionType" }));
+    editor.OnOK();
+    EXPECT_EQ(traced(true, [this] { editor.EditInit(0); }),
+        lines(
+            { "EditInit", "OnNetworkType", "setAuthenTypeComboText", "OnSelchangeAuthType", "OnSelchangeEncryptionType",
+                "OnSelchangeAuthType", "OnSelchangeEncryptionType", "OnSelchangeEncryptionType", "GetBssidList" }));
+    EXPECT_EQ(traced(true, [this] { EXPECT_TRUE(editor.AddProfile({})); }),
+        lines({ "AddProfile", "GetNextProfileName", "OnSelchangeAuthType", "OnSelchangeEncryptionType",
+            "OnSelchangeEncryptionType", "GetBssidList" }));
+}
+
+TEST_F(ProfileEditorTraces, ClosingTellsOfItsStepsAndOfNoKey)
+{
+    editor.AddInit();
+    choose(combo(u"AuthenType"_qs), 2);
+    type(field(u"WPAPreSharedKey"_qs), u"north by northwest"_qs);
+    EXPECT_EQ(
+        traced(true, [this] { editor.OnOK(); }), lines({ "OnOK", "VerifyKey", "createProfileData", "saveProfile" }));
+    editor.AddInit();
+    EXPECT_EQ(traced(true, [this] { editor.OnCANCEL(); }), lines({ "OnCANCEL" }));
+}
+
+TEST_F(ProfileEditorTraces, ThresholdsTellOfEachChange)
+{
+    const auto change = [this] {
+        control<QCheckBox>(u"RtsThresholdCheck"_qs).toggle();
+        control<QSlider>(u"RtsThresholdSlider"_qs).setValue(100);
+        control<QCheckBox>(u"FragThresholdCheck"_qs).toggle();
+        control<QSlider>(u"FragThresholdSlider"_qs).setValue(300);
+    };
+    EXPECT_EQ(traced(true, change), lines({ "OnSelRTS", "OnRtsSlider", "OnSelFrag", "OnFragSlider" }));
+    EXPECT_EQ(traced(false, change), "");
+}
+
+} // namespace
