@@ -37,16 +37,8 @@ constexpr std::array<Rate, 4> cckRates { {
     { "11 Mbps", 22 },
 } };
 
-constexpr std::array<Rate, 8> ofdmRates { {
-    { "6 Mbps", 12 },
-    { "9 Mbps", 18 },
-    { "12 Mbps", 24 },
-    { "18 Mbps", 36 },
-    { "24 Mbps", 48 },
-    { "36 Mbps", 72 },
-    { "48 Mbps", 96 },
-    { "54 Mbps", 108 },
-} };
+// The OFDM rates are those that the mixed list ends with.
+constexpr std::span<const Rate> ofdmRates = std::span(mixedRates).last<8>();
 
 constexpr NDIS_802_11_RATES cckAuto { 22, 11, 4, 2, 0, 0, 0, 0 };
 constexpr NDIS_802_11_RATES ofdmAuto { 108, 96, 72, 48, 36, 24, 18, 12 };

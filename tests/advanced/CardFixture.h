@@ -1,9 +1,9 @@
 #pragma once
 
-#include "app/shared/SharedState.h"
 #include "driver/VX7100Access.h"
 #include "driver/records/NdisRecords.h"
 #include "driver/records/VxRecords.h"
+#include "tests/support/InitialSharedState.h"
 #include "tests/support/RecordedRequests.h"
 #include "tests/support/RecordingAlertPanels.h"
 #include "tests/support/RecordingAssertionHandler.h"
@@ -15,24 +15,6 @@
 // An adapter over a recording registry, and the shared flags as they are at start.
 class CardFixture : public testing::Test {
 protected:
-    CardFixture() { resetFlags(); }
-    ~CardFixture() override { resetFlags(); }
-    CardFixture(const CardFixture&) = delete;
-    CardFixture& operator=(const CardFixture&) = delete;
-    CardFixture(CardFixture&&) = delete;
-    CardFixture& operator=(CardFixture&&) = delete;
-
-    static void resetFlags()
-    {
-        G_bSupportAMode = 0;
-        G_bRadio = 1;
-        G_bRescan = 0;
-        G_bCheckedProfileConnect = 0;
-        G_configFromProfile = 0;
-        G_enumWirelessMode = 0;
-        G_pBssidList.reset();
-    }
-
     void letDriverHaveMode(std::int32_t mode) { registry.answer(0x0D71010C, bytesOfRecord(mode)); }
     void letDriverHave(const VX_802_11_STA_CONFIG& configuration)
     {
@@ -41,6 +23,7 @@ protected:
 
     [[nodiscard]] std::vector<RecordedRequest> requests() const { return recordedRequests(registry); }
 
+    InitialSharedState sharedState;
     RecordingIORegistry registry;
     RecordingTickClock clock;
     RecordingAlertPanels alerts;

@@ -1,28 +1,11 @@
 #include "tests/advanced/ui/AdvancePageFixture.h"
 
-#include <QDir>
 #include <QFile>
-#include <QFileInfo>
-
-#include <functional>
-#include <utility>
 
 namespace {
 
 class AdvancePageApply : public AdvancePageFixture {
 protected:
-    // The page over a settings file with this text.
-    void openWithFile(const QByteArray& content)
-    {
-        ASSERT_TRUE(QDir().mkpath(QFileInfo(settingsFile()).path()));
-        QFile file(settingsFile());
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        ASSERT_EQ(file.write(content), content.size());
-        file.close();
-        open();
-    }
-    [[nodiscard]] QString unreadableFile() const { return settingsFile() + u".unreadable"_qs; }
-
     [[nodiscard]] std::vector<int> assertionLines() const
     {
         std::vector<int> lines;
@@ -31,37 +14,6 @@ protected:
         return lines;
     }
 };
-
-// Calls back when a widget has been enabled or disabled.
-class EnabledWatcher final : public QObject {
-public:
-    EnabledWatcher(QWidget& widget, std::function<void()> changed)
-        : m_changed(std::move(changed))
-    {
-        widget.installEventFilter(this);
-    }
-    bool eventFilter(QObject*, QEvent* event) override
-    {
-        if (event->type() == QEvent::EnabledChange)
-            m_changed();
-        return false;
-    }
-
-private:
-    std::function<void()> m_changed;
-};
-
-TEST_F(AdvancePageApply, BehindNoFileWritesFiveZeros)
-{
-    open();
-    EXPECT_EQ(apply(), (Requests { query(0x0D71010C, 4), query(0x0D710111, 32), set(0x0D810210, mixedAutoRates) }));
-    EXPECT_EQ(traces,
-        "#### AdvancePageController - OnApply -  nWirelessMode = 0, enumWirelessMode = 0,  G_enumWirelessMode = 0 "
-        "####\n");
-    EXPECT_EQ(stored(), (PropertyDictionaries { record(0, 0, 0, 0, 0) }));
-    const auto permissions = QFile::permissions(settingsFile());
-    EXPECT_FALSE(permissions.testAnyFlags(QFile::ReadGroup | QFile::ReadOther));
-}
 
 TEST_F(AdvancePageApply, SendsEverythingThatChanged)
 {
@@ -238,32 +190,6 @@ TEST_F(AdvancePageApply, GoesOnBehindARefusedSet)
     }
 }
 
-TEST_F(AdvancePageApply, StoresBehindTheLastRequestAndDisablesItsButtonsThen)
-{
-    store(3, 1, 1, 0, 0);
-    open();
-    choose(u"TXrate", 4);
-    const PropertyDictionaries before { record(3, 1, 1, 0, 0) };
-    const PropertyDictionaries behind { record(4, 1, 1, 0, 0) };
-    std::vector<std::uint32_t> oids;
-    registry.onCall = [&](const RecordedRegistryCall& call) {
-        if (call.call == RegistryCall::IOConnectMethodStructureIStructureO)
-            oids.push_back(call.index);
-        EXPECT_EQ(stored(), before);
-        EXPECT_TRUE(buttonsAreEnabled());
-    };
-    int timesDisabled = 0;
-    const EnabledWatcher watcher(button(u"Apply"), [&] {
-        ++timesDisabled;
-        EXPECT_EQ(stored(), behind);
-    });
-    (void)apply();
-    EXPECT_EQ(oids, (std::vector<std::uint32_t> { 0x0D71010C, 0x0D710111, 0x0DF10111, 0x0D810210 }));
-    EXPECT_EQ(timesDisabled, 1);
-    EXPECT_EQ(stored(), behind);
-    EXPECT_FALSE(buttonsAreEnabled());
-}
-
 TEST_F(AdvancePageApply, GivesAnUnknownStoredModeToTheDriverAndThenThatNoneIsSelected)
 {
     G_bSupportAMode = 1;
@@ -359,78 +285,6 @@ TEST_F(AdvancePageApply, SendsTheOfdmRatesOfMode2)
     choose(u"TXrate", 8);
     EXPECT_EQ(apply(),
         (Requests { query(0x0D71010C, 4), query(0x0D710111, 32), set(0x0D810210, NDIS_802_11_RATES { 108 }) }));
-}
-
-TEST_F(AdvancePageApply, StoresWithoutACardToo)
-{
-    registry.serviceCount = 0;
-    open();
-    choose(u"TXrate", 2);
-    EXPECT_EQ(apply(), Requests {});
-    // Both queries read as zeros, which is what the page has.
-    EXPECT_EQ(traces,
-        "#### AdvancePageController - OnApply -  nWirelessMode = 0, enumWirelessMode = 0,  G_enumWirelessMode = 0 "
-        "####\n");
-    EXPECT_EQ(stored(), (PropertyDictionaries { record(2, 0, 0, 0, 0) }));
-    EXPECT_FALSE(buttonsAreEnabled());
-    EXPECT_EQ(registry.held(), std::vector<std::uint32_t> {});
-}
-
-TEST_F(AdvancePageApply, ReplacesTheFirstRecordAndKeepsTheOthers)
-{
-    PropertyDictionary first = record(1, 0, 0, 0, 0);
-    first.set(u"Comment"_qs, u"mine"_qs);
-    ASSERT_TRUE(writeDictionariesFile(settingsFile(), { first, record(2, 2, 1, 1, 3) }));
-    open();
-    (void)apply();
-    EXPECT_EQ(stored(), (PropertyDictionaries { record(1, 0, 0, 0, 0), record(2, 2, 1, 1, 3) }));
-}
-
-TEST_F(AdvancePageApply, KeepsAnUnreadableFileBesideTheOneThatItWrites)
-{
-    openWithFile("<plist>broken");
-    EXPECT_EQ(shown(), (Shown { 0, 0, 0, false, false }));
-    (void)apply();
-    EXPECT_EQ(stored(), (PropertyDictionaries { record(0, 0, 0, 0, 0) }));
-    QFile kept(unreadableFile());
-    ASSERT_TRUE(kept.open(QIODevice::ReadOnly));
-    EXPECT_EQ(kept.readAll(), "<plist>broken");
-}
-
-TEST_F(AdvancePageApply, KeepsWhateverStandsBehindTheFirstRecord)
-{
-    const QByteArray others = "<string>mine</string><integer>5</integer>"
-                              "<dict><key>Tx Rate</key><integer>7</integer></dict><array><true/></array>";
-    openWithFile("<plist version=\"1.0\"><array><dict><key>Tx Rate</key><string>3</string></dict>" + others
-        + "</array></plist>");
-    EXPECT_EQ(shown(), (Shown { 0, 3, 0, false, false })) << "only the first record counts";
-    choose(u"BGprotection", 2);
-    (void)apply();
-
-    const auto root = readPropertyListFile(settingsFile());
-    ASSERT_TRUE(root && root->array());
-    PropertyArray records = *root->array();
-    EXPECT_EQ(dictionariesOf({ PropertyArray { records.front() } }), (PropertyDictionaries { record(3, 2, 0, 0, 0) }));
-    const auto expected = readPropertyList("<plist version=\"1.0\"><array>" + others + "</array></plist>");
-    ASSERT_TRUE(expected);
-    records.erase(records.begin());
-    EXPECT_TRUE(PropertyValue { records } == *expected);
-    EXPECT_FALSE(QFile::exists(unreadableFile())) << "the file could be read";
-}
-
-TEST_F(AdvancePageApply, DoesNotFailWithAFileThatCannotBeWritten)
-{
-    // A file stands where the folder would be.
-    QFile file(home.filePath(u"Library"_qs));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    open();
-    choose(u"TXrate", 2);
-    EXPECT_EQ(apply().size(), 3u);
-    EXPECT_FALSE(buttonsAreEnabled());
-    EXPECT_EQ(alerts.alerts.size(), 0u);
-    choose(u"TXrate", 5);
-    click(u"Reset");
-    EXPECT_EQ(shown().rate, 2) << "the page goes on with what was applied";
 }
 
 TEST_F(AdvancePageApply, EndsBeforeItStoresWhereAnAssertionFails)

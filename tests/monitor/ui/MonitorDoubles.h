@@ -1,8 +1,8 @@
 #pragma once
 
 #include "app/shared/Pages.h"
-#include "app/shared/SharedState.h"
 #include "driver/VX7100Access.h"
+#include "tests/support/InitialSharedState.h"
 #include "tests/support/ManualRunLoop.h"
 #include "tests/support/RecordedRequests.h"
 #include "tests/support/RecordingAlertPanels.h"
@@ -21,6 +21,7 @@ inline constexpr std::chrono::milliseconds monitorInterval { 2000 };
 // A card in use, whose records a test sets, and what a page needs beside it. The shared flags are as they are with a
 // card, and become again what they are at the start of the program.
 struct MonitoredCard {
+    InitialSharedState sharedState;
     RecordingIORegistry registry;
     RecordingTickClock clock;
     RecordingAlertPanels alerts;
@@ -28,14 +29,7 @@ struct MonitoredCard {
     ManualRunLoop runLoop;
     RecordingAssertionHandler assertions;
 
-    MonitoredCard()
-    {
-        resetFlags();
-        G_bDeviceExist = 1;
-    }
-    ~MonitoredCard() { resetFlags(); }
-    MonitoredCard(const MonitoredCard&) = delete;
-    MonitoredCard& operator=(const MonitoredCard&) = delete;
+    MonitoredCard() { G_bDeviceExist = 1; }
 
     template <typename Record> void answer(std::uint32_t oid, const Record& record)
     {
@@ -56,15 +50,6 @@ struct MonitoredCard {
         auto oids = registry.oids();
         registry.forgetCalls();
         return oids;
-    }
-
-private:
-    static void resetFlags()
-    {
-        G_bDeviceExist = 0;
-        G_bRadio = 1;
-        G_configFromProfile = 0;
-        G_bCheckedProfileConnect = 0;
     }
 };
 
