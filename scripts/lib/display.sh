@@ -15,12 +15,19 @@ startVirtualDisplay() {
     : >"$directory/display-number"
     Xvfb -displayfd 3 -screen 0 "${size}x24" -nolisten tcp 3>"$directory/display-number" >"$directory/xvfb.log" 2>&1 &
     atExit stopProcess $!
-    waitUntil 20 test -s "$directory/display-number" || fail "the virtual display did not start: $directory/xvfb.log"
+    if ! waitUntil 20 test -s "$directory/display-number"; then
+        cat "$directory/xvfb.log" >&2
+        fail "the virtual display did not start"
+    fi
     number=$(<"$directory/display-number")
     export DISPLAY=:$number
     openbox --sm-disable >"$directory/openbox.log" 2>&1 &
     atExit stopProcess $!
-    waitUntil 20 windowManagerRuns || fail "the window manager did not start: $directory/openbox.log"
+    # The folder may be gone with the script: what is in the logs is told now.
+    if ! waitUntil 20 windowManagerRuns; then
+        cat "$directory/xvfb.log" "$directory/openbox.log" >&2
+        fail "the window manager did not start on $DISPLAY"
+    fi
 }
 
 windowManagerRuns() {

@@ -32,3 +32,30 @@ picture() {
     convert "$work/second.ppm" "$pictures/$1.png"
     say "  $1.png"
 }
+
+failWithPicture() {
+    import -silent -window root "$pictures/failure.png"
+    fail "$1: $pictures/failure.png"
+}
+
+# isOpen TITLE: the number of the sheet's window is in sheet then.
+isOpen() {
+    sheet=$(xdotool search --onlyvisible --name "^$1\$" 2>/dev/null | head -n 1)
+    [[ -n $sheet ]]
+}
+
+isGone() {
+    ! xdotool search --onlyvisible --name "^$1\$" >/dev/null 2>&1
+}
+
+expectSheet() {
+    waitUntil 15 isOpen "$1" || failWithPicture "the sheet \"$1\" did not open"
+    xdotool windowactivate --sync "$sheet"
+}
+
+# leave TITLE KEY: ends the sheet with the key.
+leave() {
+    press "$2"
+    waitUntil 15 isGone "$1" || failWithPicture "the sheet \"$1\" stays"
+    xdotool windowactivate --sync "$window"
+}

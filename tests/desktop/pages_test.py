@@ -7,7 +7,7 @@ import re
 import sys
 
 import screen_reader as reader
-import session
+import steps
 from programs import join_open_network, wait_until
 
 HOME = pathlib.Path(os.environ["HOME"])
@@ -54,7 +54,7 @@ def figure(top, caption):
 
 
 def asks_for_the_statistics(top, simulator, utility):
-    session.meet_the_card(simulator)
+    steps.meet_the_card(simulator)
     calls = simulator.calls()
     first = calls.index(("OID_802_11_STATISTICS", False))
     assert calls[first:first + 3] == [
@@ -189,4 +189,4 @@ STEPS = [
 ]
 
 if __name__ == "__main__":
-    sys.exit(session.run(STEPS))
+    sys.exit(steps.run(STEPS))

@@ -9,7 +9,7 @@ import sys
 
 import check_mark
 import screen_reader as reader
-import session
+import steps
 from programs import wait_until
 
 HOME = pathlib.Path(os.environ["HOME"])
@@ -45,7 +45,7 @@ def select(top, utility, row):
 
 
 def makes_a_profile_by_hand(top, simulator, utility):
-    session.meet_the_card(simulator)
+    steps.meet_the_card(simulator)
     utility.press("alt+p")
     assert shown(top) == [], shown(top)
     with utility.sheet("Profile", "alt+a"):
@@ -65,7 +65,7 @@ def makes_a_profile_by_hand(top, simulator, utility):
 
 
 def makes_a_profile_of_a_network_in_range(top, simulator, utility):
-    session.choose_network(top, utility, SURVEYED)
+    steps.choose_network(top, utility, SURVEYED)
     with utility.sheet("Profile", "alt+f"):
         utility.press("alt+n", "ctrl+a")
         utility.type(SHOWN[1][0])
@@ -168,4 +168,4 @@ STEPS = [
 ]
 
 if __name__ == "__main__":
-    sys.exit(session.run(STEPS))
+    sys.exit(steps.run(STEPS))

@@ -3,7 +3,7 @@
 import sys
 
 import screen_reader as reader
-import session
+import steps
 from programs import wait_until
 
 TABS = ["Site Survey", "Profiles", "Link Status", "Statistics", "Advanced Settings", "About"]
@@ -78,7 +78,7 @@ def says_that_there_is_no_link(top, simulator, utility):
 
 def joins_the_network_that_is_chosen_with_the_keyboard(top, simulator, utility):
     network = next(network for network in simulator.status()["networks"] if network["ssid"] == NETWORK)
-    session.choose_network(top, utility, NETWORK)
+    steps.choose_network(top, utility, NETWORK)
     utility.press("Return")
     wait_until("the card is associated", lambda: simulator.status()["association"].get("bssid") == network["bssid"])
 
@@ -168,4 +168,4 @@ STEPS = [
 
 
 if __name__ == "__main__":
-    sys.exit(session.run(STEPS))
+    sys.exit(steps.run(STEPS))

@@ -10,14 +10,14 @@ import screen_reader as reader
 from programs import Simulator, Utility, holds_within, wait_until
 
 
-def run(steps):
+def run(claims):
     """With the folder of the programs as the test's argument; the exit code of the test."""
     folder = sys.argv[1]
     simulator = Simulator(folder)
     utility = Utility(folder, QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1")
     try:
         top = wait_until("the program is on the accessibility bus", reader.application)
-        for step in steps:
+        for step in claims:
             step(top, simulator, utility)
             print("the program", step.__name__.replace("_", " "), flush=True)
         simulator.end()
