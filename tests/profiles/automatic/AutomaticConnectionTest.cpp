@@ -1,4 +1,6 @@
 #include "driver/records/Oids.h"
+#include "survey/ProfileData.h"
+#include "survey/TaskQueue.h"
 #include "tests/profiles/automatic/AutomaticConnectionFixture.h"
 
 #include <QTimer>
@@ -20,6 +22,19 @@ protected:
         doubleClickProfile(table->numberOfRows() - 1);
         tick(ticksToSettle);
         ASSERT_EQ(connectedTo(), u"Anchor"_qs);
+    }
+
+    // The names in the full connections that wait to be made, the oldest first.
+    static Names queuedNames()
+    {
+        Names names;
+        for (auto task = ProfileDataQueue->rbegin(); task != ProfileDataQueue->rend(); ++task) {
+            const NDIS_802_11_SSID& ssid = (*task)->Profile()->Ssid;
+            if ((*task)->getTaskType() == CONNECT_TASK_FULL)
+                names.push_back(QString::fromUtf8(
+                    reinterpret_cast<const char*>(ssid.Ssid.data()), static_cast<int>(ssid.SsidLength)));
+        }
+        return names;
     }
 };
 
@@ -171,6 +186,55 @@ TEST_F(AutomaticConnectionTest, ConnectionByHandInBetweenEndsIt)
     EXPECT_EQ(connectedTo(), QString());
     EXPECT_EQ(mark(), u"0 UNCHECKMRK"_qs);
     EXPECT_EQ(G_configFromProfile, 0);
+}
+
+TEST_F(AutomaticConnectionTest, CardThatAsksAfterAConnectionByHandGetsNothing)
+{
+    addAnchorAndActivate();
+    selectInSurvey("Harbour Cafe");
+    press(survey, u"Connect"_qs);
+    tick(ticksToSettle);
+    ASSERT_EQ(setting()->front().text(ProfileKey::activeProfileFlag), u"NO"_qs);
+    const ProfileList before = *setting();
+
+    startRecording();
+    const SlowReset reset(simulator, 3);
+    tick();
+    EXPECT_GE(countOf(recordedIn(recording), u"VX_OID_802_11_READY_FLAG"), 3) << "the card was waited for all the same";
+    EXPECT_EQ(ProfileDataQueue->size(), 0u);
+    tick(ticksToSettle);
+    EXPECT_EQ(namesSet(), Names {});
+    const auto requests = recordedIn(recording);
+    EXPECT_TRUE(std::none_of(requests.begin(), requests.end(), [](const RecordedRequest& each) {
+        return each.set && each.name == u"OID_802_11_BSSID";
+    })) << "nor is it told to join by address";
+    EXPECT_EQ(connectedTo(), QString());
+    EXPECT_EQ(G_configFromProfile, 0);
+    EXPECT_EQ(setting(), before);
+}
+
+// The two ways to the same profile do not know of each other: it is queued once by the event and once by the card.
+TEST_F(AutomaticConnectionTest, CardThatComesBackAskingGetsTheStoredCopyTwice)
+{
+    addAnchorAndActivate();
+    sheets.users.emplace_back([](QDialog& editor) {
+        typeSsid(editor, u"Compass"_qs);
+        pressOk(editor);
+    });
+    table->selectRowNumber(0);
+    press(profiles, u"Edit"_qs);
+    ASSERT_EQ(store.loadRecords().front().text(ProfileKey::ssid), u"Compass"_qs);
+
+    reinsert();
+    simulator.run([this] { simulator.service().card().raiseEvent(); });
+    tick();
+    ASSERT_EQ(G_bDeviceExist, 1);
+    EXPECT_EQ(queuedNames(), (Names { u"Anchor"_qs, u"Anchor"_qs }));
+    EXPECT_TRUE(mark().startsWith(u"0 "));
+    tick(ticksToSettle);
+    EXPECT_EQ(namesSet(), (Names { u"Anchor"_qs, u"Anchor"_qs }));
+    EXPECT_EQ(connectedTo(), u"Anchor"_qs);
+    EXPECT_EQ(mark(), u"0 CHECKMRK"_qs);
 }
 
 TEST_F(AutomaticConnectionTest, ProfileAboveTheActiveOneDeletedLeavesTheOldNumber)

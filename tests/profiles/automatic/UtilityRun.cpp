@@ -1,17 +1,23 @@
-#include "tests/profiles/automatic/AutomaticConnectionFixture.h"
+#include "tests/profiles/automatic/UtilityRun.h"
 
 #include "app/shared/SharedState.h"
 #include "driver/BssidList.h"
 #include "driver/records/Oids.h"
+#include "platform/PropertyListFile.h"
 #include "platform/ui/Images.h"
 #include "survey/TaskQueue.h"
 
 #include <algorithm>
 
-AutomaticConnectionFixture::AutomaticConnectionFixture()
+UtilityRun::UtilityRun(SimulatedMachine& machine)
+    : m_machine(machine)
+    , prefs(machine.home + u"/config/settings.plist"_qs)
+    , registry({ machine.simulator.root() })
+    , store(prefs, preferencesFile(u"Profile.plist"_qs, machine.home))
+    , advanced(adapter, alerts, assertions, machine.home)
 {
     forgetSharedState();
-    clock.onDelay = [this](std::uint32_t ticks) { simulator.passTime(ticks * 1000 / ticksPerSecond); };
+    clock.onDelay = [this](std::uint32_t ticks) { m_machine.simulator.passTime(ticks * 1000 / ticksPerSecond); };
     survey.setProfilePage(&profiles);
     survey.setProfileEditor(&profiles.profileEditor());
     controller.awakeFromNib();
@@ -23,16 +29,15 @@ AutomaticConnectionFixture::AutomaticConnectionFixture()
         page->resize(900, 500);
         page->show();
     }
-    tick(2);
 }
 
-AutomaticConnectionFixture::~AutomaticConnectionFixture()
+UtilityRun::~UtilityRun()
 {
     forgetSharedState();
     ProfileDataQueue.reset();
 }
 
-void AutomaticConnectionFixture::forgetSharedState()
+void UtilityRun::forgetSharedState()
 {
     G_pBssidList.reset();
     G_bDeviceExist = 0;
@@ -46,24 +51,15 @@ void AutomaticConnectionFixture::forgetSharedState()
     G_encryCapa = 6;
 }
 
-void AutomaticConnectionFixture::tick(int count)
+void UtilityRun::tick(int count)
 {
     for (int done = 0; done < count; ++done) {
-        simulator.passTime(2000);
+        m_machine.simulator.passTime(2000);
         runLoop.advance(std::chrono::seconds(2));
     }
 }
 
-void AutomaticConnectionFixture::reinsert()
-{
-    eject();
-    tick(2);
-    EXPECT_EQ(G_bDeviceExist, 0);
-    startRecording();
-    insert();
-}
-
-void AutomaticConnectionFixture::addByHand(const QString& ssid, const QString& passphrase)
+void UtilityRun::addByHand(const QString& ssid, const QString& passphrase)
 {
     sheets.users.emplace_back([=](QDialog& editor) {
         typeSsid(editor, ssid);
@@ -77,9 +73,9 @@ void AutomaticConnectionFixture::addByHand(const QString& ssid, const QString& p
     ASSERT_TRUE(sheets.users.empty()) << "the editor did not come";
 }
 
-void AutomaticConnectionFixture::selectInSurvey(const std::string& ssid)
+void UtilityRun::selectInSurvey(const std::string& ssid)
 {
-    const auto& networks = simulator.scenario().networks;
+    const auto& networks = m_machine.simulator.scenario().networks;
     const auto network
         = std::find_if(networks.begin(), networks.end(), [&](const auto& each) { return each.ssid == ssid; });
     ASSERT_NE(network, networks.end());
@@ -90,7 +86,7 @@ void AutomaticConnectionFixture::selectInSurvey(const std::string& ssid)
     }
 }
 
-void AutomaticConnectionFixture::doubleClickProfile(int row)
+void UtilityRun::doubleClickProfile(int row)
 {
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&profiles));
     const QPoint middle = table->visualRect(table->model()->index(row, 1)).center();
@@ -98,7 +94,7 @@ void AutomaticConnectionFixture::doubleClickProfile(int row)
     QTest::mouseDClick(table->viewport(), Qt::LeftButton, {}, middle);
 }
 
-QString AutomaticConnectionFixture::connectedTo()
+QString UtilityRun::connectedTo()
 {
     std::uint32_t state = NdisMediaStateDisconnected;
     NDIS_802_11_SSID ssid {};
@@ -108,7 +104,7 @@ QString AutomaticConnectionFixture::connectedTo()
     return QString::fromUtf8(reinterpret_cast<const char*>(ssid.Ssid.data()), static_cast<int>(ssid.SsidLength));
 }
 
-QString AutomaticConnectionFixture::mark() const
+QString UtilityRun::mark() const
 {
     QString marks;
     for (int row = 0; row < table->numberOfRows(); ++row) {

@@ -1,0 +1,100 @@
+#include "survey/ProfileData.h"
+#include "survey/TaskQueue.h"
+#include "tests/profiles/automatic/UtilityRun.h"
+
+#include <memory>
+
+// The utility ends and is started again: the active profile is the one thing that it goes on with.
+
+namespace {
+
+using Names = std::vector<QString>;
+
+class NewStartTest : public testing::Test, protected SimulatedMachine {
+protected:
+    NewStartTest()
+    {
+        run->tick(2);
+        run->addByHand(u"Harbour Cafe"_qs);
+        run->addByHand(u"Anchor"_qs, u"anchor and chain"_qs);
+        run->doubleClickProfile(1);
+        run->tick(UtilityRun::ticksToSettle);
+        EXPECT_EQ(run->connectedTo(), u"Anchor"_qs);
+        EXPECT_EQ(run->mark(), u"1 CHECKMRK"_qs);
+    }
+
+    // Ends the utility and starts it over the same files, with a card that has forgotten its connection.
+    void startAnew()
+    {
+        run.reset();
+        moveHome();
+        eject();
+        insert();
+        startRecording();
+        run = newRun();
+        ASSERT_EQ(ProfileDataQueue->size(), 0u);
+        ASSERT_EQ(run->mark(), QString());
+    }
+
+    [[nodiscard]] std::unique_ptr<UtilityRun> newRun()
+    {
+        return std::make_unique<UtilityRun>(static_cast<SimulatedMachine&>(*this));
+    }
+
+    std::unique_ptr<UtilityRun> run { newRun() };
+};
+
+TEST_F(NewStartTest, QueuesTheActiveProfileWhenTheCardIsFoundAndMarksItsRow)
+{
+    startAnew();
+    EXPECT_EQ(G_configFromProfile, 0);
+    run->tick();
+    ASSERT_EQ(G_bDeviceExist, 1);
+    EXPECT_EQ(run->table->numberOfRows(), 2);
+    EXPECT_TRUE(run->mark().startsWith(u"1 ")) << "whether checked or not";
+    EXPECT_EQ(G_configFromProfile, 1);
+    ASSERT_EQ(ProfileDataQueue->size(), 1u);
+    EXPECT_EQ(TaskQueue::GetTaskObject()->getTaskType(), CONNECT_TASK_FULL);
+    const NDIS_802_11_SSID& ssid = TaskQueue::GetTaskObject()->Profile()->Ssid;
+    EXPECT_EQ(QByteArray(reinterpret_cast<const char*>(ssid.Ssid.data()), static_cast<int>(ssid.SsidLength)), "Anchor");
+
+    run->tick(UtilityRun::ticksToSettle);
+    EXPECT_EQ(namesSet(), Names { u"Anchor"_qs });
+    EXPECT_EQ(run->connectedTo(), u"Anchor"_qs);
+    EXPECT_EQ(run->mark(), u"1 CHECKMRK"_qs);
+}
+
+TEST_F(NewStartTest, AppliesWhatWasActivatedAndNotWhatTheListHasSince)
+{
+    run->sheets.users.emplace_back([](QDialog& editor) {
+        typeSsid(editor, u"Compass"_qs);
+        pressOk(editor);
+    });
+    run->table->selectRowNumber(1);
+    press(run->profiles, u"Edit"_qs);
+    startAnew();
+    ASSERT_EQ(run->store.loadRecords()[1].text(ProfileKey::ssid), u"Compass"_qs);
+    run->tick(UtilityRun::ticksToSettle);
+    EXPECT_EQ(namesSet(), Names { u"Anchor"_qs });
+    EXPECT_EQ(run->connectedTo(), u"Anchor"_qs);
+}
+
+TEST_F(NewStartTest, QueuesNothingAfterAConnectionByHand)
+{
+    run->selectInSurvey("Harbour Cafe");
+    press(run->survey, u"Connect"_qs);
+    run->tick(UtilityRun::ticksToSettle);
+    ASSERT_EQ(run->connectedTo(), u"Harbour Cafe"_qs);
+    startAnew();
+    run->tick();
+    ASSERT_EQ(G_bDeviceExist, 1);
+    EXPECT_EQ(run->setting()->front().text(ProfileKey::activeProfileFlag), u"NO"_qs);
+    EXPECT_EQ(ProfileDataQueue->size(), 0u);
+    run->tick(UtilityRun::ticksToSettle);
+    EXPECT_EQ(namesSet(), Names {});
+    EXPECT_EQ(run->connectedTo(), QString());
+    EXPECT_EQ(run->mark(), QString());
+    EXPECT_EQ(G_configFromProfile, 0);
+}
+
+} // namespace
