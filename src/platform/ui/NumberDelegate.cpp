@@ -2,6 +2,5 @@
 
 QString NumberDelegate::displayText(const QVariant& value, const QLocale& locale) const
 {
-    constexpr char16_t enSpace = 0x2002;
-    return QStyledItemDelegate::displayText(value, locale) + QChar(enSpace);
+    return QStyledItemDelegate::displayText(value, locale) + spaceAfterFigures;
 }

@@ -2,6 +2,8 @@
 
 #include <QStyledItemDelegate>
 
+inline constexpr QChar spaceAfterFigures(0x2002); // an en space
+
 // Shows figures, which stand at the right of their column, a little apart from what the next column begins with.
 class NumberDelegate : public QStyledItemDelegate {
     Q_OBJECT

@@ -1,6 +1,7 @@
 #include "platform/ui/TableView.h"
 
-#include <QHeaderView>
+#include "platform/ui/TableHeader.h"
+
 #include <QKeyEvent>
 #include <QPaintEvent>
 #include <QPainter>
@@ -59,7 +60,8 @@ TableView::TableView(QWidget* parent)
 
 void TableView::setUpHeaders()
 {
-    QHeaderView* const header = horizontalHeader();
+    auto* const header = new TableHeader(this);
+    setHorizontalHeader(header);
     header->setSortIndicatorClearable(true);
     header->setSortIndicator(-1, Qt::AscendingOrder);
     header->setHighlightSections(false);

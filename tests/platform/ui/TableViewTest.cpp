@@ -126,6 +126,26 @@ TEST_F(TableViewTest, ShowsWhatTheSourceSays)
     EXPECT_EQ(table.model()->index(2, 1).data(Qt::ToolTipRole).toString(), u"tip 2"_qs);
 }
 
+TEST_F(TableViewTest, HeadingAtTheRightIsShownWholeAndApartFromTheNext)
+{
+    table.reloadData();
+    show();
+    QHeaderView& header = *table.horizontalHeader();
+    const int figure = 2;
+    const QString title = u"Figure"_qs;
+    const int space = header.fontMetrics().horizontalAdvance(QChar(0x2002));
+    EXPECT_GT(space, 0);
+    EXPECT_GE(header.sectionSizeHint(figure), header.fontMetrics().horizontalAdvance(title) + space);
+    EXPECT_GE(header.sectionSize(figure), header.sectionSizeHint(figure));
+    // Nothing is drawn in the space at the end of the heading, whose lower half is free of the header's own lines.
+    const int right = header.sectionViewportPosition(figure) + header.sectionSize(figure);
+    const QImage image = header.viewport()->grab().toImage();
+    const int middle = header.height() / 2;
+    const QRgb background = image.pixel(right - space / 2, middle);
+    for (int x = right - space; x < right - 2; ++x)
+        EXPECT_EQ(image.pixel(x, middle), background) << x;
+}
+
 TEST_F(TableViewTest, SortsByAHeaderUpThenDownThenNotAtAll)
 {
     table.reloadData();
