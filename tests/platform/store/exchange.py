@@ -1,28 +1,59 @@
 #!/usr/bin/python3
 """Property lists by another implementation: lists of dictionaries of texts, as JSON on the other side.
 
-    exchange.py to-json LIST.plist OUT.json      reads with plistlib
-    exchange.py to-plist IN.json LIST.plist      writes with plistlib
+    exchange.py to-json LIST.plist OUT.json          reads with plistlib
+    exchange.py to-plist IN.json LIST.plist          writes with plistlib
+    exchange.py domain-to-json DOMAIN.plist OUT.json
+    exchange.py domain-to-plist IN.json DOMAIN.plist
 
-JSON holds each dictionary as a list of [key, text], so that the order of keys stays."""
+JSON holds each dictionary as a list of [key, text], so that the order of keys stays. A domain is a dictionary of such
+lists, and a list of [key, list] in JSON."""
 
 import json
 import plistlib
 import sys
 
 
+def pairs_of(dictionaries):
+    return [list(map(list, dictionary.items())) for dictionary in dictionaries]
+
+
+def dictionaries_of(pairs):
+    return [dict(each) for each in pairs]
+
+
+def read_plist(path):
+    with open(path, "rb") as file:
+        return plistlib.load(file, fmt=plistlib.FMT_XML)
+
+
+def write_plist(path, root):
+    with open(path, "wb") as file:
+        plistlib.dump(root, file, fmt=plistlib.FMT_XML, sort_keys=False)
+
+
+def read_json(path):
+    with open(path, encoding="utf-8") as file:
+        return json.load(file)
+
+
+def write_json(path, root):
+    with open(path, "w", encoding="ascii") as file:
+        json.dump(root, file)
+
+
 def main():
     direction, source, target = sys.argv[1:]
     if direction == "to-json":
-        with open(source, "rb") as file:
-            dictionaries = plistlib.load(file, fmt=plistlib.FMT_XML)
-        with open(target, "w", encoding="ascii") as file:
-            json.dump([list(map(list, dictionary.items())) for dictionary in dictionaries], file)
+        write_json(target, pairs_of(read_plist(source)))
+    elif direction == "to-plist":
+        write_plist(target, dictionaries_of(read_json(source)))
+    elif direction == "domain-to-json":
+        write_json(target, [[key, pairs_of(array)] for key, array in read_plist(source).items()])
+    elif direction == "domain-to-plist":
+        write_plist(target, {key: dictionaries_of(array) for key, array in read_json(source)})
     else:
-        with open(source, encoding="utf-8") as file:
-            dictionaries = [dict(pairs) for pairs in json.load(file)]
-        with open(target, "wb") as file:
-            plistlib.dump(dictionaries, file, fmt=plistlib.FMT_XML, sort_keys=False)
+        sys.exit(f"exchange.py: no direction {direction}")
 
 
 main()

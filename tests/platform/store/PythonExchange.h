@@ -1,0 +1,66 @@
+#pragma once
+
+#include "platform/PropertyDictionary.h"
+
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QProcess>
+#include <QString>
+
+// Property lists through Python's plistlib (exchange.py), with JSON on its other side: a dictionary of texts is a list of
+// [key, text] there.
+
+inline QJsonArray jsonOf(const PropertyDictionary& dictionary)
+{
+    QJsonArray pairs;
+    for (const auto& [key, text] : dictionary)
+        pairs.append(QJsonArray { key, text });
+    return pairs;
+}
+
+inline QJsonArray jsonOf(const PropertyDictionaries& list)
+{
+    QJsonArray array;
+    for (const PropertyDictionary& dictionary : list)
+        array.append(jsonOf(dictionary));
+    return array;
+}
+
+inline PropertyDictionary dictionaryOf(const QJsonArray& pairs)
+{
+    PropertyDictionary dictionary;
+    for (const auto& pair : pairs)
+        dictionary.set(pair.toArray().at(0).toString(), pair.toArray().at(1).toString());
+    return dictionary;
+}
+
+inline PropertyDictionaries dictionariesOfJson(const QJsonArray& array)
+{
+    PropertyDictionaries list;
+    for (const auto& pairs : array)
+        list.push_back(dictionaryOf(pairs.toArray()));
+    return list;
+}
+
+inline bool writeJson(const QString& path, const QJsonArray& array)
+{
+    QFile file(path);
+    const QByteArray bytes = QJsonDocument(array).toJson();
+    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+}
+
+inline QJsonArray readJson(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? QJsonDocument::fromJson(file.readAll()).array() : QJsonArray();
+}
+
+// False when the program could not do it.
+inline bool exchange(const QString& direction, const QString& source, const QString& target)
+{
+    QProcess python;
+    python.setProcessChannelMode(QProcess::ForwardedChannels);
+    python.start(QStringLiteral("/usr/bin/python3"), { QStringLiteral(EXCHANGE_PROGRAM), direction, source, target });
+    return python.waitForFinished() && python.exitStatus() == QProcess::NormalExit && python.exitCode() == 0;
+}
