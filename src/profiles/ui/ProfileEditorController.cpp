@@ -246,6 +246,7 @@ void ProfileEditorController::OnNetworkType()
     traceEntry(className, "OnNetworkType");
     const int networkType = m_form->NetworkType->indexOfSelectedItem();
     const bool enabled = channelEnabled(networkType);
+    m_form->preambleLabel->setEnabled(enabled);
     m_form->PreambleType->setEnabled(enabled);
     m_form->ChannelText->setEnabled(enabled);
     m_form->Channel->setEnabled(enabled);

@@ -20,6 +20,9 @@ HiddenSSIDController::HiddenSSIDController(ModalSheets& sheets, HiddenSSIDReceiv
     , m_form(std::make_unique<Ui::HiddenSSID>())
 {
     m_form->setupUi(this);
+    // A name of full length shows whole.
+    QLineEdit& field = *m_form->HiddenSSIDText;
+    field.setMinimumWidth(field.fontMetrics().horizontalAdvance(QString(longestSsid + 2, u'n')));
     connect(m_form->buttons, &QDialogButtonBox::accepted, this, [this] { OnOK(); });
     connect(m_form->buttons, &QDialogButtonBox::rejected, this, [this] { OnCANCEL(); });
 }

@@ -68,6 +68,7 @@ KeyControls KeyFields::keyControls(int authenTypeIndex, int encryTypeIndex) cons
 void KeyFields::enableFor(int authenTypeIndex, int encryTypeIndex)
 {
     if (const auto enabled = keyFieldsEnabled(authenTypeIndex, encryTypeIndex)) {
+        m_form->presharedKeyLabel->setEnabled(enabled->presharedKey);
         m_form->WPAPreSharedKey->setEnabled(enabled->presharedKey);
         for (const Row& row : m_rows) {
             row.radio->setEnabled(enabled->wepKeys);

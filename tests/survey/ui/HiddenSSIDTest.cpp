@@ -76,4 +76,15 @@ TEST_F(HiddenSSIDTest, CancelHandsNothingBack)
     EXPECT_EQ(sheets.stops, (std::vector { 0 }));
 }
 
+TEST_F(HiddenSSIDTest, NameOfFullLengthShowsWhole)
+{
+    sheet.adjustSize();
+    text->setText(QString(32, u'n'));
+    text->home(false);
+    const int before = text->inputMethodQuery(Qt::ImCursorRectangle).toRectF().toRect().left();
+    text->end(false);
+    const int shown = text->inputMethodQuery(Qt::ImCursorRectangle).toRectF().toRect().left() - before;
+    EXPECT_GE(shown, text->fontMetrics().horizontalAdvance(text->text()) - 2);
+}
+
 } // namespace

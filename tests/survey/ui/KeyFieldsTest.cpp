@@ -76,6 +76,7 @@ TEST_F(KeyFieldsTest, EnablesWhatTheChoicesUseAndTellsOfNothingElse)
     fields.enableFor(openAuthentication, wep);
     EXPECT_TRUE(keyText(1).isEnabled());
     EXPECT_FALSE(presharedKey().isEnabled());
+    EXPECT_FALSE(control<QLabel>(u"presharedKeyLabel"_qs).isEnabled());
     EXPECT_NE(hint(1), QString());
     EXPECT_EQ(presharedKeyHint(), QString());
     fields.enableFor(wpa, none);
