@@ -42,10 +42,10 @@ QByteArray bytesOf(const KeyRecord& record)
     return QByteArray(reinterpret_cast<const char*>(record.data()), static_cast<qsizetype>(record.size())).toHex();
 }
 
-// The key material of a pre-shared key record.
+// The key material of a pre-shared key record, bytes 28 to 59.
 QByteArray presharedKeyIn(const PROFILE_DATA& record)
 {
-    return bytesOf(record.pWpaKey).mid(2 * 28, 2 * 32);
+    return bytesOf(record.pWpaKey).mid(56, 64);
 }
 
 bool hasNoKeys(const PROFILE_DATA& record)
@@ -181,8 +181,8 @@ TEST(ProfileConnection, MarksNoKeyWhereTheTransmitKeyIsNone)
 TEST(ProfileConnection, DropsTheLastDigitOfAnOddKey)
 {
     const auto record = connectionWith({ encryption(1), { u"WEPKey2"_qs, u"01234567891"_qs } });
-    EXPECT_EQ(bytesOf(record->pWepKey[1]).mid(2 * 8, 8), "05000000");
-    EXPECT_EQ(bytesOf(record->pWepKey[1]).mid(2 * 28, 10), "0123456789");
+    EXPECT_EQ(bytesOf(record->pWepKey[1]).mid(16, 8), "05000000");
+    EXPECT_EQ(bytesOf(record->pWepKey[1]).mid(56, 10), "0123456789");
     EXPECT_TRUE(connectionWith({ encryption(1), { u"WEPKey2"_qs, u"0"_qs } })->pWepKey[1].empty());
 }
 
