@@ -19,7 +19,7 @@ namespace {
 constexpr mode_t privateFileMode = 0600;
 constexpr mode_t privateFolderMode = 0700;
 constexpr int keptFileLimit = 1000; // more than this many damaged files are nobody's to keep
-constexpr int openingLimit = 100; // each waits for a program that is writing the same file
+constexpr int openingLimit = 100; // other programs may make and remove the second file in between
 
 bool writeAll(int descriptor, const QByteArray& content)
 {
@@ -47,22 +47,23 @@ bool hasName(const FileDescriptor& file, const QByteArray& name)
         && opened.st_ino == named.st_ino;
 }
 
-// Until the descriptor is closed, and by the end of its process at the latest. Where the file system knows no locks,
-// there is nobody to wait for.
-void lock(const FileDescriptor& file)
+// Until the descriptor is closed, and by the end of its process at the latest. False while another program holds it: that
+// one is not waited for, since it could be one that was stopped. Where the file system knows no locks, nobody does.
+bool lock(const FileDescriptor& file)
 {
-    while (::flock(file.get(), LOCK_EX) != 0 && errno == EINTR) { }
+    return ::flock(file.get(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
 }
 
 // Removes a second file that nobody writes any more: whoever writes one holds its lock. A link in its place is
-// removed, never followed.
-void removeLeftover(const QByteArray& name)
+// removed, never followed. False while it is being written.
+bool removeLeftover(const QByteArray& name)
 {
     const FileDescriptor leftover(::open(name.constData(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
-    if (leftover)
-        lock(leftover);
+    if (leftover && !lock(leftover))
+        return false;
     if (leftover ? hasName(leftover, name) : errno == ELOOP || errno == EACCES)
         (void)::unlink(name.constData());
+    return true;
 }
 
 // Makes the second file and locks it. Between the two, another program may take it for a leftover.
@@ -71,15 +72,10 @@ FileDescriptor makeSecondFile(const QByteArray& name)
     for (int attempt = 0; attempt < openingLimit; ++attempt) {
         FileDescriptor file(
             ::open(name.constData(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, privateFileMode));
-        if (!file && errno != EEXIST)
-            break;
-        if (!file) {
-            removeLeftover(name);
-            continue;
-        }
-        lock(file);
-        if (hasName(file, name))
+        if (file && lock(file) && hasName(file, name))
             return file;
+        if (!file && (errno != EEXIST || !removeLeftover(name)))
+            break;
     }
     return {};
 }

@@ -10,7 +10,7 @@
 // beside it, which is private from the moment it exists and takes the file's name once it is on the disk (fsync); a
 // symbolic link keeps pointing to the file. False on failure: the file is as it was, and nothing is left beside it.
 // The second file has ".being-written" added to the name: one that a program left behind when it ended is removed by
-// the next call, and of programs that write the same file at once each waits for the one before it.
+// the next call. Of programs that write the same file at once one succeeds; the others fail and wait for nobody.
 [[nodiscard]] bool writeFileAtomically(const QString& path, const QByteArray& content);
 
 // Where a symbolic link points to; the path itself otherwise.

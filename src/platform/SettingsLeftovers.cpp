@@ -64,11 +64,11 @@ void markTemporaryFile(const QFileDevice& temporaryFile)
     (void)::linkat(AT_FDCWD, open.constData(), AT_FDCWD, mark.constData(), AT_SYMLINK_FOLLOW);
 }
 
-void removeTemporaryFiles(const QString& settingsPath)
+bool removeTemporaryFiles(const QString& settingsPath)
 {
     QLockFile lock(lockPath(settingsPath));
     if (!lock.tryLock(0))
-        return;
+        return false;
     const QByteArray mark = markName(settingsPath);
     struct stat marked { };
     const bool isMarked = ::lstat(mark.constData(), &marked) == 0;
@@ -82,4 +82,5 @@ void removeTemporaryFiles(const QString& settingsPath)
             (void)::unlink(path.constData());
     }
     (void)::unlink(mark.constData());
+    return true;
 }

@@ -14,5 +14,6 @@ void removeAbandonedLock(const QString& settingsPath);
 // well; a second name, the settings' own with ".being-written" added, lets it be told later.
 void markTemporaryFile(const QFileDevice& temporaryFile);
 
-// Removes the file that is marked and those that were never filled. Does nothing while another process saves.
-void removeTemporaryFiles(const QString& settingsPath);
+// Removes the file that is marked and those that were never filled. False, and nothing is done, while another process
+// saves.
+[[nodiscard]] bool removeTemporaryFiles(const QString& settingsPath);

@@ -103,38 +103,51 @@ SettingsUserDefaults::SettingsUserDefaults(const QString& path)
 
 std::optional<PropertyDictionaries> SettingsUserDefaults::arrayForKey(const QString& key) const
 {
-    const QVariant array = m_settings.value(key);
-    return array.canConvert<PropertyDictionaries>() ? std::optional(array.value<PropertyDictionaries>()) : std::nullopt;
+    const auto unsaved = m_unsaved.find(key);
+    return unsaved != m_unsaved.end() ? unsaved->second : savedArray(key);
 }
 
 void SettingsUserDefaults::setArray(const QString& key, const PropertyDictionaries& array)
 {
-    if (keepDamaged())
-        m_settings.setValue(key, QVariant::fromValue(array));
+    m_unsaved[key] = array;
 }
 
 void SettingsUserDefaults::removeObjectForKey(const QString& key)
 {
-    if (keepDamaged())
-        m_settings.remove(key);
+    m_unsaved[key] = std::nullopt;
 }
 
-// The settings keep the access rights of a file that they replace, so there has to be one that is private.
+// The settings keep the access rights of a file that they replace, so there has to be one that is private. They wait
+// without an end for another process that saves, and write whatever they were given at any time: so they are given
+// nothing before all is well.
 void SettingsUserDefaults::synchronize()
 {
-    if (!keepDamaged() || !makePrivateFile(path()))
+    const bool isWhole = isReadAsAWhole(path());
+    if ((!isWhole && !keepUnreadableFile(path())) || !makePrivateFile(path()))
         return;
     const PrivateFilesOnly privateFilesOnly;
     removeAbandonedLock(path());
-    removeTemporaryFiles(path());
+    if (!removeTemporaryFiles(path()))
+        return;
+    if (!isWhole)
+        saveAllAgain();
+    for (const auto& [key, array] : m_unsaved)
+        array ? m_settings.setValue(key, QVariant::fromValue(*array)) : m_settings.remove(key);
+    m_unsaved.clear();
     m_settings.sync();
-    removeTemporaryFiles(path());
+    (void)removeTemporaryFiles(path());
     syncFolder(QFileInfo(path()).absolutePath());
 }
 
-// False when a file that would not be replaced by all it holds cannot be kept: then it is left as it is, and nothing is
-// set that would replace it.
-bool SettingsUserDefaults::keepDamaged() const
+std::optional<PropertyDictionaries> SettingsUserDefaults::savedArray(const QString& key) const
 {
-    return isReadAsAWhole(path()) || keepUnreadableFile(path());
+    const QVariant array = m_settings.value(key);
+    return array.canConvert<PropertyDictionaries>() ? std::optional(array.value<PropertyDictionaries>()) : std::nullopt;
+}
+
+// A file that was damaged since it was read gives back nothing of what it held.
+void SettingsUserDefaults::saveAllAgain()
+{
+    for (const QString& key : m_settings.allKeys())
+        m_unsaved.try_emplace(key, savedArray(key));
 }

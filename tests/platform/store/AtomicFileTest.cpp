@@ -8,6 +8,8 @@
 #include <csignal>
 #include <vector>
 
+#include <fcntl.h>
+#include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -128,9 +130,9 @@ TEST_F(AtomicFile, IsWholeWhileProgramsWriteItAtOnce)
         ASSERT_NE(writers.back(), -1);
         if (writers.back() == 0) {
             int written = 0;
-            while (written < writes && writeFileAtomically(at("file"), QByteArray(size, letter)))
-                ++written;
-            ::_exit(written == writes ? 0 : 1);
+            while (written < writes) // fails as long as another one writes
+                written += writeFileAtomically(at("file"), QByteArray(size, letter)) ? 1 : 0;
+            ::_exit(0);
         }
     }
     for (const pid_t writer : writers) {
@@ -143,6 +145,22 @@ TEST_F(AtomicFile, IsWholeWhileProgramsWriteItAtOnce)
         EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
     }
     EXPECT_EQ(names(), QStringList { QStringLiteral("file") });
+}
+
+// A program that was stopped in the middle of a save must not stop another one.
+TEST_F(AtomicFile, IsNotWaitedForWhileAnotherProgramWritesIt)
+{
+    writePlainly(at("file"), "old");
+    writePlainly(at("file.being-written"), "half");
+    const int other = ::open(QFile::encodeName(at("file.being-written")).constData(), O_RDWR | O_CLOEXEC);
+    ASSERT_NE(other, -1);
+    ASSERT_EQ(::flock(other, LOCK_EX), 0);
+    EXPECT_FALSE(writeFileAtomically(at("file"), "new"));
+    EXPECT_EQ(contentOf(at("file")), "old");
+    EXPECT_EQ(contentOf(at("file.being-written")), "half");
+    ::close(other);
+    EXPECT_TRUE(writeFileAtomically(at("file"), "new"));
+    EXPECT_EQ(contentOf(at("file")), "new");
 }
 
 // Writing stops at every size short of the content's, as on a disk that is full there.

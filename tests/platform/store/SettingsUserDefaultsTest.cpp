@@ -5,10 +5,12 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QLockFile>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace {
@@ -230,6 +232,67 @@ TEST_F(SettingsUserDefaultsTest, KeepAFileThatWasDamagedWhileTheyHeldIt)
     defaults.synchronize();
     EXPECT_EQ(content(u".unreadable"_qs), "typed by hand");
     EXPECT_EQ(reread(profiles), PropertyDictionaries());
+}
+
+TEST_F(SettingsUserDefaultsTest, SaveAllTheyHoldOverAFileThatWasDamagedMeanwhile)
+{
+    SettingsUserDefaults defaults(path);
+    defaults.setArray(profiles, twoProfiles);
+    defaults.setArray(u"Profile Setting"_qs, {});
+    defaults.synchronize();
+    writePlainly("typed by hand");
+    defaults.setArray(u"Profile Setting"_qs, twoProfiles);
+    defaults.synchronize();
+    EXPECT_EQ(reread(profiles), twoProfiles);
+    EXPECT_EQ(reread(u"Profile Setting"_qs), twoProfiles);
+}
+
+// The file belongs to somebody else who lets everybody write it: keys would be everybody's to read.
+TEST_F(SettingsUserDefaultsTest, WriteNothingIntoAFileThatCannotBeMadePrivate)
+{
+    if (::geteuid() != 0)
+        return; // nobody else can give a file away
+    writePlainly("<plist><dict/></plist>");
+    const QByteArray before = content();
+    ASSERT_EQ(::chmod(QFile::encodeName(path).constData(), 0666), 0);
+    ASSERT_EQ(::chmod(QFile::encodeName(QFileInfo(path).path()).constData(), 0777), 0);
+    ASSERT_EQ(::chmod(QFile::encodeName(folder.path()).constData(), 0777), 0);
+    const pid_t child = ::fork();
+    ASSERT_NE(child, -1);
+    if (child == 0) {
+        constexpr uid_t nobody = 65534;
+        if (::setuid(nobody) != 0)
+            ::_exit(2);
+        bool holds = false;
+        {
+            SettingsUserDefaults defaults(path);
+            defaults.setArray(profiles, twoProfiles);
+            defaults.synchronize();
+            holds = defaults.arrayForKey(profiles) == twoProfiles;
+        }
+        ::_exit(holds ? 0 : 1);
+    }
+    int status = -1;
+    ASSERT_EQ(::waitpid(child, &status, 0), child);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
+    EXPECT_EQ(content(), before);
+    EXPECT_EQ(QFileInfo(path).dir().entryList(QDir::Files | QDir::Hidden).size(), 1);
+}
+
+TEST_F(SettingsUserDefaultsTest, DoNotWaitForAProcessThatSaves)
+{
+    ASSERT_TRUE(QDir().mkpath(QFileInfo(path).path()));
+    SettingsUserDefaults defaults(path);
+    {
+        QLockFile other(path + u".lock"_qs);
+        ASSERT_TRUE(other.tryLock(0));
+        defaults.setArray(profiles, twoProfiles);
+        defaults.synchronize();
+        EXPECT_EQ(content(), "");
+        EXPECT_EQ(defaults.arrayForKey(profiles), twoProfiles);
+    }
+    defaults.synchronize();
+    EXPECT_EQ(reread(profiles), twoProfiles);
 }
 
 TEST_F(SettingsUserDefaultsTest, AreNoArrayWhenTheFileWasCutOff)
