@@ -5,35 +5,44 @@
 
 namespace {
 
-std::optional<PropertyArray> settingsAt(const QString& path)
+std::optional<PropertyArray> arrayAt(const QString& path)
 {
     const auto root = readPropertyListFile(path);
     const PropertyArray* const records = root ? root->array() : nullptr;
-    if (records == nullptr || (!records->empty() && !firstRecord(*records)))
-        return std::nullopt;
-    return *records;
+    return records != nullptr ? std::optional(*records) : std::nullopt;
+}
+
+// The first element alone, as a list that holds it; an empty list where there is none.
+PropertyValue firstAlone(const PropertyArray& records)
+{
+    return { PropertyArray(records.begin(), records.begin() + (records.empty() ? 0 : 1)) };
+}
+
+bool isReadAsAWhole(const QString& path)
+{
+    const auto records = arrayAt(path);
+    return records && areDictionariesOfTexts(firstAlone(*records));
 }
 
 } // namespace
 
 PropertyArray readSettingsFile(const QString& path)
 {
-    return settingsAt(path).value_or(PropertyArray());
+    const auto records = arrayAt(path);
+    return records && dictionariesOf(firstAlone(*records)) ? *records : PropertyArray();
 }
 
 bool writeSettingsFile(const QString& path, const PropertyArray& records)
 {
-    if (!settingsAt(path) && !keepUnreadableFile(path))
+    if (!isReadAsAWhole(path) && !keepUnreadableFile(path))
         return false;
     return writeFileAtomically(path, writePropertyList({ records }));
 }
 
 std::optional<PropertyDictionary> firstRecord(const PropertyArray& records)
 {
-    if (records.empty())
-        return std::nullopt;
-    const auto first = dictionariesOf({ PropertyArray { records.front() } });
-    return first ? std::optional(first->front()) : std::nullopt;
+    const auto first = dictionariesOf(firstAlone(records));
+    return first && !first->empty() ? std::optional(first->front()) : std::nullopt;
 }
 
 void putFirstRecord(PropertyArray& records, const PropertyDictionary& record)

@@ -6,14 +6,14 @@
 
 #include <optional>
 
-// The settings file: an array whose first element holds the options, as a dictionary of texts. What stands behind that
-// element is not looked at and stays as it is, whatever it is.
+// The settings file: an array whose first element holds the options, as a dictionary of texts, as dictionariesOf takes
+// them. What stands behind that element is not looked at and stays as it is, whatever it is.
 
 // Empty where the file is missing or is no such array.
 [[nodiscard]] PropertyArray readSettingsFile(const QString& path);
 
-// Replaces the file as writeFileAtomically does. A file that is there and is no such array is kept first
-// (keepUnreadableFile). False, with the file as it was, when either fails.
+// Replaces the file as writeFileAtomically does. A file that is there and is no such array, or has more in its
+// first element than can be read, is kept first (keepUnreadableFile). False, with the file as it was, when either fails.
 [[nodiscard]] bool writeSettingsFile(const QString& path, const PropertyArray& records);
 
 // The options of such an array; nothing where it is empty.

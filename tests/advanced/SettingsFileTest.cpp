@@ -42,10 +42,10 @@ TEST_F(SettingsFile, IsJudgedByItsFirstElementAlone)
     }
 }
 
-TEST_F(SettingsFile, IsUnreadableWhereItsFirstElementIsNoDictionaryOfTexts)
+TEST_F(SettingsFile, IsUnreadableWhereItsFirstElementIsNoDictionary)
 {
-    for (const char* const content : { "<dict/>", "<string>3</string>", "<array><string>3</string><dict/></array>",
-             "<array><dict><key>Tx Rate</key><integer>3</integer></dict></array>", "<array><array/></array>" }) {
+    for (const char* const content :
+        { "<dict/>", "<string>3</string>", "<array><string>3</string><dict/></array>", "<array><array/></array>" }) {
         SCOPED_TRACE(content);
         write(content);
         EXPECT_TRUE(readSettingsFile(path).empty());
@@ -53,6 +53,22 @@ TEST_F(SettingsFile, IsUnreadableWhereItsFirstElementIsNoDictionaryOfTexts)
         EXPECT_TRUE(isKept());
         ASSERT_TRUE(QFile::remove(path + u".unreadable"_qs));
     }
+}
+
+TEST_F(SettingsFile, TakesNumbersForTheirTexts)
+{
+    write("<array><dict><key>Tx Rate</key><integer>3</integer></dict></array>");
+    EXPECT_EQ(firstRecord(readSettingsFile(path)), (PropertyDictionary { { key, u"3"_qs } }));
+    EXPECT_TRUE(writeSettingsFile(path, {}));
+    EXPECT_FALSE(isKept());
+}
+
+TEST_F(SettingsFile, IsKeptWhereItsFirstElementHasMoreThanCanBeRead)
+{
+    write("<array><dict><key>Tx Rate</key><string>3</string><key>More</key><array/></dict></array>");
+    EXPECT_EQ(firstRecord(readSettingsFile(path)), (PropertyDictionary { { key, u"3"_qs } }));
+    EXPECT_TRUE(writeSettingsFile(path, {}));
+    EXPECT_TRUE(isKept());
 }
 
 TEST_F(SettingsFile, IsNotKeptWhereItCouldBeRead)
