@@ -121,7 +121,7 @@ std::optional<LinkSample> LinkStatusPageController::showConnected()
     MacAddress bssid {};
     (void)queryRecord(Adapter, OID_802_11_BSSID, bssid);
     const QString connection = connectionText(textUpToZero(std::as_bytes(std::span(ssid.Ssid))), bssid);
-    m_ui->Status->setText(connection);
+    m_ui->Status->setText(shownText(connection));
 
     if (!showChannel())
         return std::nullopt;
