@@ -86,7 +86,7 @@ void ProfileEditorController::connectControls()
     connect(m_form->buttons, &QDialogButtonBox::rejected, this, [this] { OnCANCEL(); });
 }
 
-void ProfileEditorController::open(bool isNewData)
+void ProfileEditorController::beginEditing(bool isNewData)
 {
     m_origin.IsNewData = isNewData;
     records = m_store.loadRecords();
@@ -103,7 +103,7 @@ void ProfileEditorController::selectFirstTab()
 void ProfileEditorController::AddInit()
 {
     traceEntry(className, "AddInit");
-    open(true);
+    beginEditing(true);
     GetBssidList();
     m_form->ProfileName->setText(GetNextProfileName());
     m_form->CamWhenAcPower->setChecked(false);
@@ -128,7 +128,7 @@ void ProfileEditorController::EditInit(std::int32_t row)
 {
     traceEntry(className, "EditInit");
     modifyIndex = row;
-    open(false);
+    beginEditing(false);
     const bool exists = row >= 0 && static_cast<std::size_t>(row) < records->size();
     const EditedProfile profile = editedProfile(exists ? (*records)[static_cast<std::size_t>(row)] : Profile());
     m_form->ProfileName->setText(profile.ProfileName);
@@ -155,7 +155,7 @@ void ProfileEditorController::EditInit(std::int32_t row)
 bool ProfileEditorController::AddProfile(const ProfileProposal& proposal)
 {
     traceEntry(className, "AddProfile");
-    open(true);
+    beginEditing(true);
     m_form->ProfileName->setText(GetNextProfileName());
     m_form->CamWhenAcPower->setChecked(false);
     const AuthenticationChoice choice = authenticationChoiceOf(proposal.AuthenMode);

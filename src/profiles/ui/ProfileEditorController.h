@@ -69,7 +69,7 @@ public:
 private:
     void setUpSsidField();
     void connectControls();
-    void open(bool isNewData);
+    void beginEditing(bool isNewData);
     void clearKeys();
     void showSsid(const std::optional<SsidSelection>& selection);
     void showPowerSaving(bool powerSaving);
