@@ -4,10 +4,13 @@
 #include "survey/SecurityControlRules.h"
 #include "ui_KeyFields.h"
 
+#include <QEvent>
+
 namespace {
 
 constexpr int longestWepKeyText = 26; // hexadecimal digits
 constexpr int hexadecimalFormat = 0;
+constexpr char notAscii[] = "\xC3\xA9"; // a key of which the most is told
 
 } // namespace
 
@@ -22,22 +25,32 @@ KeyFields::KeyFields(QWidget* parent)
         { m_form->WEPKey3Radio, m_form->WEPKey3Combo, m_form->WEPKey3Text, m_form->WEPKey3Hint },
         { m_form->WEPKey4Radio, m_form->WEPKey4Combo, m_form->WEPKey4Text, m_form->WEPKey4Hint },
     } };
-    keepWidths();
+    reserveSpace();
     connectControls();
 }
 
 KeyFields::~KeyFields() = default;
 
-// The longest WEP key shows whole, and a sheet does not grow by what is told of a key while it is typed.
-void KeyFields::keepWidths()
+// The longest WEP key shows whole, and nothing in a sheet grows or moves by what is told of a key while it is typed.
+void KeyFields::reserveSpace()
 {
     const QString longestKey(longestWepKeyText + 4, u'0');
     const QString longestHint
         = wepKeyHint({ .formatIndex = hexadecimalFormat, .text = "0123456789", .radioOn = true }, true);
     for (const Row& row : m_rows) {
         row.text->setMinimumWidth(fontMetrics().horizontalAdvance(longestKey));
-        row.hint->setMinimumWidth(fontMetrics().horizontalAdvance(longestHint));
+        row.hint->setMinimumSize(fontMetrics().horizontalAdvance(longestHint), fontMetrics().height());
     }
+    const QString longestPresharedKeyHint = presharedKeyHint(notAscii);
+    m_form->WPAPreSharedKeyHint->setMinimumSize(
+        fontMetrics().horizontalAdvance(longestPresharedKeyHint), fontMetrics().height());
+}
+
+void KeyFields::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
+        reserveSpace();
 }
 
 void KeyFields::connectControls()

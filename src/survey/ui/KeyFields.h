@@ -45,6 +45,9 @@ public:
     // The keyboard goes to the field that has to be filled in. False when none can be typed in.
     [[nodiscard]] bool focusFirstKey();
 
+protected:
+    void changeEvent(QEvent* event) override;
+
 private:
     struct Row {
         QRadioButton* radio;
@@ -53,7 +56,7 @@ private:
         QLabel* hint;
     };
 
-    void keepWidths();
+    void reserveSpace();
     void connectControls();
     void setKeysShown(bool shown);
     void showWhatIsMissing();

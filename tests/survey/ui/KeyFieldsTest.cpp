@@ -9,6 +9,8 @@
 #include <QTest>
 #include <gtest/gtest.h>
 
+#include <vector>
+
 namespace {
 
 constexpr int openAuthentication = 0;
@@ -121,6 +123,45 @@ TEST_F(KeyFieldsTest, HoldsTheirWidthWhateverIsToldOfAKey)
     for (const QString& text : { u"0"_qs, u"0123456789"_qs, QString(40, u'x') }) {
         keyText(1).setText(text);
         EXPECT_EQ(fields.minimumSizeHint().width(), width) << text.toStdString();
+    }
+}
+
+TEST_F(KeyFieldsTest, NothingMovesWhileAKeyIsTyped)
+{
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&fields));
+    const auto places = [this] {
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+        std::vector<QRect> result;
+        for (const QWidget* const widget : fields.findChildren<QWidget*>())
+            result.push_back({ widget->mapTo(&fields, QPoint()), widget->size() });
+        return result;
+    };
+    fields.enableFor(openAuthentication, none);
+    const QSize size = fields.minimumSizeHint();
+    const auto before = places();
+    fields.enableFor(openAuthentication, wep);
+    keyText(1).setText(u"0123456789"_qs);
+    keyText(4).setText(u"x"_qs);
+    EXPECT_NE(hint(4), QString());
+    EXPECT_EQ(fields.minimumSizeHint(), size);
+    EXPECT_TRUE(places() == before);
+    fields.enableFor(wpa, none);
+    for (const QString& key : { QString(), u"north by northwest"_qs, u"na\u00EFve"_qs, QString(70, u'0') }) {
+        presharedKey().setText(key);
+        EXPECT_NE(presharedKeyHint(), QString());
+        EXPECT_EQ(fields.minimumSizeHint(), size) << key.toStdString();
+        EXPECT_TRUE(places() == before) << key.toStdString();
+    }
+}
+
+TEST_F(KeyFieldsTest, HintsHaveTheHeightOfTheirFont)
+{
+    QFont large = fields.font();
+    large.setPointSize(large.pointSize() * 2);
+    fields.setFont(large);
+    for (const QString& name : { u"WPAPreSharedKeyHint"_qs, u"WEPKey1Hint"_qs, u"WEPKey4Hint"_qs }) {
+        const auto& label = control<QLabel>(name);
+        EXPECT_GE(label.minimumHeight(), label.fontMetrics().height()) << name.toStdString();
     }
 }
 
