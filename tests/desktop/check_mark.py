@@ -1,4 +1,4 @@
-"""The mark of the active profile as it is seen: the accessibility bus names one text for both of its pictures."""
+"""The mark of the active profile as it is seen, beside what the accessibility bus says of it."""
 
 import collections
 import subprocess

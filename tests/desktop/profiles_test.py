@@ -38,6 +38,10 @@ def marks(top):
     return check_mark.of_all(check_mark.places(profiles(top)))
 
 
+def said_of_marks(top):
+    return [row[0] for row in reader.rows(profiles(top))]
+
+
 def select(top, utility, row):
     # Away and back: a row that has the focus already is not selected by moving to it.
     utility.press("alt+p", "alt+r", "ctrl+End", "ctrl+Home", *["Down"] * row)
@@ -97,6 +101,7 @@ def deletes_a_profile_without_asking(top, simulator, utility):
 
 def marks_none_before_one_is_activated(top, simulator, utility):
     assert marks(top) == ["nothing", "nothing"]
+    assert said_of_marks(top) == ["", ""], said_of_marks(top)
 
 
 def activates_a_profile(top, simulator, utility):
@@ -104,6 +109,7 @@ def activates_a_profile(top, simulator, utility):
     utility.press("alt+c")
     wait_until("the card is associated", lambda: simulator.link() == BY_HAND)
     wait_until("the first profile is checked", lambda: marks(top) == ["check", "nothing"])
+    assert said_of_marks(top) == ["Activated, connected", ""], said_of_marks(top)
 
 
 def changes_over_to_another_profile(top, simulator, utility):
@@ -150,6 +156,7 @@ def keeps_the_box_without_its_check_when_the_network_is_gone(top, simulator, uti
     places = check_mark.places(profiles(top))
     simulator.control("remove-network", SURVEYED)
     wait_until("the box is empty", lambda: check_mark.of_all(places) == ["nothing", "box"])
+    wait_until("the bus says so", lambda: said_of_marks(top) == ["", "Activated, not connected"])
 
 
 # Once a link was up and is lost, the program scans on every tick and answers slowly: that step comes last.

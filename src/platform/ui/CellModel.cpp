@@ -64,6 +64,8 @@ CellModel::Row CellModel::pullRow(int row) const
             cell.image = QIcon(pixmap);
             cell.imageKey = pixmap.cacheKey();
         }
+        if (!cell.image.isNull())
+            cell.imageText = m_source->imageTextForTableColumn(column.identifier, row);
     }
     return cells;
 }
@@ -169,7 +171,7 @@ QVariant CellModel::data(const QModelIndex& index, int role) const
     case Qt::ToolTipRole:
         return m_source != nullptr ? m_source->toolTipForTableColumn(column.identifier, index.row()) : QString();
     case Qt::AccessibleTextRole:
-        return hasImage ? QVariant(column.imageText) : QVariant();
+        return hasImage ? QVariant(cell.imageText) : QVariant();
     case Qt::TextAlignmentRole:
         return column.kind == TableColumn::Kind::Number ? QVariant(Qt::AlignRight | Qt::AlignVCenter) : QVariant();
     case sortRole:

@@ -16,7 +16,6 @@ struct TableColumn {
     QString title;
     Kind kind { Kind::Text };
     QString description {}; // tool tip of the header, and its name where it has no title
-    QString imageText {}; // what an image in a cell of this column says, for those who do not see it
     bool editable { false };
 };
 
@@ -54,8 +53,12 @@ private:
         QString text;
         QIcon image;
         qint64 imageKey { 0 };
+        QString imageText; // for those who do not see the image
 
-        bool operator==(const Cell& other) const { return imageKey == other.imageKey && text == other.text; }
+        bool operator==(const Cell& other) const
+        {
+            return imageKey == other.imageKey && text == other.text && imageText == other.imageText;
+        }
     };
     using Row = std::vector<Cell>;
 

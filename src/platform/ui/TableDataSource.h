@@ -12,6 +12,8 @@ public:
     [[nodiscard]] virtual int numberOfRowsInTableView() const = 0;
     // A text, or for an image column a QIcon, QPixmap or nothing.
     [[nodiscard]] virtual QVariant objectValueForTableColumn(QStringView identifier, int row) const = 0;
+    // What the image in a cell says, for those who do not see it.
+    [[nodiscard]] virtual QString imageTextForTableColumn(QStringView /*identifier*/, int /*row*/) const { return {}; }
     // Stores what the user made of a cell of an editable column.
     virtual void setObjectValue(const QVariant& value, QStringView identifier, int row) = 0;
     // Empty for a cell without a tool tip.

@@ -32,13 +32,13 @@ std::vector<TableColumn> columns()
     // Edited with the edit key of the platform: a double click activates.
     constexpr bool editable = true;
     return {
-        { u"pi"_qs, {}, Kind::Image, tr("The profile activated last, checked while it is connected"), tr("Activated") },
-        { u"Profile"_qs, tr("Profile"), Kind::Text, tr("Name of the profile"), {}, editable },
-        { ssidColumn, tr("SSID"), Kind::Text, tr("Network name"), {}, editable },
-        { u"Channel"_qs, tr("Channel"), Kind::Text, tr("Radio channel"), {}, editable },
-        { u"AuthenType"_qs, tr("Authentication"), Kind::Text, tr("How the network admits a station"), {}, editable },
-        { u"Encryption"_qs, tr("Encryption"), Kind::Text, tr("How the network protects its data"), {}, editable },
-        { u"NetworkType"_qs, tr("Network Type"), Kind::Text, tr("Access point or ad hoc network"), {}, editable },
+        { u"pi"_qs, {}, Kind::Image, tr("The profile activated last, checked while it is connected") },
+        { u"Profile"_qs, tr("Profile"), Kind::Text, tr("Name of the profile"), editable },
+        { ssidColumn, tr("SSID"), Kind::Text, tr("Network name"), editable },
+        { u"Channel"_qs, tr("Channel"), Kind::Text, tr("Radio channel"), editable },
+        { u"AuthenType"_qs, tr("Authentication"), Kind::Text, tr("How the network admits a station"), editable },
+        { u"Encryption"_qs, tr("Encryption"), Kind::Text, tr("How the network protects its data"), editable },
+        { u"NetworkType"_qs, tr("Network Type"), Kind::Text, tr("Access point or ad hoc network"), editable },
     };
 }
 
@@ -223,6 +223,11 @@ QVariant ProfilePageController::objectValueForTableColumn(QStringView identifier
     if (row != CurrentSelectedItem)
         return {};
     return imageNamed(G_bCheckedProfileConnect != 0 ? u"CHECKMRK" : u"UNCHECKMRK");
+}
+
+QString ProfilePageController::imageTextForTableColumn(QStringView /*identifier*/, int /*row*/) const
+{
+    return G_bCheckedProfileConnect != 0 ? tr("Activated, connected") : tr("Activated, not connected");
 }
 
 void ProfilePageController::setObjectValue(const QVariant& value, QStringView identifier, int row)

@@ -53,6 +53,7 @@ public:
 
     [[nodiscard]] int numberOfRowsInTableView() const override;
     [[nodiscard]] QVariant objectValueForTableColumn(QStringView identifier, int row) const override;
+    [[nodiscard]] QString imageTextForTableColumn(QStringView identifier, int row) const override;
     // Changes the row that is shown, until the next refresh, and not the profile; saves the list as it is.
     void setObjectValue(const QVariant& value, QStringView identifier, int row) override;
     [[nodiscard]] QString toolTipForTableColumn(QStringView identifier, int row) const override;

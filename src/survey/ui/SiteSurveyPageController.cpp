@@ -36,7 +36,7 @@ std::vector<TableColumn> columns()
     using Kind = TableColumn::Kind;
     const auto tr = [](const char* text) { return SiteSurveyPageController::tr(text); };
     return {
-        { u"pi"_qs, {}, Kind::Image, tr("The network that the card is connected to"), tr("Connected") },
+        { u"pi"_qs, {}, Kind::Image, tr("The network that the card is connected to") },
         { u"ssid"_qs, tr("SSID"), Kind::Text, tr("Network name") },
         { u"bssid"_qs, tr("BSSID"), Kind::Text, tr("Address of the access point") },
         { u"signal"_qs, tr("Signal"), Kind::Number, tr("Signal quality, 0 to 100") },
@@ -341,6 +341,11 @@ QVariant SiteSurveyPageController::objectValueForTableColumn(QStringView identif
     if (identifier == u"pi")
         return row == G_bCurSelItem ? QVariant(imageNamed(u"HANDSHAK")) : QVariant();
     return tableData[static_cast<std::size_t>(row)].value(identifier);
+}
+
+QString SiteSurveyPageController::imageTextForTableColumn(QStringView /*identifier*/, int /*row*/) const
+{
+    return tr("Connected");
 }
 
 void SiteSurveyPageController::setObjectValue(const QVariant& value, QStringView identifier, int row)

@@ -74,6 +74,7 @@ public:
 
     [[nodiscard]] int numberOfRowsInTableView() const override;
     [[nodiscard]] QVariant objectValueForTableColumn(QStringView identifier, int row) const override;
+    [[nodiscard]] QString imageTextForTableColumn(QStringView identifier, int row) const override;
     void setObjectValue(const QVariant& value, QStringView identifier, int row) override;
     [[nodiscard]] QString toolTipForTableColumn(QStringView identifier, int row) const override;
 

@@ -32,6 +32,11 @@ public:
         return identifier == u"name" ? values.name : values.figure;
     }
 
+    [[nodiscard]] QString imageTextForTableColumn(QStringView identifier, int row) const override
+    {
+        return identifier == u"pi" ? u"mark of %1"_qs.arg(rows[static_cast<std::size_t>(row)].name) : QString();
+    }
+
     void setObjectValue(const QVariant& value, QStringView identifier, int row) override
     {
         ASSERT_EQ(identifier, u"name");
@@ -63,8 +68,8 @@ protected:
     {
         using Kind = TableColumn::Kind;
         table.setTableColumns({
-            { u"pi"_qs, {}, Kind::Image, u"Marked row"_qs, u"Connected"_qs },
-            { u"name"_qs, u"Name"_qs, Kind::Text, {}, {}, true },
+            { u"pi"_qs, {}, Kind::Image, u"Marked row"_qs },
+            { u"name"_qs, u"Name"_qs, Kind::Text, {}, true },
             { u"figure"_qs, u"Figure"_qs, Kind::Number },
         });
         table.setDataSource(&source);
@@ -346,12 +351,23 @@ TEST_F(TableViewTest, NamesHeadersAndImagesForThoseWhoDoNotSeeThem)
     table.reloadData();
     EXPECT_EQ(table.model()->headerData(0, Qt::Horizontal, Qt::AccessibleTextRole).toString(), u"Marked row"_qs);
     EXPECT_EQ(table.model()->headerData(1, Qt::Horizontal, Qt::AccessibleTextRole).toString(), u"Name"_qs);
-    EXPECT_EQ(table.model()->index(1, 0).data(Qt::AccessibleTextRole).toString(), u"Connected"_qs);
     QAccessibleInterface* const accessible = QAccessible::queryAccessibleInterface(&table);
     ASSERT_NE(accessible, nullptr);
     ASSERT_NE(accessible->tableInterface(), nullptr);
     EXPECT_EQ(accessible->tableInterface()->cellAt(0, 1)->text(QAccessible::Name), u"delta"_qs);
     EXPECT_EQ(accessible->tableInterface()->columnDescription(2), u"Figure"_qs);
+    EXPECT_EQ(accessible->tableInterface()->cellAt(1, 0)->text(QAccessible::Name), u"mark of alpha"_qs);
+    EXPECT_EQ(accessible->tableInterface()->cellAt(0, 0)->text(QAccessible::Name), QString()) << "no image";
+}
+
+TEST_F(TableViewTest, AnnouncesAnImageThatSaysSomethingElseNow)
+{
+    table.reloadData();
+    QSignalSpy changed(table.model(), &QAbstractItemModel::dataChanged);
+    source.rows[1].name = u"other"_qs;
+    table.reloadData();
+    EXPECT_EQ(changed.count(), 1);
+    EXPECT_EQ(table.model()->index(1, 0).data(Qt::AccessibleTextRole).toString(), u"mark of other"_qs);
 }
 
 TEST_F(TableViewTest, WidensAColumnToItsContents)

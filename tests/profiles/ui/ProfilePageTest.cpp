@@ -3,6 +3,7 @@
 #include "platform/ui/NetworkNameDelegate.h"
 #include "tests/profiles/ui/ProfilePageFixture.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QTabWidget>
 
@@ -246,9 +247,16 @@ TEST_F(ProfilePageTest, MarksTheRowActivatedLastAndChecksItWhileConnected)
     G_bCheckedProfileConnect = 1;
     const auto shown
         = [this] { return table->model()->index(2, 0).data(Qt::DecorationRole).value<QIcon>().cacheKey(); };
+    const auto said = [this](int row) {
+        return QAccessible::queryAccessibleInterface(table)->tableInterface()->cellAt(row, 0)->text(QAccessible::Name);
+    };
     EXPECT_EQ(shown(), imageNamed(u"UNCHECKMRK").cacheKey());
+    EXPECT_EQ(said(2), u"Activated, not connected"_qs);
+    EXPECT_EQ(said(1), QString());
     runLoop.advance(2000ms);
     EXPECT_EQ(shown(), imageNamed(u"CHECKMRK").cacheKey());
+    EXPECT_EQ(said(2), u"Activated, connected"_qs);
+    EXPECT_EQ(said(1), QString());
     EXPECT_FALSE(imageNamed(u"CHECKMRK").isNull());
     EXPECT_EQ(runLoop.activeIntervals(), std::vector<std::chrono::milliseconds> { 2000ms });
 }

@@ -7,6 +7,7 @@
 #include "tests/support/ScriptedModalSheets.h"
 #include "tests/survey/SurveyFixture.h"
 
+#include <QAccessible>
 #include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
@@ -160,6 +161,11 @@ TEST_F(SiteSurveyPageTest, MarksTheRowOfTheConnectionAndNoOther)
     letLinkBeUp(second);
     page.ProbeConnectStatus();
     EXPECT_EQ(markedRows(), std::vector<int> { 1 });
+    const auto said = [this](int row) {
+        return QAccessible::queryAccessibleInterface(table)->tableInterface()->cellAt(row, 0)->text(QAccessible::Name);
+    };
+    EXPECT_EQ(said(1), u"Connected"_qs);
+    EXPECT_EQ(said(0), QString());
     table->sortByColumn(1, Qt::DescendingOrder);
     EXPECT_EQ(markedRows(), std::vector<int> { 1 });
     table->sortByColumn(1, Qt::AscendingOrder);
