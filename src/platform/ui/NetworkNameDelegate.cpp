@@ -3,14 +3,14 @@
 #include "platform/NetworkName.h"
 
 NetworkNameDelegate::NetworkNameDelegate(const QString& wordForNone, QObject* parent)
-    : QStyledItemDelegate(parent)
+    : CellDelegate(parent)
     , m_wordForNone(wordForNone)
 {
 }
 
 void NetworkNameDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const
 {
-    QStyledItemDelegate::initStyleOption(option, index);
+    CellDelegate::initStyleOption(option, index);
     if (!option->text.isEmpty()) {
         option->text = shownText(option->text);
         return;

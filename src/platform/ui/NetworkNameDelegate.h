@@ -1,9 +1,9 @@
 #pragma once
 
-#include <QStyledItemDelegate>
+#include "platform/ui/CellDelegate.h"
 
 // Shows network names as shownText has them; editing works on the name itself.
-class NetworkNameDelegate final : public QStyledItemDelegate {
+class NetworkNameDelegate final : public CellDelegate {
     Q_OBJECT
 
 public:

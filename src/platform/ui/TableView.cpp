@@ -5,7 +5,7 @@
 #include <QKeyEvent>
 #include <QPaintEvent>
 #include <QPainter>
-#include <QStyledItemDelegate>
+#include <QStyleOptionFocusRect>
 
 #include <algorithm>
 #include <utility>
@@ -49,6 +49,7 @@ TableView::TableView(QWidget* parent)
     setCornerButtonEnabled(false);
     setTabKeyNavigation(false); // the Tab key leaves the table
     setHorizontalScrollMode(ScrollPerPixel);
+    setItemDelegate(&m_cellDelegate);
     setUpHeaders();
     fitRowHeight();
 
@@ -84,13 +85,24 @@ void TableView::setUpHeaders()
 void TableView::setTableColumns(std::vector<TableColumn> columns)
 {
     m_sizedByUser.assign(columns.size(), false);
-    for (std::size_t column = 0; column < columns.size(); ++column) {
-        if (columns[column].kind == TableColumn::Kind::Number)
-            setItemDelegateForColumn(static_cast<int>(column), &m_numberDelegate);
-    }
+    for (std::size_t column = 0; column < columns.size(); ++column)
+        setItemDelegateForColumn(static_cast<int>(column), delegateFor(columns[column].kind));
     m_cells.setColumns(std::move(columns));
     fitColumnWidths();
     updateEmptyText();
+}
+
+QAbstractItemDelegate* TableView::delegateFor(TableColumn::Kind kind)
+{
+    switch (kind) {
+    case TableColumn::Kind::Text:
+        break;
+    case TableColumn::Kind::Number:
+        return &m_numberDelegate;
+    case TableColumn::Kind::Image:
+        return &m_pictureDelegate;
+    }
+    return &m_cellDelegate;
 }
 
 void TableView::setDelegateForTableColumn(QStringView identifier, QAbstractItemDelegate* delegate)
@@ -183,6 +195,10 @@ void TableView::keyPressEvent(QKeyEvent* event)
         m_doubleAction();
         return;
     }
+    if (event->key() == Qt::Key_Space && !currentIndex().isValid() && keyboardPlace().isValid()) {
+        setCurrentIndex(keyboardPlace());
+        return;
+    }
     if (state() == EditingState || !movesThroughTheTable(event->key())) {
         QTableView::keyPressEvent(event);
         return;
@@ -226,11 +242,57 @@ void TableView::keyboardSearch(const QString& search)
         selectionModel()->setCurrentIndex(before, QItemSelectionModel::NoUpdate);
 }
 
+QRect TableView::rowRect(const QModelIndex& index) const
+{
+    if (!index.isValid())
+        return {};
+    const QHeaderView& header = *horizontalHeader();
+    return visualRect(index.siblingAtColumn(header.logicalIndex(0)))
+        | visualRect(index.siblingAtColumn(header.logicalIndex(header.count() - 1)));
+}
+
+// The cell that the keys start from: without a current one, as after a deselection, the first.
+QModelIndex TableView::keyboardPlace() const
+{
+    const QModelIndex current = currentIndex();
+    return current.isValid() ? current : model()->index(0, horizontalHeader()->logicalIndex(0));
+}
+
+void TableView::currentChanged(const QModelIndex& current, const QModelIndex& previous)
+{
+    QTableView::currentChanged(current, previous); // which paints the two cells anew
+    viewport()->update(rowRect(previous));
+    viewport()->update(rowRect(keyboardPlace()));
+}
+
 void TableView::paintEvent(QPaintEvent* event)
 {
     QTableView::paintEvent(event);
+    paintFocusOfRow();
+    paintEmptyText(*event);
+}
+
+// Where no cell of its own says it (CellDelegate). A row that is not selected always shows that the keyboard is in it,
+// a selected one, which is seen by its colour, where the style marks what the keyboard went to.
+void TableView::paintFocusOfRow()
+{
+    const QModelIndex place = keyboardPlace();
+    if (!hasFocus() || !place.isValid() || place.flags().testFlag(Qt::ItemIsEditable))
+        return;
+    QStyleOptionFocusRect option;
+    option.initFrom(this);
+    option.rect = rowRect(place);
+    const bool selected = selectionModel()->isSelected(place);
+    option.state |= selected ? QStyle::State_Selected : QStyle::State_KeyboardFocusChange;
+    option.backgroundColor = palette().color(selected ? QPalette::Highlight : QPalette::Base);
+    QPainter painter(viewport());
+    style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, this);
+}
+
+void TableView::paintEmptyText(const QPaintEvent& event)
+{
     const QString text = textInsteadOfRows();
-    if (text != m_paintedEmptyText && !event->rect().contains(viewport()->rect()))
+    if (text != m_paintedEmptyText && !event.rect().contains(viewport()->rect()))
         viewport()->update(); // the part that is not painted now shows the text before
     m_paintedEmptyText = text;
     if (text.isEmpty())

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "platform/ui/CellDelegate.h"
 #include "platform/ui/CellModel.h"
 #include "platform/ui/NumberDelegate.h"
+#include "platform/ui/PictureDelegate.h"
 #include "platform/ui/TableDataSource.h"
 
 #include <QTableView>
@@ -46,6 +48,7 @@ public:
 protected:
     void keyPressEvent(QKeyEvent* event) override;
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
+    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
     void paintEvent(QPaintEvent* event) override;
     void changeEvent(QEvent* event) override;
 
@@ -55,7 +58,14 @@ private:
     void fitColumnWidths();
     [[nodiscard]] int contentsWidth(int column) const;
     [[nodiscard]] QString textInsteadOfRows() const;
+    [[nodiscard]] QAbstractItemDelegate* delegateFor(TableColumn::Kind kind);
+    [[nodiscard]] QModelIndex keyboardPlace() const;
+    [[nodiscard]] QRect rowRect(const QModelIndex& index) const;
+    void paintEmptyText(const QPaintEvent& event);
+    void paintFocusOfRow();
 
+    CellDelegate m_cellDelegate;
+    PictureDelegate m_pictureDelegate;
     NumberDelegate m_numberDelegate;
     CellModel m_cells;
     CellSorting m_sorting;

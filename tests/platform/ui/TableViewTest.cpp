@@ -5,11 +5,14 @@
 #include <QAccessible>
 #include <QHeaderView>
 #include <QLineEdit>
+#include <QPaintEvent>
 #include <QSignalSpy>
 #include <QTest>
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <map>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -60,6 +63,18 @@ public:
         return false;
     }
     int painted { 0 };
+};
+
+class PaintedRegion final : public QObject {
+public:
+    explicit PaintedRegion(QWidget& widget) { widget.installEventFilter(this); }
+    bool eventFilter(QObject* /*watched*/, QEvent* event) override
+    {
+        if (event->type() == QEvent::Paint)
+            region += static_cast<QPaintEvent*>(event)->region();
+        return false;
+    }
+    QRegion region;
 };
 
 class TableViewTest : public testing::Test {
@@ -413,6 +428,27 @@ TEST_F(TableViewTest, LeavesTheTabKeyToTheWindow)
     EXPECT_FALSE(table.tabKeyNavigation());
 }
 
+TEST_F(TableViewTest, ShowsAPictureInTheMiddleOfItsColumn)
+{
+    table.reloadData();
+    table.setColumnWidth(0, 80);
+    show();
+    const QRect cell = table.visualRect(table.model()->index(1, 0));
+    QRect drawn;
+    const QImage image = painted();
+    const QRgb background = image.pixel(cell.topLeft() + QPoint(1, 1));
+    for (int y = cell.top(); y <= cell.bottom(); ++y) {
+        for (int x = cell.left(); x <= cell.right(); ++x) {
+            if (image.pixel(x, y) != background)
+                drawn |= QRect(x, y, 1, 1);
+        }
+    }
+    ASSERT_GT(drawn.width(), 4);
+    EXPECT_LT(drawn.width(), cell.width() / 2);
+    EXPECT_LE(std::abs(drawn.left() - cell.left() - (cell.right() - drawn.right())), 2);
+    EXPECT_LE(std::abs(drawn.top() - cell.top() - (cell.bottom() - drawn.bottom())), 4);
+}
+
 // The keyboard comes to the table, and nothing is selected yet.
 class TableViewKeyboardTest : public TableViewTest {
 protected:
@@ -430,6 +466,96 @@ TEST_F(TableViewKeyboardTest, ComingToTheTableSelectsNothing)
 {
     ASSERT_TRUE(table.hasFocus());
     EXPECT_EQ(table.selectedRow(), -1);
+}
+
+TEST_F(TableViewKeyboardTest, RowThatTheKeyboardIsInShowsItInItsWholeLength)
+{
+    const auto ends = [this](int row) {
+        const QRect first = table.visualRect(table.model()->index(row, 0));
+        const QRect last = table.visualRect(table.model()->index(row, 2));
+        const QImage image = painted();
+        return std::pair(image.copy(QRect(first.topLeft(), QSize(4, first.height()))),
+            image.copy(QRect(last.topRight() - QPoint(3, 0), QSize(4, last.height()))));
+    };
+    ASSERT_TRUE(table.hasFocus());
+    ASSERT_EQ(table.currentIndex(), table.model()->index(0, 0));
+    const auto focused = ends(0);
+    table.selectionModel()->setCurrentIndex(table.model()->index(2, 2), QItemSelectionModel::NoUpdate);
+    const auto left = ends(0);
+    const auto reached = ends(2);
+    table.clearFocus();
+    EXPECT_NE(focused.first, left.first);
+    EXPECT_NE(focused.second, left.second);
+    EXPECT_NE(reached.first, ends(2).first);
+    EXPECT_NE(reached.second, ends(2).second);
+    EXPECT_EQ(ends(0), left);
+    table.setFocus();
+    table.deselectAll();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(ends(0), focused) << "the row that the next key goes to";
+}
+
+TEST_F(TableViewKeyboardTest, NoLineIsDrawnBetweenTheCellsOfASelectedRow)
+{
+    press(Qt::Key_Home);
+    ASSERT_EQ(table.currentIndex(), table.model()->index(0, 0));
+    const QRect cell = table.visualRect(table.currentIndex());
+    const QRect inside = QRect(cell.center().x(), cell.top() + 3, cell.width() / 2 + 6, cell.height() - 6);
+    const QImage image = painted();
+    for (int y = inside.top(); y <= inside.bottom(); ++y) {
+        for (int x = inside.left(); x <= cell.right(); ++x)
+            ASSERT_EQ(image.pixel(x, y), image.pixel(inside.topLeft())) << x << ' ' << y;
+    }
+}
+
+TEST_F(TableViewKeyboardTest, CellThatTheEditKeyWouldOpenShowsItItself)
+{
+    const auto cellImage = [this](int column) {
+        return painted().copy(table.visualRect(table.model()->index(0, column)).adjusted(4, 0, -4, 0));
+    };
+    press(Qt::Key_Home);
+    table.selectionModel()->setCurrentIndex(table.model()->index(0, 1), QItemSelectionModel::NoUpdate);
+    const QImage current = cellImage(1);
+    const QImage neighbour = cellImage(2);
+    table.clearFocus();
+    EXPECT_NE(current, cellImage(1));
+    EXPECT_EQ(neighbour, cellImage(2));
+}
+
+TEST_F(TableViewKeyboardTest, PaintsTheWholeRowThatTheKeyboardComesToAndLeaves)
+{
+    QCoreApplication::processEvents();
+    PaintedRegion viewport(*table.viewport());
+    table.selectionModel()->setCurrentIndex(table.model()->index(2, 0), QItemSelectionModel::NoUpdate);
+    QCoreApplication::processEvents();
+    for (const int row : { 0, 2 }) {
+        for (const int column : { 0, 1, 2 })
+            EXPECT_TRUE(viewport.region.contains(table.visualRect(table.model()->index(row, column)).center()))
+                << row << ' ' << column;
+    }
+    EXPECT_FALSE(viewport.region.contains(middleOf(1)));
+}
+
+TEST_F(TableViewKeyboardTest, SpaceSelectsTheRowThatTheKeyboardIsIn)
+{
+    press(Qt::Key_Space);
+    EXPECT_EQ(table.selectedRow(), 0);
+    press(Qt::Key_Down);
+    table.deselectAll();
+    press(Qt::Key_Space);
+    EXPECT_EQ(table.selectedRow(), 0) << "no row was current";
+}
+
+TEST_F(TableViewKeyboardTest, AnyFirstMoveSelectsTheOnlyRow)
+{
+    source.rows.resize(1);
+    table.reloadData();
+    for (const Qt::Key key : { Qt::Key_Down, Qt::Key_Up, Qt::Key_Space, Qt::Key_Home, Qt::Key_End, Qt::Key_PageDown }) {
+        table.selectionModel()->setCurrentIndex(table.model()->index(0, 0), QItemSelectionModel::Clear);
+        ASSERT_EQ(table.selectedRow(), -1);
+        press(key);
+        EXPECT_EQ(table.selectedRow(), 0) << key;
+    }
 }
 
 TEST_F(TableViewKeyboardTest, HomeAndEndSelectTheFirstAndTheLastRow)
@@ -501,7 +627,7 @@ TEST_F(TableViewKeyboardTest, DoesNothingInAnEmptyTable)
 {
     source.rows.clear();
     table.reloadData();
-    for (const Qt::Key key : { Qt::Key_Home, Qt::Key_End, Qt::Key_Down, Qt::Key_A })
+    for (const Qt::Key key : { Qt::Key_Home, Qt::Key_End, Qt::Key_Down, Qt::Key_Space, Qt::Key_A })
         press(key);
     EXPECT_EQ(table.selectedRow(), -1);
 }

@@ -261,6 +261,23 @@ TEST_F(ProfilePageTest, MarksTheRowActivatedLastAndChecksItWhileConnected)
     EXPECT_EQ(runLoop.activeIntervals(), std::vector<std::chrono::milliseconds> { 2000ms });
 }
 
+TEST_F(ProfilePageTest, RowThatTheListsKeyGoesToIsSelectedByTheNextKey)
+{
+    page.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&page));
+    for (const ProfileList& profiles : { three(), ProfileList { three().front() } }) {
+        for (const Qt::Key key : { Qt::Key_Down, Qt::Key_Up, Qt::Key_Space }) {
+            haveProfiles(profiles);
+            page.findChild<QPushButton*>(u"Add"_qs)->setFocus();
+            QTest::keyClick(&page, Qt::Key_R, Qt::AltModifier);
+            ASSERT_TRUE(table->hasFocus());
+            EXPECT_EQ(table->selectedRow(), -1);
+            QTest::keyClick(table, key);
+            EXPECT_EQ(table->selectedRow(), 0) << key << " of " << profiles.size();
+        }
+    }
+}
+
 TEST_F(ProfilePageTest, CellThatIsEditedChangesTheRowAndNotTheProfile)
 {
     haveProfiles(three());
