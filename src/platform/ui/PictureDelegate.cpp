@@ -14,5 +14,6 @@ void PictureDelegate::paint(QPainter* painter, const QStyleOptionViewItem& optio
     style->drawControl(QStyle::CE_ItemViewItem, &cell, painter, cell.widget);
     const auto modeIfEnabled = cell.state.testFlag(QStyle::State_Selected) ? QIcon::Selected : QIcon::Normal;
     const auto mode = cell.state.testFlag(QStyle::State_Enabled) ? modeIfEnabled : QIcon::Disabled;
-    picture.paint(painter, cell.rect, Qt::AlignCenter, mode);
+    const QRect place = QStyle::alignedRect(cell.direction, Qt::AlignCenter, cell.decorationSize, cell.rect);
+    picture.paint(painter, place, Qt::AlignCenter, mode);
 }
