@@ -1,141 +1,70 @@
 // From a stored profile that is activated on its page to every byte that the driver is sent, for each kind of profile.
 // What is expected is written out and made by nothing that the utility itself uses.
 
+#include "platform/NetworkName.h"
 #include "survey/ui/SiteSurveyPageController.h"
 #include "tests/profiles/ui/ProfilePageFixture.h"
-#include "tests/support/RecordedRequests.h"
+#include "tests/support/ExpectedRequests.h"
 #include "tests/support/RecordingAssertionHandler.h"
 
 #include <string>
 
 namespace {
 
-using Requests = std::vector<RecordedRequest>;
 using Changes = std::initializer_list<Profile::Entry>;
 
-Requests operator+(Requests first, const Requests& second)
+Requests settings(int networkType, int authenMode, int encryStatus, int preamble)
 {
-    first.insert(first.end(), second.begin(), second.end());
-    return first;
+    const ExpectedRadio radio {
+        .preamble = preamble,
+        .rtsThreshold = { 0x2B, 0x09, 0, 0 }, // 2347 bytes
+        .fragmentationThreshold = { 0x2A, 0x09, 0, 0 }, // 2346 bytes
+        .txPowerPercent = 25,
+    };
+    return expectedSettings(radio, networkType, authenMode, encryStatus);
 }
 
 // What every profile begins with.
 Requests settings(int networkType, int authenMode, int encryStatus)
 {
-    return {
-        { 0x0D810115, bytesOf({ 0, 0, 0, 0 }) }, // OID_802_11_DISASSOCIATE
-        { 0x0D810108, bytesOf({ networkType, 0, 0, 0 }) }, // OID_802_11_INFRASTRUCTURE_MODE
-        { 0x0DF10101, bytesOf({ 1, 0, 0, 0 }) }, // VX_OID_802_11_PREAMBLE
-        { 0x0D81020A, bytesOf({ 0x2B, 0x09, 0, 0 }) }, // OID_802_11_RTS_THRESHOLD: 2347 bytes
-        { 0x0D810209, bytesOf({ 0x2A, 0x09, 0, 0 }) }, // OID_802_11_FRAGMENTATION_THRESHOLD: 2346 bytes
-        { 0x0D810118, bytesOf({ authenMode, 0, 0, 0 }) }, // OID_802_11_AUTHENTICATION_MODE
-        { 0x0D81011B, bytesOf({ encryStatus, 0, 0, 0 }) }, // OID_802_11_ENCRYPTION_STATUS
-        { 0x0DF10118, bytesOf({ 25, 0, 0, 0 }) }, // VX_OID_802_11_TX_POWER: 25 percent
-    };
+    return settings(networkType, authenMode, encryStatus, 1);
 }
+
+// What the sample profile begins with, whose preamble is another.
+Requests sampleSettings(int networkType, int authenMode, int encryStatus)
+{
+    return settings(networkType, authenMode, encryStatus, 2);
+}
+
+const Bytes ieee = bytesOfText("IEEE");
+const Bytes home = bytesOfText("home"); // the sample's
 
 // An infrastructure profile has its power mode set, and always associates by name, not by its address.
-Requests powerModeAndSsid()
+Requests powerModeAndSsid(const FourBytes& powerMode = { 1, 0, 0, 0 }, const Bytes& ssid = ieee)
 {
-    Bytes ssid = bytesOf({ 4, 0, 0, 0, 'I', 'E', 'E', 'E' });
-    ssid.resize(4 + 32);
-    return {
-        { 0x0D810216, bytesOf({ 1, 0, 0, 0 }) }, // OID_802_11_POWER_MODE
-        { 0x0D810102, ssid }, // OID_802_11_SSID
-    };
-}
-
-// The card's configuration, on a frequency of these four bytes.
-Bytes configuration(std::initializer_list<int> frequencyKhz)
-{
-    Bytes record = bytesOf({
-        32, 0, 0, 0, // Length
-        0xC8, 0, 0, 0, // BeaconPeriod: 200 Kusec
-        9, 0, 0, 0, // ATIMWindow
-    });
-    append(record, bytesOf(frequencyKhz)); // DSConfig
-    append(record,
-        bytesOf({
-            16, 0, 0, 0, // FHConfig.Length
-            1, 0, 0, 0, // FHConfig.HopPattern
-            2, 0, 0, 0, // FHConfig.HopSet
-            3, 0, 0, 0, // FHConfig.DwellTime
-        }));
-    return record;
+    return { setPowerMode(powerMode), associateBySsid(ssid) };
 }
 
 // An ad hoc profile has its channel set instead of the power mode; the rest of the configuration stays.
-Requests channelAndSsid(std::initializer_list<int> frequencyKhz)
+Requests channelAndSsid(const FourBytes& frequencyKhz, const Bytes& ssid = ieee)
 {
-    return Requests {
-        { 0x0D010211, Bytes(32), 32 }, // OID_802_11_CONFIGURATION, the query
-        { 0x0D810211, configuration(frequencyKhz) }, // OID_802_11_CONFIGURATION
-        powerModeAndSsid().back(),
-    };
+    return setFrequency(frequencyKhz) + Requests { associateBySsid(ssid) };
 }
 
-RecordedRequest removeKey(int index)
+Requests channelSixAndSsid(const Bytes& ssid)
 {
-    return { 0x0D81011E, // OID_802_11_REMOVE_KEY
-        bytesOf({
-            16, 0, 0, 0, // Length
-            index, 0, 0, 0, // KeyIndex
-            0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, // BSSID
-            0, 0, // padding
-        }) };
-}
-
-RecordedRequest addKey(int index, bool transmit, const Bytes& material)
-{
-    const int length = static_cast<int>(material.size());
-    Bytes record = bytesOf({
-        length + 39, 0, 0, 0, // Length
-        index, 0, 0, transmit ? 0x80 : 0, // KeyIndex
-        length, 0, 0, 0, // KeyLength
-        0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, // BSSID
-        0, 0, // padding
-        0, 0, 0, 0, 0, 0, 0, 0, // KeyRSC
-    });
-    append(record, material);
-    append(record, bytesOf({ 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0 })); // what Length counts behind the key
-    return { 0x0D81011D, record }; // OID_802_11_ADD_KEY
+    return channelAndSsid({ 0x88, 0x2F, 0x25, 0 }, ssid); // 2437000 kHz
 }
 
 // The keys of the sample profile, the second transmitting; there is no third.
 Requests wepKeys(const Bytes& second = bytesOf({ 0x01, 0x23, 0x45, 0x67, 0x89 }))
 {
     return {
-        addKey(0, false, bytesOf({ 'a', 'b', 'c', 'd', 'e' })),
+        addKey(0, false, bytesOfText("abcde")),
         addKey(1, true, second),
         removeKey(2),
-        addKey(3, false, bytesOf({ 'f', 'o', 'u', 'r', 't', 'h', ' ', 'k', 'e', 'y', ' ', '1', '3' })),
+        addKey(3, false, bytesOfText("fourth key 13")),
     };
-}
-
-Bytes presharedKeyRecord(const Bytes& material)
-{
-    Bytes record = bytesOf({
-        71, 0, 0, 0, // Length: 32 + 39
-        0, 0, 0, 0x80, // KeyIndex: 0, transmit key
-        32, 0, 0, 0, // KeyLength
-        0, 0, 0, 0, 0, 0, // BSSID
-        0, 0, // padding
-        0, 0, 0, 0, 0, 0, 0, 0, // KeyRSC
-    });
-    append(record, material);
-    append(record, bytesOf({ 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0 })); // what Length counts behind the key
-    return record;
-}
-
-// The key of passphrase "password" and SSID "IEEE" that IEEE 802.11i publishes.
-Bytes publishedKey()
-{
-    return bytesOf({
-        0xf4, 0x2c, 0x6f, 0xc5, 0x2d, 0xf0, 0xeb, 0xef, //
-        0x9e, 0xbb, 0x4b, 0x90, 0xb3, 0x8a, 0x5f, 0x90, //
-        0x2e, 0x83, 0xfe, 0x1b, 0x13, 0x5a, 0x70, 0xe2, //
-        0x3a, 0xed, 0x76, 0x2e, 0x97, 0x10, 0xa1, 0x2e, //
-    });
 }
 
 Bytes keyOfDigits()
@@ -148,14 +77,25 @@ Bytes keyOfDigits()
     });
 }
 
-Requests addWpa(const Bytes& material)
+Bytes keyOfMirroredDigits()
 {
-    return { { 0x0DF10116, presharedKeyRecord(material) } }; // VX_OID_802_11_ADD_WPA
+    return bytesOf({
+        0x00, 0x11, 0x22, 0x33, 0x44, 0x55, 0x66, 0x77, //
+        0x88, 0x99, 0xaa, 0xbb, 0xcc, 0xdd, 0xee, 0xff, //
+        0xff, 0xee, 0xdd, 0xcc, 0xbb, 0xaa, 0x99, 0x88, //
+        0x77, 0x66, 0x55, 0x44, 0x33, 0x22, 0x11, 0x00, //
+    });
 }
 
-Requests addWpaNone(const Bytes& material)
+// The key of passphrase "anchor and chain" and SSID "thirty-two letters of a network!".
+Bytes keyOfLongName()
 {
-    return { { 0x0D81011D, presharedKeyRecord(material) } }; // OID_802_11_ADD_KEY
+    return bytesOf({
+        0xeb, 0x45, 0x07, 0xd8, 0xf9, 0x27, 0xbb, 0xb4, //
+        0xf1, 0xc7, 0xab, 0xfa, 0xfd, 0xae, 0x2e, 0x10, //
+        0x98, 0x7a, 0x44, 0x0b, 0x35, 0x46, 0xaf, 0x74, //
+        0x5a, 0x08, 0x39, 0x7c, 0x00, 0xd9, 0xa6, 0xf4, //
+    });
 }
 
 // Whatever its kind, the profile stores a whole set of keys, an address, and a channel.
@@ -177,6 +117,17 @@ Profile infrastructure(int authentication, int encryption, Changes changes = {})
 Profile adHoc(int authentication, int encryption, Changes changes = {})
 {
     return profileOf(u"0"_qs, QString::number(authentication), QString::number(encryption), changes);
+}
+
+Profile::Entry entry(const QString& key, const char* text)
+{
+    return { key, QString::fromLatin1(text) };
+}
+
+// The sample is an open infrastructure profile on channel 6.
+Profile sample(Changes changes)
+{
+    return with(sampleProfile(u"chosen"_qs), changes);
 }
 
 struct Activation {
@@ -211,7 +162,7 @@ std::vector<Activation> infrastructureProfiles()
 
 std::vector<Activation> adHocProfiles()
 {
-    const auto channelSix = channelAndSsid({ 0x88, 0x2F, 0x25, 0 }); // 2437000 kHz
+    const Requests channelSix = channelSixAndSsid(ieee);
     return {
         { "AdHocOpenOnChannel6", adHoc(0, 0), settings(0, 0, 1) + channelSix },
         // Row 36 of the table, which is not that of channel 36: 5680000 kHz.
@@ -225,6 +176,70 @@ std::vector<Activation> adHocProfiles()
         { "WpaNoneTkip", adHoc(2, 0), settings(0, 5, 4) + addWpaNone(publishedKey()) + channelSix },
         { "WpaNoneAes", adHoc(2, 1), settings(0, 5, 6) + addWpaNone(publishedKey()) + channelSix },
     };
+}
+
+std::vector<Activation> rareAdHocProfiles()
+{
+    const auto adHoc = entry(ProfileKey::networkType, "0");
+    const auto shared = entry(ProfileKey::authenticationType, "1");
+    const auto wpa = entry(ProfileKey::authenticationType, "2");
+    const auto aes = entry(ProfileKey::encryptionType, "1");
+    const auto digits = entry(ProfileKey::wpaPsk, "00112233445566778899AABBCCDDEEFFffeeddccbbaa99887766554433221100");
+    const Requests channelSix = channelSixAndSsid(home);
+    return {
+        { "AdHocSharedWithNone", sample({ adHoc, shared }), sampleSettings(0, 1, 1) + wepKeys() + channelSix },
+        { "WpaNoneTkipOf64Digits", sample({ adHoc, wpa, digits }),
+            sampleSettings(0, 5, 4) + addWpaNone(keyOfMirroredDigits()) + channelSix },
+        { "WpaNoneAesOf64Digits", sample({ adHoc, wpa, aes, digits }),
+            sampleSettings(0, 5, 6) + addWpaNone(keyOfMirroredDigits()) + channelSix },
+    };
+}
+
+std::vector<Activation> longNames()
+{
+    const auto adHoc = entry(ProfileKey::networkType, "0");
+    const auto wpa = entry(ProfileKey::authenticationType, "2");
+    const auto aes = entry(ProfileKey::encryptionType, "1");
+    const auto passphrase = entry(ProfileKey::wpaPsk, "anchor and chain");
+    const auto letters = entry(ProfileKey::ssid, "thirty-two letters of a network!");
+    const Bytes bytesOfLetters = bytesOfText("thirty-two letters of a network!");
+    const Profile::Entry noText { ProfileKey::ssid, textFromBytes(QByteArray(31, '\xFF') + '\x01') };
+    Bytes bytesOfNoText(31, std::byte { 0xFF });
+    bytesOfNoText.push_back(std::byte { 1 });
+    return {
+        { "OpenWithA32ByteName", sample({ letters }),
+            sampleSettings(1, 0, 1) + powerModeAndSsid({ 1, 0, 0, 0 }, bytesOfLetters) },
+        { "OpenWithA32ByteNameThatIsNoText", sample({ noText }),
+            sampleSettings(1, 0, 1) + powerModeAndSsid({ 1, 0, 0, 0 }, bytesOfNoText) },
+        { "WpaPskAesWithA32ByteName", sample({ wpa, aes, letters, passphrase }),
+            sampleSettings(1, 4, 6) + addWpa(keyOfLongName()) + powerModeAndSsid({ 1, 0, 0, 0 }, bytesOfLetters) },
+        { "WpaNoneTkipWithA32ByteName", sample({ adHoc, wpa, letters, passphrase }),
+            sampleSettings(0, 5, 4) + addWpaNone(keyOfLongName()) + channelSixAndSsid(bytesOfLetters) },
+    };
+}
+
+// The editor stores 0 and 1; the number of a file that was typed goes to the driver as it stands.
+std::vector<Activation> powerSaveModes()
+{
+    const auto mode = [](const char* text) { return entry(ProfileKey::powerSaveMode, text); };
+    const auto adHoc = entry(ProfileKey::networkType, "0");
+    const auto wep = entry(ProfileKey::encryptionType, "1");
+    return {
+        { "ConstantlyAwake", sample({ mode("0") }), sampleSettings(1, 0, 1) + powerModeAndSsid({ 0, 0, 0, 0 }, home) },
+        { "PowerSaveModeOf2", sample({ mode("2") }), sampleSettings(1, 0, 1) + powerModeAndSsid({ 2, 0, 0, 0 }, home) },
+        { "PowerSaveModeBelow0", sample({ mode("-2") }),
+            sampleSettings(1, 0, 1) + powerModeAndSsid({ 0xFE, 0xFF, 0xFF, 0xFF }, home) },
+        { "PowerSaveModeThatIsNoNumber", sample({ mode("PSMode") }),
+            sampleSettings(1, 0, 1) + powerModeAndSsid({ 0, 0, 0, 0 }, home) },
+        { "ConstantlyAwakeWithWep", sample({ wep, mode("0") }),
+            sampleSettings(1, 0, 0) + wepKeys() + powerModeAndSsid({ 0, 0, 0, 0 }, home) },
+        { "AdHocHasNoPowerSaveMode", sample({ adHoc, mode("2") }), sampleSettings(0, 0, 1) + channelSixAndSsid(home) },
+    };
+}
+
+std::string nameOf(const testing::TestParamInfo<Activation>& info)
+{
+    return info.param.name;
 }
 
 // The profile page with the site survey behind it, as the application wires them.
@@ -270,9 +285,10 @@ TEST_P(ProfileSequenceTest, SendsEveryByteInItsOrder)
     EXPECT_EQ(requestsOfNextTask(), GetParam().expected) << "the stored copy is applied as the profile was";
 }
 
-INSTANTIATE_TEST_SUITE_P(EveryKind, ProfileSequenceTest, testing::ValuesIn(infrastructureProfiles()),
-    [](const testing::TestParamInfo<Activation>& info) { return info.param.name; });
-INSTANTIATE_TEST_SUITE_P(EveryAdHocKind, ProfileSequenceTest, testing::ValuesIn(adHocProfiles()),
-    [](const testing::TestParamInfo<Activation>& info) { return info.param.name; });
+INSTANTIATE_TEST_SUITE_P(EveryKind, ProfileSequenceTest, testing::ValuesIn(infrastructureProfiles()), nameOf);
+INSTANTIATE_TEST_SUITE_P(EveryAdHocKind, ProfileSequenceTest, testing::ValuesIn(adHocProfiles()), nameOf);
+INSTANTIATE_TEST_SUITE_P(EveryRareAdHocKind, ProfileSequenceTest, testing::ValuesIn(rareAdHocProfiles()), nameOf);
+INSTANTIATE_TEST_SUITE_P(EveryLongName, ProfileSequenceTest, testing::ValuesIn(longNames()), nameOf);
+INSTANTIATE_TEST_SUITE_P(EveryPowerSaveMode, ProfileSequenceTest, testing::ValuesIn(powerSaveModes()), nameOf);
 
 } // namespace
