@@ -80,30 +80,48 @@ bool CellModel::removeRowsFrom(int count)
     return true;
 }
 
+CellModel::ChangedCells CellModel::updateRow(int row)
+{
+    Row pulled = pullRow(row);
+    Row& kept = m_rows[static_cast<std::size_t>(row)];
+    ChangedCells changed(kept.size());
+    for (std::size_t column = 0; column < kept.size(); ++column)
+        changed[column] = pulled[column] != kept[column];
+    kept = std::move(pulled);
+    return changed;
+}
+
+// An announcement reaches the editor of every cell that it names, and puts the cell's value in place of what is being
+// typed: cells that did not change are left out.
+void CellModel::announce(int firstRow, int lastRow, const ChangedCells& changed)
+{
+    auto first = std::find(changed.begin(), changed.end(), true);
+    while (first != changed.end()) {
+        const auto end = std::find(first, changed.end(), false);
+        const auto column = [&changed](auto cell) { return static_cast<int>(cell - changed.begin()); };
+        Q_EMIT dataChanged(index(firstRow, column(first)), index(lastRow, column(end) - 1));
+        first = std::find(end, changed.end(), true);
+    }
+}
+
 bool CellModel::updateRows()
 {
     const int count = rowCount();
-    int firstChanged = -1;
-    bool changed = false;
-    // One announcement for each run of rows that changed; the step behind the last row closes the last run.
+    const ChangedCells none(m_columns.size());
+    ChangedCells run = none; // what changed in each row of the present run
+    int firstOfRun = 0;
+    bool anyChanged = false;
+    // One run for the rows that follow each other and changed alike; the step behind the last row closes the last run.
     for (int row = 0; row <= count; ++row) {
-        bool rowChanged = false;
-        if (row < count) {
-            Row pulled = pullRow(row);
-            Row& kept = m_rows[static_cast<std::size_t>(row)];
-            rowChanged = pulled != kept;
-            if (rowChanged)
-                kept = std::move(pulled);
-        }
-        if (rowChanged && firstChanged < 0)
-            firstChanged = row;
-        if (!rowChanged && firstChanged >= 0) {
-            Q_EMIT dataChanged(index(firstChanged, 0), index(row - 1, columnCount() - 1));
-            firstChanged = -1;
-            changed = true;
-        }
+        ChangedCells changed = row < count ? updateRow(row) : none;
+        anyChanged = anyChanged || changed != none;
+        if (changed == run)
+            continue;
+        announce(firstOfRun, row - 1, run);
+        run = std::move(changed);
+        firstOfRun = row;
     }
-    return changed;
+    return anyChanged;
 }
 
 bool CellModel::appendRowsUpTo(int count)

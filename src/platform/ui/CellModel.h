@@ -61,10 +61,13 @@ private:
         }
     };
     using Row = std::vector<Cell>;
+    using ChangedCells = std::vector<bool>; // of one row, by its columns
 
     [[nodiscard]] Row pullRow(int row) const;
     [[nodiscard]] static QVariant sortValue(const Cell& cell, TableColumn::Kind kind);
     bool removeRowsFrom(int count);
+    [[nodiscard]] ChangedCells updateRow(int row);
+    void announce(int firstRow, int lastRow, const ChangedCells& changed);
     bool updateRows();
     bool appendRowsUpTo(int count);
 

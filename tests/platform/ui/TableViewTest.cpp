@@ -287,6 +287,45 @@ TEST_F(TableViewTest, AnnouncesEachRunOfChangedRowsOnce)
     EXPECT_EQ(changed.at(1).at(1).toModelIndex().row(), 5);
 }
 
+TEST_F(TableViewTest, AnnouncesTheCellsThatChangedAndNotTheirNeighbours)
+{
+    source.rows.assign(3, { u"a"_qs, u"1"_qs });
+    table.reloadData();
+    QSignalSpy changed(table.model(), &QAbstractItemModel::dataChanged);
+    source.rows[0].marked = true;
+    source.rows[0].figure = u"2"_qs;
+    source.rows[1].marked = true;
+    source.rows[1].figure = u"3"_qs;
+    source.rows[2].name = u"b"_qs;
+    source.rows[2].figure = u"4"_qs;
+    table.reloadData();
+    std::vector<QRect> announced;
+    for (const auto& arguments : changed) {
+        const auto first = arguments.at(0).toModelIndex();
+        const auto last = arguments.at(1).toModelIndex();
+        announced.emplace_back(QPoint(first.column(), first.row()), QPoint(last.column(), last.row()));
+    }
+    EXPECT_EQ(announced, (std::vector<QRect> { { 0, 0, 1, 2 }, { 2, 0, 1, 2 }, { 1, 2, 2, 1 } }));
+}
+
+TEST_F(TableViewTest, MarkThatComesLeavesWhatIsBeingTypedInItsRow)
+{
+    table.reloadData();
+    show();
+    table.setCurrentIndex(table.model()->index(0, 1));
+    QTest::keyClick(&table, Qt::Key_F2);
+    auto* const cell = table.viewport()->findChild<QLineEdit*>();
+    ASSERT_NE(cell, nullptr);
+    QTest::keyClicks(cell, u"typed"_qs);
+    source.rows[0].marked = true;
+    table.reloadData();
+    EXPECT_FALSE(table.model()->index(0, 0).data(Qt::DecorationRole).isNull());
+    EXPECT_EQ(table.viewport()->findChild<QLineEdit*>(), cell);
+    EXPECT_EQ(cell->text(), u"typed"_qs);
+    QTest::keyClick(cell, Qt::Key_Return);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return source.rows[0].name == u"typed"_qs; }));
+}
+
 TEST_F(TableViewTest, SendsItsActionForADoubleClickAndForReturn)
 {
     table.reloadData();
