@@ -1,5 +1,6 @@
 #include "survey/ui/KeyFields.h"
 
+#include "platform/NetworkName.h"
 #include "survey/KeyHints.h"
 #include "survey/SecurityControlRules.h"
 #include "ui_KeyFields.h"
@@ -11,6 +12,19 @@ namespace {
 constexpr int longestWepKeyText = 26; // hexadecimal digits
 constexpr int hexadecimalFormat = 0;
 constexpr char notAscii[] = "\xC3\xA9"; // a key of which the most is told
+
+// As a profile's key is read: what is counted and checked here is what is used later.
+std::string keyOfText(const QString& text)
+{
+    return bytesFromText(text).toStdString();
+}
+
+// To those who do not see the hint it is told with the field that it belongs to.
+void showHint(QLabel& label, QLineEdit& field, const QString& hint)
+{
+    label.setText(hint);
+    field.setAccessibleDescription(hint);
+}
 
 } // namespace
 
@@ -72,10 +86,20 @@ KeyControls KeyFields::keyControls(int authenTypeIndex, int encryTypeIndex) cons
     for (std::size_t key = 0; key < m_rows.size(); ++key) {
         const Row& row = m_rows[key];
         controls.wepKeys[key]
-            = { row.format->indexOfSelectedItem(), row.text->text().toStdString(), row.radio->isChecked() };
+            = { row.format->indexOfSelectedItem(), keyOfText(row.text->text()), row.radio->isChecked() };
     }
-    controls.presharedKey = m_form->WPAPreSharedKey->text().toStdString();
+    controls.presharedKey = keyOfText(m_form->WPAPreSharedKey->text());
     return controls;
+}
+
+QString KeyFields::wepKeyText(std::size_t key) const
+{
+    return m_rows[key].text->text();
+}
+
+QString KeyFields::presharedKeyText() const
+{
+    return m_form->WPAPreSharedKey->text();
 }
 
 void KeyFields::enableFor(int authenTypeIndex, int encryTypeIndex)
@@ -152,8 +176,10 @@ void KeyFields::showWhatIsMissing()
     const auto selected = static_cast<std::size_t>(selectedKeyIndex(keys.wepKeys));
     for (std::size_t key = 0; key < m_rows.size(); ++key) {
         const bool inUse = m_rows[key].text->isEnabled();
-        m_rows[key].hint->setText(inUse ? wepKeyHint(keys.wepKeys[key], key == selected) : QString());
+        const QString hint = inUse ? wepKeyHint(keys.wepKeys[key], key == selected) : QString();
+        showHint(*m_rows[key].hint, *m_rows[key].text, hint);
     }
     const bool inUse = m_form->WPAPreSharedKey->isEnabled();
-    m_form->WPAPreSharedKeyHint->setText(inUse ? presharedKeyHint(keys.presharedKey) : QString());
+    const QString hint = inUse ? presharedKeyHint(keys.presharedKey) : QString();
+    showHint(*m_form->WPAPreSharedKeyHint, *m_form->WPAPreSharedKey, hint);
 }

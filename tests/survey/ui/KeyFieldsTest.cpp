@@ -2,6 +2,7 @@
 
 #include "platform/ui/ComboBox.h"
 
+#include <QAccessible>
 #include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -114,6 +115,40 @@ TEST_F(KeyFieldsTest, TheKeyboardGoesWhereSomethingHasToBeTyped)
     fields.enableFor(wpa, none);
     EXPECT_TRUE(fields.focusFirstKey());
     EXPECT_EQ(fields.focusWidget(), &presharedKey());
+}
+
+TEST_F(KeyFieldsTest, HintIsReadAloudByItselfAndWithItsField)
+{
+    const auto read = [](QObject& object, QAccessible::Text part) {
+        return QAccessible::queryAccessibleInterface(&object)->text(part);
+    };
+    fields.enableFor(openAuthentication, wep);
+    for (int number = 1; number <= 4; ++number) {
+        keyText(number).setText(QString(number, u'0'));
+        EXPECT_TRUE(hint(number).startsWith(u"%1 of 10"_qs.arg(number)));
+        EXPECT_EQ(read(control<QLabel>(u"WEPKey%1Hint"_qs.arg(number)), QAccessible::Name), hint(number));
+        EXPECT_EQ(read(keyText(number), QAccessible::Description), hint(number));
+        EXPECT_EQ(read(keyText(number), QAccessible::Name), u"Key %1"_qs.arg(number));
+    }
+    fields.enableFor(wpa, none);
+    QTest::keyClicks(&presharedKey(), u"north"_qs);
+    EXPECT_TRUE(presharedKeyHint().startsWith(u"5 of at least 8"_qs));
+    EXPECT_EQ(read(control<QLabel>(u"WPAPreSharedKeyHint"_qs), QAccessible::Name), presharedKeyHint());
+    EXPECT_EQ(read(presharedKey(), QAccessible::Description), presharedKeyHint());
+    EXPECT_EQ(read(keyText(1), QAccessible::Description), keyText(1).toolTip()) << "no hint any more";
+}
+
+// Such a character stands for one byte, as in the names of networks.
+TEST_F(KeyFieldsTest, CountsAndChecksTheBytesThatAKeyIsUsedAs)
+{
+    fields.enableFor(openAuthentication, wep);
+    fields.setWepKey(0, 1, u"caf\uEFE9s"_qs);
+    EXPECT_EQ(fields.keyControls(openAuthentication, wep).wepKeys[0].text, "caf\xE9s");
+    EXPECT_TRUE(hint(1).startsWith(u"5 of 13 characters, complete"_qs)) << hint(1).toStdString();
+    EXPECT_EQ(fields.wepKeyText(0), u"caf\uEFE9s"_qs);
+    fields.setPresharedKey(u"caf\uEFE9"_qs);
+    EXPECT_EQ(fields.keyControls(wpa, none).presharedKey, "caf\xE9");
+    EXPECT_EQ(fields.presharedKeyText(), u"caf\uEFE9"_qs);
 }
 
 TEST_F(KeyFieldsTest, HoldsTheirWidthWhateverIsToldOfAKey)
