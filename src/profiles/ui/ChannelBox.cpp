@@ -2,6 +2,9 @@
 
 #include "driver/records/ChannelTable.h"
 
+#include <QListView>
+#include <QStandardItemModel>
+
 namespace {
 
 constexpr int lastOfferedChannel = 14; // of those whose rows of ChannelFreqTable are in their order
@@ -12,18 +15,15 @@ const int lastChannel = ChannelFreqTable.back().channel;
 ChannelBox::ChannelBox(QWidget* parent)
     : ComboBox(parent)
 {
-    offerChannelsUpTo(lastOfferedChannel);
+    for (int channel = 1; channel <= lastChannel; ++channel) {
+        addItemWithObjectValue(QString::number(channel));
+        if (channel > lastOfferedChannel)
+            withdraw(channel - 1);
+    }
 }
 
-void ChannelBox::offerChannelsUpTo(int channel)
+void ChannelBox::withdraw(int index)
 {
-    for (int next = numberOfItems() + 1; next <= channel; ++next)
-        addItemWithObjectValue(QString::number(next));
-}
-
-void ChannelBox::selectChannel(int index)
-{
-    if (index < lastChannel)
-        offerChannelsUpTo(index + 1);
-    selectItemAtIndex(index);
+    qobject_cast<QStandardItemModel*>(model())->item(index)->setEnabled(false);
+    qobject_cast<QListView*>(view())->setRowHidden(index, true);
 }

@@ -2,18 +2,15 @@
 
 #include "platform/ui/ComboBox.h"
 
-// The radio channels by their numbers: item n is channel n + 1.
+// The radio channels by their numbers: item n is channel n + 1. The items are always all of them, so that a network or
+// a profile on any channel shows it and keeps it; but the user can choose only those that a new network may be given,
+// 1 to 14: the others do not appear in the list, and the keyboard passes over them.
 class ChannelBox final : public ComboBox {
     Q_OBJECT
 
 public:
     explicit ChannelBox(QWidget* parent = nullptr);
 
-    // A channel beyond those that are offered at first belongs to a network or a profile that has it already, and must
-    // not be lost by opening it: the list grows as far, so that every item still stands at its number. Nothing is
-    // selected for an index that no channel has.
-    void selectChannel(int index);
-
 private:
-    void offerChannelsUpTo(int channel);
+    void withdraw(int index);
 };

@@ -54,6 +54,7 @@ ProfileEditorController::~ProfileEditorController()
 void ProfileEditorController::setUpSsidField()
 {
     QLineEdit& field = *m_form->SSID->lineEdit();
+    field.setAccessibleName(m_form->SSID->accessibleName());
     field.setValidator(new SsidValidator(&field));
     // A name that is typed stays as typed and is not taken for the entry of the list that reads alike: completion
     // would turn one network's name into another's, and the box would select such an entry when it is left.
@@ -137,7 +138,7 @@ void ProfileEditorController::EditInit(std::int32_t row)
     OnNetworkType();
     m_form->AuthenType->selectItemAtIndex(profile.AuthenType);
     OnSelchangeAuthType();
-    m_form->Channel->selectChannel(profile.Channel);
+    m_form->Channel->selectItemAtIndex(profile.Channel);
     m_form->EncryType->selectItemAtIndex(profile.EncryType);
     OnSelchangeEncryptionType();
     m_form->PreambleType->selectItemAtIndex(profile.PreambleType);
@@ -163,7 +164,7 @@ bool ProfileEditorController::AddProfile(const ProfileProposal& proposal)
         setAuthenTypeComboText(1);
     m_form->AuthenType->selectItemAtIndex(choice.index);
     OnSelchangeAuthType();
-    m_form->Channel->selectChannel(channelIndexOf(proposal.Channel));
+    m_form->Channel->selectItemAtIndex(channelIndexOf(proposal.Channel));
     m_form->EncryType->selectItemAtIndex(encryptionIndexOf(proposal.EcrypStatus, choice.index));
     OnSelchangeEncryptionType();
     m_form->NetworkType->selectItemAtIndex(proposal.Networktype); // without OnNetworkType
@@ -328,9 +329,9 @@ ProfileControls ProfileEditorController::controls() const
     const KeyControls keys = m_form->keyFields->keyControls(values.AuthenType, values.EncryType);
     for (std::size_t key = 0; key < keys.wepKeys.size(); ++key) {
         const WepKeyControls& row = keys.wepKeys[key];
-        values.wepKeys[key] = { row.formatIndex, QString::fromStdString(row.text), row.radioOn };
+        values.wepKeys[key] = { row.formatIndex, m_form->keyFields->wepKeyText(key), row.radioOn };
     }
-    values.WPAPreSharedKey = QString::fromStdString(keys.presharedKey);
+    values.WPAPreSharedKey = m_form->keyFields->presharedKeyText();
     return values;
 }
 
@@ -363,6 +364,9 @@ void ProfileEditorController::saveProfile()
 void ProfileEditorController::OnOK()
 {
     traceEntry(className, "OnOK");
+    // The key of the button does not take the keyboard out of a field, and the field is put right only as it is left.
+    m_rtsThreshold.correctText();
+    m_fragThreshold.correctText();
     if (!VerifyKey() || !records)
         return;
     Profile profile = createProfileData();

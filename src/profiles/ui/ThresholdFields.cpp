@@ -43,3 +43,12 @@ void ThresholdFields::followSlider()
 {
     m_text.setText(QString::number(m_slider.value()));
 }
+
+void ThresholdFields::correctText()
+{
+    if (m_text.hasAcceptableInput())
+        return;
+    QString text = m_text.text();
+    m_text.validator()->fixup(text);
+    m_text.setText(text);
+}

@@ -15,6 +15,8 @@ public:
     void setRange(ThresholdRange range);
     void followCheckBox();
     void followSlider();
+    // As when the field is left.
+    void correctText();
 
 private:
     QCheckBox& m_check;
