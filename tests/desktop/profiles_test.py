@@ -57,7 +57,7 @@ def makes_a_profile_by_hand(top, simulator, utility):
         utility.type(SHOWN[0][0])
         utility.press("alt+s", "ctrl+a")
         utility.type(BY_HAND)
-        utility.press("alt+c", "alt+e")
+        utility.press("alt+u", "alt+e")
         utility.type("W")
         # The format stands between the key's button and its text.
         utility.press("alt+1", "Tab")
@@ -73,7 +73,7 @@ def makes_a_profile_of_a_network_in_range(top, simulator, utility):
     with utility.sheet("Profile", "alt+f"):
         utility.press("alt+n", "ctrl+a")
         utility.type(SHOWN[1][0])
-        utility.press("alt+c", "alt+p")
+        utility.press("alt+u", "alt+p")
         utility.type(SURVEYED_KEY)
         utility.press("Return")
     utility.press("alt+p")
