@@ -35,12 +35,13 @@ AdvancePageController::AdvancePageController(
 
 AdvancePageController::~AdvancePageController() = default;
 
-// Signals of the user's hand only: what the page itself selects or checks is no change.
+// Signals of the user's hand only: what the page itself selects or checks is no change. Choosing the shown item of a list
+// again counts: a list can show another value than the one that was taken from it.
 void AdvancePageController::connectControls()
 {
-    connect(m_form->WirelessMode, &ComboBox::selectionChosen, this, [this] { OnSelChangeWirelessMode(); });
-    connect(m_form->TXrate, &ComboBox::selectionChosen, this, [this] { OnTxRate(); });
-    connect(m_form->BGprotection, &ComboBox::selectionChosen, this, [this] { OnSelBGProtection(); });
+    connect(m_form->WirelessMode, &QComboBox::activated, this, [this] { OnSelChangeWirelessMode(); });
+    connect(m_form->TXrate, &QComboBox::activated, this, [this] { OnTxRate(); });
+    connect(m_form->BGprotection, &QComboBox::activated, this, [this] { OnSelBGProtection(); });
     connect(m_form->EnableTXburst, &QCheckBox::clicked, this, [this] { OnTxBurst(); });
     connect(m_form->AdhocModeUseOFDMrate, &QCheckBox::clicked, this, [this] { OnAdHocUseOFDM(); });
     connect(m_form->Apply, &QPushButton::clicked, this, [this] { OnApply(); });
