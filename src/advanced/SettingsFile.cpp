@@ -28,8 +28,7 @@ bool isReadAsAWhole(const QString& path)
 
 PropertyArray readSettingsFile(const QString& path)
 {
-    const auto records = arrayAt(path);
-    return records && dictionariesOf(firstAlone(*records)) ? *records : PropertyArray();
+    return arrayAt(path).value_or(PropertyArray());
 }
 
 bool writeSettingsFile(const QString& path, const PropertyArray& records)
@@ -41,8 +40,10 @@ bool writeSettingsFile(const QString& path, const PropertyArray& records)
 
 std::optional<PropertyDictionary> firstRecord(const PropertyArray& records)
 {
+    if (records.empty())
+        return std::nullopt;
     const auto first = dictionariesOf(firstAlone(records));
-    return first && !first->empty() ? std::optional(first->front()) : std::nullopt;
+    return first ? first->front() : PropertyDictionary();
 }
 
 void putFirstRecord(PropertyArray& records, const PropertyDictionary& record)

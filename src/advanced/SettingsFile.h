@@ -9,14 +9,14 @@
 // The settings file: an array whose first element holds the options, as a dictionary of texts, as dictionariesOf takes
 // them. What stands behind that element is not looked at and stays as it is, whatever it is.
 
-// Empty where the file is missing or is no such array.
+// Empty where the file is missing or is no array.
 [[nodiscard]] PropertyArray readSettingsFile(const QString& path);
 
-// Replaces the file as writeFileAtomically does. A file that is there and is no such array, or has more in its
-// first element than can be read, is kept first (keepUnreadableFile). False, with the file as it was, when either fails.
+// Replaces the file as writeFileAtomically does. A file that is there and is no array, or has something in its
+// first element that cannot be read, is kept first (keepUnreadableFile). False, with the file as it was, when either fails.
 [[nodiscard]] bool writeSettingsFile(const QString& path, const PropertyArray& records);
 
-// The options of such an array; nothing where it is empty.
+// The options of such an array; nothing where it is empty, and none of them where its first element is no dictionary.
 [[nodiscard]] std::optional<PropertyDictionary> firstRecord(const PropertyArray& records);
 // Makes an element where there is none.
 void putFirstRecord(PropertyArray& records, const PropertyDictionary& record);

@@ -42,14 +42,29 @@ TEST_F(SettingsFile, IsJudgedByItsFirstElementAlone)
     }
 }
 
-TEST_F(SettingsFile, IsUnreadableWhereItsFirstElementIsNoDictionary)
+TEST_F(SettingsFile, IsUnreadableWhereItIsNoArray)
 {
-    for (const char* const content :
-        { "<dict/>", "<string>3</string>", "<array><string>3</string><dict/></array>", "<array><array/></array>" }) {
+    for (const char* const content : { "<dict/>", "<string>3</string>" }) {
         SCOPED_TRACE(content);
         write(content);
         EXPECT_TRUE(readSettingsFile(path).empty());
         EXPECT_TRUE(writeSettingsFile(path, {}));
+        EXPECT_TRUE(isKept());
+        ASSERT_TRUE(QFile::remove(path + u".unreadable"_qs));
+    }
+}
+
+TEST_F(SettingsFile, HasNoOptionsButItsOtherElementsWhereTheFirstIsNoDictionary)
+{
+    for (const char* const first : { "<string>3</string>", "<array/>", "<integer>3</integer>", "<true/>" }) {
+        SCOPED_TRACE(first);
+        write(QByteArray("<array>") + first + "<dict/><string>mine</string></array>");
+        PropertyArray records = readSettingsFile(path);
+        EXPECT_EQ(firstRecord(records), PropertyDictionary());
+        putFirstRecord(records, { { key, u"1"_qs } });
+        EXPECT_TRUE(writeSettingsFile(path, records));
+        EXPECT_TRUE(readSettingsFile(path)
+            == (PropertyArray { { PropertyTree { { key, { u"1"_qs } } } }, { PropertyTree {} }, { u"mine"_qs } }));
         EXPECT_TRUE(isKept());
         ASSERT_TRUE(QFile::remove(path + u".unreadable"_qs));
     }

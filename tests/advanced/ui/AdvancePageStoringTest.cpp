@@ -138,6 +138,19 @@ TEST_F(AdvancePageStoring, KeepsWhateverStandsBehindTheFirstRecord)
     EXPECT_FALSE(QFile::exists(unreadableFile())) << "the file could be read";
 }
 
+TEST_F(AdvancePageStoring, ReplacesAFirstElementThatIsNoRecordAndKeepsTheOthers)
+{
+    openWithFile("<plist version=\"1.0\"><array><string>mine</string>"
+                 "<dict><key>Tx Rate</key><string>7</string></dict></array></plist>");
+    EXPECT_EQ(shown(), (Shown { 0, 0, 0, false, false }));
+    choose(u"TXrate", 2);
+    click(u"Reset");
+    EXPECT_EQ(shown().rate, 0) << "it has none of the options";
+    (void)apply();
+    EXPECT_EQ(stored(), (PropertyDictionaries { record(0, 0, 0, 0, 0), { { u"Tx Rate"_qs, u"7"_qs } } }));
+    EXPECT_TRUE(QFile::exists(unreadableFile())) << "what was there is lost otherwise";
+}
+
 TEST_F(AdvancePageStoring, MayFailWithoutAnAlert)
 {
     // A file stands where the folder would be.
