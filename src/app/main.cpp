@@ -26,8 +26,6 @@
 #include <QDBusConnection>
 #include <QSettings>
 
-#include <sys/stat.h>
-
 namespace {
 
 // The windows come only when somebody is there to see them: at a login window there is no screen to open them on.
@@ -109,8 +107,6 @@ private:
 
 int main(int argc, char** argv)
 {
-    // What the program writes is the user's own business: profiles hold keys.
-    umask(S_IRWXG | S_IRWXO);
     waitForSomebody(argc, argv);
     const QApplication framework(argc, argv);
     introduceApplication();
