@@ -5,7 +5,59 @@
 #include <QPalette>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
+#include <cmath>
+
 namespace {
+
+// Both after WCAG 2: the luminance of a colour, 0 to 1, and the contrast of two, 1 to 21.
+double luminanceOf(const QColor& colour)
+{
+    const auto linear
+        = [](double part) { return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4); };
+    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) + 0.0722 * linear(colour.blueF());
+}
+
+double contrastOf(const QColor& one, const QColor& other)
+{
+    const auto [low, high] = std::minmax({ luminanceOf(one), luminanceOf(other) });
+    return (high + 0.05) / (low + 0.05);
+}
+
+QColor laidOver(const QColor& ground, const QColor& paint)
+{
+    const double alpha = paint.alphaF();
+    const auto mixed
+        = [alpha](double under, double over) { return static_cast<float>(over * alpha + under * (1 - alpha)); };
+    return QColor::fromRgbF(mixed(ground.redF(), paint.redF()), mixed(ground.greenF(), paint.greenF()),
+        mixed(ground.blueF(), paint.blueF()));
+}
+
+// How a picture stands out from a ground. The soft edges are left out.
+struct Readability {
+    int painted { 0 }; // pixels
+    int readable { 0 }; // of them, with the contrast of 3 that WCAG 2 asks of graphics
+    double leastContrast { 21 }; // of what is painted without letting the ground through
+};
+
+Readability readabilityOn(const QColor& ground, const QImage& picture)
+{
+    Readability result;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            const QColor paint = picture.pixelColor(x, y);
+            if (paint.alpha() < 120)
+                continue;
+            const double contrast = contrastOf(ground, laidOver(ground, paint));
+            ++result.painted;
+            result.readable += contrast >= 3 ? 1 : 0;
+            if (paint.alpha() == 255)
+                result.leastContrast = std::min(result.leastContrast, contrast);
+        }
+    }
+    return result;
+}
 
 // The colour of the most opaque pixel.
 QColor inkOf(const QPixmap& pixmap)
@@ -45,6 +97,44 @@ TEST(Images, TakeTheColourOfTheTextTheyStandBeside)
     EXPECT_LT(inkOf(image.pixmap(QSize(64, 64), QIcon::Selected)).lightness(), 60);
     QApplication::setPalette(before);
 }
+
+class PictureReadability : public testing::TestWithParam<const char16_t*> {
+protected:
+    [[nodiscard]] static Readability on(const QColor& ground, const QColor& text)
+    {
+        const QPalette before = QApplication::palette();
+        QPalette palette = before;
+        palette.setColor(QPalette::Text, text);
+        QApplication::setPalette(palette);
+        const QImage picture
+            = imageNamed(GetParam()).pixmap(QSize(128, 128)).toImage().convertToFormat(QImage::Format_ARGB32);
+        QApplication::setPalette(before);
+        return readabilityOn(ground, picture);
+    }
+};
+
+// An accent cannot have a contrast of 3 on both grounds, so it only has to be seen; the text colour has to carry the
+// picture. These are the darkest light ground and the lightest dark one that pictures stand on.
+TEST_P(PictureReadability, HoldsOnLightAndOnDark)
+{
+    struct Desktop {
+        const char* name;
+        QColor ground;
+        QColor text;
+    };
+    for (const Desktop& desktop : std::array { Desktop { "light", QColor(0xEF, 0xEF, 0xEF), QColor(0, 0, 0) },
+             Desktop { "dark", QColor(0x43, 0x46, 0x4A), QColor(0xFC, 0xFC, 0xFC) } }) {
+        SCOPED_TRACE(desktop.name);
+        const Readability readability = on(desktop.ground, desktop.text);
+        EXPECT_GT(readability.painted, 500);
+        EXPECT_GT(readability.readable * 2, readability.painted);
+        EXPECT_GE(readability.leastContrast, 2.75);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Images, PictureReadability,
+    testing::Values(u"CHECKMRK", u"UNCHECKMRK", u"HANDSHAK", u"QUORVANE", u"RADIOOFF", u"RADIOON"),
+    [](const auto& instance) { return QStringView(instance.param).toString().toStdString(); });
 
 TEST(Images, HaveEveryPixelAtDoubleScale)
 {
