@@ -15,19 +15,39 @@ startVirtualDisplay() {
     : >"$directory/display-number"
     Xvfb -displayfd 3 -screen 0 "${size}x24" -nolisten tcp 3>"$directory/display-number" >"$directory/xvfb.log" 2>&1 &
     atExit stopProcess $!
-    if ! waitUntil 20 test -s "$directory/display-number"; then
+    if ! waitUntil 60 test -s "$directory/display-number"; then
         cat "$directory/xvfb.log" >&2
         fail "the virtual display did not start"
     fi
     number=$(<"$directory/display-number")
     export DISPLAY=:$number
-    openbox --sm-disable >"$directory/openbox.log" 2>&1 &
-    atExit stopProcess $!
+    atExit stopWindowManager
+    # One that is late on a busy machine, or that fell over something, gets another chance.
+    for _ in 1 2 3; do
+        openbox --sm-disable >>"$directory/openbox.log" 2>&1 &
+        window_manager=$!
+        waitUntil 20 windowManagerRunsOrIsGone || true
+        if windowManagerRuns; then
+            return
+        fi
+        stopWindowManager
+    done
     # The folder may be gone with the script: what is in the logs is told now.
-    if ! waitUntil 20 windowManagerRuns; then
-        cat "$directory/xvfb.log" "$directory/openbox.log" >&2
-        fail "the window manager did not start on $DISPLAY"
+    cat "$directory/xvfb.log" "$directory/openbox.log" >&2
+    fail "the window manager did not start on $DISPLAY"
+}
+
+window_manager=
+
+stopWindowManager() {
+    if [[ -n $window_manager ]]; then
+        stopProcess "$window_manager"
+        window_manager=
     fi
+}
+
+windowManagerRunsOrIsGone() {
+    windowManagerRuns || ! kill -0 "$window_manager" 2>/dev/null
 }
 
 windowManagerRuns() {
