@@ -13,8 +13,8 @@ build_packages=(
 window_packages=(libqt6svg6 fonts-dejavu-core dbus libgl1-mesa-dri)
 # A display for machines without one, input for it and pictures of it.
 virtual_display_packages=(xvfb xauth openbox xdotool x11-utils imagemagick)
-# The desktop test reads the window as a screen reader does.
-test_packages=(python3 python3-pyatspi at-spi2-core strace)
+# The desktop test reads the window as a screen reader does; the menu entry, metainfo and man pages are checked.
+test_packages=(python3 python3-pyatspi at-spi2-core strace desktop-file-utils appstream mandoc)
 # A native window where there is Wayland and no X server.
 wayland_packages=(qt6-wayland)
 lint_packages=(clang-14 clang-format-14 clang-tidy-14 shellcheck libxml2-utils python3)
