@@ -3,8 +3,8 @@
 import os
 import pathlib
 import plistlib
-import re
 import sys
+import time
 
 import screen_reader as reader
 import steps
@@ -170,10 +170,11 @@ def tells_about_itself_and_the_card(top, simulator, utility):
     assert asked == [("VX_OID_802_11_EEPROM_VERSION", False), ("OID_802_3_CURRENT_ADDRESS", False)] * 2, asked
     assert reader.labelled(top, "EEPROM version:").get_name() == "1.4", reader.labels(top)
     assert reader.labelled(top, "MAC address:").get_name() == "02-51-56-00-71-00", reader.labels(top)
-    texts = reader.labels(top)
-    for path in (UTILITY_INFORMATION, DRIVER_INFORMATION):
-        assert plistlib.loads(path.read_bytes())["CFBundleShortVersionString"] in texts, texts
-    assert len([text for text in texts if re.fullmatch(r"\d{4}-\d{2}-\d{2}", text)]) == 2, texts
+    for title, path in (("Utility", UTILITY_INFORMATION), ("Driver", DRIVER_INFORMATION)):
+        group = reader.find(top, "panel", title)
+        changed = time.strftime("%Y-%m-%d", time.localtime(path.stat().st_mtime))
+        told = [reader.labelled(group, caption).get_name() for caption in ("Version:", "Date:")]
+        assert told == [plistlib.loads(path.read_bytes())["CFBundleShortVersionString"], changed], (title, told)
 
 
 # Once a link was up and is lost, the program scans on every tick and answers slowly: those steps come last.
