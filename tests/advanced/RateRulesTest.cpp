@@ -1,6 +1,7 @@
 #include "advanced/RateRules.h"
 
 #include "tests/support/RecordingAssertionHandler.h"
+#include "tests/support/StandardErrorOf.h"
 
 #include <gtest/gtest.h>
 
@@ -107,9 +108,7 @@ TEST(DesiredRates, NameTheErrorBehindEachAssertionThatLetsThemGoOn)
 {
     const auto errorsOf = [](std::int32_t wirelessMode, std::int32_t rateIndex) {
         std::optional<NDIS_802_11_RATES> rates;
-        testing::internal::CaptureStderr();
-        (void)linesReported(wirelessMode, rateIndex, rates);
-        return testing::internal::GetCapturedStderr();
+        return standardErrorOf([&] { (void)linesReported(wirelessMode, rateIndex, rates); });
     };
     EXPECT_EQ(errorsOf(0, 0), "");
     EXPECT_EQ(errorsOf(2, 9), "Rates ERROR");
@@ -122,12 +121,13 @@ TEST(DesiredRates, NameTheErrorBehindEachAssertionThatLetsThemGoOn)
 TEST(DesiredRates, SendNothingWhereTheHandlerSaysToStop)
 {
     RecordingAssertionHandler assertions;
-    testing::internal::CaptureStderr();
-    EXPECT_FALSE(desiredRates(4, 0, assertions).has_value());
-    EXPECT_FALSE(desiredRates(2, 9, assertions).has_value());
-    EXPECT_FALSE(desiredRates(0, 13, assertions).has_value());
+    const std::string written = standardErrorOf([&] {
+        EXPECT_FALSE(desiredRates(4, 0, assertions).has_value());
+        EXPECT_FALSE(desiredRates(2, 9, assertions).has_value());
+        EXPECT_FALSE(desiredRates(0, 13, assertions).has_value());
+    });
     EXPECT_EQ(assertions.failures.size(), 3u);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    EXPECT_EQ(written, "");
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "EngineTest.h"
 #include "crypto/HmacSha1.h"
+#include "tests/support/StandardErrorOf.h"
 
 #include <algorithm>
 #include <array>
@@ -122,9 +123,8 @@ TEST(PasswordHash, ComplainsForEachBlockYetSucceedsForAByteItDoesNotHash)
 {
     for (const char* passphrase : { "pass\tword", "passw\xE9rd", "\x80password", "password\x1F" }) {
         Output output;
-        testing::internal::CaptureStderr();
-        EXPECT_EQ(hash(passphrase, "ssid", output), 1);
-        EXPECT_EQ(testing::internal::GetCapturedStderr(), std::string(complaint) + complaint);
+        EXPECT_EQ(standardErrorOf([&] { EXPECT_EQ(hash(passphrase, "ssid", output), 1); }),
+            std::string(complaint) + complaint);
         EXPECT_TRUE(output.isUntouched());
     }
 }
@@ -132,18 +132,14 @@ TEST(PasswordHash, ComplainsForEachBlockYetSucceedsForAByteItDoesNotHash)
 TEST(PasswordHash, RefusesALengthBeforeItLooksAtTheCharacters)
 {
     Output output;
-    testing::internal::CaptureStderr();
-    EXPECT_EQ(hash(std::string(64, '\t'), "ssid", output), 0);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    EXPECT_EQ(standardErrorOf([&] { EXPECT_EQ(hash(std::string(64, '\t'), "ssid", output), 0); }), "");
 }
 
 TEST(PasswordHash, HashesTheDeleteCharacterAndTheBlank)
 {
     for (const char* passphrase : { "pass\x7Fword", "pass word" }) {
         Output output;
-        testing::internal::CaptureStderr();
-        EXPECT_EQ(hash(passphrase, "ssid", output), 1);
-        EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+        EXPECT_EQ(standardErrorOf([&] { EXPECT_EQ(hash(passphrase, "ssid", output), 1); }), "");
         EXPECT_FALSE(output.isUntouched());
     }
 }
@@ -151,9 +147,8 @@ TEST(PasswordHash, HashesTheDeleteCharacterAndTheBlank)
 TEST(F, ComplainsOnceAndWritesNothingForAByteItDoesNotHash)
 {
     Output output;
-    testing::internal::CaptureStderr();
-    F("pass\tword", bytesOf("ssid"), 4, 4096, 1, output.bytes.data());
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), complaint);
+    const auto tab = [&] { F("pass\tword", bytesOf("ssid"), 4, 4096, 1, output.bytes.data()); };
+    EXPECT_EQ(standardErrorOf(tab), complaint);
     EXPECT_TRUE(output.isUntouched());
 }
 

@@ -1,4 +1,5 @@
 #include "RegistryFixture.h"
+#include "tests/support/StandardErrorOf.h"
 
 #include <QByteArray>
 #include <gtest/gtest.h>
@@ -39,9 +40,7 @@ protected:
 
     std::string errorsOfSearch(SocketIORegistry& registry, std::size_t expectedServices)
     {
-        testing::internal::CaptureStderr();
-        EXPECT_EQ(find(registry).size(), expectedServices);
-        return testing::internal::GetCapturedStderr();
+        return standardErrorOf([&] { EXPECT_EQ(find(registry).size(), expectedServices); });
     }
 };
 

@@ -1,5 +1,7 @@
 #include "platform/StandardAssertionHandler.h"
 
+#include "tests/support/StandardErrorOf.h"
+
 #include <gtest/gtest.h>
 
 namespace {
@@ -7,10 +9,12 @@ namespace {
 TEST(StandardAssertionHandler, WritesOneLineAndLetsNothingGoOn)
 {
     StandardAssertionHandler handler;
-    testing::internal::CaptureStderr();
-    const bool goOn = handler.handleFailureInMethod(
-        "RescanTimeFunc", "SiteSurveyPageController", "SiteSurveyPageController", 978, invalidParameter);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+    bool goOn = true;
+    const std::string written = standardErrorOf([&] {
+        goOn = handler.handleFailureInMethod(
+            "RescanTimeFunc", "SiteSurveyPageController", "SiteSurveyPageController", 978, invalidParameter);
+    });
+    EXPECT_EQ(written,
         "*** Assertion failure in SiteSurveyPageController - RescanTimeFunc, SiteSurveyPageController:978: "
         "Invalid parameter not satisfying: FALSE\n");
     EXPECT_FALSE(goOn);

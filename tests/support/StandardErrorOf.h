@@ -6,6 +6,7 @@
 
 #include <sstream>
 #include <string>
+#include <vector>
 
 // What an operation writes to standard error.
 template <typename Operation> std::string standardErrorOf(const Operation& operation)
@@ -24,14 +25,23 @@ template <typename Operation> std::string tracesOf(const Operation& operation)
     return traces;
 }
 
-// The lines of one class among the traces, in their order.
-inline std::string linesOf(const std::string& className, const std::string& traces)
+// The lines that name a class, in their order.
+inline std::string linesOf(const std::string& className, const std::string& written)
 {
-    std::istringstream stream(traces);
+    std::istringstream stream(written);
     std::string lines;
     for (std::string line; std::getline(stream, line);) {
-        if (line.rfind("#### " + className + " - ", 0) == 0)
+        if (line.find(className) != std::string::npos)
             lines += line + "\n";
     }
+    return lines;
+}
+
+// The lines that these operations of a class write when they are entered.
+inline std::string entryLines(const std::string& className, const std::vector<std::string>& operations)
+{
+    std::string lines;
+    for (const std::string& operation : operations)
+        lines += "#### " + className + " - " + operation + " ####\n";
     return lines;
 }

@@ -322,10 +322,7 @@ TEST_F(AboutPageTest, TracesItsOperationsWhenAskedTo)
         traced.OpenQuorvaneWeb();
     };
     EXPECT_EQ(linesOf("AboutPageController", tracesOf(everyOperation)),
-        "#### AboutPageController - init ####\n"
-        "#### AboutPageController - awakeFromNib ####\n"
-        "#### AboutPageController - GetAllInformation ####\n"
-        "#### AboutPageController - OpenQuorvaneWeb ####\n");
+        entryLines("AboutPageController", { "init", "awakeFromNib", "GetAllInformation", "OpenQuorvaneWeb" }));
     EXPECT_EQ(standardErrorOf(everyOperation), "");
 }
 

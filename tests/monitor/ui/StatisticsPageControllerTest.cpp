@@ -277,10 +277,7 @@ TEST_F(StatisticsPageTest, TracesItsOperationsWhenAskedTo)
         traced.OnResetCounter();
     };
     EXPECT_EQ(linesOf("StatisticsPageController", tracesOf(everyOperation)),
-        "#### StatisticsPageController - init ####\n"
-        "#### StatisticsPageController - awakeFromNib ####\n"
-        "#### StatisticsPageController - OnTimer ####\n"
-        "#### StatisticsPageController - OnResetCounter ####\n");
+        entryLines("StatisticsPageController", { "init", "awakeFromNib", "OnTimer", "OnResetCounter" }));
     EXPECT_EQ(standardErrorOf(everyOperation), "");
 }
 
