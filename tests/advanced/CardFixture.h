@@ -23,7 +23,7 @@ protected:
 
     [[nodiscard]] std::vector<RecordedRequest> requests() const { return recordedRequests(registry); }
 
-    InitialSharedState sharedState;
+    InitialSharedState initialState;
     RecordingIORegistry registry;
     RecordingTickClock clock;
     RecordingAlertPanels alerts;

@@ -5,10 +5,12 @@
 #include "driver/VX7100Access.h"
 #include "driver/records/Oids.h"
 #include "tests/support/BssidListBuilder.h"
+#include "tests/support/InitialSharedState.h"
 #include "tests/support/ManualRunLoop.h"
 #include "tests/support/RecordingAlertPanels.h"
 #include "tests/support/RecordingIORegistry.h"
 #include "tests/support/RecordingTickClock.h"
+#include "tests/support/StandardErrorOf.h"
 
 #include <QTabWidget>
 #include <gtest/gtest.h>
@@ -46,6 +48,7 @@ private:
 
 class DeviceWatchTest : public testing::Test {
 protected:
+    InitialSharedState initialState;
     Calls calls;
     RecordingPages pages { calls };
     RecordingIORegistry registry;
@@ -58,23 +61,8 @@ protected:
 
     void SetUp() override
     {
-        setFlags();
         // The scan's wait stands for the initialisation among the pages' calls.
         clock.onDelay = [this](std::uint32_t) { calls.emplace_back("InitCard"); };
-    }
-
-    void TearDown() override { setFlags(); }
-
-    static void setFlags()
-    {
-        __DEBUG__ = 0;
-        G_bDeviceExist = 0;
-        G_bDialogRunning = 0;
-        G_bDeviceRemove = 1;
-        G_bSelCard = 1;
-        G_bRadio = 1;
-        G_bRescan = 0;
-        G_pBssidList.reset();
     }
 
     void becomePresent()
@@ -268,11 +256,9 @@ TEST_F(DeviceWatchTest, ExistenceIsASearchAnOpenAndAClose)
 
 TEST_F(DeviceWatchTest, TracesKeepTheirWording)
 {
+    const auto look = [this] { EXPECT_FALSE(controller.IsDeviceDriverExist()); };
     removeCard();
-    __DEBUG__ = 1;
-    testing::internal::CaptureStderr();
-    EXPECT_FALSE(controller.IsDeviceDriverExist());
-    const std::string withoutCard = testing::internal::GetCapturedStderr();
+    const std::string withoutCard = tracesOf(look);
     EXPECT_TRUE(withoutCard.starts_with("#### QvConfig7100Controller - IsDeviceDriverExist ####\n"));
     EXPECT_NE(withoutCard.find("!!!! QvConfig7100Controller - IsDeviceDriverExist - Device is not existenet. !!!!\n"
                                "#### VX7100Access - CloseConnectToDevice ####\n"),
@@ -280,11 +266,8 @@ TEST_F(DeviceWatchTest, TracesKeepTheirWording)
 
     registry.serviceCount = 1;
     registry.failAt(RegistryCall::IOServiceOpen);
-    testing::internal::CaptureStderr();
-    EXPECT_FALSE(controller.IsDeviceDriverExist());
-    EXPECT_NE(testing::internal::GetCapturedStderr().find(
-                  "!!!! QvConfig7100Controller - IsDeviceDriverExist - Can't connect to device. !!!!\n"
-                  "#### VX7100Access - CloseConnectToDevice ####\n"),
+    EXPECT_NE(tracesOf(look).find("!!!! QvConfig7100Controller - IsDeviceDriverExist - Can't connect to device. !!!!\n"
+                                  "#### VX7100Access - CloseConnectToDevice ####\n"),
         std::string::npos);
 }
 
@@ -300,11 +283,7 @@ TEST_F(DeviceWatchTest, OperationsTraceTheirNameFirst)
         { "OnTimer", [this] { controller.OnTimer(); } },
     };
     for (const Operation& operation : operations) {
-        __DEBUG__ = 1;
-        testing::internal::CaptureStderr();
-        operation.run();
-        const std::string written = testing::internal::GetCapturedStderr();
-        __DEBUG__ = 0;
+        const std::string written = tracesOf(operation.run);
         EXPECT_TRUE(written.starts_with("#### QvConfig7100Controller - " + operation.name + " ####\n")) << written;
     }
 }
@@ -312,10 +291,7 @@ TEST_F(DeviceWatchTest, OperationsTraceTheirNameFirst)
 TEST_F(DeviceWatchTest, TickDuringAnInitialisationIsTracedToo)
 {
     G_bDialogRunning = 1;
-    __DEBUG__ = 1;
-    testing::internal::CaptureStderr();
-    controller.OnTimer();
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "#### QvConfig7100Controller - OnTimer ####\n");
+    EXPECT_EQ(tracesOf([this] { controller.OnTimer(); }), "#### QvConfig7100Controller - OnTimer ####\n");
 }
 
 TEST_F(DeviceWatchTest, AbsentPagesAreSkipped)

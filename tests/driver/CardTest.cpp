@@ -3,6 +3,7 @@
 #include "driver/VX7100Access.h"
 #include "driver/records/Oids.h"
 #include "tests/support/BssidListBuilder.h"
+#include "tests/support/InitialSharedState.h"
 #include "tests/support/RecordingAlertPanels.h"
 #include "tests/support/RecordingIORegistry.h"
 #include "tests/support/RecordingTickClock.h"
@@ -17,20 +18,11 @@ constexpr std::uint32_t scanRequest = OID_802_11_BSSID_LIST_SCAN | oidSetFlag;
 
 class CardTest : public testing::Test {
 protected:
+    InitialSharedState initialState;
     RecordingIORegistry registry;
     RecordingTickClock clock;
     RecordingAlertPanels alerts;
     VX7100Access adapter { registry, clock, alerts };
-
-    void SetUp() override
-    {
-        G_bSupportAMode = 0;
-        G_bRescan = 0;
-        G_bDialogRunning = 0;
-        G_pBssidList.reset();
-    }
-
-    void TearDown() override { G_pBssidList.reset(); }
 
     static std::vector<std::uint8_t> listed()
     {

@@ -1,11 +1,12 @@
 #include "driver/VX7100Access.h"
 
-#include "app/shared/SharedState.h"
 #include "driver/records/Oids.h"
 #include "tests/support/BssidListBuilder.h"
+#include "tests/support/InitialSharedState.h"
 #include "tests/support/RecordingAlertPanels.h"
 #include "tests/support/RecordingIORegistry.h"
 #include "tests/support/RecordingTickClock.h"
+#include "tests/support/StandardErrorOf.h"
 
 #include <gtest/gtest.h>
 
@@ -17,17 +18,11 @@ using Texts = std::vector<std::string>;
 
 class VX7100AccessTest : public testing::Test {
 protected:
+    InitialSharedState initialState;
     RecordingIORegistry registry;
     RecordingTickClock clock;
     RecordingAlertPanels alerts;
     VX7100Access adapter { registry, clock, alerts };
-
-    void TearDown() override
-    {
-        __DEBUG__ = 0;
-        G_bRescan = 0;
-        G_pBssidList.reset();
-    }
 
     bool query(std::uint32_t oid, std::uint32_t& value)
     {
@@ -147,10 +142,7 @@ TEST_F(VX7100AccessTest, ClosingTwiceReleasesOnce)
 TEST_F(VX7100AccessTest, SearchThatFindsNoCardTellsWhatMayBeMissing)
 {
     registry.serviceCount = 0;
-    __DEBUG__ = 1;
-    testing::internal::CaptureStderr();
-    EXPECT_FALSE(adapter.SearchDevice());
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+    EXPECT_EQ(tracesOf([this] { EXPECT_FALSE(adapter.SearchDevice()); }),
         "#### VX7100Access - SearchDevice ####\n"
         "**** VX7100Access - SearchDevice - Iterations: 0 ****\n"
         "!!!! VX7100Access - SearchDevice - Couldn't find a WirelessDriver service in registry - is the card loaded? "
@@ -160,18 +152,13 @@ TEST_F(VX7100AccessTest, SearchThatFindsNoCardTellsWhatMayBeMissing)
 TEST_F(VX7100AccessTest, LastOfTwoCardsIsUsedAndTheConfusionIsTracedOnce)
 {
     registry.serviceCount = 2;
-    __DEBUG__ = 1;
-    testing::internal::CaptureStderr();
-    EXPECT_TRUE(adapter.SearchDevice());
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+    EXPECT_EQ(tracesOf([this] { EXPECT_TRUE(adapter.SearchDevice()); }),
         "#### VX7100Access - SearchDevice ####\n"
         "!!!! VX7100Access - SearchDevice - But we already have a device I'm confused. !!!!\n"
         "**** VX7100Access - SearchDevice - Iterations: 2 ****\n");
     EXPECT_TRUE(adapter.OpenConnectToDevice());
     EXPECT_EQ(registry.calls.back().handle, 5u); // services 4 and 5
-    testing::internal::CaptureStderr();
-    adapter.CloseConnectToDevice();
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "#### VX7100Access - CloseConnectToDevice ####\n");
+    EXPECT_EQ(tracesOf([this] { adapter.CloseConnectToDevice(); }), "#### VX7100Access - CloseConnectToDevice ####\n");
     // The first card was overwritten without a release.
     EXPECT_EQ(registry.held(), (std::vector<std::uint32_t> { 4 }));
 }
@@ -197,11 +184,8 @@ TEST_F(VX7100AccessTest, EachFailureOfTheSearchIsTracedAndReleased)
         RecordingIORegistry fresh;
         VX7100Access access(fresh, clock, alerts);
         fresh.failAt(failure.call);
-        __DEBUG__ = 1;
-        testing::internal::CaptureStderr();
-        EXPECT_FALSE(access.SearchDevice());
-        EXPECT_EQ(testing::internal::GetCapturedStderr(), "#### VX7100Access - SearchDevice ####\n" + failure.trace);
-        __DEBUG__ = 0;
+        EXPECT_EQ(tracesOf([&] { EXPECT_FALSE(access.SearchDevice()); }),
+            "#### VX7100Access - SearchDevice ####\n" + failure.trace);
         access.CloseConnectToDevice();
         Texts releases = fresh.texts();
         releases.erase(releases.begin(), releases.end() - static_cast<std::ptrdiff_t>(failure.releases.size()));
@@ -214,13 +198,9 @@ TEST_F(VX7100AccessTest, RefusedUserClientIsTracedUnderTheSearchsName)
 {
     registry.failAt(RegistryCall::IOServiceOpen);
     ASSERT_TRUE(adapter.SearchDevice());
-    __DEBUG__ = 1;
-    testing::internal::CaptureStderr();
-    EXPECT_FALSE(adapter.OpenConnectToDevice());
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+    EXPECT_EQ(tracesOf([this] { EXPECT_FALSE(adapter.OpenConnectToDevice()); }),
         "#### VX7100Access - OpenConnectToDevice ####\n"
         "!!!! VX7100Access - SearchDevice - Couldn't create a user client, why not? !!!!\n");
-    __DEBUG__ = 0;
     adapter.CloseConnectToDevice();
     EXPECT_TRUE(registry.held().empty());
 }
@@ -244,17 +224,14 @@ TEST_F(VX7100AccessTest, FailureOfTheCompletionCallIsIgnored)
 
 TEST_F(VX7100AccessTest, TracesNameTheNumberOfAQueryOnly)
 {
-    __DEBUG__ = 1;
-    testing::internal::CaptureStderr();
     std::uint32_t value = 0;
-    (void)query(0x0D010217, value);
-    EXPECT_TRUE(testing::internal::GetCapturedStderr().starts_with(
-        "#### VX7100Access - OidQueryInformation ####\n**** VX7100Access - Oid = 218169879 ****\n"
-        "#### VX7100Access - SearchDevice ####\n"));
-    testing::internal::CaptureStderr();
-    (void)setRecord(adapter, OID_802_11_POWER_MODE, value);
-    EXPECT_TRUE(testing::internal::GetCapturedStderr().starts_with(
-        "#### VX7100Access - OidSetInformation ####\n#### VX7100Access - SearchDevice ####\n"));
+    const std::string ofQuery = tracesOf([&] { (void)query(0x0D010217, value); });
+    EXPECT_TRUE(ofQuery.starts_with("#### VX7100Access - OidQueryInformation ####\n"
+                                    "**** VX7100Access - Oid = 218169879 ****\n"
+                                    "#### VX7100Access - SearchDevice ####\n"));
+    const std::string ofSet = tracesOf([&] { (void)setRecord(adapter, OID_802_11_POWER_MODE, value); });
+    EXPECT_TRUE(ofSet.starts_with("#### VX7100Access - OidSetInformation ####\n"
+                                  "#### VX7100Access - SearchDevice ####\n"));
 }
 
 TEST_F(VX7100AccessTest, OperationsTraceTheirNameFirst)
@@ -273,21 +250,15 @@ TEST_F(VX7100AccessTest, OperationsTraceTheirNameFirst)
         { "ConvertRssiToSignalQuality", [] { (void)VX7100Access::ConvertRssiToSignalQuality(-50); } },
     };
     for (const Operation& operation : operations) {
-        __DEBUG__ = 1;
-        testing::internal::CaptureStderr();
-        operation.run();
-        const std::string written = testing::internal::GetCapturedStderr();
-        __DEBUG__ = 0;
+        const std::string written = tracesOf(operation.run);
         EXPECT_TRUE(written.starts_with("#### VX7100Access - " + operation.name + " ####\n")) << written;
     }
 }
 
 TEST_F(VX7100AccessTest, WritesNothingUnlessDebugging)
 {
-    testing::internal::CaptureStderr();
     std::uint32_t value = 0;
-    (void)query(OID_GEN_RCV_OK, value);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    EXPECT_EQ(standardErrorOf([&] { (void)query(OID_GEN_RCV_OK, value); }), "");
 }
 
 TEST_F(VX7100AccessTest, DestructionClosesWhatIsHeld)

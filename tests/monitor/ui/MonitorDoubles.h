@@ -21,7 +21,7 @@ inline constexpr std::chrono::milliseconds monitorInterval { 2000 };
 // A card in use, whose records a test sets, and what a page needs beside it. The shared flags are as they are with a
 // card, and become again what they are at the start of the program.
 struct MonitoredCard {
-    InitialSharedState sharedState;
+    InitialSharedState initialState;
     RecordingIORegistry registry;
     RecordingTickClock clock;
     RecordingAlertPanels alerts;
