@@ -1,5 +1,4 @@
 #include "app/QvConfig7100Controller.h"
-#include "app/shared/SharedState.h"
 #include "driver/VX7100Access.h"
 #include "driver/records/Oids.h"
 #include "platform/ui/TableView.h"
@@ -11,6 +10,7 @@
 #include "tests/support/RecordingIORegistry.h"
 #include "tests/support/RecordingTickClock.h"
 #include "tests/support/ScriptedModalSheets.h"
+#include "tests/survey/InitialSurveyState.h"
 
 #include <QImage>
 #include <QTabWidget>
@@ -32,18 +32,6 @@ protected:
         page.show();
     }
 
-    ~FirstSearchTest() override
-    {
-        G_bDeviceExist = 0;
-        G_bDeviceRemove = 1;
-        G_bRescan = 0;
-        G_pBssidList.reset();
-    }
-    FirstSearchTest(const FirstSearchTest&) = delete;
-    FirstSearchTest& operator=(const FirstSearchTest&) = delete;
-    FirstSearchTest(FirstSearchTest&&) = delete;
-    FirstSearchTest& operator=(FirstSearchTest&&) = delete;
-
     [[nodiscard]] QImage shownList() const { return table->viewport()->grab().toImage(); }
 
     QImage listSaying(const QString& text)
@@ -52,6 +40,7 @@ protected:
         return shownList();
     }
 
+    InitialSurveyState initialState;
     RecordingIORegistry registry;
     RecordingTickClock clock;
     WindowTickClock windowClock { clock };

@@ -2,6 +2,7 @@
 
 #include "driver/BssidList.h"
 #include "survey/ProfileData.h"
+#include "tests/support/StandardErrorOf.h"
 #include "tests/survey/SurveyFixture.h"
 
 namespace {
@@ -177,10 +178,9 @@ TEST_F(ConnectionTasksTest, SetsTheChannelOfAnAdHocNetworkAndKeepsTheRestOfTheCo
     auto record = openRecord();
     record->NetworkType = Ndis802_11IBSS;
     record->ChannelFreq = 2437000;
-    testing::internal::CaptureStderr();
-    run(std::move(record));
-    EXPECT_NE(testing::internal::GetCapturedStderr().find("#### SiteSurveyPageController - OID_802_11_CONFIGURATION - "
-                                                          "Configuration.BeaconPeriod = 100 ####\n"),
+    const std::string written = standardErrorOf([&] { run(std::move(record)); });
+    EXPECT_NE(written.find(
+                  "#### SiteSurveyPageController - OID_802_11_CONFIGURATION - Configuration.BeaconPeriod = 100 ####\n"),
         std::string::npos);
     NDIS_802_11_CONFIGURATION expected = current;
     expected.DSConfig = 2437000;
@@ -291,9 +291,7 @@ TEST_F(ConnectionTasksTest, ExecutesOneTaskACallAndTheOldestFirst)
 TEST_F(ConnectionTasksTest, NamesTheTaskOnStandardErrorEvenWithoutTraces)
 {
     queueConnection(openRecord());
-    testing::internal::CaptureStderr();
-    DoTask(state, adapter);
-    const std::string written = testing::internal::GetCapturedStderr();
+    const std::string written = standardErrorOf([this] { DoTask(state, adapter); });
     EXPECT_EQ(written.rfind("#### SiteSurveyPageController - DoTask - taskType = 2 ####\n"
                             "#### SiteSurveyPageController - Probe - 2 ####\n",
                   0),

@@ -3,15 +3,13 @@
 #include "survey/ConnectionTasks.h"
 #include "survey/NetworkSecurity.h"
 #include "survey/ProfileData.h"
+#include "tests/support/StandardErrorOf.h"
 #include "tests/survey/SurveyFixture.h"
 
 #include <functional>
-#include <sstream>
 #include <string>
 
 namespace {
-
-using Lines = std::vector<std::string>;
 
 class IdleList final : public SurveyList {
 public:
@@ -21,23 +19,13 @@ public:
 
 class ConnectionTraceTest : public SurveyFixture {
 protected:
-    ~ConnectionTraceTest() override { __DEBUG__ = 0; }
-
     // What the site survey writes; the adapter and the records have lines of their own.
-    static Lines written(const std::function<void()>& action)
+    static std::string written(const std::function<void()>& action)
     {
-        testing::internal::CaptureStderr();
-        action();
-        std::istringstream text(testing::internal::GetCapturedStderr());
-        Lines lines;
-        for (std::string line; std::getline(text, line);) {
-            if (line.find("SiteSurveyPageController") != std::string::npos)
-                lines.push_back(line);
-        }
-        return lines;
+        return linesOf("SiteSurveyPageController", standardErrorOf(action));
     }
 
-    Lines ofTask(std::int32_t type)
+    std::string ofTask(std::int32_t type)
     {
         std::shared_ptr<ProfileData> task = ProfileData::setProfileData(std::make_unique<PROFILE_DATA>());
         task->Profile()->NetworkType = Ndis802_11Infrastructure;
@@ -46,12 +34,12 @@ protected:
         return written([this] { DoTask(state, adapter); });
     }
 
-    Lines ofProbe()
+    std::string ofProbe()
     {
         return written([this] { ProbeConnectStatus(state, adapter, list); });
     }
 
-    static Lines ofClass(int cipher, int authentication, std::int32_t mode = Ndis802_11Infrastructure)
+    static std::string ofClass(int cipher, int authentication, std::int32_t mode = Ndis802_11Infrastructure)
     {
         EntryBuilder entry;
         entry.fixedPart.InfrastructureMode = mode;
@@ -59,7 +47,7 @@ protected:
         return ofEntry(entry);
     }
 
-    static Lines ofEntry(const EntryBuilder& entry)
+    static std::string ofEntry(const EntryBuilder& entry)
     {
         return written([&entry] {
             Bytes bytes = bssidList({ entry });
@@ -74,78 +62,78 @@ protected:
 TEST_F(ConnectionTraceTest, TaskTypesAreToldWithoutTheFlag)
 {
     EXPECT_EQ(ofTask(1),
-        (Lines { "#### SiteSurveyPageController - DoTask - taskType = 1 ####",
-            "#### SiteSurveyPageController - Probe - 1 ####" }));
+        "#### SiteSurveyPageController - DoTask - taskType = 1 ####\n"
+        "#### SiteSurveyPageController - Probe - 1 ####\n");
     EXPECT_EQ(ofTask(2),
-        (Lines { "#### SiteSurveyPageController - DoTask - taskType = 2 ####",
-            "#### SiteSurveyPageController - Probe - 2 ####" }));
+        "#### SiteSurveyPageController - DoTask - taskType = 2 ####\n"
+        "#### SiteSurveyPageController - Probe - 2 ####\n");
     EXPECT_EQ(ofTask(3),
-        (Lines { "#### SiteSurveyPageController - DoTask - taskType = 3 ####",
-            "#### SiteSurveyPageController - Probe - 3 ####" }));
+        "#### SiteSurveyPageController - DoTask - taskType = 3 ####\n"
+        "#### SiteSurveyPageController - Probe - 3 ####\n");
     EXPECT_EQ(ofTask(4),
-        (Lines { "#### SiteSurveyPageController - DoTask - taskType = 4 ####",
-            "#### SiteSurveyPageController - Probe - 4 ####" }));
-    EXPECT_EQ(ofTask(5), (Lines { "#### SiteSurveyPageController - DoTask - taskType = 5 ####" }));
+        "#### SiteSurveyPageController - DoTask - taskType = 4 ####\n"
+        "#### SiteSurveyPageController - Probe - 4 ####\n");
+    EXPECT_EQ(ofTask(5), "#### SiteSurveyPageController - DoTask - taskType = 5 ####\n");
 }
 
 TEST_F(ConnectionTraceTest, BeginningAndEndOfATaskAreToldWithTheFlag)
 {
     __DEBUG__ = 1;
     EXPECT_EQ(ofTask(3),
-        (Lines { "#### SiteSurveyPageController - DoTask ####",
-            "#### SiteSurveyPageController - DoTask - taskType = 3 ####",
-            "#### SiteSurveyPageController - Probe - 3 ####",
-            "#### SiteSurveyPageController - DoTask - ending ####" }));
+        "#### SiteSurveyPageController - DoTask ####\n"
+        "#### SiteSurveyPageController - DoTask - taskType = 3 ####\n"
+        "#### SiteSurveyPageController - Probe - 3 ####\n"
+        "#### SiteSurveyPageController - DoTask - ending ####\n");
     EXPECT_EQ(written([this] { DoTask(state, adapter); }),
-        (Lines {
-            "#### SiteSurveyPageController - DoTask ####", "#### SiteSurveyPageController - DoTask - ending ####" }));
+        "#### SiteSurveyPageController - DoTask ####\n"
+        "#### SiteSurveyPageController - DoTask - ending ####\n");
 }
 
 TEST_F(ConnectionTraceTest, TaskThatIsHeldUpOrHasNoRecordHasNoEnd)
 {
     __DEBUG__ = 1;
     state.runFlag = 1;
-    EXPECT_EQ(ofTask(2), (Lines { "#### SiteSurveyPageController - DoTask ####" }));
+    EXPECT_EQ(ofTask(2), "#### SiteSurveyPageController - DoTask ####\n");
     state.runFlag = 0;
     TaskQueue::GetTaskObject()->setProfile(nullptr);
     EXPECT_EQ(written([this] { DoTask(state, adapter); }),
-        (Lines { "#### SiteSurveyPageController - DoTask ####",
-            "#### SiteSurveyPageController - DoTask - taskType = 2 ####" }));
+        "#### SiteSurveyPageController - DoTask ####\n"
+        "#### SiteSurveyPageController - DoTask - taskType = 2 ####\n");
 }
 
 TEST_F(ConnectionTraceTest, ProbeIsToldWithTheFlagEvenWithoutACard)
 {
-    EXPECT_EQ(ofProbe(), Lines {});
+    EXPECT_EQ(ofProbe(), "");
     __DEBUG__ = 1;
-    EXPECT_EQ(ofProbe(), (Lines { "#### SiteSurveyPageController - ProbeConnectStatus ####" }));
+    EXPECT_EQ(ofProbe(), "#### SiteSurveyPageController - ProbeConnectStatus ####\n");
     G_bDeviceExist = 0;
-    EXPECT_EQ(ofProbe(), (Lines { "#### SiteSurveyPageController - ProbeConnectStatus ####" }));
+    EXPECT_EQ(ofProbe(), "#### SiteSurveyPageController - ProbeConnectStatus ####\n");
 }
 
 TEST_F(ConnectionTraceTest, ClassIsToldWithTheFlagAlone)
 {
-    EXPECT_EQ(ofClass(2, 2), Lines {});
+    EXPECT_EQ(ofClass(2, 2), "");
     __DEBUG__ = 1;
     // The two lines about what was found keep their two blanks.
     EXPECT_EQ(ofClass(2, 2),
-        (Lines { "#### SiteSurveyPageController - IsItemWPA ####",
-            "**** SiteSurveyPageController -  RefreshAPList --> strEncryption = TKIP ****",
-            "**** SiteSurveyPageController -  RefreshAPList --> strAuthentication = WPA-PSK ****" }));
+        "#### SiteSurveyPageController - IsItemWPA ####\n"
+        "**** SiteSurveyPageController -  RefreshAPList --> strEncryption = TKIP ****\n"
+        "**** SiteSurveyPageController -  RefreshAPList --> strAuthentication = WPA-PSK ****\n");
     EXPECT_EQ(ofClass(3, 1),
-        (Lines { "#### SiteSurveyPageController - IsItemWPA ####",
-            "**** SiteSurveyPageController -  RefreshAPList --> strEncryption = AES-WRAP ****",
-            "**** SiteSurveyPageController -  RefreshAPList --> strAuthentication = WPA ****" }));
+        "#### SiteSurveyPageController - IsItemWPA ####\n"
+        "**** SiteSurveyPageController -  RefreshAPList --> strEncryption = AES-WRAP ****\n"
+        "**** SiteSurveyPageController -  RefreshAPList --> strAuthentication = WPA ****\n");
     EXPECT_EQ(ofClass(4, 0, Ndis802_11IBSS),
-        (Lines { "#### SiteSurveyPageController - IsItemWPA ####",
-            "**** SiteSurveyPageController -  RefreshAPList --> strEncryption = AES-CCMP ****",
-            "**** SiteSurveyPageController -  RefreshAPList --> strAuthentication = WPA-NONE ****" }));
+        "#### SiteSurveyPageController - IsItemWPA ####\n"
+        "**** SiteSurveyPageController -  RefreshAPList --> strEncryption = AES-CCMP ****\n"
+        "**** SiteSurveyPageController -  RefreshAPList --> strAuthentication = WPA-NONE ****\n");
 }
 
 TEST_F(ConnectionTraceTest, WhatIsNotFoundIsNotTold)
 {
     __DEBUG__ = 1;
-    EXPECT_EQ(ofEntry(EntryBuilder()), (Lines { "#### SiteSurveyPageController - IsItemWPA ####" }));
-    EXPECT_EQ(ofClass(9, 9), (Lines { "#### SiteSurveyPageController - IsItemWPA ####" }));
+    EXPECT_EQ(ofEntry(EntryBuilder()), "#### SiteSurveyPageController - IsItemWPA ####\n");
+    EXPECT_EQ(ofClass(9, 9), "#### SiteSurveyPageController - IsItemWPA ####\n");
 }
 
 } // namespace

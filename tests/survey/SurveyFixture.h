@@ -8,6 +8,7 @@
 #include "tests/support/RecordingAlertPanels.h"
 #include "tests/support/RecordingIORegistry.h"
 #include "tests/support/RecordingTickClock.h"
+#include "tests/survey/InitialSurveyState.h"
 
 #include <gtest/gtest.h>
 
@@ -48,27 +49,8 @@ protected:
     SurveyFixture()
     {
         G_bDeviceExist = 1;
-        G_bRescan = 0;
-        G_bRadio = 1;
         G_bCurSelItem = -1;
-        G_enumWirelessMode = 0;
-        G_pBssidList.reset();
     }
-
-    ~SurveyFixture() override
-    {
-        ProfileDataQueue.reset();
-        G_bDeviceExist = 0;
-        G_bRescan = 0;
-        G_bRadio = 1;
-        G_bCurSelItem = 0;
-        G_enumWirelessMode = 0;
-        G_pBssidList.reset();
-    }
-    SurveyFixture(const SurveyFixture&) = delete;
-    SurveyFixture& operator=(const SurveyFixture&) = delete;
-    SurveyFixture(SurveyFixture&&) = delete;
-    SurveyFixture& operator=(SurveyFixture&&) = delete;
 
     static void haveList(const std::vector<EntryBuilder>& entries)
     {
@@ -101,6 +83,7 @@ protected:
         return result;
     }
 
+    InitialSurveyState initialState;
     RecordingIORegistry registry;
     RecordingTickClock clock;
     RecordingAlertPanels alerts;

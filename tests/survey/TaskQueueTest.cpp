@@ -1,8 +1,12 @@
 #include "survey/TaskQueue.h"
 
 #include "survey/ProfileData.h"
+#include "tests/support/StandardErrorOf.h"
+#include "tests/survey/InitialSurveyState.h"
 
 #include <gtest/gtest.h>
+
+#include <optional>
 
 namespace {
 
@@ -42,7 +46,7 @@ TEST(TaskQueue, TakesNothingFromAnEmptyQueueCalmly)
 
 TEST(TaskQueue, HoldsNothingBeforeItIsCreated)
 {
-    ProfileDataQueue.reset();
+    const InitialSurveyState initialState;
     TaskQueue::InsertTaskObject(task(1));
     TaskQueue::RemoveTaskObject();
     EXPECT_EQ(TaskQueue::GetTaskObject(), nullptr);
@@ -65,18 +69,11 @@ TEST(ProfileData, HoldsAPlaceholderRecordUntilItIsGivenOne)
 
 TEST(ProfileData, WritesTheSameTwoLinesWhenItTakesARecordAndWhenItGoes)
 {
-    testing::internal::CaptureStderr();
-    {
-        ProfileData data;
-        EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
-        testing::internal::CaptureStderr();
-        data.setProfile(std::make_unique<PROFILE_DATA>());
-        EXPECT_EQ(
-            testing::internal::GetCapturedStderr(), "ProfileDat - setProfile - start\nProfileDat - setProfile - end\n");
-        testing::internal::CaptureStderr();
-    }
-    EXPECT_EQ(
-        testing::internal::GetCapturedStderr(), "ProfileDat - setProfile - start\nProfileDat - setProfile - end\n");
+    const std::string bothLines = "ProfileDat - setProfile - start\nProfileDat - setProfile - end\n";
+    std::optional<ProfileData> data;
+    EXPECT_EQ(standardErrorOf([&] { data.emplace(); }), "");
+    EXPECT_EQ(standardErrorOf([&] { data->setProfile(std::make_unique<PROFILE_DATA>()); }), bothLines);
+    EXPECT_EQ(standardErrorOf([&] { data.reset(); }), bothLines);
 }
 
 } // namespace

@@ -1,11 +1,9 @@
 #include "tests/profiles/automatic/UtilityRun.h"
 
-#include "app/shared/SharedState.h"
 #include "driver/BssidList.h"
 #include "driver/records/Oids.h"
 #include "platform/PropertyListFile.h"
 #include "platform/ui/Images.h"
-#include "survey/TaskQueue.h"
 
 #include <algorithm>
 
@@ -16,7 +14,6 @@ UtilityRun::UtilityRun(SimulatedMachine& machine)
     , store(prefs, preferencesFile(u"Profile.plist"_qs, machine.home))
     , advanced(adapter, alerts, assertions, machine.home)
 {
-    forgetSharedState();
     clock.onDelay = [this](std::uint32_t ticks) { m_machine.simulator.passTime(ticks * 1000 / ticksPerSecond); };
     survey.setProfilePage(&profiles);
     survey.setProfileEditor(&profiles.profileEditor());
@@ -29,26 +26,6 @@ UtilityRun::UtilityRun(SimulatedMachine& machine)
         page->resize(900, 500);
         page->show();
     }
-}
-
-UtilityRun::~UtilityRun()
-{
-    forgetSharedState();
-    ProfileDataQueue.reset();
-}
-
-void UtilityRun::forgetSharedState()
-{
-    G_pBssidList.reset();
-    G_bDeviceExist = 0;
-    G_bDeviceRemove = 0;
-    G_bRescan = 0;
-    G_bRadio = 1;
-    G_bSupportAMode = 0;
-    G_bCurSelItem = 0;
-    G_configFromProfile = 0;
-    G_bCheckedProfileConnect = 0;
-    G_encryCapa = 6;
 }
 
 void UtilityRun::tick(int count)

@@ -18,6 +18,7 @@
 #include "tests/support/RecordingAssertionHandler.h"
 #include "tests/support/RecordingTickClock.h"
 #include "tests/support/ScriptedModalSheets.h"
+#include "tests/survey/InitialSurveyState.h"
 
 #include <QTabWidget>
 
@@ -28,9 +29,6 @@ public:
     static constexpr int ticksToSettle = 6;
 
     explicit UtilityRun(SimulatedMachine& machine);
-    ~UtilityRun();
-    UtilityRun(const UtilityRun&) = delete;
-    UtilityRun& operator=(const UtilityRun&) = delete;
 
     void tick(int count = 1);
 
@@ -56,8 +54,7 @@ public:
     [[nodiscard]] std::optional<ProfileList> setting() const { return prefs.arrayForKey(u"Profile Setting"_qs); }
 
 private:
-    static void forgetSharedState();
-
+    InitialSurveyState m_initialState;
     SimulatedMachine& m_machine;
 
 public:

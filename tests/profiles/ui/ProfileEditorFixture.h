@@ -8,6 +8,7 @@
 #include "survey/ProfileProposal.h"
 #include "tests/profiles/SampleProfile.h"
 #include "tests/support/BssidListBuilder.h"
+#include "tests/support/InitialSharedState.h"
 #include "tests/support/MemoryUserDefaults.h"
 #include "tests/support/RecordingAlertPanels.h"
 #include "tests/support/ScriptedModalSheets.h"
@@ -31,21 +32,9 @@ protected:
 
     ProfileEditorFixture()
     {
-        G_encryCapa = 6;
-        G_pBssidList.reset();
         editor.awakeFromNib();
         editor.show();
     }
-
-    ~ProfileEditorFixture() override
-    {
-        G_encryCapa = 6;
-        G_pBssidList.reset();
-    }
-    ProfileEditorFixture(const ProfileEditorFixture&) = delete;
-    ProfileEditorFixture& operator=(const ProfileEditorFixture&) = delete;
-    ProfileEditorFixture(ProfileEditorFixture&&) = delete;
-    ProfileEditorFixture& operator=(ProfileEditorFixture&&) = delete;
 
     static void haveList(const std::vector<EntryBuilder>& entries)
     {
@@ -116,6 +105,7 @@ protected:
 
     [[nodiscard]] ProfileList saved() const { return readDictionariesFile(recordsFile); }
 
+    InitialSharedState initialState;
     QTemporaryDir folder;
     QString recordsFile { folder.filePath(u"Profile.plist"_qs) };
     MemoryUserDefaults prefs;

@@ -1,5 +1,6 @@
 #include "platform/ui/QtModalSheets.h"
 #include "tests/profiles/ui/ProfileEditorFixture.h"
+#include "tests/support/StandardErrorOf.h"
 
 #include <QTimer>
 
@@ -485,13 +486,12 @@ TEST(ProfileEditorEnd, OpenListIsSavedOnceMoreAndAReleasedOneIsNot)
     ProfileStore store(prefs, folder.filePath(u"Profile.plist"_qs));
     ScriptedModalSheets sheets;
     RecordingAlertPanels alerts;
-    testing::internal::CaptureStderr();
-    {
+    const std::string written = standardErrorOf([&] {
         ProfileEditorController editor(sheets, alerts, store);
         editor.awakeFromNib();
         editor.AddInit();
-    }
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "ProfileEditorController - dealloc \n");
+    });
+    EXPECT_EQ(written, "ProfileEditorController - dealloc \n");
     EXPECT_EQ(prefs.synchronizations, 1);
     {
         ProfileEditorController editor(sheets, alerts, store);

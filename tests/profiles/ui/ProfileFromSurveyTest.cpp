@@ -2,6 +2,7 @@
 #include "survey/ui/SiteSurveyPageController.h"
 #include "tests/profiles/ui/ProfilePageFixture.h"
 #include "tests/support/RecordingAssertionHandler.h"
+#include "tests/support/StandardErrorOf.h"
 
 #include <QTabWidget>
 
@@ -178,15 +179,8 @@ TEST_F(ProfileFromSurveyTest, EditorThatDeclinesIsNotShown)
 
 TEST_F(ProfileFromSurveyTest, WritesThatItWasAskedOnlyWhenDebugging)
 {
-    const auto written = [this](std::uint8_t debugging) {
-        __DEBUG__ = debugging;
-        testing::internal::CaptureStderr();
-        pressAddProfile();
-        __DEBUG__ = 0;
-        return testing::internal::GetCapturedStderr();
-    };
-    EXPECT_EQ(written(1), "#### SiteSurveyPageController - OnAddProfile ####\n");
-    EXPECT_EQ(written(0), "");
+    EXPECT_EQ(tracesOf([this] { pressAddProfile(); }), "#### SiteSurveyPageController - OnAddProfile ####\n");
+    EXPECT_EQ(standardErrorOf([this] { pressAddProfile(); }), "");
 }
 
 TEST_F(ProfileFromSurveyTest, FrequencyOutsideTheTableIsReported)

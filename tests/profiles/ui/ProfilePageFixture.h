@@ -54,18 +54,10 @@ protected:
 
     ProfilePageFixture()
     {
-        G_configFromProfile = 0;
-        G_bCheckedProfileConnect = 0;
         page.awakeFromNib();
         table = page.findChild<TableView*>(u"profileList"_qs);
         page.resize(900, 500);
         page.show();
-    }
-
-    ~ProfilePageFixture() override
-    {
-        G_configFromProfile = 0;
-        G_bCheckedProfileConnect = 0;
     }
 
     void haveProfiles(const ProfileList& profiles)

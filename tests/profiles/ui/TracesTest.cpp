@@ -1,6 +1,6 @@
 #include "tests/profiles/ui/ProfileEditorFixture.h"
 #include "tests/profiles/ui/ProfilePageFixture.h"
-#include "tests/support/DebugTraces.h"
+#include "tests/support/StandardErrorOf.h"
 
 namespace {
 
@@ -8,19 +8,19 @@ class ProfilePageTraces : public ProfilePageFixture {
 protected:
     static std::string lines(const std::vector<std::string>& methods)
     {
-        return entries("ProfilePageController", methods);
+        return entryLines("ProfilePageController", methods);
     }
 };
 
 TEST_F(ProfilePageTraces, EveryOperationTellsThatItIsEntered)
 {
-    EXPECT_EQ(traced(true, [this] { page.OnTimer(); }), lines({ "OnTimer" }));
-    EXPECT_EQ(traced(true, [this] { page.ClearProfileList(); }), lines({ "ClearProfileList" }));
-    EXPECT_EQ(traced(true, [this] { page.RefreshProfileList(); }), lines({ "RefreshProfileList", "ClearProfileList" }));
-    EXPECT_EQ(traced(true, [this] { page.OnEdit(); }), lines({ "OnEdit" }));
-    EXPECT_EQ(traced(true, [this] { page.OnDelete(); }), lines({ "OnDelete" }));
-    EXPECT_EQ(traced(true, [this] { page.OnActivate(); }), lines({ "OnActivate" }));
-    EXPECT_EQ(traced(true, [this] { page.DisabledActivateProfile(); }), lines({ "DisabledActivateProfile" }));
+    EXPECT_EQ(tracesOf([this] { page.OnTimer(); }), lines({ "OnTimer" }));
+    EXPECT_EQ(tracesOf([this] { page.ClearProfileList(); }), lines({ "ClearProfileList" }));
+    EXPECT_EQ(tracesOf([this] { page.RefreshProfileList(); }), lines({ "RefreshProfileList", "ClearProfileList" }));
+    EXPECT_EQ(tracesOf([this] { page.OnEdit(); }), lines({ "OnEdit" }));
+    EXPECT_EQ(tracesOf([this] { page.OnDelete(); }), lines({ "OnDelete" }));
+    EXPECT_EQ(tracesOf([this] { page.OnActivate(); }), lines({ "OnActivate" }));
+    EXPECT_EQ(tracesOf([this] { page.DisabledActivateProfile(); }), lines({ "DisabledActivateProfile" }));
 }
 
 TEST_F(ProfilePageTraces, NothingIsToldWithoutTheFlag)
@@ -32,28 +32,28 @@ TEST_F(ProfilePageTraces, NothingIsToldWithoutTheFlag)
         page.OnDelete();
         page.OnActivate();
     };
-    EXPECT_EQ(traced(false, everything), "");
+    EXPECT_EQ(standardErrorOf(everything), "");
 }
 
 class ProfileEditorTraces : public ProfileEditorFixture {
 protected:
     static std::string lines(const std::vector<std::string>& methods)
     {
-        return entries("ProfileEditorController", methods);
+        return entryLines("ProfileEditorController", methods);
     }
 };
 
 TEST_F(ProfileEditorTraces, OpeningsTellOfTheOperationsTheyGoThrough)
 {
-    EXPECT_EQ(traced(true, [this] { editor.AddInit(); }),
+    EXPECT_EQ(tracesOf([this] { editor.AddInit(); }),
         lines({ "AddInit", "GetBssidList", "GetNextProfileName", "OnSelchangeAuthType", "OnSelchangeEncryptionType",
             "OnSelchangeEncryptionType" }));
     editor.OnOK();
-    EXPECT_EQ(traced(true, [this] { editor.EditInit(0); }),
+    EXPECT_EQ(tracesOf([this] { editor.EditInit(0); }),
         lines(
             { "EditInit", "OnNetworkType", "setAuthenTypeComboText", "OnSelchangeAuthType", "OnSelchangeEncryptionType",
                 "OnSelchangeAuthType", "OnSelchangeEncryptionType", "OnSelchangeEncryptionType", "GetBssidList" }));
-    EXPECT_EQ(traced(true, [this] { EXPECT_TRUE(editor.AddProfile({})); }),
+    EXPECT_EQ(tracesOf([this] { EXPECT_TRUE(editor.AddProfile({})); }),
         lines({ "AddProfile", "GetNextProfileName", "OnSelchangeAuthType", "OnSelchangeEncryptionType",
             "OnSelchangeEncryptionType", "GetBssidList" }));
 }
@@ -63,10 +63,9 @@ TEST_F(ProfileEditorTraces, ClosingTellsOfItsStepsAndOfNoKey)
     editor.AddInit();
     choose(combo(u"AuthenType"_qs), 2);
     type(field(u"WPAPreSharedKey"_qs), u"north by northwest"_qs);
-    EXPECT_EQ(
-        traced(true, [this] { editor.OnOK(); }), lines({ "OnOK", "VerifyKey", "createProfileData", "saveProfile" }));
+    EXPECT_EQ(tracesOf([this] { editor.OnOK(); }), lines({ "OnOK", "VerifyKey", "createProfileData", "saveProfile" }));
     editor.AddInit();
-    EXPECT_EQ(traced(true, [this] { editor.OnCANCEL(); }), lines({ "OnCANCEL" }));
+    EXPECT_EQ(tracesOf([this] { editor.OnCANCEL(); }), lines({ "OnCANCEL" }));
 }
 
 TEST_F(ProfileEditorTraces, ThresholdsTellOfEachChange)
@@ -77,8 +76,8 @@ TEST_F(ProfileEditorTraces, ThresholdsTellOfEachChange)
         control<QCheckBox>(u"FragThresholdCheck"_qs).toggle();
         control<QSlider>(u"FragThresholdSlider"_qs).setValue(300);
     };
-    EXPECT_EQ(traced(true, change), lines({ "OnSelRTS", "OnRtsSlider", "OnSelFrag", "OnFragSlider" }));
-    EXPECT_EQ(traced(false, change), "");
+    EXPECT_EQ(tracesOf(change), lines({ "OnSelRTS", "OnRtsSlider", "OnSelFrag", "OnFragSlider" }));
+    EXPECT_EQ(standardErrorOf(change), "");
 }
 
 } // namespace

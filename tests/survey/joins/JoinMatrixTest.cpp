@@ -12,6 +12,7 @@
 #include "tests/support/RecordingTickClock.h"
 #include "tests/support/ScriptedModalSheets.h"
 #include "tests/support/SimulatorThread.h"
+#include "tests/survey/InitialSurveyState.h"
 
 #include <QDialogButtonBox>
 #include <QLabel>
@@ -70,8 +71,6 @@ protected:
     JoinMatrix()
     {
         G_bDeviceExist = 1;
-        G_bRescan = 0;
-        G_bRadio = 1;
         clock.onDelay = [this](std::uint32_t ticks) { simulator.passTime(ticks * 1000 / ticksPerSecond); };
         page.awakeFromNib();
         page.resize(900, 500);
@@ -79,16 +78,6 @@ protected:
         page.StartSiteSurveyTimer();
         (void)adapter.InitCard();
         page.RefreshAPList();
-    }
-
-    void TearDown() override
-    {
-        ProfileDataQueue.reset();
-        G_pBssidList.reset();
-        G_bDeviceExist = 0;
-        G_bRescan = 0;
-        G_bSupportAMode = 0;
-        G_bCurSelItem = 0;
     }
 
     [[nodiscard]] const ScenarioNetwork& network(const std::string& ssid) const
@@ -209,6 +198,7 @@ protected:
         EXPECT_EQ(G_bCurSelItem, -1) << network.ssid;
     }
 
+    InitialSurveyState initialState;
     SimulatorThread simulator;
     RecordingTickClock clock;
     RecordingAlertPanels alerts;

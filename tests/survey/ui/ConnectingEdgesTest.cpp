@@ -1,8 +1,7 @@
 // Connecting while the link is lost, while a rescan comes in, and from lists that lie about themselves.
 
+#include "tests/support/StandardErrorOf.h"
 #include "tests/survey/ui/ConnectingFixture.h"
-
-#include <sstream>
 
 namespace {
 
@@ -11,8 +10,6 @@ using Oids = std::vector<std::uint32_t>;
 
 class ConnectingEdgesTest : public ConnectingFixture {
 protected:
-    ~ConnectingEdgesTest() override { __DEBUG__ = 0; }
-
     static void haveList(std::uint32_t count, const std::vector<EntryBuilder>& entries)
     {
         std::vector<Bytes> all;
@@ -176,17 +173,13 @@ TEST_F(ConnectingEdgesTest, ElementsThatEndBeyondTheEntryAreNotFoundWhereThereAr
 
 TEST_F(ConnectingEdgesTest, OnConnectIsToldWithTheFlag)
 {
-    const auto written = [this] {
-        testing::internal::CaptureStderr();
-        pressConnect();
-        return testing::internal::GetCapturedStderr();
-    };
-    EXPECT_EQ(written(), "");
-    __DEBUG__ = 1;
-    EXPECT_EQ(written(), "#### SiteSurveyPageController - OnConnect ####\n"); // no row: nothing is classified
+    const auto connect = [this] { pressConnect(); };
+    EXPECT_EQ(standardErrorOf(connect), "");
+    // No row: nothing is classified.
+    EXPECT_EQ(tracesOf(connect), "#### SiteSurveyPageController - OnConnect ####\n");
     select(EntryBuilder());
-    EXPECT_EQ(written().rfind("#### SiteSurveyPageController - OnConnect ####\n"
-                              "#### SiteSurveyPageController - IsItemWPA ####\n",
+    EXPECT_EQ(tracesOf(connect).rfind("#### SiteSurveyPageController - OnConnect ####\n"
+                                      "#### SiteSurveyPageController - IsItemWPA ####\n",
                   0),
         0U);
 }

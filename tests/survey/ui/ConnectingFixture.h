@@ -61,12 +61,6 @@ protected:
         page.show();
     }
 
-    ~ConnectingFixture() override { G_configFromProfile = 0; }
-    ConnectingFixture(const ConnectingFixture&) = delete;
-    ConnectingFixture& operator=(const ConnectingFixture&) = delete;
-    ConnectingFixture(ConnectingFixture&&) = delete;
-    ConnectingFixture& operator=(ConnectingFixture&&) = delete;
-
     void select(const EntryBuilder& entry)
     {
         haveList({ entry });

@@ -8,8 +8,6 @@ using Items = std::vector<QString>;
 
 class SheetChoicesTest : public ConnectingFixture {
 protected:
-    ~SheetChoicesTest() override { G_encryCapa = 6; }
-
     static ComboBox& combo(QDialog& sheet, const QString& name) { return *sheet.findChild<ComboBox*>(name); }
 
     static Items items(const ComboBox& combo)

@@ -5,6 +5,7 @@
 #include "tests/support/ManualRunLoop.h"
 #include "tests/support/RecordingAssertionHandler.h"
 #include "tests/support/ScriptedModalSheets.h"
+#include "tests/support/StandardErrorOf.h"
 #include "tests/survey/SurveyFixture.h"
 
 #include <QAccessible>
@@ -93,11 +94,7 @@ TEST_F(SiteSurveyPageTest, ShowsARowForEachEntryOfTheList)
 
 TEST_F(SiteSurveyPageTest, RefreshIsTracedUnderItsOldName)
 {
-    __DEBUG__ = 1;
-    testing::internal::CaptureStderr();
-    page.RefreshAPList();
-    __DEBUG__ = 0;
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "#### SiteSurveyPageController - RefreshAPList ####\n");
+    EXPECT_EQ(tracesOf([this] { page.RefreshAPList(); }), "#### SiteSurveyPageController - RefreshAPList ####\n");
 }
 
 TEST_F(SiteSurveyPageTest, DeselectsOnARefresh)

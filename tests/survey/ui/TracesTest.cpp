@@ -2,10 +2,10 @@
 #include "survey/ui/SheetReceivers.h"
 #include "survey/ui/SiteSurveyPageController.h"
 #include "survey/ui/WEPSettingController.h"
-#include "tests/support/DebugTraces.h"
 #include "tests/support/ManualRunLoop.h"
 #include "tests/support/RecordingAssertionHandler.h"
 #include "tests/support/ScriptedModalSheets.h"
+#include "tests/support/StandardErrorOf.h"
 #include "tests/survey/SurveyFixture.h"
 
 namespace {
@@ -28,33 +28,34 @@ TEST_F(SurveyTraces, PageTellsOfEachOperationOnce)
 {
     SiteSurveyPageController page(adapter, runLoop, assertions, alerts, sheets);
     const auto lines
-        = [](const std::vector<std::string>& methods) { return entries("SiteSurveyPageController", methods); };
-    EXPECT_EQ(traced(true, [&] { page.RefreshAPList(); }), lines({ "RefreshAPList" }));
-    EXPECT_EQ(traced(true, [&] { page.ClearAPList(); }), lines({ "ClearAPList" }));
-    EXPECT_EQ(traced(true, [&] { page.StartSiteSurveyTimer(); }), lines({ "StartSiteSurveyTimer" }));
-    EXPECT_EQ(traced(true, [&] { page.StopSiteSurveyTimer(); }), lines({ "StopSiteSurveyTimer" }));
-    EXPECT_EQ(traced(true, [&] { page.resetFlag(); }), lines({ "resetFlag" }));
-    EXPECT_EQ(traced(true, [&] { page.UpdateConnectStatus({}); }), lines({ "UpdateConnectStatus" }));
-    EXPECT_EQ(traced(true, [&] { page.OnConnect(); }), lines({ "OnConnect" }));
-    EXPECT_EQ(traced(true, [&] { page.OnAddProfile(); }), lines({ "OnAddProfile" }));
-    EXPECT_EQ(traced(false, [&] { page.RefreshAPList(); }), "");
+        = [](const std::vector<std::string>& methods) { return entryLines("SiteSurveyPageController", methods); };
+    EXPECT_EQ(tracesOf([&] { page.RefreshAPList(); }), lines({ "RefreshAPList" }));
+    EXPECT_EQ(tracesOf([&] { page.ClearAPList(); }), lines({ "ClearAPList" }));
+    EXPECT_EQ(tracesOf([&] { page.StartSiteSurveyTimer(); }), lines({ "StartSiteSurveyTimer" }));
+    EXPECT_EQ(tracesOf([&] { page.StopSiteSurveyTimer(); }), lines({ "StopSiteSurveyTimer" }));
+    EXPECT_EQ(tracesOf([&] { page.resetFlag(); }), lines({ "resetFlag" }));
+    EXPECT_EQ(tracesOf([&] { page.UpdateConnectStatus({}); }), lines({ "UpdateConnectStatus" }));
+    EXPECT_EQ(tracesOf([&] { page.OnConnect(); }), lines({ "OnConnect" }));
+    EXPECT_EQ(tracesOf([&] { page.OnAddProfile(); }), lines({ "OnAddProfile" }));
+    EXPECT_EQ(standardErrorOf([&] { page.RefreshAPList(); }), "");
 }
 
 TEST_F(SurveyTraces, SheetsTellOfTheirOperationsAndOfNoKey)
 {
     WEPSettingController sheet(sheets, alerts, receiver);
-    const auto lines = [](const std::vector<std::string>& methods) { return entries("WEPSettingController", methods); };
-    EXPECT_EQ(traced(true, [&] { sheet.awakeFromNib(); }),
+    const auto lines
+        = [](const std::vector<std::string>& methods) { return entryLines("WEPSettingController", methods); };
+    EXPECT_EQ(tracesOf([&] { sheet.awakeFromNib(); }),
         lines({ "awakeFromNib", "OnSelchangeAuthType", "OnSelchangeEncryptionType", "OnSelchangeEncryptionType" }));
-    EXPECT_EQ(traced(true, [&] { sheet.setAuthenTypeComboText(1); }), lines({ "setAuthenTypeComboText" }));
-    EXPECT_EQ(traced(true, [&] { sheet.OnAuthType(); }),
+    EXPECT_EQ(tracesOf([&] { sheet.setAuthenTypeComboText(1); }), lines({ "setAuthenTypeComboText" }));
+    EXPECT_EQ(tracesOf([&] { sheet.OnAuthType(); }),
         lines({ "OnAuthType", "OnSelchangeAuthType", "OnSelchangeEncryptionType" }));
-    EXPECT_EQ(traced(true, [&] { sheet.OnOK(); }), lines({ "OnOK", "VerifyKey" }));
-    EXPECT_EQ(traced(true, [&] { sheet.OnCANCEL(); }), lines({ "OnCANCEL" }));
+    EXPECT_EQ(tracesOf([&] { sheet.OnOK(); }), lines({ "OnOK", "VerifyKey" }));
+    EXPECT_EQ(tracesOf([&] { sheet.OnCANCEL(); }), lines({ "OnCANCEL" }));
 
     HiddenSSIDController hidden(sheets, receiver);
-    EXPECT_EQ(traced(true, [&] { hidden.OnOK(); }), entries("HiddenSSIDController", { "OnOK" }));
-    EXPECT_EQ(traced(true, [&] { hidden.OnCANCEL(); }), entries("HiddenSSIDController", { "OnCANCEL" }));
+    EXPECT_EQ(tracesOf([&] { hidden.OnOK(); }), entryLines("HiddenSSIDController", { "OnOK" }));
+    EXPECT_EQ(tracesOf([&] { hidden.OnCANCEL(); }), entryLines("HiddenSSIDController", { "OnCANCEL" }));
 }
 
 } // namespace

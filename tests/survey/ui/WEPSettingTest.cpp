@@ -2,6 +2,7 @@
 #include "platform/ui/ComboBox.h"
 #include "survey/ui/SheetReceivers.h"
 #include "survey/ui/WEPSettingController.h"
+#include "tests/support/InitialSharedState.h"
 #include "tests/support/RecordingAlertPanels.h"
 #include "tests/support/ScriptedModalSheets.h"
 
@@ -28,13 +29,10 @@ class WEPSettingTest : public testing::Test {
 protected:
     void SetUp() override
     {
-        G_encryCapa = 6;
         sheet.awakeFromNib();
         sheet.show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(&sheet));
     }
-
-    void TearDown() override { G_encryCapa = 6; }
 
     template <typename Widget> Widget& control(const QString& name) { return *sheet.findChild<Widget*>(name); }
     ComboBox& authenType() { return control<ComboBox>(u"AuthenType"_qs); }
@@ -77,6 +75,7 @@ protected:
         }
     }
 
+    InitialSharedState initialState;
     ScriptedModalSheets sheets;
     RecordingAlertPanels alerts;
     KeepingReceiver receiver;
