@@ -84,7 +84,7 @@ TEST_F(AdvancePageApply, DropsTheProtectionOfTheSingleModeItLeaves)
         (Requests { query(0x0D71010C, 4), query(0x0D710111, 32),
             set(0x0DF10111, VX_802_11_STA_CONFIG { 0, 0, 0, 0, 0, 1, 0, 0 }), set(0x0D810210, mixedAutoRates) }));
     EXPECT_EQ(stored(), (PropertyDictionaries { record(0, 0, 0, 0, 0) }));
-    // The list still shows what was chosen; chosen again, it holds.
+    // The list still shows what was chosen; what is chosen from now on holds.
     EXPECT_EQ(shown().protection, 2);
     choose(u"BGprotection", 1);
     EXPECT_EQ(apply(),
