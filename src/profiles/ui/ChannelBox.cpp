@@ -22,6 +22,14 @@ ChannelBox::ChannelBox(QWidget* parent)
     }
 }
 
+void ChannelBox::showPopup()
+{
+    ComboBox::showPopup();
+    // From a row that is not shown no key leads away.
+    if (currentIndex() >= lastOfferedChannel)
+        view()->setCurrentIndex(model()->index(lastOfferedChannel - 1, modelColumn()));
+}
+
 void ChannelBox::withdraw(int index)
 {
     qobject_cast<QStandardItemModel*>(model())->item(index)->setEnabled(false);

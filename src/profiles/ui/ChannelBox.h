@@ -11,6 +11,8 @@ class ChannelBox final : public ComboBox {
 public:
     explicit ChannelBox(QWidget* parent = nullptr);
 
+    void showPopup() override;
+
 private:
     void withdraw(int index);
 };

@@ -108,4 +108,18 @@ TEST_F(ChannelBoxTest, ListThatOpensShowsTheOfferedChannelsAlone)
     }
 }
 
+TEST_F(ChannelBoxTest, ListThatOpensOnAnotherChannelKeepsItUntilOneIsChosen)
+{
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&editor));
+    store.saveRecords({ onChannel(u"36"_qs) });
+    editor.EditInit(0);
+    channel.showPopup();
+    QTest::keyClick(channel.view(), Qt::Key_Escape);
+    EXPECT_EQ(channel.objectValueOfSelectedItem(), u"36"_qs);
+    channel.showPopup();
+    QTest::keyClick(channel.view(), Qt::Key_Up);
+    QTest::keyClick(channel.view(), Qt::Key_Return);
+    EXPECT_EQ(channel.objectValueOfSelectedItem(), u"13"_qs);
+}
+
 } // namespace
