@@ -23,6 +23,40 @@ TEST_F(ProfilePageTraces, EveryOperationTellsThatItIsEntered)
     EXPECT_EQ(tracesOf([this] { page.DisabledActivateProfile(); }), lines({ "DisabledActivateProfile" }));
 }
 
+TEST_F(ProfilePageTraces, PageAndItsEditorTellThatTheyAreMade)
+{
+    std::unique_ptr<ProfilePageController> made;
+    EXPECT_EQ(
+        tracesOf([&] { made = std::make_unique<ProfilePageController>(runLoop, alerts, sheets, store, connections); }),
+        lines({ "init" }));
+    EXPECT_EQ(tracesOf([&] { made->awakeFromNib(); }),
+        lines({ "awakeFromNib" }) + entryLines("ProfileEditorController", { "awakeFromNib" }));
+}
+
+TEST_F(ProfilePageTraces, AddTellsOfTheEditorAndOfTheListThatIsLoadedAgain)
+{
+    G_bDeviceExist = 0;
+    EXPECT_EQ(tracesOf([this] { page.OnAdd(); }), lines({ "OnAdd" }));
+    G_bDeviceExist = 1;
+    const auto cancel = [](QDialog& sheet) { pressButton(sheet, QDialogButtonBox::Cancel); };
+    sheets.users.emplace_back(cancel);
+    const std::string added = tracesOf([this] { page.OnAdd(); });
+    EXPECT_EQ(linesOf("ProfilePageController", added), lines({ "OnAdd", "RefreshProfileList", "ClearProfileList" }));
+    EXPECT_NE(added.find(entryLines("ProfileEditorController", { "AddInit" })), std::string::npos);
+    EXPECT_NE(added.find(entryLines("ProfileEditorController", { "OnCANCEL" })), std::string::npos);
+}
+
+TEST_F(ProfilePageTraces, ActivationThatIsTakenUpAgainTellsSoWithAndWithoutOne)
+{
+    EXPECT_EQ(tracesOf([this] { page.CheckProfileSettingForConnect(); }), lines({ "CheckProfileSettingForConnect" }));
+    haveProfiles({ sampleProfile() });
+    table->selectRowNumber(0);
+    page.OnActivate();
+    const std::string taken = tracesOf([this] { page.CheckProfileSettingForConnect(); });
+    EXPECT_EQ(linesOf("ProfilePageController", taken), lines({ "CheckProfileSettingForConnect" }));
+    EXPECT_EQ(connections.records.size(), 2u);
+}
+
 TEST_F(ProfilePageTraces, NothingIsToldWithoutTheFlag)
 {
     const auto everything = [this] {
@@ -66,6 +100,24 @@ TEST_F(ProfileEditorTraces, ClosingTellsOfItsStepsAndOfNoKey)
     EXPECT_EQ(tracesOf([this] { editor.OnOK(); }), lines({ "OnOK", "VerifyKey", "createProfileData", "saveProfile" }));
     editor.AddInit();
     EXPECT_EQ(tracesOf([this] { editor.OnCANCEL(); }), lines({ "OnCANCEL" }));
+}
+
+TEST_F(ProfileEditorTraces, ChoicesTellOfTheOperationsTheyForwardTo)
+{
+    editor.AddInit();
+    EXPECT_EQ(tracesOf([this] { choose(combo(u"AuthenType"_qs), 1); }),
+        lines({ "OnAuthType", "OnSelchangeAuthType", "OnSelchangeEncryptionType" }));
+    EXPECT_EQ(
+        tracesOf([this] { choose(combo(u"EncryType"_qs), 1); }), lines({ "OnEncryType", "OnSelchangeEncryptionType" }));
+    EXPECT_EQ(tracesOf([this] { editor.setAuthenTypeCombo(2); }), lines({ "setAuthenTypeCombo" }));
+    EXPECT_EQ(tracesOf([this] { editor.setEncryTypeCombo(0); }), lines({ "setEncryTypeCombo" }));
+    const auto everything = [this] {
+        choose(combo(u"AuthenType"_qs), 0);
+        choose(combo(u"EncryType"_qs), 1);
+        editor.setAuthenTypeCombo(2);
+        editor.setEncryTypeCombo(0);
+    };
+    EXPECT_EQ(standardErrorOf(everything), "");
 }
 
 TEST_F(ProfileEditorTraces, ThresholdsTellOfEachChange)
