@@ -350,6 +350,23 @@ TEST_F(ProfileEditorTest, RefusedKeyKeepsTheSheetOpen)
     EXPECT_EQ(saved().front().text(u"WEPKey1"), u"0123456789"_qs);
 }
 
+TEST_F(ProfileEditorTest, KeyIsSavedAsTheTextItIsAndCheckedAsTheBytesItStandsFor)
+{
+    editor.AddInit();
+    choose(combo(u"EncryType"_qs), 1);
+    choose(keyFormat(1), 1);
+    keyText(1).setText(u"caf\uEFE9s"_qs); // five bytes
+    field(u"WPAPreSharedKey"_qs).setText(u"na\u00EFve"_qs);
+    pressOk();
+    EXPECT_TRUE(alerts.alerts.empty());
+    ASSERT_EQ(saved().size(), 1u);
+    EXPECT_EQ(saved().front().text(u"WEPKey1"), u"caf\uEFE9s"_qs);
+    EXPECT_EQ(saved().front().text(ProfileKey::wpaPsk), u"na\u00EFve"_qs);
+    editor.EditInit(0);
+    pressOk();
+    EXPECT_EQ(saved().front().text(u"WEPKey1"), u"caf\uEFE9s"_qs);
+}
+
 TEST_F(ProfileEditorTest, TellsWhatAKeyLacksWhileItIsTyped)
 {
     editor.AddInit();
