@@ -243,26 +243,16 @@ TEST_F(AdvancePageTest, TracesItsOperationsWhenAskedTo)
     const auto tracesOfPage = [this](Operation operation) {
         return linesOf("AdvancePageController", tracesOf([&] { (page.get()->*operation)(); }));
     };
+    const auto lines
+        = [](const std::vector<std::string>& operations) { return entryLines("AdvancePageController", operations); };
     const std::string awake = linesOf("AdvancePageController", tracesOf([this] { open(); }));
-    EXPECT_EQ(awake,
-        "#### AdvancePageController - init ####\n"
-        "#### AdvancePageController - awakeFromNib ####\n"
-        "#### AdvancePageController - OnSelChangeWirelessMode ####\n"
-        "#### AdvancePageController - EnableButton ####\n"
-        "#### AdvancePageController - DisabledButton ####\n");
+    EXPECT_EQ(awake, lines({ "init", "awakeFromNib", "OnSelChangeWirelessMode", "EnableButton", "DisabledButton" }));
     EXPECT_EQ(tracesOfPage(&AdvancePageController::OnReset),
-        "#### AdvancePageController - OnReset ####\n"
-        "#### AdvancePageController - OnSelChangeWirelessMode ####\n"
-        "#### AdvancePageController - EnableButton ####\n"
-        "#### AdvancePageController - DisabledButton ####\n");
+        lines({ "OnReset", "OnSelChangeWirelessMode", "EnableButton", "DisabledButton" }));
     EXPECT_EQ(tracesOfPage(&AdvancePageController::OnApply),
-        "#### AdvancePageController - OnApply ####\n"
-        "#### AdvancePageController - OnApply -  nWirelessMode = 0, enumWirelessMode = 0,  G_enumWirelessMode = 0 "
-        "####\n"
-        "#### AdvancePageController - DisabledButton ####\n");
-    EXPECT_EQ(tracesOfPage(&AdvancePageController::OnRadioSwitch),
-        "#### AdvancePageController - OnRadioSwitch ####\n"
-        "#### AdvancePageController - RadioStatus ####\n");
+        lines({ "OnApply", "OnApply -  nWirelessMode = 0, enumWirelessMode = 0,  G_enumWirelessMode = 0",
+            "DisabledButton" }));
+    EXPECT_EQ(tracesOfPage(&AdvancePageController::OnRadioSwitch), lines({ "OnRadioSwitch", "RadioStatus" }));
     const std::vector<std::pair<Operation, std::string>> changes {
         { &AdvancePageController::OnSelChangeWirelessMode, "OnSelChangeWirelessMode" },
         { &AdvancePageController::OnTxRate, "OnTxRate" },
@@ -271,8 +261,7 @@ TEST_F(AdvancePageTest, TracesItsOperationsWhenAskedTo)
         { &AdvancePageController::OnAdHocUseOFDM, "OnAdHocUseOFDM" },
     };
     for (const auto& [operation, name] : changes)
-        EXPECT_EQ(tracesOfPage(operation),
-            "#### AdvancePageController - " + name + " ####\n#### AdvancePageController - EnableButton ####\n");
+        EXPECT_EQ(tracesOfPage(operation), lines({ name, "EnableButton" }));
     EXPECT_EQ(standardErrorOf([this] { page->OnReset(); }), "");
     EXPECT_EQ(standardErrorOf([this] { page->OnRadioSwitch(); }), "");
 }
