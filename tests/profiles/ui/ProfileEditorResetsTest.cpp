@@ -97,7 +97,7 @@ TEST_F(ProfileEditorResetsTest, WpaNetworkOfAScanAfterAnAdHocProfileListsWhatInf
 TEST_F(ProfileEditorResetsTest, FirstAddLeavesThePreambleToBeChosen)
 {
     editor.AddInit();
-    EXPECT_TRUE(combo(u"PreambleType"_qs).isEnabled());
+    ASSERT_TRUE(combo(u"PreambleType"_qs).isEnabled());
     EXPECT_TRUE(widget(u"preambleLabel"_qs).isEnabled());
     choose(combo(u"PreambleType"_qs), 1);
     pressOk();
