@@ -116,6 +116,78 @@ TEST_F(AdvancePageTest, ForgetsTheProtectionInASingleModeWhileTheListGoesOnShowi
     EXPECT_EQ(stored(), (PropertyDictionaries { record(0, 0, 0, 0, 0) }));
 }
 
+TEST_F(AdvancePageTest, TakesTheShownProtectionThatIsChosenAgain)
+{
+    store(0, 2, 0, 0, 0);
+    open();
+    choose(u"WirelessMode", 1);
+    choose(u"WirelessMode", 0);
+    (void)apply();
+    ASSERT_EQ(stored(), (PropertyDictionaries { record(0, 0, 0, 0, 0) }));
+    ASSERT_EQ(list(u"BGprotection").objectValueOfSelectedItem(), u"Never");
+    ASSERT_FALSE(buttonsAreEnabled());
+    chooseAtOnce(u"BGprotection", 2);
+    EXPECT_TRUE(buttonsAreEnabled());
+    (void)apply();
+    EXPECT_EQ(stored(), (PropertyDictionaries { record(0, 2, 0, 0, 0) }));
+}
+
+TEST_F(AdvancePageTest, TakesTheShownRateThatIsChosenAgain)
+{
+    store(2, 0, 0, 0, 1);
+    open();
+    chooseAtOnce(u"WirelessMode", 0);
+    choose(u"TXrate", 8);
+    (void)apply();
+    // The first Apply behind the mode that was left still checks the rate against that mode.
+    ASSERT_EQ(stored(), (PropertyDictionaries { record(0, 0, 0, 0, 0) }));
+    ASSERT_EQ(shown().rate, 8);
+    ASSERT_FALSE(buttonsAreEnabled());
+    chooseAtOnce(u"TXrate", 8);
+    EXPECT_TRUE(buttonsAreEnabled());
+    // Taken now: a list that is built anew selects it.
+    chooseAtOnce(u"WirelessMode", 3);
+    EXPECT_EQ(shown().rate, 8);
+    (void)apply();
+    EXPECT_EQ(stored(), (PropertyDictionaries { record(8, 0, 0, 0, 3) }));
+}
+
+TEST_F(AdvancePageTest, ShowsTheRateInUseWhereTheShownModeIsChosenAgain)
+{
+    store(2, 0, 0, 0, 1);
+    open();
+    chooseAtOnce(u"WirelessMode", 0);
+    choose(u"TXrate", 8);
+    (void)apply();
+    chooseAtOnce(u"WirelessMode", 0);
+    EXPECT_EQ(shown().rate, 0);
+    EXPECT_TRUE(buttonsAreEnabled());
+}
+
+TEST_F(AdvancePageTest, SelectsNothingForAStoredProtectionThatTheListDoesNotHave)
+{
+    store(0, 5, 0, 0, 0);
+    open();
+    EXPECT_EQ(shown().protection, -1);
+    EXPECT_EQ(apply(),
+        (Requests { query(0x0D71010C, 4), query(0x0D710111, 32),
+            set(0x0DF10111, VX_802_11_STA_CONFIG { 0, 0, 5, 0, 0, 0, 0, 0 }), set(0x0D810210, mixedAutoRates) }));
+    EXPECT_EQ(stored(), (PropertyDictionaries { record(0, 5, 0, 0, 0) }));
+}
+
+TEST_F(AdvancePageTest, ShowsAutoForAStoredRateThatMode2DoesNotHave)
+{
+    store(9, 0, 0, 0, 2);
+    open();
+    EXPECT_EQ(shown(), (Shown { 2, 0, 0, false, false }));
+    choose(u"TXrate", 3);
+    click(u"Reset");
+    EXPECT_EQ(shown(), (Shown { 2, 0, 0, false, false }));
+    EXPECT_EQ(stored(), (PropertyDictionaries { record(9, 0, 0, 0, 2) }));
+    (void)apply();
+    EXPECT_EQ(stored(), (PropertyDictionaries { record(0, 0, 0, 0, 2) }));
+}
+
 TEST_F(AdvancePageTest, EnablesItsButtonsOnAnyChange)
 {
     open();
