@@ -1,16 +1,8 @@
 #include "advanced/SettingsFile.h"
 
-#include "platform/AtomicFile.h"
 #include "platform/PropertyListFile.h"
 
 namespace {
-
-std::optional<PropertyArray> arrayAt(const QString& path)
-{
-    const auto root = readPropertyListFile(path);
-    const PropertyArray* const records = root ? root->array() : nullptr;
-    return records != nullptr ? std::optional(*records) : std::nullopt;
-}
 
 // The first element alone, as a list that holds it; an empty list where there is none.
 PropertyValue firstAlone(const PropertyArray& records)
@@ -18,24 +10,23 @@ PropertyValue firstAlone(const PropertyArray& records)
     return { PropertyArray(records.begin(), records.begin() + (records.empty() ? 0 : 1)) };
 }
 
-bool isReadAsAWhole(const QString& path)
+bool isFirstReadAsAWhole(const PropertyValue& root)
 {
-    const auto records = arrayAt(path);
-    return records && areDictionariesOfTexts(firstAlone(*records));
+    return root.array() != nullptr && areDictionariesOfTexts(firstAlone(*root.array()));
 }
 
 } // namespace
 
 PropertyArray readSettingsFile(const QString& path)
 {
-    return arrayAt(path).value_or(PropertyArray());
+    const auto root = readPropertyListFile(path);
+    const PropertyArray* const records = root ? root->array() : nullptr;
+    return records != nullptr ? *records : PropertyArray();
 }
 
 bool writeSettingsFile(const QString& path, const PropertyArray& records)
 {
-    if (!isReadAsAWhole(path) && !keepUnreadableFile(path))
-        return false;
-    return writeFileAtomically(path, writePropertyList({ records }));
+    return replacePropertyListFile(path, { records }, isFirstReadAsAWhole);
 }
 
 std::optional<PropertyDictionary> firstRecord(const PropertyArray& records)

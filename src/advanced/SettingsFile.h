@@ -12,8 +12,7 @@
 // Empty where the file is missing or is no array.
 [[nodiscard]] PropertyArray readSettingsFile(const QString& path);
 
-// Replaces the file as writeFileAtomically does. A file that is there and is no array, or has something in its
-// first element that cannot be read, is kept first (keepUnreadableFile). False, with the file as it was, when either fails.
+// As replacePropertyListFile does: read as a whole is an array whose first element holds nothing that cannot be read.
 [[nodiscard]] bool writeSettingsFile(const QString& path, const PropertyArray& records);
 
 // The options of such an array; nothing where it is empty, and none of them where its first element is no dictionary.

@@ -5,16 +5,6 @@
 #include <QFile>
 #include <QFileInfo>
 
-namespace {
-
-bool isReadAsAWhole(const QString& path)
-{
-    const auto root = readPropertyListFile(path);
-    return root && areDictionariesOfTexts(*root);
-}
-
-} // namespace
-
 QString preferencesFile(const QString& name, const QString& home)
 {
     return home + QStringLiteral("/Library/Preferences/") + name;
@@ -29,6 +19,15 @@ std::optional<PropertyValue> readPropertyListFile(const QString& path)
     return file.error() == QFileDevice::NoError ? readPropertyList(bytes) : std::nullopt;
 }
 
+bool replacePropertyListFile(
+    const QString& path, const PropertyValue& root, bool (*isReadAsAWhole)(const PropertyValue&))
+{
+    const auto before = readPropertyListFile(path);
+    if (!(before && isReadAsAWhole(*before)) && !keepUnreadableFile(path))
+        return false;
+    return writeFileAtomically(path, writePropertyList(root));
+}
+
 PropertyDictionaries readDictionariesFile(const QString& path)
 {
     const auto root = readPropertyListFile(path);
@@ -37,7 +36,5 @@ PropertyDictionaries readDictionariesFile(const QString& path)
 
 bool writeDictionariesFile(const QString& path, const PropertyDictionaries& dictionaries)
 {
-    if (!isReadAsAWhole(path) && !keepUnreadableFile(path))
-        return false;
-    return writeFileAtomically(path, writePropertyList(propertyValueOf(dictionaries)));
+    return replacePropertyListFile(path, propertyValueOf(dictionaries), areDictionariesOfTexts);
 }
