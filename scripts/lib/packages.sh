@@ -19,7 +19,7 @@ test_packages=(python3 python3-pyatspi at-spi2-core strace desktop-file-utils ap
 wayland_packages=(qt6-wayland)
 lint_packages=(clang-14 clang-format-14 clang-tidy-14 shellcheck libxml2-utils python3)
 # The Debian package and its checks; a fresh system to try it in.
-package_packages=(cmake dpkg-dev gzip desktop-file-utils appstream mandoc lintian)
+package_packages=(cmake dpkg-dev gzip desktop-file-utils appstream lintian)
 package_test_packages=(debootstrap util-linux)
 # What the pictures of scripts/screenshots are made small with.
 screenshot_packages=(optipng)
