@@ -203,6 +203,8 @@ bool CellModel::setData(const QModelIndex& index, const QVariant& value, int rol
 {
     if (role != Qt::EditRole || m_source == nullptr || !checkIndex(index, CheckIndexOption::IndexIsValid))
         return false;
+    if (index.row() >= availableRows()) // it went away while it was edited, and the end of the editing tells of it
+        return false;
     m_source->setObjectValue(value, m_columns[static_cast<std::size_t>(index.column())].identifier, index.row());
     reload();
     return true;

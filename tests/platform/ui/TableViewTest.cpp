@@ -44,6 +44,7 @@ public:
     void setObjectValue(const QVariant& value, QStringView identifier, int row) override
     {
         ASSERT_EQ(identifier, u"name");
+        ++stored;
         rows[static_cast<std::size_t>(row)].name = value.toString();
     }
 
@@ -53,6 +54,7 @@ public:
     }
 
     std::vector<Row> rows;
+    int stored { 0 }; // edited cells
 };
 
 class PaintCounter final : public QObject {
@@ -324,6 +326,22 @@ TEST_F(TableViewTest, MarkThatComesLeavesWhatIsBeingTypedInItsRow)
     EXPECT_EQ(cell->text(), u"typed"_qs);
     QTest::keyClick(cell, Qt::Key_Return);
     EXPECT_TRUE(QTest::qWaitFor([this] { return source.rows[0].name == u"typed"_qs; }));
+}
+
+TEST_F(TableViewTest, RowThatGoesAwayTakesWhatIsBeingTypedWithIt)
+{
+    table.reloadData();
+    show();
+    table.selectRowNumber(0);
+    table.setCurrentIndex(table.model()->index(0, 1));
+    QTest::keyClick(&table, Qt::Key_F2);
+    auto* const cell = table.viewport()->findChild<QLineEdit*>();
+    ASSERT_NE(cell, nullptr);
+    QTest::keyClicks(cell, u"typed"_qs);
+    source.rows.clear();
+    table.reloadData();
+    EXPECT_EQ(table.numberOfRows(), 0);
+    EXPECT_EQ(source.stored, 0);
 }
 
 TEST_F(TableViewTest, SendsItsActionForADoubleClickAndForReturn)

@@ -300,6 +300,27 @@ TEST_F(ProfilePageTest, CellThatIsEditedChangesTheRowAndNotTheProfile)
     EXPECT_EQ(table->model()->index(1, 1).data().toString(), u"two"_qs);
 }
 
+// The device watch loads the list anew whenever the card comes back, also while somebody types in it.
+TEST_F(ProfilePageTest, CellThatIsEditedWhileTheListIsLoadedAnewIsLeftAsItWas)
+{
+    haveProfiles(three());
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&page));
+    page.activateWindow();
+    table->setFocus();
+    table->selectRowNumber(1);
+    table->setCurrentIndex(table->model()->index(1, 1));
+    QTest::keyClick(table, Qt::Key_F2);
+    auto* const cell = table->viewport()->findChild<QLineEdit*>();
+    ASSERT_NE(cell, nullptr);
+    QTest::keyClicks(cell, u"renamed"_qs);
+    const int synchronizations = prefs.synchronizations;
+    page.RefreshProfileList();
+    EXPECT_EQ(prefs.synchronizations, synchronizations);
+    ASSERT_EQ(table->numberOfRows(), 3);
+    EXPECT_EQ(table->model()->index(1, 1).data().toString(), u"two"_qs);
+    EXPECT_EQ(names(inDefaults()), (Names { u"one"_qs, u"two"_qs, u"three"_qs }));
+}
+
 TEST_F(ProfilePageTest, DeleteKeyInACellDeletesACharacter)
 {
     haveProfiles(three());
