@@ -139,11 +139,12 @@ void KeyFields::selectHexadecimal()
         row.format->selectItemAtIndex(hexadecimalFormat);
 }
 
+// A text that is set cannot be undone, and so no key of the network before be had back; clear could be.
 void KeyFields::clearTexts()
 {
-    m_form->WPAPreSharedKey->clear();
+    m_form->WPAPreSharedKey->setText(QString());
     for (const Row& row : m_rows)
-        row.text->clear();
+        row.text->setText(QString());
 }
 
 void KeyFields::hideKeys()

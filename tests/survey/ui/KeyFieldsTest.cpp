@@ -102,6 +102,24 @@ TEST_F(KeyFieldsTest, KeysAreReadableWhileThatIsAskedFor)
     EXPECT_EQ(presharedKey().echoMode(), QLineEdit::Password);
 }
 
+// The fields outlive a sheet, and what is opened next is another network.
+TEST_F(KeyFieldsTest, KeysThatWereClearedCannotBeHadBack)
+{
+    fields.enableFor(wpa, none);
+    fields.clearTexts();
+    QTest::keyClicks(&presharedKey(), u"typed and given up"_qs);
+    fields.enableFor(openAuthentication, wep);
+    for (int number = 1; number <= 4; ++number)
+        QTest::keyClicks(&keyText(number), u"0123456789"_qs);
+    fields.clearTexts();
+    control<QCheckBox>(u"showKeys"_qs).click();
+    for (QLineEdit* const field : fields.findChildren<QLineEdit*>()) {
+        EXPECT_FALSE(field->isUndoAvailable()) << field->objectName().toStdString();
+        field->undo();
+        EXPECT_EQ(field->text(), QString());
+    }
+}
+
 TEST_F(KeyFieldsTest, TheKeyboardGoesWhereSomethingHasToBeTyped)
 {
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&fields));
