@@ -56,9 +56,10 @@ public:
     ServiceHost& operator=(const ServiceHost&) = delete;
 
     // Publishes the service as ROOT/CLASS/INSTANCE, making the root and the class folder (0700) where they are missing
-    // and taking the place of a socket that a dead process left behind. False, with errno set, when that fails: EALREADY
-    // for a host that is published, EADDRINUSE where a live service has the name, EEXIST where something else has it,
-    // EPERM for a class folder that others may write to or own, EINVAL and ENAMETOOLONG for names that cannot be used.
+    // and taking the place of a socket that a dead process left behind. False, with errno set, when that fails:
+    // EALREADY for a host that is published, EADDRINUSE where a live service has the name, EEXIST where something else
+    // has it, EPERM for a class folder that others may write to or own, EINVAL and ENAMETOOLONG for names that cannot
+    // be used.
     [[nodiscard]] bool publish(const std::string& root, const std::string& className, const std::string& instanceName);
     // Withdraws the service: the socket is removed, if it is still ours, and every connection closed. Can be published
     // again.

@@ -27,8 +27,8 @@ void readSettings(const PropertyDictionary& record, AdvancedSettings& settings);
 // The five options as decimal texts.
 [[nodiscard]] PropertyDictionary settingsRecord(const AdvancedSettings& settings);
 
-// What Apply does before it asks the driver: takes the selections of the two lists, drops what does not fit the mode and
-// leaves in G_enumWirelessMode the mode that the driver is to be given. That is the mode of the last load or Apply: the
-// newly selected one takes its place in the settings only behind these checks, and reaches the driver at the next Apply
-// or insertion.
+// What Apply does before it asks the driver: takes the selections of the two lists, drops what does not fit the mode
+// and leaves in G_enumWirelessMode the mode that the driver is to be given. That is the mode of the last load or Apply:
+// the newly selected one takes its place in the settings only behind these checks, and reaches the driver at the next
+// Apply or insertion.
 void takeSelections(std::int32_t rateIndex, std::int32_t modeIndex, AdvancedSettings& settings);

@@ -28,7 +28,8 @@ public:
     // One request: find, open, call, complete, close. The buffer is input and output at once. Returns whether the
     // driver accepted the request; on false the buffer is as the caller left it, and callers clear it before a query
     // so that a failed one reads as zeros.
-    // A query offers the whole buffer as reply capacity, whatever pReturn held; afterwards pReturn holds the bytes returned.
+    // A query offers the whole buffer as reply capacity, whatever pReturn held; afterwards pReturn holds the bytes
+    // returned.
     bool OidQueryInformation(std::uint32_t Oid, void* InfoBuffer, std::uint32_t InfoBufferLen, std::uint32_t* pReturn);
     // A set adds the set flag to the OID and offers what pReturn holds as reply capacity. Retry is not acted on: no
     // request is ever repeated.

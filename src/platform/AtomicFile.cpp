@@ -47,8 +47,9 @@ bool hasName(const FileDescriptor& file, const QByteArray& name)
         && opened.st_ino == named.st_ino;
 }
 
-// Until the descriptor is closed, and by the end of its process at the latest. False while another program holds it: that
-// one is not waited for, since it could be one that was stopped. Where the file system knows no locks, nobody does.
+// Until the descriptor is closed, and by the end of its process at the latest. False while another program holds it:
+// that one is not waited for, since it could be one that was stopped. Where the file system knows no locks, nobody
+// does.
 bool lock(const FileDescriptor& file)
 {
     return ::flock(file.get(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;

@@ -49,8 +49,9 @@ inline constexpr int propertyListDepthLimit = 64; // arrays and dictionaries wit
 [[nodiscard]] QByteArray writePropertyList(const PropertyValue& root);
 
 // A list of dictionaries of texts, which is the form of every file of settings. One that was written by hand may have
-// numbers, which are taken as their decimal text, and true and false, which are 1 and 0. A key with anything else (date,
-// data, array, dict) is left out. Nothing where the root is no array or where it holds anything but dictionaries.
+// numbers, which are taken as their decimal text, and true and false, which are 1 and 0. A key with anything else
+// (date, data, array, dict) is left out. Nothing where the root is no array or where it holds anything but
+// dictionaries.
 [[nodiscard]] std::optional<PropertyDictionaries> dictionariesOf(const PropertyValue& root);
 // Whether dictionariesOf gives such a list, and leaves nothing out.
 [[nodiscard]] bool areDictionariesOfTexts(const PropertyValue& root);

@@ -6,8 +6,8 @@
 // What QSettings leaves beside its file when the process ends while it saves: its lock, and the temporary file that was
 // to replace the settings.
 
-// Removes a lock that no living process holds. Were its number not yet written into it, the settings would wait for half
-// a minute.
+// Removes a lock that no living process holds. Were its number not yet written into it, the settings would wait for
+// half a minute.
 void removeAbandonedLock(const QString& settingsPath);
 
 // To be called when the temporary file is open and empty. It has a random name, which a person's file could have as

@@ -10,10 +10,10 @@
 
 // User defaults in a settings file (a property list), for its user alone (mode 0600) and replaced as a whole. A file
 // that is damaged holds nothing; in one written by hand, what is no list of dictionaries is left out, and what is no
-// text is taken as dictionariesOf takes it. A file that does not come back as a whole is kept beside (keepUnreadableFile)
-// before it is replaced. Where it cannot be kept or made private, or while another process saves, the file stays as it is,
-// and what was set is known to this object alone until a later synchronize. What a process leaves beside the file that
-// ends while it saves, the next save removes.
+// text is taken as dictionariesOf takes it. A file that does not come back as a whole is kept beside
+// (keepUnreadableFile) before it is replaced. Where it cannot be kept or made private, or while another process saves,
+// the file stays as it is, and what was set is known to this object alone until a later synchronize. What a process
+// leaves beside the file that ends while it saves, the next save removes.
 class SettingsUserDefaults final : public UserDefaults {
 public:
     // The file of the application's own domain, in the user's folder of settings.

@@ -43,8 +43,7 @@ def said_of_marks(top):
 
 
 def select(top, utility, row):
-    # Away and back: a row that has the focus already is not selected by moving to it.
-    utility.press("alt+p", "alt+r", "ctrl+End", "ctrl+Home", *["Down"] * row)
+    utility.press("alt+p", "alt+r", "Home", *["Down"] * row)
     wait_until("the row is selected", lambda: reader.selected_rows(profiles(top)) == [row])
 
 

@@ -1,4 +1,5 @@
-// Whatever lies in a scenario file: a scenario that keeps its own rules and can be described, or an error that says why.
+// Whatever lies in a scenario file: a scenario that keeps its own rules and can be described, or an error that says
+// why.
 
 #include "services/simulator/JoinHints.h"
 #include "services/simulator/ScenarioValues.h"

@@ -80,7 +80,8 @@ void AboutPageController::OpenQuorvaneWeb()
     (void)m_opener(m_makerUrl);
 }
 
-// The notice wraps where the window is narrow. The layout's own minimum counts on few lines; the others must not be cut.
+// The notice wraps where the window is narrow. The layout's own minimum counts on few lines; the others must not be
+// cut.
 QSize AboutPageController::minimumSizeHint() const
 {
     const QSize size = QWidget::minimumSizeHint();

@@ -19,8 +19,8 @@ class AboutPage;
 using UrlOpener = std::function<bool(const QUrl&)>;
 [[nodiscard]] bool openInBrowser(const QUrl& url);
 
-// The about page: versions and dates of the utility and the driver, the card's EEPROM version and MAC address, and a link
-// to the maker.
+// The about page: versions and dates of the utility and the driver, the card's EEPROM version and MAC address, and a
+// link to the maker.
 class AboutPageController final : public QWidget, public AboutPage {
     Q_OBJECT
 

@@ -35,8 +35,8 @@ AdvancePageController::AdvancePageController(
 
 AdvancePageController::~AdvancePageController() = default;
 
-// Signals of the user's hand only: what the page itself selects or checks is no change. Choosing the shown item of a list
-// again counts: a list can show another value than the one that was taken from it.
+// Signals of the user's hand only: what the page itself selects or checks is no change. Choosing the shown item of a
+// list again counts: a list can show another value than the one that was taken from it.
 void AdvancePageController::connectControls()
 {
     connect(m_form->WirelessMode, &QComboBox::activated, this, [this] { OnSelChangeWirelessMode(); });

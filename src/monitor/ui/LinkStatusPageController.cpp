@@ -212,8 +212,8 @@ void LinkStatusPageController::updateConnectStatus(const QString& text)
         m_siteSurveyPage->UpdateConnectStatus(text);
 }
 
-// A long network name wraps where the window is narrow. The layout's own minimum counts on one line; the others must not
-// be taken from the figures.
+// A long network name wraps where the window is narrow. The layout's own minimum counts on one line; the others must
+// not be taken from the figures.
 QSize LinkStatusPageController::minimumSizeHint() const
 {
     return QWidget::minimumSizeHint() + QSize(0, (mostStatusLines - 1) * m_ui->Status->fontMetrics().lineSpacing());

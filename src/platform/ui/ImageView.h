@@ -3,8 +3,9 @@
 #include <QIcon>
 #include <QWidget>
 
-// Shows one image, drawn at the view's own size and scale, and to assistive technology as a graphic under its accessible
-// name. It is square and measured in lines of its font's text, so that it keeps its proportion to what stands beside it.
+// Shows one image, drawn at the view's own size and scale, and to assistive technology as a graphic under its
+// accessible name. It is square and measured in lines of its font's text, so that it keeps its proportion to what
+// stands beside it.
 class ImageView : public QWidget {
     Q_OBJECT
     Q_PROPERTY(int lines READ lines WRITE setLines)

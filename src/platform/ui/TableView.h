@@ -13,7 +13,8 @@
 
 // A table over a data source. Rows are spoken of by the source's numbers, whatever the sorting: a click on a header
 // sorts up, a second one down, a third one restores the source's order. One row or none is selected; a key that moves
-// through the table selects the row that it comes to, and what is typed is looked for among the first texts of the rows.
+// through the table selects the row that it comes to, and what is typed is looked for among the first texts of the
+// rows.
 class TableView : public QTableView {
     Q_OBJECT
 
