@@ -19,7 +19,7 @@ namespace {
 constexpr char className[] = "ProfileEditorController";
 constexpr int infrastructureItem = 1;
 
-std::unique_ptr<Ui::ProfileEditor> setUp(QDialog& sheet)
+std::unique_ptr<Ui::ProfileEditor> makeForm(QDialog& sheet)
 {
     auto form = std::make_unique<Ui::ProfileEditor>();
     form->setupUi(&sheet);
@@ -34,15 +34,13 @@ ProfileEditorController::ProfileEditorController(
     , m_sheets(sheets)
     , m_alerts(alerts)
     , m_store(store)
-    , m_form(setUp(*this))
-    , m_rtsThreshold(*m_form->RtsThresholdCheck, *m_form->RtsThresholdSlider, *m_form->RtsThresholdText)
-    , m_fragThreshold(*m_form->FragThresholdCheck, *m_form->FragThresholdSlider, *m_form->FragThresholdText)
+    , m_form(makeForm(*this))
+    , m_rtsThreshold(
+          *m_form->RtsThresholdCheck, *m_form->RtsThresholdSlider, *m_form->RtsThresholdText, rtsThresholdRange)
+    , m_fragThreshold(*m_form->FragThresholdCheck, *m_form->FragThresholdSlider, *m_form->FragThresholdText,
+          fragmentationThresholdRange)
 {
     setUpSsidField();
-    m_rtsThreshold.setRange(rtsThresholdRange);
-    m_fragThreshold.setRange(fragmentationThresholdRange);
-    m_rtsThreshold.followCheckBox();
-    m_fragThreshold.followCheckBox();
 }
 
 ProfileEditorController::~ProfileEditorController()

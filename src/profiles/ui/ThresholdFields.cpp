@@ -13,24 +13,21 @@ constexpr int longestThreshold = 4; // digits
 
 } // namespace
 
-ThresholdFields::ThresholdFields(QCheckBox& check, QSlider& slider, QLineEdit& text)
+ThresholdFields::ThresholdFields(QCheckBox& check, QSlider& slider, QLineEdit& text, ThresholdRange range)
     : m_check(check)
     , m_slider(slider)
     , m_text(text)
-{
-}
-
-void ThresholdFields::setRange(ThresholdRange range)
 {
     m_slider.setRange(range.least, range.most);
     m_slider.setValue(range.most);
     m_text.setText(QString::number(range.most));
     m_text.setValidator(new ThresholdValidator(range, &m_text));
     m_text.setMaximumWidth(m_text.fontMetrics().horizontalAdvance(QString(longestThreshold + 4, u'0')));
-    QObject::connect(&m_text, &QLineEdit::textChanged, &m_slider, [&slider = m_slider, range](const QString& text) {
+    QObject::connect(&m_text, &QLineEdit::textChanged, &m_slider, [&slider, range](const QString& typed) {
         const QSignalBlocker quiet(slider); // the slider would write the text anew while it is typed
-        slider.setValue(sliderValueOf(text, range));
+        slider.setValue(sliderValueOf(typed, range));
     });
+    followCheckBox();
 }
 
 void ThresholdFields::followCheckBox()

@@ -9,10 +9,9 @@ class QSlider;
 // One threshold of the editor: the box that allows it to be changed, a slider, and the field whose text is what counts.
 class ThresholdFields final {
 public:
-    ThresholdFields(QCheckBox& check, QSlider& slider, QLineEdit& text);
-
     // Starts at the largest value, which means "off". From then on the slider follows the field.
-    void setRange(ThresholdRange range);
+    ThresholdFields(QCheckBox& check, QSlider& slider, QLineEdit& text, ThresholdRange range);
+
     void followCheckBox();
     void followSlider();
     // As when the field is left.
