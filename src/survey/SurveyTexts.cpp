@@ -26,9 +26,14 @@ QString emptyListText(const SurveyState& state)
     return tr("No networks in range, or the card's own radio switch is off. Press Rescan to search again.");
 }
 
+QString wordForHiddenNetwork()
+{
+    return tr("(hidden)");
+}
+
 QString shownNetworkName(const QString& text)
 {
-    return text.isEmpty() ? tr("(hidden)") : shownText(text);
+    return text.isEmpty() ? wordForHiddenNetwork() : shownText(text);
 }
 
 QString networkNameToolTip(const QString& text)

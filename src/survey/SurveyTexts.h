@@ -14,7 +14,11 @@ struct SurveyState {
 // Why the list of networks is empty.
 [[nodiscard]] QString emptyListText(const SurveyState& state);
 
-// A network's name for the eye: as shownText has it, and a name that is not sent at all as a word. text is a name as rows hold it.
+// What stands for the name of a network that does not send it.
+[[nodiscard]] QString wordForHiddenNetwork();
+
+// A network's name for the eye: as shownText has it, and a name that is not sent at all as that word. text is a name as
+// rows hold it.
 [[nodiscard]] QString shownNetworkName(const QString& text);
 
 // What to tell about a network's name beyond its text: its bytes in hexadecimal where the text does not give them

@@ -49,7 +49,12 @@ TEST(SurveyTexts, ShowsAPlainNameAsItIsAndOtherBytesAsReplacements)
 {
     EXPECT_EQ(shownNetworkName(u"café"_qs), u"café"_qs);
     EXPECT_EQ(shownNetworkName(textFromBytes(std::span<const std::byte>(bytesOf({ 'a', 0xFF, 'b' })))), u"a\uFFFDb"_qs);
-    EXPECT_FALSE(shownNetworkName(QString()).isEmpty());
+}
+
+TEST(SurveyTexts, PutsAWordInThePlaceOfANameThatIsNotSent)
+{
+    EXPECT_EQ(wordForHiddenNetwork(), u"(hidden)"_qs);
+    EXPECT_EQ(shownNetworkName(QString()), wordForHiddenNetwork());
 }
 
 TEST(SurveyTexts, SaysThatANetworkDoesNotSendItsName)

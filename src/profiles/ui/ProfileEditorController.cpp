@@ -57,7 +57,7 @@ void ProfileEditorController::setUpSsidField()
     // A name that is typed stays as typed and is not taken for the entry of the list that reads alike: completion
     // would turn one network's name into another's, and the box would select such an entry when it is left.
     m_form->SSID->setCompleter(nullptr);
-    m_form->SSID->setItemDelegate(new NetworkNameDelegate(shownNetworkName(QString()), m_form->SSID));
+    m_form->SSID->setItemDelegate(new NetworkNameDelegate(wordForHiddenNetwork(), m_form->SSID));
     QObject::disconnect(&field, &QLineEdit::editingFinished, m_form->SSID, nullptr);
 }
 

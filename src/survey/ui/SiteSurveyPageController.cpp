@@ -75,7 +75,7 @@ void SiteSurveyPageController::setUpTable()
 {
     TableView& list = *m_form->ApList;
     list.setTableColumns(columns());
-    list.setDelegateForTableColumn(u"ssid", new NetworkNameDelegate(shownNetworkName(QString()), &list));
+    list.setDelegateForTableColumn(u"ssid", new NetworkNameDelegate(wordForHiddenNetwork(), &list));
     list.setDelegateForTableColumn(u"signal", new SignalBarsDelegate(&list));
     list.setDataSource(this);
     // Nobody tells the page of a card that was found before its first search is over; the window is painted meanwhile.
