@@ -71,7 +71,7 @@ void setKeys(Profile& profile, const ProfileControls& controls)
         profile.set(ProfileKey::wepKey(i), upToZero(controls.wepKeys[i].text));
         profile.set(ProfileKey::wepKeyType(i), controls.wepKeys[i].format);
     }
-    profile.set(ProfileKey::wepKeyUse, selectedKeyIndex(keyControlsOf(controls).wepKeys));
+    profile.set(ProfileKey::wepKeyUse, selectedKeyIndex(wepKeyControlsOf(controls.wepKeys)));
     profile.set(ProfileKey::wpaPsk, controls.WPAPreSharedKey);
 }
 
@@ -109,15 +109,8 @@ CreatedProfile createProfileData(
 
 KeyControls keyControlsOf(const ProfileControls& controls)
 {
-    KeyControls result;
-    result.authenTypeIndex = controls.AuthenType;
-    result.encryTypeIndex = controls.EncryType;
-    for (std::size_t i = 0; i < controls.wepKeys.size(); ++i) {
-        const WepKeyRow& row = controls.wepKeys[i];
-        result.wepKeys[i] = { row.format, bytesFromText(row.text).toStdString(), row.radioOn };
-    }
-    result.presharedKey = bytesFromText(controls.WPAPreSharedKey).toStdString();
-    return result;
+    return { controls.AuthenType, controls.EncryType, wepKeyControlsOf(controls.wepKeys),
+        keyBytesOf(controls.WPAPreSharedKey) };
 }
 
 std::optional<std::array<WepKey, 4>> convertedKeys(const ProfileControls& controls)
@@ -126,8 +119,8 @@ std::optional<std::array<WepKey, 4>> convertedKeys(const ProfileControls& contro
     if (controls.AuthenType != 1 && controls.EncryType != 1)
         return std::nullopt;
     std::array<WepKey, 4> keys;
-    const auto texts = keyControlsOf(controls).wepKeys;
-    std::transform(texts.begin(), texts.end(), keys.begin(),
+    const auto rows = wepKeyControlsOf(controls.wepKeys);
+    std::transform(rows.begin(), rows.end(), keys.begin(),
         [](const WepKeyControls& key) { return wepKeyOf(key.formatIndex, key.text); });
     return keys;
 }

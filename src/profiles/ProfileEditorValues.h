@@ -14,12 +14,6 @@
 
 // Between the profile editor's controls and a profile, as functions over values.
 
-struct WepKeyRow {
-    int format { 0 }; // WEPKeyNCombo: 0 hexadecimal, 1 ASCII
-    QString text; // WEPKeyNText
-    bool radioOn { false }; // WEPKeyNRadio
-};
-
 // The controls' values when the editor is confirmed. A box without a selection has index -1.
 struct ProfileControls {
     QString ProfileName;

@@ -1,6 +1,7 @@
 #include "survey/KeyRules.h"
 
 #include "crypto/HexDigits.h"
+#include "platform/NetworkName.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -68,6 +69,20 @@ std::optional<QString> presharedKeyRefusal(std::string_view text)
 }
 
 } // namespace
+
+std::string keyBytesOf(const QString& text)
+{
+    return bytesFromText(text).toStdString();
+}
+
+std::array<WepKeyControls, 4> wepKeyControlsOf(const std::array<WepKeyRow, 4>& rows)
+{
+    std::array<WepKeyControls, 4> keys;
+    std::transform(rows.begin(), rows.end(), keys.begin(), [](const WepKeyRow& row) {
+        return WepKeyControls { row.format, keyBytesOf(row.text), row.radioOn };
+    });
+    return keys;
+}
 
 std::optional<QString> keyRefusal(const KeyControls& controls)
 {

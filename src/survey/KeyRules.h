@@ -12,6 +12,14 @@
 // as functions over the values of their controls. Texts are their byte form, of which nothing behind a zero byte
 // counts; lengths are in bytes.
 
+// A key's row of controls, with the text as it was typed: what is kept.
+struct WepKeyRow {
+    int format { 0 }; // WEPKeyNCombo: 0 hexadecimal, 1 ASCII
+    QString text; // WEPKeyNText
+    bool radioOn { false }; // WEPKeyNRadio
+};
+
+// The row as it is checked and converted.
 struct WepKeyControls {
     int formatIndex { 0 }; // 0 hexadecimal, 1 ASCII, anything else: none selected
     std::string text;
@@ -24,6 +32,11 @@ struct KeyControls {
     std::array<WepKeyControls, 4> wepKeys;
     std::string presharedKey; // passphrase, or 64 hexadecimal digits
 };
+
+// The byte form of a typed text, as it is read from a profile (platform/NetworkName.h): what is counted and checked is
+// what is used later.
+[[nodiscard]] std::string keyBytesOf(const QString& text);
+[[nodiscard]] std::array<WepKeyControls, 4> wepKeyControlsOf(const std::array<WepKeyRow, 4>& rows);
 
 // The title of the alert about the first rule that the keys break; nothing when they may be used. WEP keys are held to
 // their lengths alone, and a pre-shared key may be longer than any that can be used: neither is looked into here.

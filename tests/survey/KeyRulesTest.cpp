@@ -55,6 +55,30 @@ std::string presharedKeyVerdict(const std::string& text)
     return verdict(controls);
 }
 
+TEST(KeyRules, TakeTheBytesThatATypedTextStandsFor)
+{
+    EXPECT_EQ(keyBytesOf(QString()), "");
+    EXPECT_EQ(keyBytesOf(u"caf\u00E9"_qs), "caf\xC3\xA9");
+    EXPECT_EQ(keyBytesOf(u"caf\uEFE9"_qs), "caf\xE9");
+}
+
+TEST(KeyRules, TakeEachRowAsItStands)
+{
+    const auto keys
+        = wepKeyControlsOf(std::array<WepKeyRow, 4> { WepKeyRow { asciiIndex, u"abcde"_qs, false }, WepKeyRow {},
+            WepKeyRow { noFormatIndex, u"\uEFFFz"_qs, true }, WepKeyRow { hexadecimalIndex, u"01"_qs, true } });
+    EXPECT_EQ(keys[0].formatIndex, asciiIndex);
+    EXPECT_EQ(keys[0].text, "abcde");
+    EXPECT_FALSE(keys[0].radioOn);
+    EXPECT_EQ(keys[1].text, "");
+    EXPECT_EQ(keys[2].formatIndex, noFormatIndex);
+    EXPECT_EQ(keys[2].text, "\xFFz");
+    EXPECT_TRUE(keys[2].radioOn);
+    EXPECT_EQ(keys[3].formatIndex, hexadecimalIndex);
+    EXPECT_EQ(keys[3].text, "01");
+    EXPECT_EQ(selectedKeyIndex(keys), 2);
+}
+
 TEST(KeyRules, LeaveTheKeysAloneWithoutEncryption)
 {
     KeyControls controls;

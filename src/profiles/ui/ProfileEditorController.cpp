@@ -324,11 +324,7 @@ ProfileControls ProfileEditorController::controls() const
     values.ssidIndex = m_form->SSID->indexOfSelectedItem();
     values.ssidItem = m_form->SSID->objectValueOfSelectedItem();
     values.TxPower = m_form->TxPower->indexOfSelectedItem();
-    const KeyControls keys = m_form->keyFields->keyControls(values.AuthenType, values.EncryType);
-    for (std::size_t key = 0; key < keys.wepKeys.size(); ++key) {
-        const WepKeyControls& row = keys.wepKeys[key];
-        values.wepKeys[key] = { row.formatIndex, m_form->keyFields->wepKeyText(key), row.radioOn };
-    }
+    values.wepKeys = m_form->keyFields->wepKeyRows();
     values.WPAPreSharedKey = m_form->keyFields->presharedKeyText();
     return values;
 }

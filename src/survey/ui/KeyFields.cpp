@@ -1,23 +1,18 @@
 #include "survey/ui/KeyFields.h"
 
-#include "platform/NetworkName.h"
 #include "survey/KeyHints.h"
 #include "survey/SecurityControlRules.h"
 #include "ui_KeyFields.h"
 
 #include <QEvent>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int longestWepKeyText = 26; // hexadecimal digits
 constexpr int hexadecimalFormat = 0;
 constexpr char notAscii[] = "\xC3\xA9"; // a key of which the most is told
-
-// As a profile's key is read: what is counted and checked here is what is used later.
-std::string keyOfText(const QString& text)
-{
-    return bytesFromText(text).toStdString();
-}
 
 // To those who do not see the hint it is told with the field that it belongs to.
 void showHint(QLabel& label, QLineEdit& field, const QString& hint)
@@ -80,21 +75,16 @@ void KeyFields::connectControls()
 
 KeyControls KeyFields::keyControls(int authenTypeIndex, int encryTypeIndex) const
 {
-    KeyControls controls;
-    controls.authenTypeIndex = authenTypeIndex;
-    controls.encryTypeIndex = encryTypeIndex;
-    for (std::size_t key = 0; key < m_rows.size(); ++key) {
-        const Row& row = m_rows[key];
-        controls.wepKeys[key]
-            = { row.format->indexOfSelectedItem(), keyOfText(row.text->text()), row.radio->isChecked() };
-    }
-    controls.presharedKey = keyOfText(m_form->WPAPreSharedKey->text());
-    return controls;
+    return { authenTypeIndex, encryTypeIndex, wepKeyControlsOf(wepKeyRows()), keyBytesOf(presharedKeyText()) };
 }
 
-QString KeyFields::wepKeyText(std::size_t key) const
+std::array<WepKeyRow, 4> KeyFields::wepKeyRows() const
 {
-    return m_rows[key].text->text();
+    std::array<WepKeyRow, 4> rows;
+    std::transform(m_rows.begin(), m_rows.end(), rows.begin(), [](const Row& row) {
+        return WepKeyRow { row.format->indexOfSelectedItem(), row.text->text(), row.radio->isChecked() };
+    });
+    return rows;
 }
 
 QString KeyFields::presharedKeyText() const
@@ -164,7 +154,7 @@ bool KeyFields::focusFirstKey()
 {
     QLineEdit* field = m_form->WPAPreSharedKey;
     if (!field->isEnabled())
-        field = m_rows[static_cast<std::size_t>(selectedKeyIndex(keyControls(0, 0).wepKeys))].text;
+        field = m_rows[static_cast<std::size_t>(selectedKeyIndex(wepKeyControlsOf(wepKeyRows())))].text;
     if (!field->isEnabled())
         return false;
     field->setFocus();
@@ -173,14 +163,14 @@ bool KeyFields::focusFirstKey()
 
 void KeyFields::showWhatIsMissing()
 {
-    const KeyControls keys = keyControls(0, 0); // a hint does not ask which keys are in use
-    const auto selected = static_cast<std::size_t>(selectedKeyIndex(keys.wepKeys));
+    const std::array<WepKeyControls, 4> wepKeys = wepKeyControlsOf(wepKeyRows());
+    const auto selected = static_cast<std::size_t>(selectedKeyIndex(wepKeys));
     for (std::size_t key = 0; key < m_rows.size(); ++key) {
         const bool inUse = m_rows[key].text->isEnabled();
-        const QString hint = inUse ? wepKeyHint(keys.wepKeys[key], key == selected) : QString();
+        const QString hint = inUse ? wepKeyHint(wepKeys[key], key == selected) : QString();
         showHint(*m_rows[key].hint, *m_rows[key].text, hint);
     }
     const bool inUse = m_form->WPAPreSharedKey->isEnabled();
-    const QString hint = inUse ? presharedKeyHint(keys.presharedKey) : QString();
+    const QString hint = inUse ? presharedKeyHint(keyBytesOf(presharedKeyText())) : QString();
     showHint(*m_form->WPAPreSharedKeyHint, *m_form->WPAPreSharedKey, hint);
 }

@@ -32,7 +32,7 @@ public:
     // The values as they are checked and converted, with the choices they belong to.
     [[nodiscard]] KeyControls keyControls(int authenTypeIndex, int encryTypeIndex) const;
     // The texts as they stand in the fields, to be kept.
-    [[nodiscard]] QString wepKeyText(std::size_t key) const; // key 0 to 3
+    [[nodiscard]] std::array<WepKeyRow, 4> wepKeyRows() const;
     [[nodiscard]] QString presharedKeyText() const;
     // Enables what those choices use (keyFieldsEnabled).
     void enableFor(int authenTypeIndex, int encryTypeIndex);
