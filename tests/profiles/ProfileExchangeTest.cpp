@@ -4,14 +4,15 @@
 #include "platform/SettingsUserDefaults.h"
 #include "profiles/ProfileConnection.h"
 #include "profiles/ProfileStore.h"
-#include "tests/platform/store/PythonExchange.h"
 #include "tests/platform/store/RandomTexts.h"
+#include "tests/support/PythonExchange.h"
 
 #include <QDir>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <functional>
 
 // Both homes of the profiles are property lists that another implementation, Python's plistlib, reads and writes as we
 // do, whatever was typed into a profile. It sees the escapes of what XML cannot carry.

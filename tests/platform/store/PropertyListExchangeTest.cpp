@@ -1,6 +1,6 @@
 #include "platform/PropertyListFile.h"
-#include "tests/platform/store/PythonExchange.h"
 #include "tests/platform/store/RandomTexts.h"
+#include "tests/support/PythonExchange.h"
 
 #include <QTemporaryDir>
 #include <gtest/gtest.h>

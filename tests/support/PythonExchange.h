@@ -5,7 +5,6 @@
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QProcess>
 #include <QString>
 
 // Property lists through Python's plistlib (exchange.py), with JSON on its other side: a dictionary of texts is a list of
@@ -57,10 +56,4 @@ inline QJsonArray readJson(const QString& path)
 }
 
 // False when the program could not do it.
-inline bool exchange(const QString& direction, const QString& source, const QString& target)
-{
-    QProcess python;
-    python.setProcessChannelMode(QProcess::ForwardedChannels);
-    python.start(QStringLiteral("/usr/bin/python3"), { QStringLiteral(EXCHANGE_PROGRAM), direction, source, target });
-    return python.waitForFinished() && python.exitStatus() == QProcess::NormalExit && python.exitCode() == 0;
-}
+[[nodiscard]] bool exchange(const QString& direction, const QString& source, const QString& target);
