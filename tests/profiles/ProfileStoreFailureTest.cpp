@@ -5,6 +5,7 @@
 #include "profiles/ProfileStore.h"
 #include "tests/profiles/KilledAtSystemCall.h"
 #include "tests/profiles/SampleProfile.h"
+#include "tests/support/ContentOf.h"
 
 #include <QDir>
 #include <QDirIterator>
@@ -45,12 +46,6 @@ struct Home {
         EXPECT_TRUE(defaultsContent.isEmpty() || writeFileAtomically(defaultsFile(), defaultsContent));
     }
 };
-
-QByteArray contentOf(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 // The names of all files below a folder.
 QStringList filesBelow(const QString& folder)

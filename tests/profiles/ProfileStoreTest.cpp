@@ -2,6 +2,7 @@
 
 #include "platform/PropertyListFile.h"
 #include "tests/profiles/SampleProfile.h"
+#include "tests/support/ContentOf.h"
 #include "tests/support/MemoryUserDefaults.h"
 
 #include <QDir>
@@ -90,9 +91,7 @@ TEST_F(ProfileStoreTest, KeepsAFileThatCannotBeReadBesideTheNewOne)
     writePlainly("typed by hand");
     store.saveRecords(three);
     EXPECT_EQ(inFile(), three);
-    QFile kept(path + u".unreadable"_qs);
-    ASSERT_TRUE(kept.open(QIODevice::ReadOnly));
-    EXPECT_EQ(kept.readAll(), "typed by hand");
+    EXPECT_EQ(contentOf(path + u".unreadable"_qs), "typed by hand");
 }
 
 TEST_F(ProfileStoreTest, ReadsAFileWithNumbersTypedByHand)

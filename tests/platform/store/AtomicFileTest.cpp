@@ -1,5 +1,7 @@
 #include "platform/AtomicFile.h"
 
+#include "tests/support/ContentOf.h"
+
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
@@ -21,12 +23,6 @@ mode_t modeOf(const QString& path)
 {
     struct stat status { };
     return ::stat(QFile::encodeName(path).constData(), &status) == 0 ? status.st_mode & 07777U : 0;
-}
-
-QByteArray contentOf(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("cannot be read");
 }
 
 void writePlainly(const QString& path, const QByteArray& content)

@@ -1,5 +1,7 @@
 #include "platform/PropertyListFile.h"
 
+#include "tests/support/ContentOf.h"
+
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
@@ -19,11 +21,7 @@ protected:
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(content);
     }
-    [[nodiscard]] QByteArray content(const QString& suffix = {}) const
-    {
-        QFile file(path + suffix);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("cannot be read");
-    }
+    [[nodiscard]] QByteArray content(const QString& suffix = {}) const { return contentOf(path + suffix); }
 
     QTemporaryDir folder;
     QString path { folder.filePath(QStringLiteral("Profile.plist")) };

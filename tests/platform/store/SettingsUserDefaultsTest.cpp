@@ -1,6 +1,7 @@
 #include "platform/SettingsUserDefaults.h"
 
 #include "tests/platform/store/RandomTexts.h"
+#include "tests/support/ContentOf.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -29,11 +30,7 @@ protected:
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(content);
     }
-    [[nodiscard]] QByteArray content(const QString& suffix = {}) const
-    {
-        QFile file(path + suffix);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("cannot be read");
-    }
+    [[nodiscard]] QByteArray content(const QString& suffix = {}) const { return contentOf(path + suffix); }
     [[nodiscard]] mode_t mode() const
     {
         struct stat status { };

@@ -2,6 +2,7 @@
 #include "survey/ProfileData.h"
 #include "survey/TaskQueue.h"
 #include "tests/profiles/automatic/AutomaticConnectionFixture.h"
+#include "tests/support/NameIn.h"
 
 #include <QTimer>
 
@@ -29,10 +30,8 @@ protected:
     {
         Names names;
         for (auto task = ProfileDataQueue->rbegin(); task != ProfileDataQueue->rend(); ++task) {
-            const NDIS_802_11_SSID& ssid = (*task)->Profile()->Ssid;
             if ((*task)->getTaskType() == CONNECT_TASK_FULL)
-                names.push_back(QString::fromUtf8(
-                    reinterpret_cast<const char*>(ssid.Ssid.data()), static_cast<int>(ssid.SsidLength)));
+                names.push_back(QString::fromUtf8(nameIn((*task)->Profile()->Ssid)));
         }
         return names;
     }

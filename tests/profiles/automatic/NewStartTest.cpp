@@ -1,6 +1,7 @@
 #include "survey/ProfileData.h"
 #include "survey/TaskQueue.h"
 #include "tests/profiles/automatic/UtilityRun.h"
+#include "tests/support/NameIn.h"
 
 #include <memory>
 
@@ -55,8 +56,7 @@ TEST_F(NewStartTest, QueuesTheActiveProfileWhenTheCardIsFoundAndMarksItsRow)
     EXPECT_EQ(G_configFromProfile, 1);
     ASSERT_EQ(ProfileDataQueue->size(), 1u);
     EXPECT_EQ(TaskQueue::GetTaskObject()->getTaskType(), CONNECT_TASK_FULL);
-    const NDIS_802_11_SSID& ssid = TaskQueue::GetTaskObject()->Profile()->Ssid;
-    EXPECT_EQ(QByteArray(reinterpret_cast<const char*>(ssid.Ssid.data()), static_cast<int>(ssid.SsidLength)), "Anchor");
+    EXPECT_EQ(nameIn(TaskQueue::GetTaskObject()->Profile()->Ssid), "Anchor");
 
     run->tick(UtilityRun::ticksToSettle);
     EXPECT_EQ(namesSet(), Names { u"Anchor"_qs });

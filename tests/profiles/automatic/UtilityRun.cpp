@@ -4,6 +4,7 @@
 #include "driver/records/Oids.h"
 #include "platform/PropertyListFile.h"
 #include "platform/ui/Images.h"
+#include "tests/support/NameIn.h"
 
 #include <algorithm>
 
@@ -78,7 +79,7 @@ QString UtilityRun::connectedTo()
     EXPECT_TRUE(queryRecord(adapter, OID_GEN_MEDIA_CONNECT_STATUS, state));
     if (state != NdisMediaStateConnected || !queryRecord(adapter, OID_802_11_SSID, ssid))
         return {};
-    return QString::fromUtf8(reinterpret_cast<const char*>(ssid.Ssid.data()), static_cast<int>(ssid.SsidLength));
+    return QString::fromUtf8(nameIn(ssid));
 }
 
 QString UtilityRun::mark() const

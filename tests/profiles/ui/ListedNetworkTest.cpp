@@ -1,5 +1,6 @@
 #include "survey/ui/SiteSurveyPageController.h"
 #include "tests/profiles/ui/ProfilePageFixture.h"
+#include "tests/support/NameIn.h"
 #include "tests/support/RecordingAssertionHandler.h"
 
 // A network of the survey's list on its way to a profile: with the longest name there is, and when the list is no longer
@@ -32,11 +33,6 @@ protected:
     }
 
     void pressAddProfile() { QTest::mouseClick(survey.findChild<QPushButton*>(u"AddProfile"_qs), Qt::LeftButton); }
-
-    static QByteArray nameIn(const NDIS_802_11_SSID& ssid)
-    {
-        return { reinterpret_cast<const char*>(ssid.Ssid.data()), static_cast<qsizetype>(ssid.SsidLength) };
-    }
 
     RecordingAssertionHandler assertions;
     SiteSurveyPageController survey { adapter, runLoop, assertions, alerts, sheets };
