@@ -1,4 +1,4 @@
-#include "survey/ui/KeyFields.h"
+#include "survey/keys/ui/KeyFields.h"
 
 #include "platform/ui/ComboBox.h"
 
