@@ -318,7 +318,7 @@ TEST_F(ProfileEditorTest, ModesOfAScannedNetworkSelectTheirItems)
 {
     const auto shown = [this](std::int32_t mode, std::int32_t status) {
         (void)editor.AddProfile(proposal("n", mode, status));
-        const Items result { combo(u"AuthenType"_qs).objectValueOfSelectedItem(),
+        Items result { combo(u"AuthenType"_qs).objectValueOfSelectedItem(),
             combo(u"EncryType"_qs).objectValueOfSelectedItem() };
         press(QDialogButtonBox::Cancel);
         return result;
