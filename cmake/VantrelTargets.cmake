@@ -24,7 +24,7 @@ if(VANTREL_FUZZ)
     add_link_options(-fsanitize=address,undefined)
 endif()
 
-# vantrel_library(NAME SOURCES … LINK …): a room. Headers are included from the root of the tree they live in
+# vantrel_library(NAME SOURCES … LINK …): one folder. Headers are included from the root of the tree they live in
 # ("driver/VX7100Access.h", "services/host/ServiceHost.h"). Forms and meta-objects are generated only where WIDGETS says so.
 function(vantrel_library name)
     cmake_parse_arguments(PARSE_ARGV 1 ARG "WIDGETS" "" "SOURCES;LINK")
@@ -41,4 +41,22 @@ function(vantrel_program name)
     cmake_parse_arguments(PARSE_ARGV 1 ARG "" "" "SOURCES;LINK")
     add_executable(${name} ${ARG_SOURCES})
     target_link_libraries(${name} PRIVATE ${ARG_LINK} vantrel_build_rules)
+endfunction()
+
+# vantrel_test(NAME [CORE | WIDGETS] SOURCES … LINK …): a GoogleTest program that ctest runs as one process. CORE gives it a
+# QCoreApplication, WIDGETS a QApplication and QTest.
+function(vantrel_test name)
+    cmake_parse_arguments(PARSE_ARGV 1 ARG "CORE;WIDGETS" "" "SOURCES;LINK")
+    set(support ${PROJECT_SOURCE_DIR}/tests/support)
+    if(ARG_WIDGETS)
+        list(APPEND ARG_SOURCES ${support}/WidgetTestMain.cpp)
+        list(APPEND ARG_LINK GTest::gtest Qt6::Test)
+    elseif(ARG_CORE)
+        list(APPEND ARG_SOURCES ${support}/CoreTestMain.cpp)
+        list(APPEND ARG_LINK GTest::gtest)
+    else()
+        list(APPEND ARG_LINK GTest::gtest_main)
+    endif()
+    vantrel_program(${name} SOURCES ${ARG_SOURCES} LINK ${ARG_LINK})
+    add_test(NAME ${name} COMMAND ${name} --gtest_brief=1)
 endfunction()

@@ -1,6 +1,6 @@
 #include "services/simulator/SimulatorOptions.h"
 
-#include "services/simulator/ControlSocket.h"
+#include "services/simulator/control/ControlSocket.h"
 
 #include <QCommandLineParser>
 #include <QStandardPaths>

@@ -1,10 +1,10 @@
-#include "services/simulator/ControlCommands.h"
-#include "services/simulator/ControlServer.h"
-#include "services/simulator/DefaultScenario.h"
-#include "services/simulator/JoinHints.h"
+#include "services/card/TerminationSignals.h"
 #include "services/simulator/SimulatorOptions.h"
-#include "services/simulator/SimulatorService.h"
-#include "services/simulator/TerminationSignals.h"
+#include "services/simulator/control/ControlCommands.h"
+#include "services/simulator/control/ControlServer.h"
+#include "services/simulator/scenario/DefaultScenario.h"
+#include "services/simulator/scenario/JoinHints.h"
+#include "services/simulator/service/SimulatorService.h"
 
 #include <QCoreApplication>
 

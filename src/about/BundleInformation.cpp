@@ -1,6 +1,6 @@
 #include "about/BundleInformation.h"
 
-#include "platform/PropertyListFile.h"
+#include "platform/store/PropertyListFile.h"
 
 #include <QDateTime>
 #include <QFileInfo>

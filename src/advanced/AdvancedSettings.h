@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/PropertyDictionary.h"
+#include "platform/store/PropertyDictionary.h"
 
 #include <QString>
 

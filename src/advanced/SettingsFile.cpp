@@ -1,6 +1,6 @@
 #include "advanced/SettingsFile.h"
 
-#include "platform/PropertyListFile.h"
+#include "platform/store/PropertyListFile.h"
 
 namespace {
 

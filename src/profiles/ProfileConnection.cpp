@@ -4,8 +4,8 @@
 #include "crypto/PasswordHash.h"
 #include "driver/records/ChannelTable.h"
 #include "platform/NetworkName.h"
-#include "survey/KeyRecords.h"
-#include "survey/KeyRules.h"
+#include "survey/keys/KeyRecords.h"
+#include "survey/keys/KeyRules.h"
 
 #include <QByteArray>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "profiles/ProfileKeys.h"
-#include "survey/ProfileData.h"
+#include "survey/connection/ProfileData.h"
 
 #include <memory>
 

@@ -2,8 +2,8 @@
 
 #include "driver/BssidList.h"
 #include "platform/NetworkName.h"
-#include "survey/ConnectionRecord.h"
-#include "survey/SecurityControlRules.h"
+#include "survey/keys/KeyRules.h"
+#include "survey/keys/SecurityControlRules.h"
 
 #include <algorithm>
 #include <cstdint>

@@ -4,7 +4,7 @@
 #include "driver/BssidList.h"
 #include "platform/NetworkName.h"
 #include "profiles/ProfileEditorRules.h"
-#include "survey/ConnectionRecord.h"
+#include "survey/keys/KeyRules.h"
 
 #include <QByteArray>
 #include <QChar>

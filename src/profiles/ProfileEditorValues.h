@@ -2,7 +2,7 @@
 
 #include "driver/records/NdisRecords.h"
 #include "profiles/ProfileKeys.h"
-#include "survey/KeyRules.h"
+#include "survey/keys/KeyRules.h"
 
 #include <QString>
 

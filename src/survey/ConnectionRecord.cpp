@@ -1,6 +1,6 @@
 #include "survey/ConnectionRecord.h"
 
-#include "survey/KeyRecords.h"
+#include "survey/keys/KeyRecords.h"
 
 #include <span>
 

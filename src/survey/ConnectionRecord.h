@@ -1,9 +1,9 @@
 #pragma once
 
 #include "driver/BssidList.h"
-#include "survey/KeyRules.h"
 #include "survey/NetworkSecurity.h"
-#include "survey/ProfileData.h"
+#include "survey/connection/ProfileData.h"
+#include "survey/keys/KeyRules.h"
 
 #include <array>
 #include <cstdint>
@@ -11,8 +11,6 @@
 #include <string>
 
 // From a network of the list and what the sheets asked for to the connection's settings.
-
-inline constexpr std::int32_t wpaAuthenTypeIndex = 2; // "WPA-PSK" or "WPA-NONE" in the security sheet
 
 // What the security sheet hands back.
 struct SecuritySettings {

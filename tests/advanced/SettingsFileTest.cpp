@@ -1,6 +1,6 @@
 #include "advanced/SettingsFile.h"
 
-#include "platform/AtomicFile.h"
+#include "platform/store/AtomicFile.h"
 
 #include <QDir>
 #include <QFile>

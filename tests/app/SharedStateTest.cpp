@@ -1,6 +1,6 @@
 #include "app/shared/SharedState.h"
 
-#include "survey/TaskQueue.h"
+#include "survey/connection/TaskQueue.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "driver/VX7100Access.h"
 #include "driver/records/Oids.h"
-#include "platform/SocketIORegistry.h"
+#include "platform/registry/SocketIORegistry.h"
 #include "tests/support/RecordingAlertPanels.h"
 #include "tests/support/RecordingTickClock.h"
 

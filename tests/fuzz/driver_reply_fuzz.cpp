@@ -1,6 +1,6 @@
 // Whatever a service sends as a reply: the first four bytes are the capacity that was offered, the rest is the packet.
 
-#include "platform/DriverReply.h"
+#include "platform/registry/DriverReply.h"
 
 #include <cstdint>
 #include <cstdlib>

@@ -1,6 +1,6 @@
 vantrel_fuzzer(driver_reply_fuzz
     SOURCES driver_reply_fuzz.cpp
-    LINK platform
+    LINK platform_registry
     CORPUS corpus/driver_reply)
 vantrel_fuzzer(network_name_fuzz
     SOURCES network_name_fuzz.cpp

@@ -1,5 +1,5 @@
-#include "platform/PropertyList.h"
-#include "platform/PropertyText.h"
+#include "platform/store/PropertyList.h"
+#include "platform/store/PropertyText.h"
 
 #include <cstdlib>
 #include <cstring>

@@ -1,8 +1,8 @@
 // Whatever lies in a scenario file: a scenario that keeps its own rules and can be described, or an error that says
 // why.
 
-#include "services/simulator/JoinHints.h"
-#include "services/simulator/ScenarioValues.h"
+#include "services/simulator/scenario/JoinHints.h"
+#include "services/simulator/scenario/ScenarioValues.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,6 +1,6 @@
 #include "platform/LogindConsoleUser.h"
 
-#include "FakeLogind.h"
+#include "tests/platform/FakeLogind.h"
 #include "tests/support/RecordingTickClock.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #include "profiles/ProfileStore.h"
 
-#include "platform/PropertyListFile.h"
+#include "platform/store/PropertyListFile.h"
 #include "tests/profiles/SampleProfile.h"
 #include "tests/support/ContentOf.h"
 #include "tests/support/MemoryUserDefaults.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/IORegistry.h"
+#include "platform/registry/IORegistry.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "services/simulator/DefaultScenario.h"
-#include "services/simulator/Scenario.h"
-#include "services/simulator/SimulatorService.h"
+#include "services/simulator/scenario/DefaultScenario.h"
+#include "services/simulator/scenario/Scenario.h"
+#include "services/simulator/service/SimulatorService.h"
 
 #include <QTemporaryDir>
 #include <QThread>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "survey/TaskQueue.h"
+#include "survey/connection/TaskQueue.h"
 #include "tests/support/InitialSharedState.h"
 
 // The shared flags and the queue of connection tasks, which there is none of yet, as they are when the program starts,

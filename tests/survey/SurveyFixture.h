@@ -3,7 +3,7 @@
 #include "app/shared/SharedState.h"
 #include "driver/VX7100Access.h"
 #include "driver/records/Oids.h"
-#include "survey/TaskQueue.h"
+#include "survey/connection/TaskQueue.h"
 #include "tests/support/BssidListBuilder.h"
 #include "tests/support/RecordingAlertPanels.h"
 #include "tests/support/RecordingIORegistry.h"

@@ -2,7 +2,7 @@
 // connection. What is expected is written out and made by nothing that the utility itself uses.
 
 #include "survey/ConnectionRecord.h"
-#include "survey/ConnectionTasks.h"
+#include "survey/connection/ConnectionTasks.h"
 #include "tests/support/ExpectedRequests.h"
 #include "tests/survey/SurveyFixture.h"
 

@@ -2,7 +2,7 @@
 
 #include "advanced/AdvancedSettings.h"
 #include "app/shared/Pages.h"
-#include "platform/PropertyList.h"
+#include "platform/store/PropertyList.h"
 
 #include <QDir>
 #include <QString>

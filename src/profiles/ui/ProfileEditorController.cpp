@@ -10,8 +10,8 @@
 #include "profiles/ProfileStore.h"
 #include "profiles/ui/SsidValidator.h"
 #include "survey/ProfileProposal.h"
-#include "survey/SecurityControlRules.h"
 #include "survey/SurveyTexts.h"
+#include "survey/keys/SecurityControlRules.h"
 #include "ui_ProfileEditor.h"
 
 namespace {

@@ -10,9 +10,9 @@
 #include "profiles/ProfileConnection.h"
 #include "profiles/ProfileRows.h"
 #include "profiles/ProfileStore.h"
-#include "survey/ConnectionQueue.h"
-#include "survey/ProfileData.h"
 #include "survey/SurveyTexts.h"
+#include "survey/connection/ConnectionQueue.h"
+#include "survey/connection/ProfileData.h"
 #include "ui_ProfilePage.h"
 
 #include <QShortcut>

@@ -12,10 +12,10 @@
 #include "platform/ui/NetworkNameDelegate.h"
 #include "survey/AccessPointRows.h"
 #include "survey/NetworkSecurity.h"
-#include "survey/ProfileData.h"
 #include "survey/ProfileEditorSheet.h"
 #include "survey/ProfileProposal.h"
 #include "survey/SurveyTexts.h"
+#include "survey/connection/ProfileData.h"
 #include "survey/ui/SignalBarsDelegate.h"
 #include "ui_SiteSurveyPage.h"
 

@@ -4,7 +4,7 @@
 #include "app/shared/Trace.h"
 #include "platform/AlertPanels.h"
 #include "platform/ui/ModalSheets.h"
-#include "survey/SecurityControlRules.h"
+#include "survey/keys/SecurityControlRules.h"
 #include "survey/ui/SheetReceivers.h"
 #include "ui_WEPSetting.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "advanced/ui/AdvancePageController.h"
-#include "platform/PropertyListFile.h"
+#include "platform/store/PropertyListFile.h"
 #include "platform/ui/ComboBox.h"
 #include "platform/ui/ImageView.h"
 #include "tests/advanced/CardFixture.h"

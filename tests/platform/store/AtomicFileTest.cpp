@@ -1,4 +1,4 @@
-#include "platform/AtomicFile.h"
+#include "platform/store/AtomicFile.h"
 
 #include "tests/support/ContentOf.h"
 

@@ -1,4 +1,4 @@
-#include "platform/PropertyDictionary.h"
+#include "platform/store/PropertyDictionary.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "platform/PropertyListFile.h"
+#include "platform/store/PropertyListFile.h"
 #include "tests/platform/store/RandomTexts.h"
 #include "tests/support/PythonExchange.h"
 

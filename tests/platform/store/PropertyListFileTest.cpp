@@ -1,4 +1,4 @@
-#include "platform/PropertyListFile.h"
+#include "platform/store/PropertyListFile.h"
 
 #include "tests/support/ContentOf.h"
 

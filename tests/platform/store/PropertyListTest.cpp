@@ -1,4 +1,4 @@
-#include "platform/PropertyList.h"
+#include "platform/store/PropertyList.h"
 
 #include "tests/platform/store/RandomTexts.h"
 

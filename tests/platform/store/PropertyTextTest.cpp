@@ -1,4 +1,4 @@
-#include "platform/PropertyText.h"
+#include "platform/store/PropertyText.h"
 
 #include "tests/platform/store/RandomTexts.h"
 

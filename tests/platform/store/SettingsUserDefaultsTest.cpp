@@ -1,4 +1,4 @@
-#include "platform/SettingsUserDefaults.h"
+#include "platform/store/SettingsUserDefaults.h"
 
 #include "tests/platform/store/RandomTexts.h"
 #include "tests/support/ContentOf.h"

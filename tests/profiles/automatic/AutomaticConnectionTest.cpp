@@ -1,6 +1,6 @@
 #include "driver/records/Oids.h"
-#include "survey/ProfileData.h"
-#include "survey/TaskQueue.h"
+#include "survey/connection/ProfileData.h"
+#include "survey/connection/TaskQueue.h"
 #include "tests/profiles/automatic/AutomaticConnectionFixture.h"
 #include "tests/support/NameIn.h"
 

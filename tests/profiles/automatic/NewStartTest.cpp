@@ -1,5 +1,5 @@
-#include "survey/ProfileData.h"
-#include "survey/TaskQueue.h"
+#include "survey/connection/ProfileData.h"
+#include "survey/connection/TaskQueue.h"
 #include "tests/profiles/automatic/UtilityRun.h"
 #include "tests/support/NameIn.h"
 

@@ -2,7 +2,7 @@
 
 #include "driver/BssidList.h"
 #include "driver/records/Oids.h"
-#include "platform/PropertyListFile.h"
+#include "platform/store/PropertyListFile.h"
 #include "platform/ui/Images.h"
 #include "tests/support/NameIn.h"
 

@@ -1,5 +1,5 @@
 #include "profiles/ProfileConnection.h"
-#include "survey/ConnectionTasks.h"
+#include "survey/connection/ConnectionTasks.h"
 #include "tests/profiles/ui/ProfilePageFixture.h"
 
 namespace {

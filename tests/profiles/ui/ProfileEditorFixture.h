@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/shared/SharedState.h"
-#include "platform/PropertyListFile.h"
+#include "platform/store/PropertyListFile.h"
 #include "platform/ui/ComboBox.h"
 #include "profiles/ProfileStore.h"
 #include "profiles/ui/ProfileEditorController.h"

@@ -1,12 +1,12 @@
 #pragma once
 
-#include "platform/PropertyListFile.h"
+#include "platform/store/PropertyListFile.h"
 #include "platform/ui/ComboBox.h"
 #include "platform/ui/TableView.h"
 #include "profiles/ProfileStore.h"
 #include "profiles/ui/ProfilePageController.h"
-#include "survey/ConnectionQueue.h"
-#include "survey/ProfileData.h"
+#include "survey/connection/ConnectionQueue.h"
+#include "survey/connection/ProfileData.h"
 #include "tests/profiles/SampleProfile.h"
 #include "tests/support/ManualRunLoop.h"
 #include "tests/support/MemoryUserDefaults.h"

@@ -1,5 +1,5 @@
 #include "driver/records/Oids.h"
-#include "services/simulator/RecordBytes.h"
+#include "services/card/RecordBytes.h"
 
 #include <QFile>
 #include <QFileInfo>

@@ -2,7 +2,7 @@
 #include "driver/BssidList.h"
 #include "driver/VX7100Access.h"
 #include "driver/records/Oids.h"
-#include "platform/SocketIORegistry.h"
+#include "platform/registry/SocketIORegistry.h"
 #include "platform/ui/ComboBox.h"
 #include "platform/ui/TableView.h"
 #include "survey/ui/SiteSurveyPageController.h"

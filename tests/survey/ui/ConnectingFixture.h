@@ -3,7 +3,7 @@
 #include "app/shared/Pages.h"
 #include "platform/ui/ComboBox.h"
 #include "platform/ui/TableView.h"
-#include "survey/ProfileData.h"
+#include "survey/connection/ProfileData.h"
 #include "survey/ui/SiteSurveyPageController.h"
 #include "tests/support/ManualRunLoop.h"
 #include "tests/support/RecordingAssertionHandler.h"

@@ -1,6 +1,6 @@
 #include "platform/NetworkName.h"
 #include "platform/ui/TableView.h"
-#include "survey/ProfileData.h"
+#include "survey/connection/ProfileData.h"
 #include "survey/ui/SiteSurveyPageController.h"
 #include "tests/support/ManualRunLoop.h"
 #include "tests/support/RecordingAssertionHandler.h"

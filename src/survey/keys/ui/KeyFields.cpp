@@ -1,7 +1,7 @@
 #include "survey/keys/ui/KeyFields.h"
 
-#include "survey/KeyHints.h"
-#include "survey/SecurityControlRules.h"
+#include "survey/keys/KeyHints.h"
+#include "survey/keys/SecurityControlRules.h"
 #include "ui_KeyFields.h"
 
 #include <QEvent>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "survey/KeyRules.h"
+#include "survey/keys/KeyRules.h"
 
 #include <QString>
 #include <QWidget>

@@ -1,0 +1,168 @@
+#include "services/simulator/scenario/JoinHints.h"
+
+#include "services/simulator/scenario/ScenarioValues.h"
+
+#include <algorithm>
+#include <array>
+
+namespace {
+
+struct HintRow {
+    std::string name;
+    std::string kind;
+    std::string toType;
+};
+
+bool isContinuation(char character)
+{
+    return (static_cast<unsigned char>(character) & 0xC0U) == 0x80;
+}
+
+// The length in bytes of the printable UTF-8 character that the text begins with, 0 when it begins with none.
+std::size_t printableLength(std::string_view text)
+{
+    const auto lead = static_cast<unsigned char>(text.front());
+    if (lead < 0x80)
+        return lead >= 0x20 && lead != 0x7F && lead != '\\' ? 1 : 0;
+    const std::size_t length = lead >= 0xC2 && lead < 0xE0 ? 2 : lead >= 0xE0 && lead < 0xF0 ? 3 : lead < 0xF5 ? 4 : 0;
+    if (lead < 0xC2 || length == 0 || text.size() < length)
+        return 0;
+    if (!std::all_of(text.begin() + 1, text.begin() + static_cast<std::ptrdiff_t>(length), isContinuation))
+        return 0;
+    // Overlong forms, surrogates, what lies beyond Unicode, and the control characters U+0080 to U+009F.
+    const auto second = static_cast<unsigned char>(text[1]);
+    const bool isForbidden = (lead == 0xE0 && second < 0xA0) || (lead == 0xED && second >= 0xA0)
+        || (lead == 0xF0 && second < 0x90) || (lead == 0xF4 && second >= 0x90) || (lead == 0xC2 && second < 0xA0);
+    return isForbidden ? 0 : length;
+}
+
+std::string shownName(std::string_view ssid)
+{
+    std::string shown;
+    while (!ssid.empty()) {
+        const std::size_t length = printableLength(ssid);
+        if (length == 0)
+            shown += "\\x" + hexOfBytes(ssid.substr(0, 1));
+        else
+            shown += ssid.substr(0, length);
+        ssid.remove_prefix(std::max<std::size_t>(1, length));
+    }
+    return shown;
+}
+
+std::string cipherName(Cipher cipher)
+{
+    return cipher == Cipher::Aes ? "AES" : "TKIP";
+}
+
+std::string securityName(const ScenarioNetwork& network)
+{
+    constexpr std::size_t shortKeyBytes = 5;
+    switch (network.security) {
+    case Security::Open:
+        return "open";
+    case Security::Wep: {
+        const auto& key = network.wepKeys[static_cast<std::size_t>(network.transmitKeyIndex)];
+        const std::string bits = key.size() == shortKeyBytes ? "40" : "104";
+        return "WEP " + bits + (network.sharedKeyAuthentication ? ", shared" : ", open");
+    }
+    case Security::WpaPsk:
+        return "WPA-PSK " + cipherName(network.cipher);
+    case Security::WpaNone:
+        return "WPA-None " + cipherName(network.cipher);
+    case Security::WpaEnterprise:
+        return "WPA 802.1X " + cipherName(network.cipher);
+    }
+    return {};
+}
+
+std::string kind(const ScenarioNetwork& network)
+{
+    return securityName(network) + (network.adHoc ? ", ad hoc" : "") + (network.hidden ? ", hidden" : "");
+}
+
+std::string wepKeys(const ScenarioNetwork& network)
+{
+    std::string list;
+    for (std::size_t i = 0; i < network.wepKeys.size(); ++i) {
+        const std::string& key = network.wepKeys[i];
+        if (key.empty())
+            continue;
+        // A space at an end could not be seen.
+        const bool isText = isPrintableAscii(key) && key.find(' ') == std::string::npos;
+        list += (list.empty() ? "" : ", ") + ("key " + std::to_string(i + 1))
+            + (isText ? " ASCII " + key : " hexadecimal " + hexOfBytes(key));
+    }
+    const auto count = std::count_if(
+        network.wepKeys.begin(), network.wepKeys.end(), [](const std::string& key) { return !key.empty(); });
+    if (count > 1)
+        list += "; select key " + std::to_string(network.transmitKeyIndex + 1);
+    return list;
+}
+
+// The site survey takes the first 32 characters of 64 digits as they stand for the key. Only where those are the bytes
+// that the digits mean, all of them '3', does the network understand it; other digits go into a profile.
+std::string presharedKey(const std::array<std::uint8_t, 32>& key)
+{
+    const std::string digits = hexOfBytes({ reinterpret_cast<const char*>(key.data()), key.size() });
+    const bool isForProfilesOnly = digits != std::string(digits.size(), '3');
+    return (isForProfilesOnly ? "in a profile: 64 digits " : "64 digits ") + digits;
+}
+
+std::string secret(const ScenarioNetwork& network)
+{
+    switch (network.security) {
+    case Security::Open:
+        return {};
+    case Security::Wep:
+        return wepKeys(network);
+    case Security::WpaPsk:
+    case Security::WpaNone:
+        return network.presharedKey ? presharedKey(*network.presharedKey) : "passphrase " + network.passphrase;
+    case Security::WpaEnterprise:
+        return "(cannot be joined)";
+    }
+    return {};
+}
+
+std::string toType(const ScenarioNetwork& network)
+{
+    const std::string what = secret(network);
+    if (!network.hidden)
+        return what.empty() ? "nothing" : what;
+    return what.empty() ? "its name" : "its name, then " + what;
+}
+
+// In characters: bytes that continue one take no room of their own.
+std::size_t widthOf(const std::string& text)
+{
+    return text.size() - static_cast<std::size_t>(std::count_if(text.begin(), text.end(), isContinuation));
+}
+
+void appendPadded(std::string& line, const std::string& text, std::size_t width)
+{
+    line += text;
+    line.append(width - widthOf(text) + 2, ' ');
+}
+
+} // namespace
+
+std::string joinHints(const Scenario& scenario)
+{
+    std::vector<HintRow> rows { { "Network", "Kind", "To join, type" } };
+    for (const ScenarioNetwork& network : scenario.networks)
+        rows.push_back({ shownName(network.ssid), kind(network), toType(network) });
+    std::size_t nameWidth = 0;
+    std::size_t kindWidth = 0;
+    for (const HintRow& row : rows) {
+        nameWidth = std::max(nameWidth, widthOf(row.name));
+        kindWidth = std::max(kindWidth, widthOf(row.kind));
+    }
+    std::string text;
+    for (const HintRow& row : rows) {
+        appendPadded(text, row.name, nameWidth);
+        appendPadded(text, row.kind, kindWidth);
+        text += row.toType + '\n';
+    }
+    return text;
+}

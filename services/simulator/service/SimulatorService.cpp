@@ -1,0 +1,79 @@
+#include "services/simulator/service/SimulatorService.h"
+
+#include "services/simulator/service/FaultyReply.h"
+
+#include <QTimer>
+
+namespace {
+
+constexpr std::uint32_t refused = 1;
+constexpr std::uint32_t completionMethod = 1;
+
+void deliver(ServiceReply reply, const FaultyReply& what)
+{
+    switch (what.form) {
+    case FaultyReply::Form::Reply:
+        reply.send(what.answer.accepted ? 0 : refused, what.answer.output);
+        break;
+    case FaultyReply::Form::Packet:
+        reply.sendPacket(what.packet);
+        break;
+    case FaultyReply::Form::HangUp:
+        reply.hangUp();
+        break;
+    case FaultyReply::Form::Silence:
+        break;
+    }
+}
+
+} // namespace
+
+const std::string SimulatorService::className = "Pellvane";
+
+SimulatorService::SimulatorService(
+    const Scenario& scenario, std::uint64_t seed, std::string root, std::string instance, Clock clock)
+    : m_root(std::move(root))
+    , m_instance(std::move(instance))
+    , m_clock(std::move(clock))
+    , m_card(scenario, seed)
+    , m_host([this](const ServiceRequest& request, ServiceReply reply) { serve(request, std::move(reply)); })
+{
+}
+
+bool SimulatorService::insert()
+{
+    if (isInserted())
+        return true;
+    m_card.powerUp(nowMs());
+    return m_host.publish(m_root, className, m_instance);
+}
+
+void SimulatorService::eject()
+{
+    m_host.withdraw();
+}
+
+std::string SimulatorService::socketPath() const
+{
+    return m_root + '/' + className + '/' + m_instance;
+}
+
+void SimulatorService::serve(const ServiceRequest& request, ServiceReply reply)
+{
+    m_recorder.record(request, nowMs());
+    const std::vector<Fault> faults = m_faults.meeting(request);
+    CardAnswer answer;
+    if (request.kind == RequestKind::Open)
+        answer.accepted = true;
+    else if (request.kind == RequestKind::ScalarCall)
+        answer.accepted = request.selector == completionMethod;
+    else if (reachesCard(faults))
+        answer = m_card.answer(request.selector, request.input, request.replyCapacity, nowMs());
+
+    const FaultyReply what = faultyReply(request, std::move(answer), faults);
+    if (what.delayMs == 0) {
+        deliver(std::move(reply), what);
+        return;
+    }
+    QTimer::singleShot(static_cast<int>(what.delayMs), &m_delays, [reply, what] { deliver(reply, what); });
+}

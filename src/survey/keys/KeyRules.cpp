@@ -1,0 +1,120 @@
+#include "survey/keys/KeyRules.h"
+
+#include "crypto/HexDigits.h"
+#include "platform/NetworkName.h"
+
+#include <algorithm>
+#include <cstddef>
+
+namespace {
+
+constexpr int sharedIndex = 1;
+constexpr int wpaIndex = 2;
+constexpr int wepIndex = 1;
+constexpr int hexadecimalIndex = 0;
+constexpr int asciiIndex = 1;
+
+constexpr std::size_t longestWepKey = 13; // bytes
+constexpr std::size_t shortestPassphrase = 8; // characters
+constexpr std::size_t presharedKeyDigits = 64;
+
+std::string_view upToZero(std::string_view text)
+{
+    return text.substr(0, text.find('\0'));
+}
+
+bool isHexadecimal(std::string_view text)
+{
+    return std::all_of(text.begin(), text.end(), [](char character) { return BtoH(character) != 0xFF; });
+}
+
+bool hasKeyLength(const WepKeyControls& key)
+{
+    const std::size_t length = upToZero(key.text).size();
+    if (key.formatIndex == hexadecimalIndex)
+        return length == 10 || length == 26;
+    if (key.formatIndex == asciiIndex)
+        return length == 5 || length == 13;
+    return true;
+}
+
+QString wepRefusal(const WepKeyControls& key, std::size_t index)
+{
+    const QString title = key.formatIndex == hexadecimalIndex
+        ? QStringLiteral("Invalid WEP key %1 length. WEP should be 10 or 26 hexadecimal digits.")
+        : QStringLiteral("Invalid WEP key %1 length. WEP should be 5 or 13 ASCII characters.");
+    return title.arg(index + 1);
+}
+
+// The selected key comes first, and only it has to be there.
+std::optional<QString> wepKeysRefusal(const std::array<WepKeyControls, 4>& keys)
+{
+    const auto selected = static_cast<std::size_t>(selectedKeyIndex(keys));
+    if (!hasKeyLength(keys[selected]))
+        return wepRefusal(keys[selected], selected);
+    for (std::size_t i = 0; i < keys.size(); ++i)
+        if (!upToZero(keys[i].text).empty() && !hasKeyLength(keys[i]))
+            return wepRefusal(keys[i], i);
+    return std::nullopt;
+}
+
+// No upper bound: a longer text than any passphrase passes here, and is refused when it is to be hashed.
+std::optional<QString> presharedKeyRefusal(std::string_view text)
+{
+    if (text.size() < shortestPassphrase)
+        return QStringLiteral("Invalid WPA Pre-Shared key. WPA-PSK used field should use more 8 characters.");
+    if (text.size() == presharedKeyDigits && !isHexadecimal(text))
+        return QStringLiteral("Invalid WPA Pre-Shared key. WPA-PSK used field should use more 64 hexadecimal digital.");
+    return std::nullopt;
+}
+
+} // namespace
+
+std::string keyBytesOf(const QString& text)
+{
+    return bytesFromText(text).toStdString();
+}
+
+std::array<WepKeyControls, 4> wepKeyControlsOf(const std::array<WepKeyRow, 4>& rows)
+{
+    std::array<WepKeyControls, 4> keys;
+    std::transform(rows.begin(), rows.end(), keys.begin(), [](const WepKeyRow& row) {
+        return WepKeyControls { row.format, keyBytesOf(row.text), row.radioOn };
+    });
+    return keys;
+}
+
+std::optional<QString> keyRefusal(const KeyControls& controls)
+{
+    if (controls.authenTypeIndex >= wpaIndex)
+        return presharedKeyRefusal(upToZero(controls.presharedKey));
+    if (!usesWepKeys(controls.authenTypeIndex, controls.encryTypeIndex))
+        return std::nullopt;
+    return wepKeysRefusal(controls.wepKeys);
+}
+
+bool usesWepKeys(int authenTypeIndex, int encryTypeIndex)
+{
+    return authenTypeIndex < wpaIndex && (authenTypeIndex == sharedIndex || encryTypeIndex == wepIndex);
+}
+
+std::int32_t selectedKeyIndex(const std::array<WepKeyControls, 4>& keys)
+{
+    for (std::size_t i = 0; i < keys.size(); ++i)
+        if (keys[i].radioOn)
+            return static_cast<std::int32_t>(i);
+    return 0;
+}
+
+WepKey wepKeyOf(int formatIndex, std::string_view text)
+{
+    text = upToZero(text);
+    const bool hexadecimal = formatIndex == hexadecimalIndex;
+    WepKey key;
+    key.length = static_cast<std::uint8_t>(std::min(hexadecimal ? text.size() / 2 : text.size(), longestWepKey));
+    if (hexadecimal)
+        AtoH(text, key.material.data(), key.length);
+    else
+        std::copy_n(text.begin(), key.length, key.material.begin());
+    return key;
+}

@@ -1,0 +1,89 @@
+#include "services/card/RequestRecorder.h"
+
+#include "driver/records/Oids.h"
+
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <sstream>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+ServiceRequest setSsid()
+{
+    ServiceRequest request;
+    request.kind = RequestKind::StructureCall;
+    request.selector = OID_802_11_SSID | oidSetFlag;
+    request.replyCapacity = 7;
+    request.input = { std::byte { 0x04 }, std::byte { 0xAF } };
+    return request;
+}
+
+std::string contents(const std::string& path)
+{
+    std::ifstream file(path);
+    std::ostringstream text;
+    text << file.rdbuf();
+    return text.str();
+}
+
+} // namespace
+
+TEST(RequestRecorder, WritesObjectKindInputAndTime)
+{
+    EXPECT_EQ(recordedLine(setSsid(), 1234),
+        R"({"time_ms":1234,"kind":"structure","oid":"0x0D810102","name":"OID_802_11_SSID","set":true,)"
+        R"("capacity":7,"input":"04AF"})");
+    EXPECT_EQ(
+        recordedLine(ServiceRequest {}, 0), R"({"time_ms":0,"kind":"open","selector":0,"capacity":0,"input":""})");
+    ServiceRequest scalar;
+    scalar.kind = RequestKind::ScalarCall;
+    scalar.selector = 1;
+    EXPECT_EQ(recordedLine(scalar, 5), R"({"time_ms":5,"kind":"scalar","selector":1,"capacity":0,"input":""})");
+}
+
+TEST(RequestRecorder, RecordsWhileItIsAskedToAndAnew)
+{
+    const QTemporaryDir folder;
+    const std::string path = folder.filePath(QStringLiteral("requests.jsonl")).toStdString();
+    RequestRecorder recorder;
+    recorder.record(setSsid(), 1);
+    ASSERT_TRUE(recorder.start(path));
+    EXPECT_TRUE(recorder.isRecording());
+    recorder.record(setSsid(), 2);
+    EXPECT_EQ(contents(path), recordedLine(setSsid(), 2) + '\n'); // whole lines, at once
+    recorder.stop();
+    recorder.record(setSsid(), 3);
+    EXPECT_EQ(contents(path), recordedLine(setSsid(), 2) + '\n');
+    ASSERT_TRUE(recorder.start(path));
+    EXPECT_EQ(contents(path), "");
+}
+
+TEST(RequestRecorder, KeepsTheFileToItsOwnerWhateverItWasBefore)
+{
+    const QTemporaryDir folder;
+    const std::string path = folder.filePath(QStringLiteral("requests.jsonl")).toStdString();
+    std::ofstream(path) << "old";
+    ASSERT_EQ(::chmod(path.c_str(), 0666), 0);
+    RequestRecorder recorder;
+    ASSERT_TRUE(recorder.start(path));
+    struct stat status { };
+    ASSERT_EQ(::stat(path.c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777U, 0600U);
+}
+
+TEST(RequestRecorder, FollowsNoLinkAndSaysWhenItCannot)
+{
+    const QTemporaryDir folder;
+    const std::string target = folder.filePath(QStringLiteral("target")).toStdString();
+    const std::string link = folder.filePath(QStringLiteral("link")).toStdString();
+    ASSERT_EQ(::symlink(target.c_str(), link.c_str()), 0);
+    RequestRecorder recorder;
+    EXPECT_FALSE(recorder.start(link));
+    EXPECT_FALSE(recorder.isRecording());
+    EXPECT_FALSE(recorder.start(folder.filePath(QStringLiteral("no/such/folder")).toStdString()));
+}

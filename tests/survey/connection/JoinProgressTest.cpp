@@ -1,0 +1,88 @@
+#include "survey/connection/JoinProgress.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+const QString connecting = QStringLiteral("Connecting to “home”…");
+const QString failed
+    = QStringLiteral("No connection to “home” after 10 seconds. The key may be wrong, or the network out of range.");
+
+TEST(JoinProgress, SaysNothingUntilAConnectionIsAskedFor)
+{
+    JoinProgress progress;
+    EXPECT_TRUE(progress.text().isEmpty());
+    progress.tick(false, false);
+    EXPECT_TRUE(progress.text().isEmpty());
+}
+
+TEST(JoinProgress, TellsWhatIsBeingJoinedUntilTheLinkIsUp)
+{
+    JoinProgress progress;
+    progress.begin(QStringLiteral("home"));
+    EXPECT_EQ(progress.text(), connecting);
+    progress.tick(false, false);
+    EXPECT_EQ(progress.text(), connecting);
+    progress.tick(true, false);
+    EXPECT_TRUE(progress.text().isEmpty());
+}
+
+TEST(JoinProgress, LinkOfBeforeIsNotTakenForTheNewOne)
+{
+    JoinProgress progress;
+    progress.begin(QStringLiteral("home"));
+    progress.tick(true, false); // probed before this tick sent the connection to the card
+    EXPECT_EQ(progress.text(), connecting);
+}
+
+TEST(JoinProgress, WaitsForItsTurnBehindOtherTasks)
+{
+    JoinProgress progress;
+    progress.begin(QStringLiteral("home"));
+    progress.tick(true, true); // the tick ran a rescan
+    progress.tick(true, false); // the tick that sent the connection still saw the link of before
+    EXPECT_EQ(progress.text(), connecting);
+    for (int tick = 0; tick < 5; ++tick)
+        progress.tick(false, false);
+    EXPECT_EQ(progress.text(), failed);
+}
+
+TEST(JoinProgress, NameIsNotTakenForAPattern)
+{
+    JoinProgress progress;
+    progress.begin(QStringLiteral("%1%2"));
+    EXPECT_EQ(progress.text(), QStringLiteral("Connecting to “%1%2”…"));
+    for (int tick = 0; tick < 6; ++tick)
+        progress.tick(false, false);
+    EXPECT_TRUE(progress.text().startsWith(QStringLiteral("No connection to “%1%2” after 10 seconds.")));
+}
+
+TEST(JoinProgress, FailsAfterFiveTicksAndRecoversWithTheLink)
+{
+    JoinProgress progress;
+    progress.begin(QStringLiteral("home"));
+    for (int tick = 0; tick < 5; ++tick) {
+        progress.tick(false, false);
+        EXPECT_EQ(progress.text(), connecting);
+    }
+    progress.tick(false, false);
+    EXPECT_EQ(progress.text(), failed);
+    progress.tick(false, false);
+    EXPECT_EQ(progress.text(), failed);
+    progress.tick(true, false);
+    EXPECT_TRUE(progress.text().isEmpty());
+}
+
+TEST(JoinProgress, AnotherConnectionStartsAnew)
+{
+    JoinProgress progress;
+    progress.begin(QStringLiteral("home"));
+    for (int tick = 0; tick < 6; ++tick)
+        progress.tick(false, false);
+    progress.begin(QString());
+    EXPECT_EQ(progress.text(), QStringLiteral("Connecting to the network…"));
+    progress.reset();
+    EXPECT_TRUE(progress.text().isEmpty());
+}
+
+} // namespace
