@@ -7,7 +7,7 @@ Bytes bytesOfNumber(const FourBytes& number)
     return bytesOf({ number[0], number[1], number[2], number[3] });
 }
 
-// Each byte of the address is the same.
+// An NDIS_802_11_KEY; the BSSID is addressByte six times.
 Bytes keyRecord(int index, bool transmit, int addressByte, const Bytes& material)
 {
     const int length = static_cast<int>(material.size());
@@ -20,11 +20,11 @@ Bytes keyRecord(int index, bool transmit, int addressByte, const Bytes& material
         0, 0, 0, 0, 0, 0, 0, 0, // KeyRSC
     });
     append(record, material); // KeyMaterial
-    append(record, bytesOf({ 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0 })); // what Length counts behind the key
+    append(record, bytesOf({ 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0 })); // Length counts 11 bytes after the key
     return record;
 }
 
-// Key 0, which transmits, for no address in particular.
+// Key 0, the transmit key, with an all-zero BSSID.
 Bytes presharedKeyRecord(const Bytes& material)
 {
     return keyRecord(0, true, 0, material);
@@ -49,20 +49,20 @@ Bytes bytesOfText(std::string_view text)
 Requests expectedSettings(const ExpectedRadio& radio, int networkType, int authenMode, int encryStatus)
 {
     return {
-        { 0x0D810115, bytesOf({ 0, 0, 0, 0 }) }, // OID_802_11_DISASSOCIATE
-        { 0x0D810108, bytesOf({ networkType, 0, 0, 0 }) }, // OID_802_11_INFRASTRUCTURE_MODE
-        { 0x0DF10101, bytesOf({ radio.preamble, 0, 0, 0 }) }, // VX_OID_802_11_PREAMBLE
-        { 0x0D81020A, bytesOfNumber(radio.rtsThreshold) }, // OID_802_11_RTS_THRESHOLD
-        { 0x0D810209, bytesOfNumber(radio.fragmentationThreshold) }, // OID_802_11_FRAGMENTATION_THRESHOLD
-        { 0x0D810118, bytesOf({ authenMode, 0, 0, 0 }) }, // OID_802_11_AUTHENTICATION_MODE
-        { 0x0D81011B, bytesOf({ encryStatus, 0, 0, 0 }) }, // OID_802_11_ENCRYPTION_STATUS
-        { 0x0DF10118, bytesOf({ radio.txPowerPercent, 0, 0, 0 }) }, // VX_OID_802_11_TX_POWER
+        set(OID_802_11_DISASSOCIATE, bytesOf({ 0, 0, 0, 0 })),
+        set(OID_802_11_INFRASTRUCTURE_MODE, bytesOf({ networkType, 0, 0, 0 })),
+        set(VX_OID_802_11_PREAMBLE, bytesOf({ radio.preamble, 0, 0, 0 })),
+        set(OID_802_11_RTS_THRESHOLD, bytesOfNumber(radio.rtsThreshold)),
+        set(OID_802_11_FRAGMENTATION_THRESHOLD, bytesOfNumber(radio.fragmentationThreshold)),
+        set(OID_802_11_AUTHENTICATION_MODE, bytesOf({ authenMode, 0, 0, 0 })),
+        set(OID_802_11_ENCRYPTION_STATUS, bytesOf({ encryStatus, 0, 0, 0 })),
+        set(VX_OID_802_11_TX_POWER, bytesOf({ radio.txPowerPercent, 0, 0, 0 })),
     };
 }
 
 RecordedRequest setPowerMode(const FourBytes& mode)
 {
-    return { 0x0D810216, bytesOfNumber(mode) }; // OID_802_11_POWER_MODE
+    return set(OID_802_11_POWER_MODE, bytesOfNumber(mode));
 }
 
 Bytes configuration(const FourBytes& frequencyKhz)
@@ -86,14 +86,14 @@ Bytes configuration(const FourBytes& frequencyKhz)
 Requests setFrequency(const FourBytes& frequencyKhz)
 {
     return {
-        { 0x0D010211, Bytes(32), 32 }, // OID_802_11_CONFIGURATION, the query
-        { 0x0D810211, configuration(frequencyKhz) }, // OID_802_11_CONFIGURATION
+        query(OID_802_11_CONFIGURATION, 32),
+        set(OID_802_11_CONFIGURATION, configuration(frequencyKhz)),
     };
 }
 
 RecordedRequest associateByBssid(const Bytes& address)
 {
-    return { 0x0D810101, address }; // OID_802_11_BSSID
+    return set(OID_802_11_BSSID, address);
 }
 
 RecordedRequest associateBySsid(const Bytes& name)
@@ -101,33 +101,33 @@ RecordedRequest associateBySsid(const Bytes& name)
     Bytes record = bytesOf({ static_cast<int>(name.size()), 0, 0, 0 }); // SsidLength
     append(record, name); // Ssid
     record.resize(4 + 32);
-    return { 0x0D810102, record }; // OID_802_11_SSID
+    return set(OID_802_11_SSID, record);
 }
 
 RecordedRequest addKey(int index, bool transmit, const Bytes& material)
 {
-    return { 0x0D81011D, keyRecord(index, transmit, 0xFF, material) }; // OID_802_11_ADD_KEY
+    return set(OID_802_11_ADD_KEY, keyRecord(index, transmit, 0xFF, material));
 }
 
 RecordedRequest removeKey(int index)
 {
-    return { 0x0D81011E, // OID_802_11_REMOVE_KEY
+    return set(OID_802_11_REMOVE_KEY,
         bytesOf({
             16, 0, 0, 0, // Length
             index, 0, 0, 0, // KeyIndex
             0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, // BSSID
             0, 0, // padding
-        }) };
+        }));
 }
 
 Requests addWpa(const Bytes& material)
 {
-    return { { 0x0DF10116, presharedKeyRecord(material) } }; // VX_OID_802_11_ADD_WPA
+    return { set(VX_OID_802_11_ADD_WPA, presharedKeyRecord(material)) };
 }
 
 Requests addWpaNone(const Bytes& material)
 {
-    return { { 0x0D81011D, presharedKeyRecord(material) } }; // OID_802_11_ADD_KEY
+    return { set(OID_802_11_ADD_KEY, presharedKeyRecord(material)) };
 }
 
 Bytes publishedKey()

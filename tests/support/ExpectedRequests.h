@@ -7,17 +7,16 @@
 #include <string_view>
 #include <vector>
 
-// What the driver is to be sent when it is made to connect, byte by byte. Numbers and layouts are written out here and
-// are made by nothing that the utility itself uses, so that a mistake in its records does not repeat itself in what
-// is expected of them.
+// The requests that a connection sends to the driver. The records are written out byte by byte, not through the
+// utility's own structs, so that a mistake in a struct cannot hide here.
 
 using Requests = std::vector<RecordedRequest>;
-using FourBytes = std::array<int, 4>; // a number as it is sent, the least significant byte first
+using FourBytes = std::array<int, 4>; // a 32-bit number, little-endian
 
 [[nodiscard]] Requests operator+(Requests first, const Requests& second);
 [[nodiscard]] Bytes bytesOfText(std::string_view text);
 
-// How the card works, whatever it connects to.
+// Radio settings that do not depend on the network.
 struct ExpectedRadio {
     int preamble { 0 };
     FourBytes rtsThreshold {}; // bytes
@@ -25,25 +24,25 @@ struct ExpectedRadio {
     int txPowerPercent { 0 };
 };
 
-// What every connection begins with, a disassociation first.
+// The first requests of every connection, starting with the disassociation.
 [[nodiscard]] Requests expectedSettings(const ExpectedRadio& radio, int networkType, int authenMode, int encryStatus);
 
 [[nodiscard]] RecordedRequest setPowerMode(const FourBytes& mode);
 
-// The card's whole configuration: what it answers, and what it is set to.
+// An NDIS_802_11_CONFIGURATION as the card returns it, with this frequency.
 [[nodiscard]] Bytes configuration(const FourBytes& frequencyKhz);
-// The card's configuration is asked for and sent back with another frequency.
+// Queries the card's configuration and sends it back with this frequency.
 [[nodiscard]] Requests setFrequency(const FourBytes& frequencyKhz);
 
 [[nodiscard]] RecordedRequest associateByBssid(const Bytes& address);
-[[nodiscard]] RecordedRequest associateBySsid(const Bytes& name); // of 0 to 32 bytes
+[[nodiscard]] RecordedRequest associateBySsid(const Bytes& name); // 0 to 32 bytes
 
-// WEP keys, numbered 0 to 3.
+// WEP keys; index is 0 to 3.
 [[nodiscard]] RecordedRequest addKey(int index, bool transmit, const Bytes& material);
 [[nodiscard]] RecordedRequest removeKey(int index);
 
-// Pre-shared keys, of 32 bytes: for an infrastructure network, and for one that is not.
+// 32-byte pre-shared keys, for an infrastructure network and for an ad hoc network.
 [[nodiscard]] Requests addWpa(const Bytes& material);
 [[nodiscard]] Requests addWpaNone(const Bytes& material);
-// The key of passphrase "password" and SSID "IEEE" that IEEE 802.11i publishes.
+// The IEEE 802.11i test vector for passphrase "password" and SSID "IEEE".
 [[nodiscard]] Bytes publishedKey();

@@ -1,12 +1,14 @@
 #pragma once
 
+#include "driver/records/Oids.h"
 #include "tests/support/RecordingIORegistry.h"
 
 #include <cstring>
 #include <ostream>
+#include <utility>
 #include <vector>
 
-// What the driver was asked, one request each.
+// One request that the driver received.
 struct RecordedRequest {
     std::uint32_t oid { 0 }; // as sent, set flag included
     std::vector<std::byte> input;
@@ -33,7 +35,13 @@ inline std::vector<RecordedRequest> recordedRequests(const RecordingIORegistry& 
     return requests;
 }
 
-// A query sends its cleared record and leaves room for all of it.
+// The number that a set request of this OID carries.
+constexpr std::uint32_t asSet(std::uint32_t oid)
+{
+    return oid | oidSetFlag;
+}
+
+// A query sends a cleared record and leaves room for a reply of the same length.
 inline RecordedRequest query(std::uint32_t oid, std::uint32_t length)
 {
     return { oid, std::vector<std::byte>(length), length };
@@ -46,8 +54,13 @@ template <typename Record> std::vector<std::byte> bytesOfRecord(const Record& re
     return bytes;
 }
 
-// A set expects no reply.
+// A set of the OID, named without its set flag; it leaves no room for a reply.
+inline RecordedRequest set(std::uint32_t oid, std::vector<std::byte> input)
+{
+    return { asSet(oid), std::move(input), 0 };
+}
+
 template <typename Record> RecordedRequest set(std::uint32_t oid, const Record& record)
 {
-    return { oid, bytesOfRecord(record), 0 };
+    return set(oid, bytesOfRecord(record));
 }
