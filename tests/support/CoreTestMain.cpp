@@ -1,7 +1,7 @@
 #include <QCoreApplication>
 #include <gtest/gtest.h>
 
-// The main of test programs that need an application but show nothing.
+// main() of test programs that need a QCoreApplication.
 int main(int argc, char** argv)
 {
     testing::InitGoogleTest(&argc, argv);

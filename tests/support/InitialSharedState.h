@@ -2,13 +2,14 @@
 
 #include "app/shared/SharedState.h"
 
-// The shared flags as they are when the program starts, at the beginning and at the end of a test that has one of these.
+#include <QtGlobal>
+
+// Resets the shared flags to their initial values, before and after the test.
 class InitialSharedState {
 public:
     InitialSharedState() { set(); }
     ~InitialSharedState() { set(); }
-    InitialSharedState(const InitialSharedState&) = delete;
-    InitialSharedState& operator=(const InitialSharedState&) = delete;
+    Q_DISABLE_COPY_MOVE(InitialSharedState)
 
 private:
     static void set()

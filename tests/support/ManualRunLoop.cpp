@@ -1,5 +1,7 @@
 #include "tests/support/ManualRunLoop.h"
 
+#include <QtGlobal>
+
 #include <algorithm>
 #include <utility>
 
@@ -18,8 +20,7 @@ public:
     {
     }
     ~ManualTimer() override { m_entry->active = false; }
-    ManualTimer(const ManualTimer&) = delete;
-    ManualTimer& operator=(const ManualTimer&) = delete;
+    Q_DISABLE_COPY_MOVE(ManualTimer)
 
     void invalidate() override { m_entry->active = false; }
 
@@ -31,7 +32,7 @@ std::unique_ptr<Timer> ManualRunLoop::scheduleRepeatingTimer(
     std::chrono::milliseconds interval, std::function<void()> fire)
 {
     removeInactive();
-    // A timer without an interval would be due for ever within one moment.
+    // A zero interval would make advance() loop forever.
     interval = std::max(interval, std::chrono::milliseconds(1));
     auto entry = std::make_shared<Entry>(Entry { interval, m_now + interval, std::move(fire) });
     m_entries.push_back(entry);

@@ -7,20 +7,20 @@
 #include <memory>
 #include <vector>
 
-// A run loop on a time of its own, which passes only when a test says so. Timers that fall due at the same moment
-// fire in the order in which they were scheduled. Timers may outlive the run loop and then do nothing.
+// A run loop with its own clock, which only advance() moves. Timers due at the same time fire in scheduling order.
+// Timers may outlive the run loop; they no longer fire then.
 class ManualRunLoop final : public RunLoop {
 public:
     [[nodiscard]] std::unique_ptr<Timer> scheduleRepeatingTimer(
         std::chrono::milliseconds interval, std::function<void()> fire) override;
 
-    // Fires all that falls due on the way. May be called from within a timer's call, as a modal run would: the
-    // timer whose call is under way skips its turns meanwhile.
+    // Fires every timer that becomes due. May be called from a timer's callback, as in a modal run; that timer skips
+    // its turns until the callback returns.
     void advance(std::chrono::milliseconds time);
 
-    // Milliseconds since the run loop was made.
+    // Milliseconds since the run loop was created.
     [[nodiscard]] std::chrono::milliseconds now() const { return m_now; }
-    // Timers that still fire, by interval, in scheduling order.
+    // Intervals of the active timers, in scheduling order.
     [[nodiscard]] std::vector<std::chrono::milliseconds> activeIntervals() const;
 
 private:

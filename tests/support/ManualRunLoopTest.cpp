@@ -8,7 +8,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-TEST(ManualRunLoop, FiresWhatFallsDueInTheOrderOfTimeAndThenOfScheduling)
+TEST(ManualRunLoop, FiresDueTimersByTimeThenBySchedulingOrder)
 {
     ManualRunLoop runLoop;
     std::vector<int> fired;
@@ -23,7 +23,7 @@ TEST(ManualRunLoop, FiresWhatFallsDueInTheOrderOfTimeAndThenOfScheduling)
     EXPECT_EQ(runLoop.activeIntervals(), (std::vector<std::chrono::milliseconds> { 2s, 2s, 500ms }));
 }
 
-TEST(ManualRunLoop, FiresNoTimerThatIsInvalidatedOrDestroyed)
+TEST(ManualRunLoop, DoesNotFireInvalidatedOrDestroyedTimers)
 {
     ManualRunLoop runLoop;
     int fired = 0;
@@ -41,7 +41,7 @@ TEST(ManualRunLoop, FiresNoTimerThatIsInvalidatedOrDestroyed)
     EXPECT_TRUE(runLoop.activeIntervals().empty());
 }
 
-TEST(ManualRunLoop, LetsOthersFireWithinATimersCall)
+TEST(ManualRunLoop, FiresOtherTimersDuringACallback)
 {
     ManualRunLoop runLoop;
     int outer = 0;

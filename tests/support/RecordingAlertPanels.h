@@ -5,7 +5,7 @@
 #include <functional>
 #include <vector>
 
-// Keeps every alert and dismisses it at once.
+// Records every alert and dismisses it immediately.
 class RecordingAlertPanels final : public AlertPanels {
 public:
     struct Alert {
@@ -23,5 +23,5 @@ public:
     }
 
     std::vector<Alert> alerts;
-    std::function<void()> onAlert; // called while the panel is up
+    std::function<void()> onAlert; // called while the panel is open
 };

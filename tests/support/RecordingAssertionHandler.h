@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-// Keeps every failed assertion and answers as the test has set it.
+// Records every failed assertion.
 class RecordingAssertionHandler final : public AssertionHandler {
 public:
     struct Failure {
@@ -25,5 +25,5 @@ public:
     }
 
     std::vector<Failure> failures;
-    bool goOn { false }; // the answer: false as in the product
+    bool goOn { false }; // the handler's result; false in the product
 };

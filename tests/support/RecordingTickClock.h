@@ -5,7 +5,7 @@
 #include <functional>
 #include <vector>
 
-// Keeps every wait and takes no time.
+// Records every delay and returns immediately.
 class RecordingTickClock final : public TickClock {
 public:
     void Delay(std::uint32_t numTicks) override
@@ -16,5 +16,5 @@ public:
     }
 
     std::vector<std::uint32_t> delays; // ticks
-    std::function<void(std::uint32_t)> onDelay; // called during the wait
+    std::function<void(std::uint32_t)> onDelay; // called during the delay
 };

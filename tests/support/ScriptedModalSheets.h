@@ -9,8 +9,8 @@
 #include <optional>
 #include <vector>
 
-// Runs a sheet by handing it to the next of its users, who fills it in and presses a button. A sheet that its user does
-// not stop ends as cancelled, and so does one that nobody is there for.
+// Runs a sheet by passing it to the next scripted user, who fills it in and presses a button. A sheet that is not
+// stopped, or for which no user is left, ends as cancelled.
 class ScriptedModalSheets final : public ModalSheets {
 public:
     using User = std::function<void(QDialog&)>;
@@ -36,7 +36,7 @@ public:
     }
 
     std::deque<User> users;
-    std::vector<QString> shown; // object names of the sheets that were run
+    std::vector<QString> shown; // object names of the sheets, in order
     std::vector<int> stops;
 
 private:

@@ -16,7 +16,7 @@ template <typename Operation> std::string standardErrorOf(const Operation& opera
     return testing::internal::GetCapturedStderr();
 }
 
-// The same with traces asked for.
+// The same with debug traces enabled.
 template <typename Operation> std::string tracesOf(const Operation& operation)
 {
     __DEBUG__ = 1;
@@ -25,7 +25,7 @@ template <typename Operation> std::string tracesOf(const Operation& operation)
     return traces;
 }
 
-// The lines that name a class, in their order.
+// The lines that mention the class, in order.
 inline std::string linesOf(const std::string& className, const std::string& written)
 {
     std::istringstream stream(written);
@@ -37,7 +37,7 @@ inline std::string linesOf(const std::string& className, const std::string& writ
     return lines;
 }
 
-// The lines that these operations of a class write when they are entered.
+// The entry traces of these operations.
 inline std::string entryLines(const std::string& className, const std::vector<std::string>& operations)
 {
     std::string lines;

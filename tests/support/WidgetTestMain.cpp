@@ -1,7 +1,7 @@
 #include <QApplication>
 #include <gtest/gtest.h>
 
-// The main of every test program that shows widgets. They go to no screen unless the caller asks for one.
+// main() of test programs with widgets; rendered offscreen unless QT_QPA_PLATFORM says otherwise.
 int main(int argc, char** argv)
 {
     testing::InitGoogleTest(&argc, argv);
