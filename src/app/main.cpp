@@ -1,12 +1,5 @@
-#include "about/MakerUrl.h"
-#include "about/ui/AboutPageController.h"
-#include "advanced/ui/AdvancePageController.h"
-#include "app/MainWindow.h"
-#include "app/QvConfig7100Controller.h"
+#include "app/Application.h"
 #include "app/shared/Identity.h"
-#include "driver/VX7100Access.h"
-#include "monitor/ui/LinkStatusPageController.h"
-#include "monitor/ui/StatisticsPageController.h"
 #include "platform/LogindConsoleUser.h"
 #include "platform/StandardAssertionHandler.h"
 #include "platform/SystemTickClock.h"
@@ -17,21 +10,17 @@
 #include "platform/ui/QtModalSheets.h"
 #include "platform/ui/QtRunLoop.h"
 #include "platform/ui/WindowTickClock.h"
-#include "profiles/ProfileStore.h"
-#include "profiles/ui/ProfilePageController.h"
-#include "survey/ui/SiteSurveyPageController.h"
 
 #include <QApplication>
-#include <QCoreApplication>
 #include <QDBusConnection>
 #include <QSettings>
 
 namespace {
 
-// The windows come only when somebody is there to see them: at a login window there is no screen to open them on.
-void waitForSomebody(int argc, char** argv)
+// At a login screen there is no display to open a window on, so this runs without one.
+void waitUntilUserLogsIn(int argc, char** argv)
 {
-    const QCoreApplication waiting(argc, argv); // the bus wants one
+    const QCoreApplication application(argc, argv); // D-Bus needs one
     const QString busName = QStringLiteral("consoleUser");
     {
         LogindConsoleUser consoleUser(QDBusConnection::connectToBus(QDBusConnection::SystemBus, busName));
@@ -41,7 +30,7 @@ void waitForSomebody(int argc, char** argv)
     QDBusConnection::disconnectFromBus(busName);
 }
 
-void introduceApplication()
+void setApplicationIdentity()
 {
     QApplication::setApplicationName(QLatin1String(Identity::applicationName));
     QApplication::setApplicationDisplayName(QLatin1String(Identity::applicationName));
@@ -51,66 +40,26 @@ void introduceApplication()
     QApplication::setWindowIcon(applicationIcon());
 }
 
-// What the window layout loads: everything that lives as long as the window.
-class Application {
-public:
-    Application()
-    {
-        m_window.setPage(MainWindow::Page::SiteSurvey, &m_siteSurvey);
-        m_window.setPage(MainWindow::Page::Profiles, &m_profiles);
-        m_window.setPage(MainWindow::Page::LinkStatus, &m_linkStatus);
-        m_window.setPage(MainWindow::Page::Statistics, &m_statistics);
-        m_window.setPage(MainWindow::Page::AdvancedSettings, &m_advanced);
-        m_window.setPage(MainWindow::Page::About, &m_about);
-        m_siteSurvey.setProfilePage(&m_profiles);
-        m_siteSurvey.setProfileEditor(&m_profiles.profileEditor());
-    }
-
-    // The watch comes first: its tick brings a card into use before the tick of any page asks for it.
-    void awakeFromNib()
-    {
-        m_controller.awakeFromNib();
-        m_siteSurvey.awakeFromNib();
-        m_profiles.awakeFromNib();
-        m_linkStatus.awakeFromNib();
-        m_statistics.awakeFromNib();
-        m_advanced.awakeFromNib();
-        m_about.awakeFromNib();
-        m_window.show();
-    }
-
-private:
-    QSettings m_defaults { QSettings::IniFormat, QSettings::UserScope, QLatin1String(Identity::organisationName),
-        QLatin1String(Identity::applicationId) };
-    QtRunLoop m_runLoop;
-    SystemTickClock m_sleeper;
-    WindowTickClock m_clock { m_sleeper };
-    QtAlertPanels m_alerts;
-    QtModalSheets m_sheets;
-    StandardAssertionHandler m_assertions;
-    SocketIORegistry m_registry { defaultRegistryRoots() };
-    VX7100Access m_adapter { m_registry, m_clock, m_alerts };
-    MainWindow m_window { m_defaults };
-    SiteSurveyPageController m_siteSurvey { m_adapter, m_runLoop, m_assertions, m_alerts, m_sheets };
-    SettingsUserDefaults m_prefs;
-    ProfileStore m_profileStore { m_prefs };
-    ProfilePageController m_profiles { m_runLoop, m_alerts, m_sheets, m_profileStore, m_siteSurvey };
-    LinkStatusPageController m_linkStatus { m_adapter, m_runLoop, m_assertions, &m_siteSurvey };
-    StatisticsPageController m_statistics { m_adapter, m_runLoop };
-    AdvancePageController m_advanced { m_adapter, m_alerts, m_assertions };
-    AboutPageController m_about { m_adapter, makerUrl(m_defaults) };
-    QvConfig7100Controller m_controller { m_adapter, m_runLoop, m_window.tabView(),
-        { .siteSurvey = &m_siteSurvey, .about = &m_about, .profile = &m_profiles, .advance = &m_advanced } };
-};
-
 } // namespace
 
 int main(int argc, char** argv)
 {
-    waitForSomebody(argc, argv);
+    waitUntilUserLogsIn(argc, argv);
     const QApplication framework(argc, argv);
-    introduceApplication();
-    Application application;
+    setApplicationIdentity();
+
+    QSettings settings(QSettings::IniFormat, QSettings::UserScope, QLatin1String(Identity::organisationName),
+        QLatin1String(Identity::applicationId));
+    SettingsUserDefaults userDefaults;
+    SocketIORegistry registry(defaultRegistryRoots());
+    SystemTickClock sleeper;
+    WindowTickClock clock(sleeper);
+    QtRunLoop runLoop;
+    QtAlertPanels alerts;
+    QtModalSheets sheets;
+    StandardAssertionHandler assertions;
+
+    Application application({ registry, clock, runLoop, alerts, sheets, assertions, userDefaults, settings });
     application.awakeFromNib();
     return QApplication::exec();
 }
