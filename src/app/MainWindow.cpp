@@ -12,29 +12,29 @@
 
 namespace {
 
-// The first size of the window, in the font's own units, so that it suits every font and screen.
+// In font metrics, so that the size suits every font and screen.
 QSize defaultSize(const QWidget& window)
 {
     constexpr int charactersAcross = 165;
     constexpr int linesDown = 38;
     const QFontMetrics metrics = window.fontMetrics();
-    const QSize wished(metrics.averageCharWidth() * charactersAcross, metrics.height() * linesDown);
-    return wished.boundedTo(window.screen()->availableSize()).expandedTo(window.minimumSizeHint());
+    const QSize preferred(metrics.averageCharWidth() * charactersAcross, metrics.height() * linesDown);
+    return preferred.boundedTo(window.screen()->availableSize()).expandedTo(window.minimumSizeHint());
 }
 
 } // namespace
 
-MainWindow::MainWindow(QSettings& defaults, QWidget* parent)
+MainWindow::MainWindow(QSettings& settings, QWidget* parent)
     : QMainWindow(parent)
-    , m_defaults(defaults)
-    , m_form(std::make_unique<Ui::MainWindow>())
+    , m_settings(settings)
+    , m_ui(std::make_unique<Ui::MainWindow>())
 {
-    m_form->setupUi(this);
+    m_ui->setupUi(this);
     setWindowTitle(QApplication::applicationDisplayName());
     setWindowIcon(applicationIcon());
     auto* const quitKey = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q), this);
     connect(quitKey, &QShortcut::activated, this, &QWidget::close);
-    if (!restoreWindowPlacement(m_defaults, *this))
+    if (!restoreWindowPlacement(m_settings, *this))
         resize(defaultSize(*this));
 }
 
@@ -42,7 +42,7 @@ MainWindow::~MainWindow() = default;
 
 QTabWidget& MainWindow::tabView() const
 {
-    return *m_form->TabView;
+    return *m_ui->TabView;
 }
 
 void MainWindow::setPage(Page page, QWidget* content)
@@ -51,11 +51,11 @@ void MainWindow::setPage(Page page, QWidget* content)
     const auto placeholders = body->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
     qDeleteAll(placeholders);
     body->layout()->addWidget(content);
-    body->layout()->setContentsMargins(0, 0, 0, 0); // the page brings its own
+    body->layout()->setContentsMargins(0, 0, 0, 0); // the page has its own margins
 }
 
 void MainWindow::closeEvent(QCloseEvent* event)
 {
-    saveWindowPlacement(m_defaults, *this);
+    saveWindowPlacement(m_settings, *this);
     QMainWindow::closeEvent(event);
 }

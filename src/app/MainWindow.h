@@ -11,28 +11,27 @@ namespace Ui {
 class MainWindow;
 }
 
-// The one window: six tabs, each with the page that was set for it or, until then, a line saying that it is empty.
+// The main window: six tabs, each showing its page or, without one, a placeholder text.
 class MainWindow final : public QMainWindow {
     Q_OBJECT
+    Q_DISABLE_COPY_MOVE(MainWindow)
 
 public:
-    // In the order of the tabs.
+    // In tab order.
     enum class Page { SiteSurvey, Profiles, LinkStatus, Statistics, AdvancedSettings, About };
 
-    // The defaults outlive the window; its place is read from them now and written when it closes.
-    explicit MainWindow(QSettings& defaults, QWidget* parent = nullptr);
+    // Restores the window's placement from the settings and saves it there on close. The settings outlive the window.
+    explicit MainWindow(QSettings& settings, QWidget* parent = nullptr);
     ~MainWindow() override;
-    MainWindow(const MainWindow&) = delete;
-    MainWindow& operator=(const MainWindow&) = delete;
 
     [[nodiscard]] QTabWidget& tabView() const;
-    // The body of a tab that stays the window's own; a controller of the page becomes its only content.
+    // Replaces the content of the page's tab.
     void setPage(Page page, QWidget* content);
 
 protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
-    QSettings& m_defaults;
-    std::unique_ptr<Ui::MainWindow> m_form;
+    QSettings& m_settings;
+    std::unique_ptr<Ui::MainWindow> m_ui;
 };

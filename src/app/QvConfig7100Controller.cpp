@@ -20,9 +20,9 @@ constexpr std::chrono::milliseconds watchInterval { 2000 };
 QvConfig7100Controller::QvConfig7100Controller(
     VX7100Access& adapter, RunLoop& runLoop, QTabWidget& tabView, const WatchedPages& pages)
     : Adapter(adapter)
-    , m_runLoop(runLoop)
     , TabView(tabView)
     , m_pages(pages)
+    , m_runLoop(runLoop)
 {
     traceEntry(className, "init");
 }
@@ -61,7 +61,7 @@ void QvConfig7100Controller::OnTimer()
 
     std::uint32_t mediaState = 0;
     const bool answered = queryRecord(Adapter, OID_GEN_MEDIA_CONNECT_STATUS, mediaState);
-    reapplyProfileWhenAsked();
+    reapplyProfileOnRequest();
 
     if (G_bDeviceExist != 0 && G_bSelCard != 0 && answered) {
         if (G_bRadio == 0 && m_pages.siteSurvey)
@@ -83,13 +83,12 @@ void QvConfig7100Controller::OnTimer()
         return;
     }
     G_bDeviceRemove = 0;
-    bringCardIntoUse();
+    initialiseCard();
 }
 
-// The driver raises its event flag when it wants the active profile again. Until the card is ready for it
-// everything else must wait, so the poll has no end of its own: a request sent into a resetting card would be
-// lost.
-void QvConfig7100Controller::reapplyProfileWhenAsked()
+// The driver sets its event flag to request the active profile again. The ready flag is polled without a limit,
+// because a request sent to a resetting card would be lost.
+void QvConfig7100Controller::reapplyProfileOnRequest()
 {
     std::uint32_t eventFlag = 0;
     (void)queryRecord(Adapter, VX_OID_802_11_EVENT_FLAG, eventFlag);
@@ -103,9 +102,9 @@ void QvConfig7100Controller::reapplyProfileWhenAsked()
         m_pages.profile->CheckProfileSettingForConnect();
 }
 
-// The order is the contract with the pages: the list before its timer, the profile before the options, the
-// options before what is only shown.
-void QvConfig7100Controller::bringCardIntoUse()
+// The pages rely on this order: the list before its timer, the profile before the advanced settings, and display-only
+// information last.
+void QvConfig7100Controller::initialiseCard()
 {
     (void)Adapter.InitCard();
     if (m_pages.siteSurvey) {

@@ -1,17 +1,20 @@
 #pragma once
 
+#include <QtGlobal>
+
 #include <memory>
 
 class AboutPage;
 class AdvancePage;
 class ProfilePage;
+class QObject;
 class QTabWidget;
 class RunLoop;
 class SiteSurveyPage;
 class Timer;
 class VX7100Access;
 
-// The pages that the device watch drives; the calls of a page that is absent are skipped.
+// The pages that the device watch updates; null for an absent page.
 struct WatchedPages {
     SiteSurveyPage* siteSurvey { nullptr };
     AboutPage* about { nullptr };
@@ -19,27 +22,28 @@ struct WatchedPages {
     AdvancePage* advance { nullptr };
 };
 
-// The application controller: watches for the card every 2.0 s and keeps the pages in step with it.
+// The application controller: checks for the card every 2.0 s and updates the pages when it comes or goes.
 class QvConfig7100Controller {
+    Q_DISABLE_COPY_MOVE(QvConfig7100Controller)
+
 public:
     QvConfig7100Controller(VX7100Access& adapter, RunLoop& runLoop, QTabWidget& tabView, const WatchedPages& pages);
     ~QvConfig7100Controller();
-    QvConfig7100Controller(const QvConfig7100Controller&) = delete;
-    QvConfig7100Controller& operator=(const QvConfig7100Controller&) = delete;
 
-    // Shows the third tab and starts the watch. The card is looked for by its first tick.
+    // Shows the third tab and starts the device watch, whose first tick looks for the card.
     void awakeFromNib();
     void OnTimer();
-    // Whether the driver's service can be found and opened.
+    // True when the driver's service can be found and opened.
     [[nodiscard]] bool IsDeviceDriverExist();
 
 private:
-    void reapplyProfileWhenAsked();
-    void bringCardIntoUse();
+    void reapplyProfileOnRequest();
+    void initialiseCard();
 
     VX7100Access& Adapter;
-    RunLoop& m_runLoop;
+    [[maybe_unused]] QObject* EnvSetting { nullptr }; // an outlet of the window layout that no code uses
     QTabWidget& TabView;
     WatchedPages m_pages;
+    RunLoop& m_runLoop;
     std::unique_ptr<Timer> m_watchTimer;
 };

@@ -13,14 +13,14 @@ QString keyOf(const QWidget& window)
 
 } // namespace
 
-bool restoreWindowPlacement(const QSettings& defaults, QWidget& window)
+bool restoreWindowPlacement(const QSettings& settings, QWidget& window)
 {
-    return window.restoreGeometry(defaults.value(keyOf(window)).toByteArray());
+    return window.restoreGeometry(settings.value(keyOf(window)).toByteArray());
 }
 
-void saveWindowPlacement(QSettings& defaults, const QWidget& window)
+void saveWindowPlacement(QSettings& settings, const QWidget& window)
 {
-    defaults.setValue(keyOf(window), window.saveGeometry());
-    defaults.sync();
-    (void)QFile::setPermissions(defaults.fileName(), QFile::ReadOwner | QFile::WriteOwner);
+    settings.setValue(keyOf(window), window.saveGeometry());
+    settings.sync();
+    (void)QFile::setPermissions(settings.fileName(), QFile::ReadOwner | QFile::WriteOwner);
 }

@@ -3,9 +3,9 @@
 class QSettings;
 class QWidget;
 
-// A window's size and place between two runs, in the user's defaults. The file of the defaults is readable by the
-// user alone, for what else is kept there.
+// A window's size and position, kept in the settings between runs.
 
-// Puts the window where it was left; false when nothing usable is stored and the window stays as it is.
-[[nodiscard]] bool restoreWindowPlacement(const QSettings& defaults, QWidget& window);
-void saveWindowPlacement(QSettings& defaults, const QWidget& window);
+// False, leaving the window unchanged, when no valid placement is stored.
+[[nodiscard]] bool restoreWindowPlacement(const QSettings& settings, QWidget& window);
+// Restricts the settings file to its owner: it may hold more than the placement.
+void saveWindowPlacement(QSettings& settings, const QWidget& window);

@@ -2,8 +2,8 @@
 
 #include <QString>
 
-// What the pages and the device watch ask of each other, as narrow interfaces: the rooms of the pages do not know
-// each other, and a test can record the calls. A page that is absent is a null pointer; its calls are skipped.
+// The pages as the device watch and other pages see them. The libraries of the pages do not depend on each other, and
+// tests can record the calls. An absent page is a null pointer; callers skip it.
 
 class SiteSurveyPage {
 public:
@@ -20,7 +20,7 @@ public:
     virtual ~ProfilePage() = default;
     virtual void RefreshProfileList() = 0;
     virtual void CheckProfileSettingForConnect() = 0;
-    // The user has connected by hand: the active profile is not re-applied by itself any more.
+    // The user connected manually: stop re-applying the active profile automatically.
     virtual void DisabledActivateProfile() = 0;
 };
 

@@ -1,12 +1,12 @@
 #pragma once
 
-// Lines on standard error. Each text is written as it is given, its line end included.
+// Trace output on standard error. Texts are written unchanged and include their line end.
 
-// "#### CLASS - METHOD ####\n", when __DEBUG__ is set.
+// Writes "#### CLASS - METHOD ####\n" if __DEBUG__ is set.
 void traceEntry(const char* className, const char* method);
 
-// A printf line, when __DEBUG__ is set.
+// Writes a formatted line if __DEBUG__ is set.
 [[gnu::format(printf, 1, 2)]] void trace(const char* format, ...);
 
-// A printf line that is written whatever __DEBUG__ says.
+// Writes a formatted line always.
 [[gnu::format(printf, 1, 2)]] void traceAlways(const char* format, ...);
