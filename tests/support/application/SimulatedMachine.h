@@ -1,14 +1,14 @@
 #pragma once
 
-#include "tests/profiles/automatic/RecordedFile.h"
 #include "tests/support/SimulatorThread.h"
+#include "tests/support/application/RecordedFile.h"
 
 #include <QDir>
 #include <QString>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
-// What outlasts the utility: its user's home, and a card that can be pulled.
+// What outlives a run of the utility: the user's home directory and a removable card.
 struct SimulatedMachine {
     void eject()
     {
@@ -23,11 +23,11 @@ struct SimulatedMachine {
     {
         simulator.run([this] { ASSERT_TRUE(simulator.service().recorder().start(recording.toStdString())); });
     }
-    // The names that the card was told to join since then.
-    [[nodiscard]] std::vector<QString> namesSet() const { return namesSetIn(recordedIn(recording)); }
+    // The SSIDs that were set since startRecording().
+    [[nodiscard]] std::vector<QString> ssidsSet() const { return ssidsSetIn(recordedIn(recording)); }
 
-    // The same files under another name. Settings remember in the process what they have read of a file; a new run
-    // has to read what the last one wrote.
+    // Renames the home directory. QSettings caches files by path within a process, and a new run has to read them
+    // again.
     void moveHome()
     {
         const QString moved = home + u"-moved"_qs;

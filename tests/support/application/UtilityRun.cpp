@@ -1,4 +1,4 @@
-#include "tests/profiles/automatic/UtilityRun.h"
+#include "tests/support/application/UtilityRun.h"
 
 #include "driver/BssidList.h"
 #include "driver/records/Oids.h"
@@ -10,23 +10,15 @@
 
 UtilityRun::UtilityRun(SimulatedMachine& machine)
     : m_machine(machine)
+    , m_settings(machine.home + u"/config/window.ini"_qs, QSettings::IniFormat)
     , prefs(machine.home + u"/config/settings.plist"_qs)
     , registry({ machine.simulator.root() })
     , store(prefs, preferencesFile(u"Profile.plist"_qs, machine.home))
-    , advanced(adapter, alerts, assertions, machine.home)
+    , application({ registry, clock, runLoop, alerts, sheets, assertions, prefs, m_settings, machine.home,
+          machine.folder.filePath(u"no-bundles"_qs) })
 {
     clock.onDelay = [this](std::uint32_t ticks) { m_machine.simulator.passTime(ticks * 1000 / ticksPerSecond); };
-    survey.setProfilePage(&profiles);
-    survey.setProfileEditor(&profiles.profileEditor());
-    controller.awakeFromNib();
-    survey.awakeFromNib();
-    profiles.awakeFromNib();
-    linkStatus.awakeFromNib();
-    advanced.awakeFromNib();
-    for (QWidget* const page : { static_cast<QWidget*>(&survey), static_cast<QWidget*>(&profiles) }) {
-        page->resize(900, 500);
-        page->show();
-    }
+    application.awakeFromNib();
 }
 
 void UtilityRun::tick(int count)
@@ -37,7 +29,7 @@ void UtilityRun::tick(int count)
     }
 }
 
-void UtilityRun::addByHand(const QString& ssid, const QString& passphrase)
+void UtilityRun::addManually(const QString& ssid, const QString& passphrase)
 {
     sheets.users.emplace_back([=](QDialog& editor) {
         typeSsid(editor, ssid);
@@ -48,36 +40,60 @@ void UtilityRun::addByHand(const QString& ssid, const QString& passphrase)
         pressOk(editor);
     });
     press(profiles, u"Add"_qs);
-    ASSERT_TRUE(sheets.users.empty()) << "the editor did not come";
-}
-
-void UtilityRun::selectInSurvey(const std::string& ssid)
-{
-    const auto& networks = m_machine.simulator.scenario().networks;
-    const auto network
-        = std::find_if(networks.begin(), networks.end(), [&](const auto& each) { return each.ssid == ssid; });
-    ASSERT_NE(network, networks.end());
-    BssidListWalk walk(currentBssidList());
-    for (int row = 0; const auto entry = walk.next(); ++row) {
-        if (entry->fixedPart().MacAddress == network->bssid)
-            survey.findChild<TableView*>(u"ApList"_qs)->selectRowNumber(row);
-    }
+    ASSERT_TRUE(sheets.users.empty()) << "the editor did not open";
 }
 
 void UtilityRun::doubleClickProfile(int row)
 {
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&profiles));
+    bringToFront(profiles);
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&application.window()));
     const QPoint middle = table->visualRect(table->model()->index(row, 1)).center();
     QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, middle);
     QTest::mouseDClick(table->viewport(), Qt::LeftButton, {}, middle);
 }
 
-QString UtilityRun::connectedTo()
+void UtilityRun::deleteProfile(int row)
+{
+    table->selectRowNumber(row);
+    press(profiles, u"Delete"_qs);
+}
+
+const ScenarioNetwork& UtilityRun::network(const std::string& ssid) const
+{
+    const auto& networks = m_machine.simulator.scenario().networks;
+    return *std::find_if(networks.begin(), networks.end(), [&](const auto& each) { return each.ssid == ssid; });
+}
+
+void UtilityRun::select(const ScenarioNetwork& network)
+{
+    BssidListWalk walk(currentBssidList());
+    for (int row = 0; const auto entry = walk.next(); ++row) {
+        if (entry->fixedPart().MacAddress == network.bssid) {
+            survey.findChild<TableView*>(u"ApList"_qs)->selectRowNumber(row);
+            return;
+        }
+    }
+    FAIL() << network.ssid << " is not in the list";
+}
+
+void UtilityRun::connectTo(const ScenarioNetwork& network)
+{
+    select(network);
+    press(survey, u"Connect"_qs);
+    EXPECT_TRUE(sheets.users.empty()) << "an expected sheet did not open";
+}
+
+bool UtilityRun::linkIsUp()
 {
     std::uint32_t state = NdisMediaStateDisconnected;
+    EXPECT_TRUE(queryRecord(application.adapter(), OID_GEN_MEDIA_CONNECT_STATUS, state));
+    return state == NdisMediaStateConnected;
+}
+
+QString UtilityRun::connectedTo()
+{
     NDIS_802_11_SSID ssid {};
-    EXPECT_TRUE(queryRecord(adapter, OID_GEN_MEDIA_CONNECT_STATUS, state));
-    if (state != NdisMediaStateConnected || !queryRecord(adapter, OID_802_11_SSID, ssid))
+    if (!linkIsUp() || !queryRecord(application.adapter(), OID_802_11_SSID, ssid))
         return {};
     return QString::fromUtf8(nameIn(ssid));
 }
