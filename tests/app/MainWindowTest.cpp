@@ -24,13 +24,13 @@ protected:
         ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
     }
 
-    QTemporaryDir folder;
-    QSettings defaults { folder.filePath(u"defaults.ini"_qs), QSettings::IniFormat };
+    QTemporaryDir directory;
+    QSettings settings { directory.filePath(u"settings.ini"_qs), QSettings::IniFormat };
 };
 
-TEST_F(MainWindowTest, HasTheSixTabsInTheirOrder)
+TEST_F(MainWindowTest, HasSixTabsInOrder)
 {
-    const MainWindow window(defaults);
+    const MainWindow window(settings);
     const QTabWidget& tabs = window.tabView();
     QStringList titles;
     for (int index = 0; index < tabs.count(); ++index)
@@ -42,9 +42,9 @@ TEST_F(MainWindowTest, HasTheSixTabsInTheirOrder)
     EXPECT_FALSE(window.windowIcon().isNull());
 }
 
-TEST_F(MainWindowTest, PutsAPageInPlaceOfTheEmptyBody)
+TEST_F(MainWindowTest, PageReplacesThePlaceholder)
 {
-    MainWindow window(defaults);
+    MainWindow window(settings);
     auto* const content = new QPushButton(u"content"_qs);
     window.setPage(MainWindow::Page::Profiles, content);
     QWidget* const body = window.tabView().widget(1);
@@ -55,9 +55,9 @@ TEST_F(MainWindowTest, PutsAPageInPlaceOfTheEmptyBody)
     EXPECT_TRUE(body->isAncestorOf(content));
 }
 
-TEST_F(MainWindowTest, SaysThatAnAbsentPageIsEmpty)
+TEST_F(MainWindowTest, AbsentPageShowsAPlaceholder)
 {
-    MainWindow window(defaults);
+    MainWindow window(settings);
     show(window);
     for (int index = 0; index < window.tabView().count(); ++index) {
         window.tabView().setCurrentIndex(index);
@@ -68,9 +68,9 @@ TEST_F(MainWindowTest, SaysThatAnAbsentPageIsEmpty)
     }
 }
 
-TEST_F(MainWindowTest, SwitchesTabsByTheKeyboard)
+TEST_F(MainWindowTest, SwitchesTabsWithTheKeyboard)
 {
-    MainWindow window(defaults);
+    MainWindow window(settings);
     show(window);
     QTest::keyClick(&window, Qt::Key_L, Qt::AltModifier);
     EXPECT_EQ(window.tabView().currentIndex(), 2);
@@ -82,9 +82,9 @@ TEST_F(MainWindowTest, SwitchesTabsByTheKeyboard)
     EXPECT_EQ(window.tabView().currentIndex(), 0);
 }
 
-TEST_F(MainWindowTest, GivesEveryTabAKeyOfItsOwn)
+TEST_F(MainWindowTest, EveryTabHasItsOwnShortcut)
 {
-    const MainWindow window(defaults);
+    const MainWindow window(settings);
     QSet<QChar> keys;
     for (int index = 0; index < window.tabView().count(); ++index) {
         const QString title = window.tabView().tabText(index);
@@ -96,48 +96,48 @@ TEST_F(MainWindowTest, GivesEveryTabAKeyOfItsOwn)
 
 TEST_F(MainWindowTest, ClosesWithCtrlQ)
 {
-    MainWindow window(defaults);
+    MainWindow window(settings);
     show(window);
     QTest::keyClick(&window, Qt::Key_Q, Qt::ControlModifier);
     EXPECT_FALSE(window.isVisible());
 }
 
-TEST_F(MainWindowTest, ComesBackAtTheSizeItWasLeft)
+TEST_F(MainWindowTest, RestoresItsSize)
 {
-    QSize left;
+    QSize previous;
     {
-        MainWindow window(defaults);
+        MainWindow window(settings);
         show(window);
-        left = window.size() - QSize(37, 23);
-        window.resize(left);
+        previous = window.size() - QSize(37, 23);
+        window.resize(previous);
         window.close();
     }
-    const MainWindow again(defaults);
-    EXPECT_EQ(again.size(), left);
+    const MainWindow again(settings);
+    EXPECT_EQ(again.size(), previous);
 }
 
-TEST_F(MainWindowTest, KeepsItsPlaceInAFileForItsUserAlone)
+TEST_F(MainWindowTest, SettingsFileIsPrivate)
 {
-    MainWindow window(defaults);
+    MainWindow window(settings);
     show(window);
     window.close();
-    const auto permissions = QFileInfo(defaults.fileName()).permissions();
+    const auto permissions = QFileInfo(settings.fileName()).permissions();
     EXPECT_FALSE(permissions.testAnyFlags(
         QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther | QFile::ExeOwner));
     EXPECT_TRUE(permissions.testFlag(QFile::ReadOwner));
 }
 
-TEST_F(MainWindowTest, TakesItsOwnSizeWhenWhatIsStoredIsNoPlace)
+TEST_F(MainWindowTest, InvalidPlacementGivesTheDefaultSize)
 {
-    defaults.setValue(u"MainWindow/geometry"_qs, QByteArray("not a geometry"));
-    const MainWindow window(defaults);
+    settings.setValue(u"MainWindow/geometry"_qs, QByteArray("not a geometry"));
+    const MainWindow window(settings);
     EXPECT_GT(window.width(), window.fontMetrics().averageCharWidth() * 60);
     EXPECT_GT(window.height(), window.fontMetrics().height() * 20);
 }
 
-TEST_F(MainWindowTest, CanBeMadeSmall)
+TEST_F(MainWindowTest, HasASmallMinimumSize)
 {
-    const MainWindow window(defaults);
+    const MainWindow window(settings);
     EXPECT_LT(window.minimumSizeHint().width(), window.fontMetrics().averageCharWidth() * 60);
 }
 

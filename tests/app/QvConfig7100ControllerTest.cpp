@@ -22,7 +22,7 @@ namespace {
 using Calls = std::vector<std::string>;
 using namespace std::chrono_literals;
 
-// One page for all four roles: what matters is what is called, and when.
+// All four pages in one, which records the calls in order.
 class RecordingPages final : public SiteSurveyPage, public ProfilePage, public AdvancePage, public AboutPage {
 public:
     explicit RecordingPages(Calls& calls)
@@ -61,11 +61,11 @@ protected:
 
     void SetUp() override
     {
-        // The scan's wait stands for the initialisation among the pages' calls.
+        // The delay of the scan marks the card initialisation among the calls.
         clock.onDelay = [this](std::uint32_t) { calls.emplace_back("InitCard"); };
     }
 
-    void becomePresent()
+    void findCard()
     {
         controller.OnTimer();
         ASSERT_EQ(G_bDeviceExist, 1);
@@ -76,10 +76,10 @@ protected:
     void removeCard() { registry.serviceCount = 0; }
 };
 
-const Calls wholeRefresh { "InitCard", "RefreshAPList", "StartSiteSurveyTimer", "RefreshProfileList",
+const Calls fullRefresh { "InitCard", "RefreshAPList", "StartSiteSurveyTimer", "RefreshProfileList",
     "CheckProfileSettingForConnect", "RadioStatus", "OnApply", "GetAllInformation" };
 
-TEST_F(DeviceWatchTest, StartShowsTheThirdTabAndAsksNothingOfTheDriver)
+TEST_F(DeviceWatchTest, StartShowsTheThirdTabAndSendsNoRequest)
 {
     for (int tab = 0; tab < 6; ++tab)
         tabView.addTab(new QWidget, QString());
@@ -90,7 +90,7 @@ TEST_F(DeviceWatchTest, StartShowsTheThirdTabAndAsksNothingOfTheDriver)
     EXPECT_TRUE(calls.empty());
 }
 
-TEST_F(DeviceWatchTest, FirstTickWithoutACardFindsNone)
+TEST_F(DeviceWatchTest, FirstTickWithoutACardClearsTheListAndStopsTheSurvey)
 {
     removeCard();
     controller.awakeFromNib();
@@ -104,10 +104,10 @@ TEST_F(DeviceWatchTest, FirstTickWithoutACardFindsNone)
     EXPECT_TRUE(registry.held().empty());
 }
 
-TEST_F(DeviceWatchTest, InsertedCardIsInitialisedAndThePagesFollowInOrder)
+TEST_F(DeviceWatchTest, InsertedCardIsInitialisedBeforeThePagesRefreshInOrder)
 {
     controller.OnTimer();
-    EXPECT_EQ(calls, wholeRefresh);
+    EXPECT_EQ(calls, fullRefresh);
     EXPECT_EQ(G_bDeviceExist, 1);
     EXPECT_EQ(G_bDeviceRemove, 0);
     EXPECT_EQ(registry.oids(),
@@ -116,19 +116,19 @@ TEST_F(DeviceWatchTest, InsertedCardIsInitialisedAndThePagesFollowInOrder)
             VX_OID_802_11_BSSID_LIST_NEXT }));
 }
 
-TEST_F(DeviceWatchTest, CardThatFailsItsInitialisationIsStillShownToThePages)
+TEST_F(DeviceWatchTest, PagesRefreshEvenIfTheInitialisationFails)
 {
     Bytes configuration(32);
     configuration[28] = std::byte { 1 };
     registry.answer(VX_OID_802_11_STA_CONFIG, configuration);
     controller.OnTimer();
     EXPECT_EQ(alerts.alerts.size(), 1u);
-    EXPECT_EQ(calls, Calls(wholeRefresh.begin() + 1, wholeRefresh.end()));
+    EXPECT_EQ(calls, Calls(fullRefresh.begin() + 1, fullRefresh.end()));
 }
 
-TEST_F(DeviceWatchTest, PresentCardIsOnlyAskedForItsStateAndItsEventFlag)
+TEST_F(DeviceWatchTest, PresentCardGetsTwoQueriesPerTick)
 {
-    becomePresent();
+    findCard();
     G_bDeviceRemove = 1;
     controller.OnTimer();
     EXPECT_TRUE(calls.empty());
@@ -136,18 +136,18 @@ TEST_F(DeviceWatchTest, PresentCardIsOnlyAskedForItsStateAndItsEventFlag)
     EXPECT_EQ(registry.oids(), (std::vector<std::uint32_t> { OID_GEN_MEDIA_CONNECT_STATUS, VX_OID_802_11_EVENT_FLAG }));
 }
 
-TEST_F(DeviceWatchTest, RadioOffEmptiesTheListOnEveryTick)
+TEST_F(DeviceWatchTest, RadioOffClearsTheListOnEveryTick)
 {
-    becomePresent();
+    findCard();
     G_bRadio = 0;
     controller.OnTimer();
     controller.OnTimer();
     EXPECT_EQ(calls, (Calls { "ClearAPList", "ClearAPList" }));
 }
 
-TEST_F(DeviceWatchTest, PulledCardEmptiesTheListAndStopsTheSurvey)
+TEST_F(DeviceWatchTest, RemovedCardClearsTheListAndStopsTheSurvey)
 {
-    becomePresent();
+    findCard();
     removeCard();
     controller.OnTimer();
     EXPECT_EQ(calls, (Calls { "ClearAPList", "StopSiteSurveyTimer" }));
@@ -155,32 +155,32 @@ TEST_F(DeviceWatchTest, PulledCardEmptiesTheListAndStopsTheSurvey)
     EXPECT_EQ(G_bDeviceRemove, 1);
 }
 
-TEST_F(DeviceWatchTest, CardInsertedAgainRunsTheWholeSequenceAgain)
+TEST_F(DeviceWatchTest, ReinsertedCardRunsTheFullRefresh)
 {
-    becomePresent();
+    findCard();
     removeCard();
     controller.OnTimer();
     calls.clear();
     registry.serviceCount = 1;
     controller.OnTimer();
-    EXPECT_EQ(calls, wholeRefresh);
+    EXPECT_EQ(calls, fullRefresh);
 }
 
-TEST_F(DeviceWatchTest, CardThatDoesNotAnswerButIsThereIsBroughtIntoUseAgain)
+TEST_F(DeviceWatchTest, UnresponsiveCardThatCanBeOpenedRunsTheFullRefresh)
 {
-    becomePresent();
+    findCard();
     registry.fail(OID_GEN_MEDIA_CONNECT_STATUS);
     controller.OnTimer();
     Calls expected { "ClearAPList" };
-    expected.insert(expected.end(), wholeRefresh.begin(), wholeRefresh.end());
+    expected.insert(expected.end(), fullRefresh.begin(), fullRefresh.end());
     EXPECT_EQ(calls, expected);
     EXPECT_EQ(G_bDeviceExist, 1);
 }
 
-TEST_F(DeviceWatchTest, RefusedUserClientIsNoCard)
+TEST_F(DeviceWatchTest, RefusedUserClientCountsAsNoCard)
 {
-    becomePresent();
-    // The two queries and the check itself.
+    findCard();
+    // The two queries and IsDeviceDriverExist.
     registry.failAt(RegistryCall::IOServiceOpen);
     registry.failAt(RegistryCall::IOServiceOpen, 2);
     registry.failAt(RegistryCall::IOServiceOpen, 3);
@@ -190,7 +190,7 @@ TEST_F(DeviceWatchTest, RefusedUserClientIsNoCard)
     EXPECT_TRUE(registry.held().empty());
 }
 
-TEST_F(DeviceWatchTest, NothingHappensWhileACardIsBeingInitialised)
+TEST_F(DeviceWatchTest, TickDuringAnInitialisationDoesNothing)
 {
     G_bDialogRunning = 1;
     controller.OnTimer();
@@ -208,9 +208,9 @@ TEST_F(DeviceWatchTest, UnselectedCardCountsAsRemoved)
     EXPECT_EQ(G_bDeviceRemove, 1);
 }
 
-TEST_F(DeviceWatchTest, EventFlagWaitsForTheReadyFlagAndThenReappliesTheProfile)
+TEST_F(DeviceWatchTest, EventFlagPollsTheReadyFlagThenReappliesTheProfile)
 {
-    becomePresent();
+    findCard();
     registry.answerOnce(VX_OID_802_11_EVENT_FLAG, { .bytes = bytesOf({ 1, 0xAB, 0xCD, 0xEF }) });
     for (int poll = 0; poll < 100; ++poll)
         registry.answerOnce(VX_OID_802_11_READY_FLAG, { .bytes = bytesOf({ poll % 2 == 0 ? 0 : 2, 0, 0, 0 }) });
@@ -220,24 +220,24 @@ TEST_F(DeviceWatchTest, EventFlagWaitsForTheReadyFlagAndThenReappliesTheProfile)
     controller.OnTimer();
     EXPECT_EQ(calls, (Calls { "CheckProfileSettingForConnect" }));
     EXPECT_EQ(registry.inputsOf(VX_OID_802_11_READY_FLAG).size(), 103u);
-    EXPECT_EQ(clock.delays.size(), 1u); // the initialisation's: the poll does not pause
+    EXPECT_EQ(clock.delays.size(), 1u); // from the initialisation: polling does not wait
 }
 
-TEST_F(DeviceWatchTest, ProfileIsReappliedBeforeTheListOfACardThatDoesNotAnswerIsEmptied)
+TEST_F(DeviceWatchTest, ProfileIsReappliedBeforeTheListOfAnUnresponsiveCardIsCleared)
 {
-    becomePresent();
+    findCard();
     registry.fail(OID_GEN_MEDIA_CONNECT_STATUS);
     registry.answerOnce(VX_OID_802_11_EVENT_FLAG, { .bytes = bytesOf({ 1, 0, 0, 0 }) });
     registry.answer(VX_OID_802_11_READY_FLAG, bytesOf({ 1, 0, 0, 0 }));
     controller.OnTimer();
     Calls expected { "CheckProfileSettingForConnect", "ClearAPList" };
-    expected.insert(expected.end(), wholeRefresh.begin(), wholeRefresh.end());
+    expected.insert(expected.end(), fullRefresh.begin(), fullRefresh.end());
     EXPECT_EQ(calls, expected);
 }
 
-TEST_F(DeviceWatchTest, EventFlagCountsByItsLowByteAlone)
+TEST_F(DeviceWatchTest, OnlyTheLowByteOfTheEventFlagCounts)
 {
-    becomePresent();
+    findCard();
     registry.answerOnce(VX_OID_802_11_EVENT_FLAG, { .bytes = bytesOf({ 0, 1, 1, 1 }) });
     registry.answerOnce(VX_OID_802_11_EVENT_FLAG, { .bytes = bytesOf({ 2, 0, 0, 0 }) });
     registry.answerOnce(VX_OID_802_11_EVENT_FLAG, { .bytes = bytesOf({ 0xFF, 0, 0, 0 }) });
@@ -246,7 +246,7 @@ TEST_F(DeviceWatchTest, EventFlagCountsByItsLowByteAlone)
     EXPECT_TRUE(calls.empty());
 }
 
-TEST_F(DeviceWatchTest, ExistenceIsASearchAnOpenAndAClose)
+TEST_F(DeviceWatchTest, ExistenceCheckOpensAndClosesTheDriver)
 {
     EXPECT_TRUE(controller.IsDeviceDriverExist());
     EXPECT_EQ(registry.count(RegistryCall::IOServiceOpen), 1);
@@ -254,11 +254,11 @@ TEST_F(DeviceWatchTest, ExistenceIsASearchAnOpenAndAClose)
     EXPECT_TRUE(registry.held().empty());
 }
 
-TEST_F(DeviceWatchTest, TracesKeepTheirWording)
+TEST_F(DeviceWatchTest, ExistenceCheckTracesItsFailures)
 {
-    const auto look = [this] { EXPECT_FALSE(controller.IsDeviceDriverExist()); };
+    const auto check = [this] { EXPECT_FALSE(controller.IsDeviceDriverExist()); };
     removeCard();
-    const std::string withoutCard = tracesOf(look);
+    const std::string withoutCard = tracesOf(check);
     EXPECT_TRUE(withoutCard.starts_with("#### QvConfig7100Controller - IsDeviceDriverExist ####\n"));
     EXPECT_NE(withoutCard.find("!!!! QvConfig7100Controller - IsDeviceDriverExist - Device is not existenet. !!!!\n"
                                "#### VX7100Access - CloseConnectToDevice ####\n"),
@@ -266,12 +266,12 @@ TEST_F(DeviceWatchTest, TracesKeepTheirWording)
 
     registry.serviceCount = 1;
     registry.failAt(RegistryCall::IOServiceOpen);
-    EXPECT_NE(tracesOf(look).find("!!!! QvConfig7100Controller - IsDeviceDriverExist - Can't connect to device. !!!!\n"
-                                  "#### VX7100Access - CloseConnectToDevice ####\n"),
+    EXPECT_NE(tracesOf(check).find("!!!! QvConfig7100Controller - IsDeviceDriverExist - Can't connect to device. !!!!\n"
+                                   "#### VX7100Access - CloseConnectToDevice ####\n"),
         std::string::npos);
 }
 
-TEST_F(DeviceWatchTest, OperationsTraceTheirNameFirst)
+TEST_F(DeviceWatchTest, OperationsTraceTheirEntry)
 {
     struct Operation {
         std::string name;
@@ -288,7 +288,7 @@ TEST_F(DeviceWatchTest, OperationsTraceTheirNameFirst)
     }
 }
 
-TEST_F(DeviceWatchTest, TickDuringAnInitialisationIsTracedToo)
+TEST_F(DeviceWatchTest, TickDuringAnInitialisationIsTraced)
 {
     G_bDialogRunning = 1;
     EXPECT_EQ(tracesOf([this] { controller.OnTimer(); }), "#### QvConfig7100Controller - OnTimer ####\n");
@@ -296,14 +296,14 @@ TEST_F(DeviceWatchTest, TickDuringAnInitialisationIsTracedToo)
 
 TEST_F(DeviceWatchTest, AbsentPagesAreSkipped)
 {
-    QvConfig7100Controller alone(adapter, runLoop, tabView, {});
+    QvConfig7100Controller controllerWithoutPages(adapter, runLoop, tabView, {});
     registry.answerOnce(VX_OID_802_11_EVENT_FLAG, { .bytes = bytesOf({ 1, 0, 0, 0 }) });
     registry.answer(VX_OID_802_11_READY_FLAG, bytesOf({ 1, 0, 0, 0 }));
-    alone.OnTimer();
+    controllerWithoutPages.OnTimer();
     G_bRadio = 0;
-    alone.OnTimer();
+    controllerWithoutPages.OnTimer();
     removeCard();
-    alone.OnTimer();
+    controllerWithoutPages.OnTimer();
     EXPECT_EQ(calls, (Calls { "InitCard" }));
     EXPECT_EQ(G_bDeviceExist, 0);
 }

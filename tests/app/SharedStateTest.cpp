@@ -28,7 +28,7 @@ static_assert(has<std::int32_t, decltype(G_encryCapa)>);
 static_assert(has<std::int8_t, decltype(G_bCurSelItem)>);
 static_assert(sizeof(*G_pBssidList) == 65536);
 
-TEST(SharedState, StartsWithNoCardAndTheRadioOn)
+TEST(SharedState, StartsWithoutACardAndWithTheRadioOn)
 {
     EXPECT_EQ(__DEBUG__, 0);
     EXPECT_EQ(G_bDeviceExist, 0);
@@ -48,7 +48,7 @@ TEST(SharedState, StartsWithNoCardAndTheRadioOn)
     EXPECT_EQ(G_bCurSelItem, 0);
 }
 
-TEST(SharedState, StartsWithoutAListAndWithoutAQueue)
+TEST(SharedState, StartsWithoutAListOrAQueue)
 {
     EXPECT_EQ(G_pBssidList, nullptr);
     EXPECT_EQ(ProfileDataQueue, nullptr);
