@@ -1,4 +1,4 @@
-"""The mark of the active profile as it is seen, beside what the accessibility bus says of it."""
+"""The mark of the active profile as it appears on the screen."""
 
 import collections
 import subprocess
@@ -8,12 +8,12 @@ import gi
 gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi  # noqa: E402
 
-EDGE = 2  # grid lines and the frame of a focused cell
-FRAME = 4  # of the box, with its blurred edge
+EDGE = 2  # pixels: grid lines and the frame of a focused cell
+FRAME = 4  # pixels: the frame of the box with its blurred edge
 
 
 def _pixels(area):
-    """The area of the screen as rows of colours."""
+    """The area of the screen as rows of RGB pixels."""
     picture = subprocess.run(
         ["import", "-silent", "-window", "root", "-crop", "{0.width}x{0.height}+{0.x}+{0.y}".format(area), "+repage",
          "-depth", "8", "rgb:-"], check=True, stdout=subprocess.PIPE).stdout
@@ -22,16 +22,16 @@ def _pixels(area):
     return [[line[start:start + 3] for start in range(0, len(line), 3)] for line in lines]
 
 
-def places(table):
-    """Where the marks of the rows are on the screen; asked once, since a program that scans answers slowly."""
+def areas_of(table):
+    """The screen areas of the marks. Callers keep them: a scanning program answers slowly."""
     grid = table.get_table_iface()
     return [grid.get_accessible_at(row, 0).get_component_iface().get_extents(Atspi.CoordType.SCREEN)
             for row in range(grid.get_n_rows())]
 
 
-def seen(place):
-    """What is shown there: "nothing", "box" (active, not connected) or "check"."""
-    lines = [line[EDGE:-EDGE] for line in _pixels(place)][EDGE:-EDGE]
+def seen(area):
+    """The mark in this area: "nothing", "box" (active, not connected) or "check"."""
+    lines = [line[EDGE:-EDGE] for line in _pixels(area)][EDGE:-EDGE]
     background = collections.Counter(colour for line in lines for colour in line).most_common(1)[0][0]
 
     def drawn(rows, columns):
@@ -48,5 +48,5 @@ def seen(place):
     return "check" if inside else "box"
 
 
-def of_all(places_of_marks):
-    return [seen(place) for place in places_of_marks]
+def all_seen(areas):
+    return [seen(area) for area in areas]

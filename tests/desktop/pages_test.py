@@ -1,4 +1,4 @@
-"""Statistics, advanced settings and the about page: what they ask of the card, send to it and show."""
+"""Statistics, advanced settings and about page: their requests and what they show."""
 
 import os
 import pathlib
@@ -17,13 +17,13 @@ DRIVER_INFORMATION = pathlib.Path("/System/Library/Extensions/Pellvane.kext/Cont
 RECEIVED = "Frames received successfully:"
 NETWORK = b"Harbour Cafe"
 
-# Name, whether it is a set, and of a set its bytes: what Apply begins with, whatever was chosen.
-WIRELESS_MODE_ASKED = ("VX_OID_802_11_PHY_MODE", False, "")
-CONFIGURATION_ASKED = ("VX_OID_802_11_STA_CONFIG", False, "")
+# The first requests of every Apply: name, whether it is a set, and the bytes of a set.
+WIRELESS_MODE_QUERY = ("VX_OID_802_11_PHY_MODE", False, "")
+CONFIGURATION_QUERY = ("VX_OID_802_11_STA_CONFIG", False, "")
 
 
 def applied_since(simulator, start):
-    """What Apply did: from the question about the wireless mode, which nothing else asks, to the rates. None before."""
+    """The requests of Apply, from the query of the wireless mode, which nothing else sends, to the rates; None if not sent."""
     calls = [(call["name"], call["set"], call["input"] if call["set"] else "")
              for call in simulator.structure_calls(start)]
     names = [name for name, _, _ in calls]
@@ -53,7 +53,7 @@ def figure(top, caption):
     return int(reader.labelled(top, caption).get_name())
 
 
-def asks_for_the_statistics(top, simulator, utility):
+def queries_the_statistics(top, simulator, utility):
     steps.meet_the_card(simulator)
     calls = simulator.calls()
     first = calls.index(("OID_802_11_STATISTICS", False))
@@ -69,18 +69,18 @@ def counts_the_frames_of_a_link(top, simulator, utility):
     wait_until("frames are counted", lambda: figure(top, RECEIVED) > 0)
     successes, first_try, retried = (figure(top, f"Frames transmitted successfully{end}:")
                                      for end in ("", " without retry", " after retry"))
-    # Unless the page was shown anew between two of the three answers.
+    # The page may have been updated between reading these figures.
     assert successes == first_try + retried or figure(top, "Frames transmitted successfully:") > successes
 
 
 def resets_the_counters(top, simulator, utility):
-    # More than is counted until the next look.
-    wait_until("there is something to reset", lambda: figure(top, RECEIVED) > 2500, seconds=40)
+    # More than the card counts until the next refresh.
+    wait_until("there is something to reset", lambda: figure(top, RECEIVED) > 2500)
     shown = figure(top, RECEIVED)
     before = len(simulator.structure_calls())
     utility.press("alt+r")
     reset = ("VX_OID_802_11_RESET_COUNTERS", True)
-    wait_until("the card was told", lambda: reset in simulator.calls(before))
+    wait_until("the card received it", lambda: reset in simulator.calls(before))
     assert simulator.input_of(reset[0], before) == "", simulator.input_of(reset[0], before)
     wait_until("the card's own counters are shown again", lambda: 0 < figure(top, RECEIVED) < shown)
 
@@ -96,17 +96,17 @@ def applies_the_advanced_settings(top, simulator, utility):
     before = len(simulator.structure_calls())
     utility.press("alt+a")
     sent = wait_until("the settings are sent", lambda: applied_since(simulator, before))
-    # The words of the configuration: transmit burst, turbo rate, protection, short slot, OFDM, and three of the card's.
+    # The configuration's words: transmit burst, turbo rate, protection, short slot, OFDM, and three kept as queried.
     burst = "0100000000000000" + "0000000000000000" + "00000000"
     configuration = next(call for call in sent if call[:2] == ("VX_OID_802_11_STA_CONFIG", True))
     assert configuration[2].startswith(burst) and len(configuration[2]) == 64, configuration
-    assert sent == [WIRELESS_MODE_ASKED, CONFIGURATION_ASKED, configuration, rates(22)], sent
+    assert sent == [WIRELESS_MODE_QUERY, CONFIGURATION_QUERY, configuration, rates(22)], sent
     wait_until("the settings are stored", lambda: stored() == {
         "Tx Rate": "4", "BG Protection": "0", "Tx Burst": "1", "Ad Hoc Use OFDM": "0", "Wireless Mode": "0"})
     assert not reader.can_be_used(button(top, "Apply")) and not reader.can_be_used(button(top, "Reset"))
 
 
-def shows_what_was_applied_again(top, simulator, utility):
+def resets_to_the_applied_settings(top, simulator, utility):
     before = len(simulator.structure_calls())
     utility.press("alt+b", "alt+o")
     burst, ofdm = (reader.find(top, "check box", name) for name in ("Transmit burst", "OFDM rates in ad hoc networks"))
@@ -117,22 +117,22 @@ def shows_what_was_applied_again(top, simulator, utility):
     assert applied_since(simulator, before) is None and stored()["Ad Hoc Use OFDM"] == "0"
 
 
-def gives_a_new_wireless_mode_to_the_card_that_is_inserted_next(top, simulator, utility):
+def sends_a_new_wireless_mode_to_the_next_inserted_card(top, simulator, utility):
     utility.press("alt+m", "Down")
     wait_until("802.11b only is chosen", lambda: reader.labelled(top, "Wireless mode:").get_name() == "802.11b only")
     wait_until("there is something to apply", lambda: reader.can_be_used(button(top, "Apply")))
     before = len(simulator.structure_calls())
     utility.press("alt+a")
     sent = wait_until("the settings are sent", lambda: applied_since(simulator, before))
-    assert sent == [WIRELESS_MODE_ASKED, CONFIGURATION_ASKED, rates(22)], sent
+    assert sent == [WIRELESS_MODE_QUERY, CONFIGURATION_QUERY, rates(22)], sent
     wait_until("the mode is stored", lambda: stored()["Wireless Mode"] == "1")
     simulator.control("eject")
     utility.press("alt+l")
-    wait_until("the card is missed", lambda: "No Device!!" in reader.labels(top))
+    wait_until("the missing card is shown", lambda: "No Device!!" in reader.labels(top))
     before = len(simulator.structure_calls())
     simulator.control("insert")
     sent = wait_until("the settings are sent to the card", lambda: applied_since(simulator, before))
-    assert sent[:2] == [WIRELESS_MODE_ASKED, ("VX_OID_802_11_PHY_MODE", True, "01000000")], sent
+    assert sent[:2] == [WIRELESS_MODE_QUERY, ("VX_OID_802_11_PHY_MODE", True, "01000000")], sent
     assert sent[-1] == rates(22), sent
     assert simulator.status()["settings"]["phy_mode"] == 1, simulator.status()["settings"]
 
@@ -141,7 +141,7 @@ def switches_the_radio_off_and_on(top, simulator, utility):
     utility.press("alt+v")
     before = len(simulator.structure_calls())
     reader.operate(button(top, "Radio Off"))
-    wait_until("the card was told", lambda: simulator.input_of("VX_OID_802_11_RADIO", before) == "00000000")
+    wait_until("the card received it", lambda: simulator.input_of("VX_OID_802_11_RADIO", before) == "00000000")
     assert ("OID_802_11_BSSID_LIST_SCAN", True) in simulator.calls(before), simulator.calls(before)
     button(top, "Radio On")
     assert reader.find(top, "label", "The radio is off"), reader.labels(top)
@@ -151,42 +151,42 @@ def switches_the_radio_off_and_on(top, simulator, utility):
     utility.press("alt+v")
     before = len(simulator.structure_calls())
     reader.operate(button(top, "Radio On"))
-    wait_until("the card was told", lambda: simulator.input_of("VX_OID_802_11_RADIO", before) == "01000000")
+    wait_until("the card received it", lambda: simulator.input_of("VX_OID_802_11_RADIO", before) == "01000000")
     button(top, "Radio Off")
     assert reader.find(top, "label", "The radio is on"), reader.labels(top)
     utility.press("alt+s")
     wait_until("networks are listed again", lambda: len(reader.rows(networks(top))) > 5)
 
 
-def tells_about_itself_and_the_card(top, simulator, utility):
+def shows_versions_and_the_mac_address(top, simulator, utility):
     utility.press("alt+u")
     wait_until("the page is in front", lambda: reader.find(top, "push button", "Quorvane Web Site"))
-    asked = [call for call in simulator.calls()
+    queries = [call for call in simulator.calls()
              if call in (("VX_OID_802_11_EEPROM_VERSION", False), ("OID_802_3_CURRENT_ADDRESS", False))]
     if not UTILITY_INFORMATION.exists():
-        print("  (without an installation, which leaves the page as it is)")
-        assert asked == [] and reader.labelled(top, "MAC address:").get_name() == "", reader.labels(top)
+        print("  (not installed: the page stays empty)")
+        assert queries == [] and reader.labelled(top, "MAC address:").get_name() == "", reader.labels(top)
         return
-    assert asked == [("VX_OID_802_11_EEPROM_VERSION", False), ("OID_802_3_CURRENT_ADDRESS", False)] * 2, asked
+    assert queries == [("VX_OID_802_11_EEPROM_VERSION", False), ("OID_802_3_CURRENT_ADDRESS", False)] * 2, queries
     assert reader.labelled(top, "EEPROM version:").get_name() == "1.4", reader.labels(top)
     assert reader.labelled(top, "MAC address:").get_name() == "02-51-56-00-71-00", reader.labels(top)
     for title, path in (("Utility", UTILITY_INFORMATION), ("Driver", DRIVER_INFORMATION)):
         group = reader.find(top, "panel", title)
         changed = time.strftime("%Y-%m-%d", time.localtime(path.stat().st_mtime))
-        told = [reader.labelled(group, caption).get_name() for caption in ("Version:", "Date:")]
-        assert told == [plistlib.loads(path.read_bytes())["CFBundleShortVersionString"], changed], (title, told)
+        shown = [reader.labelled(group, caption).get_name() for caption in ("Version:", "Date:")]
+        assert shown == [plistlib.loads(path.read_bytes())["CFBundleShortVersionString"], changed], (title, shown)
 
 
-# Once a link was up and is lost, the program scans on every tick and answers slowly: those steps come last.
+# After a lost link the program scans on every tick and answers slowly, so those steps come last.
 STEPS = [
-    asks_for_the_statistics,
+    queries_the_statistics,
     switches_the_radio_off_and_on,
     counts_the_frames_of_a_link,
     resets_the_counters,
     applies_the_advanced_settings,
-    shows_what_was_applied_again,
-    gives_a_new_wireless_mode_to_the_card_that_is_inserted_next,
-    tells_about_itself_and_the_card,
+    resets_to_the_applied_settings,
+    sends_a_new_wireless_mode_to_the_next_inserted_card,
+    shows_versions_and_the_mac_address,
 ]
 
 if __name__ == "__main__":

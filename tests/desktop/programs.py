@@ -1,4 +1,4 @@
-"""The simulator and the utility as processes, and what a driver's other client can ask of the simulated card."""
+"""The simulator and the utility as processes, and requests of another client to the simulated card."""
 
 import contextlib
 import json
@@ -9,9 +9,12 @@ import struct
 import subprocess
 import time
 
+# Seconds. Far longer than any wait takes, so that only a hanging program reaches it, on a slow or busy machine too.
+LIMIT = 120.0
 
-def wait_until(what, question, seconds=20.0):
-    """The first true answer to the question, asked again and again; fails when the time is up."""
+
+def wait_until(what, question, seconds=LIMIT):
+    """Repeats the question and returns its first true answer; fails after the limit."""
     deadline = time.monotonic() + seconds
     while True:
         answer = question()
@@ -22,7 +25,7 @@ def wait_until(what, question, seconds=20.0):
 
 
 def holds_within(seconds, question):
-    """Whether the answer is true before the time is up."""
+    """Whether the answer becomes true in this time."""
     deadline = time.monotonic() + seconds
     while not question():
         if time.monotonic() >= deadline:
@@ -49,36 +52,36 @@ class Simulator:
         return json.loads(self.control("status"))
 
     def requests(self):
-        """Every request so far, oldest first; a line that is still being written is left out."""
+        """All requests so far, oldest first, without a line that is still being written."""
         return [json.loads(line) for line in self.record.read_text().splitlines(keepends=True) if line.endswith("\n")]
 
     def structure_calls(self, start=0):
-        """The structure calls from this one on; from the first one, where none is told."""
+        """The structure calls from this index on."""
         return [request for request in self.requests() if request["kind"] == "structure"][start:]
 
     def calls(self, start=0):
-        """The same as (name, whether it is a set)."""
+        """The same as pairs of name and whether it is a set."""
         return [(request["name"], request["set"]) for request in self.structure_calls(start)]
 
     def input_of(self, name, start=0):
-        """The bytes of the newest set of this name, as hexadecimal digits; None where there was none."""
+        """The input of the latest set with this name, in hexadecimal; None if there was none."""
         inputs = [request["input"] for request in self.structure_calls(start)
                   if request["set"] and request["name"] == name]
         return inputs[-1] if inputs else None
 
     def link(self):
-        """The name of the network that the card is associated with; None without a link."""
+        """The SSID of the network that the card is associated with; None without a link."""
         association = self.status()["association"]
         return association["ssid"] if association["state"] == "up" else None
 
     def end(self):
         self._process.terminate()
-        assert self._process.wait(10) == 0, "the simulator did not end well"
+        assert self._process.wait(LIMIT) == 0, "the simulator failed"
 
     def kill(self):
-        """Harmless when it has ended."""
+        """A no-op after it has ended."""
         self._process.kill()
-        self._process.wait(10)
+        self._process.wait(LIMIT)
 
 
 class Utility:
@@ -99,13 +102,13 @@ class Utility:
         return found[0] if found else None
 
     def press(self, *keys):
-        """Keys for the main window, or for the sheet that is open over it."""
+        """Sends keys to the open sheet, or to the main window."""
         subprocess.run(["xdotool", "windowactivate", "--sync", self._front or self.window,
                         "key", "--clearmodifiers", *keys], check=True)
 
     @contextlib.contextmanager
     def sheet(self, title, *opening):
-        """The keys open the sheet; what is pressed and typed inside goes to it, and is to close it."""
+        """Opens a sheet with these keys. Input inside the with block goes to the sheet and must close it."""
         self.press(*opening)
         self._front = wait_until(f"the sheet {title!r} opens", lambda: self._find_window(title))
         yield
@@ -116,11 +119,11 @@ class Utility:
         subprocess.run(["xdotool", "type", "--clearmodifiers", "--delay", "50", text], check=True)
 
     def close(self):
-        """As the close button of the title bar does."""
+        """Closes the window like the close button of its title bar."""
         subprocess.run(["xdotool", "windowclose", self.window], check=True)
 
     def processor_seconds(self):
-        """What the process has used so far, in the kernel's own resolution."""
+        """Processor time used so far, in nanosecond resolution."""
         total = 0
         for task in pathlib.Path(f"/proc/{self.process.pid}/task").iterdir():
             total += int((task / "schedstat").read_text().split()[0])
@@ -128,16 +131,20 @@ class Utility:
 
     def end(self):
         self.process.terminate()
-        self.process.wait(10)
+        try:
+            self.process.wait(LIMIT)
+        except subprocess.TimeoutExpired:
+            self.process.kill()
+            raise
 
 
 OPEN, STRUCTURE_CALL, SCALAR_CALL = 0, 1, 2
 
 
 def send_set(socket_path, oid, record):
-    """One set request, as another program would send it; fails unless the driver accepts it."""
+    """Sends one set request as another client of the driver; fails unless the driver accepts it."""
     with socket.socket(socket.AF_UNIX, socket.SOCK_SEQPACKET) as client:
-        client.settimeout(5)
+        client.settimeout(LIMIT)
         client.connect(socket_path)
         for kind, selector, data in ((OPEN, 0, b""), (STRUCTURE_CALL, oid | 0x00800000, record), (SCALAR_CALL, 1, b"")):
             client.send(struct.pack("=IIII", kind, selector, len(data), 0) + data)

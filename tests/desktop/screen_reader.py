@@ -1,14 +1,14 @@
-"""The window as a screen reader meets it: roles, names and texts over the accessibility bus."""
+"""The window as seen by a screen reader: roles, names and texts on the accessibility bus."""
 
 import gi
 
 gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi  # noqa: E402
 
-# A scan blocks the window for two seconds; a question that is asked meanwhile is answered behind it.
-Atspi.set_timeout(8000, 15000)
+# Milliseconds. A scan blocks the program for two seconds, on a busy machine for longer.
+Atspi.set_timeout(60000, 60000)
 
-# What a person operates or reads values from. Each of them needs a name.
+# Controls and values. Each of them needs an accessible name.
 NAMED_ROLES = {
     "push button", "toggle button", "check box", "radio button", "combo box", "text", "password text", "entry",
     "spin button", "slider", "progress bar", "level bar", "table", "tree table", "list", "list box", "tree", "page tab",
@@ -17,7 +17,7 @@ NAMED_ROLES = {
 
 
 def application():
-    """The program's own top object; None until it has one."""
+    """The program's root object; None until it is on the bus."""
     desktop = Atspi.get_desktop(0)
     for index in range(desktop.get_child_count()):
         child = desktop.get_child_at_index(index)
@@ -33,7 +33,7 @@ def is_showing(item):
 
 
 def showing(item):
-    """The item and everything in it that is on the screen, cells of tables left out."""
+    """The item and its descendants that are on the screen, without the cells of tables."""
     if not is_showing(item):
         return
     yield item
@@ -58,7 +58,7 @@ def find(top, role, name):
 
 
 def labelled(top, caption):
-    """The item that the label with this text belongs to."""
+    """The item that has this label."""
     for item in visible(top):
         for relation in item.get_relation_set():
             if relation.get_relation_type() == Atspi.RelationType.LABELLED_BY:
@@ -76,7 +76,7 @@ def is_checked(item):
 
 
 def operate(button):
-    """Presses a button that has no key of its own."""
+    """Presses a button without a keyboard shortcut."""
     action = button.get_action_iface()
     names = [action.get_action_name(index) for index in range(action.get_n_actions())]
     assert action.do_action(names.index("Press")), names
@@ -92,7 +92,7 @@ def tab_titles(top):
 
 def selected_tab(top):
     for item in visible(top):
-        # The selected tab is marked as the focused one, wherever the keyboard's focus is.
+        # Qt marks the selected tab as focused, independent of the keyboard focus.
         if item.get_role_name() == "page tab" and item.get_state_set().contains(Atspi.StateType.FOCUSED):
             return item.get_name().replace("&", "")
     return None
@@ -108,7 +108,7 @@ def unnamed(top):
 
 
 def rows(table):
-    """The texts of a table, row by row, without its headings."""
+    """The texts of a table's rows, without the headings."""
     grid = table.get_table_iface()
     return [[grid.get_accessible_at(row, column).get_name() for column in range(grid.get_n_columns())]
             for row in range(grid.get_n_rows())]

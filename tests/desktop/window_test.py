@@ -1,18 +1,18 @@
-"""The window as a whole: the card that comes and goes, the networks in range, joining one, the link."""
+"""The main window: card removal and insertion, the networks in range, joining one, the link."""
 
 import sys
 
 import screen_reader as reader
 import steps
-from programs import wait_until
+from programs import LIMIT, wait_until
 
 TABS = ["Site Survey", "Profiles", "Link Status", "Statistics", "Advanced Settings", "About"]
 KEYS = ["alt+s", "alt+p", "alt+l", "alt+t", "alt+v", "alt+u"]
 LIST = "Networks in range"
-NETWORK = "Quay Guest"  # open, and the only one with its first letter
+NETWORK = "Quay Guest"  # open; no other name starts with its first letter
 HEADINGS = ["SSID", "BSSID", "Signal", "Channel", "Authentication", "Encryption", "Network Type"]
 
-# What the program asks of a card that it meets for the first time, the continuations of the list aside.
+# The program's first requests, up to the first continuation of the list.
 FIRST_CALLS = [
     ("VX_OID_802_11_LINK_COUNTERS", False),
     ("OID_GEN_MEDIA_CONNECT_STATUS", False),
@@ -38,12 +38,12 @@ def opens_on_the_third_tab(top, simulator, utility):
     assert reader.selected_tab(top) == TABS[2], reader.selected_tab(top)
 
 
-def meets_the_card_with_the_expected_requests(top, simulator, utility):
+def initialises_the_card_with_the_expected_requests(top, simulator, utility):
     wait_until("the list is read", lambda: len(simulator.calls()) >= len(FIRST_CALLS))
     assert simulator.calls()[:len(FIRST_CALLS)] == FIRST_CALLS, simulator.calls()
 
 
-def makes_every_request_a_connection_of_its_own(top, simulator, utility):
+def opens_a_connection_for_every_request(top, simulator, utility):
     requests = simulator.requests()[:60]
     for before, after in zip(requests, requests[1:]):
         expected = {"open": {"structure", "open"}, "structure": {"scalar"}, "scalar": {"open"}}[before["kind"]]
@@ -70,13 +70,13 @@ def lists_the_networks_in_range(top, simulator, utility):
             assert row[1] == network["ssid"], (row, network)
 
 
-def says_that_there_is_no_link(top, simulator, utility):
+def shows_that_there_is_no_link(top, simulator, utility):
     utility.press(KEYS[2])
     wait_until("the status is \"Disconnected\"", lambda: "Disconnected" in reader.labels(top))
     utility.press(KEYS[0])
 
 
-def joins_the_network_that_is_chosen_with_the_keyboard(top, simulator, utility):
+def joins_a_network_chosen_with_the_keyboard(top, simulator, utility):
     network = next(network for network in simulator.status()["networks"] if network["ssid"] == NETWORK)
     steps.choose_network(top, utility, NETWORK)
     utility.press("Return")
@@ -94,12 +94,13 @@ def shows_the_link_and_its_figures(top, simulator, utility):
     grades = [text for text in texts if text.startswith(("GOOD ", "NORMAL ", "WEAK ")) and text.endswith("%")]
     assert len(grades) == 2, texts
     plot = reader.find(top, "chart", "Link over the last five minutes")
-    wait_until("the plot tells its newest values", lambda: "kilobits per second" in plot.get_description())
+    wait_until("the plot describes its latest values", lambda: "kilobits per second" in plot.get_description())
 
 
-def says_on_the_site_survey_what_it_is_connected_to(top, simulator, utility):
+def shows_the_connection_on_the_site_survey(top, simulator, utility):
     utility.press(KEYS[0])
-    assert any(text.startswith("Connected <--> ") for text in reader.labels(top)), reader.labels(top)
+    wait_until("the page shows the connection",
+               lambda: any(text.startswith("Connected <--> ") for text in reader.labels(top)))
 
 
 def names_every_control_on_every_page(top, simulator, utility):
@@ -109,18 +110,18 @@ def names_every_control_on_every_page(top, simulator, utility):
         assert not reader.unnamed(top), (title, reader.unnamed(top))
 
 
-def says_that_the_card_is_gone(top, simulator, utility):
+def shows_that_the_card_is_gone(top, simulator, utility):
     simulator.control("eject")
     utility.press(KEYS[2])
     wait_until("the status is \"No Device!!\"", lambda: "No Device!!" in reader.labels(top))
     utility.press(KEYS[0])
     wait_until("the list is empty", lambda: not listed(top))
-    wait_until("the list says why it is empty",
+    wait_until("the list explains why it is empty",
                lambda: table(top).get_description().startswith("No wireless card found."))
     assert "** Disconnected **" in reader.labels(top), reader.labels(top)
 
 
-def empties_the_figures_when_the_card_is_pulled_off_a_link(top, simulator, utility):
+def clears_the_figures_when_a_connected_card_is_removed(top, simulator, utility):
     utility.press(KEYS[2])
     simulator.control("eject")
     wait_until("the status is \"No Device!!\"", lambda: "No Device!!" in reader.labels(top))
@@ -128,12 +129,12 @@ def empties_the_figures_when_the_card_is_pulled_off_a_link(top, simulator, utili
     assert not figures, figures
 
 
-def lists_the_networks_again_when_the_card_is_back(top, simulator, utility):
+def lists_the_networks_again_when_the_card_is_reinserted(top, simulator, utility):
     simulator.control("insert")
     wait_until("networks are listed again", lambda: len(listed(top)) > 5)
 
 
-def says_that_the_hardware_radio_is_off(top, simulator, utility):
+def shows_that_the_hardware_radio_is_off(top, simulator, utility):
     simulator.control("hw-radio", "off")
     utility.press(KEYS[2])
     wait_until("the status is that of the radio", lambda: "Radio Status <--> OFF" in reader.labels(top))
@@ -143,27 +144,27 @@ def says_that_the_hardware_radio_is_off(top, simulator, utility):
     wait_until("networks are listed with the radio on", lambda: len(listed(top)) > 5)
 
 
-def ends_when_its_window_is_closed(top, simulator, utility):
+def quits_with_ctrl_q(top, simulator, utility):
     utility.press("ctrl+q")
-    assert utility.process.wait(15) == 0, utility.process.returncode
+    assert utility.process.wait(LIMIT) == 0, utility.process.returncode
 
 
-# Once a link was up and is lost, the program scans on every tick and answers slowly: those steps come last.
+# After a lost link the program scans on every tick and answers slowly, so those steps come last.
 STEPS = [
     opens_on_the_third_tab,
-    meets_the_card_with_the_expected_requests,
-    makes_every_request_a_connection_of_its_own,
+    initialises_the_card_with_the_expected_requests,
+    opens_a_connection_for_every_request,
     lists_the_networks_in_range,
-    says_that_there_is_no_link,
-    says_that_the_card_is_gone,
-    lists_the_networks_again_when_the_card_is_back,
-    says_that_the_hardware_radio_is_off,
-    joins_the_network_that_is_chosen_with_the_keyboard,
+    shows_that_there_is_no_link,
+    shows_that_the_card_is_gone,
+    lists_the_networks_again_when_the_card_is_reinserted,
+    shows_that_the_hardware_radio_is_off,
+    joins_a_network_chosen_with_the_keyboard,
     shows_the_link_and_its_figures,
-    says_on_the_site_survey_what_it_is_connected_to,
+    shows_the_connection_on_the_site_survey,
     names_every_control_on_every_page,
-    empties_the_figures_when_the_card_is_pulled_off_a_link,
-    ends_when_its_window_is_closed,
+    clears_the_figures_when_a_connected_card_is_removed,
+    quits_with_ctrl_q,
 ]
 
 
