@@ -1,32 +1,32 @@
 # shellcheck shell=bash
-# The property lists that the about page reads its versions from.
+# The property lists from which the about page reads versions.
 
-# provideBundleInformation MADE: where the program is not installed and this user may write there, links stand at the
-# fixed places until the script ends; MADE is the folder where the build left the lists. What is installed stays.
+# provideBundleInformation BUILT: links the property lists in BUILT, the build's packaging directory, to their fixed paths
+# until the script ends. Does nothing if they are installed or the user may not write there.
 provideBundleInformation() {
     linkBundleInformation "$1/Vantrel/Info.plist" /Applications/Vantrel.app/Contents/Info.plist
     linkBundleInformation "$1/Pellvane/Info.plist" /System/Library/Extensions/Pellvane.kext/Contents/Info.plist
 }
 
 linkBundleInformation() {
-    local made=$1 place=$2 folder made_folders=()
-    # A link of ours that an earlier script could not take away is as good as none.
-    if [[ ! -f $made || (-e $place && $(readlink "$place") != "$made") ]]; then
+    local built=$1 path=$2 directory created=()
+    # A link to the same file was left by a script that could not clean up.
+    if [[ ! -f $built || (-e $path && $(readlink "$path") != "$built") ]]; then
         return
     fi
-    folder=$(dirname "$place")
-    while [[ ! -d $folder ]]; do
-        made_folders+=("$folder")
-        folder=$(dirname "$folder")
+    directory=$(dirname "$path")
+    while [[ ! -d $directory ]]; do
+        created+=("$directory")
+        directory=$(dirname "$directory")
     done
-    if [[ ! -w $folder ]]; then
+    if [[ ! -w $directory ]]; then
         return
     fi
-    # The innermost goes first when the script ends; one that has something else in it by then stays.
-    if ((${#made_folders[@]} > 0)); then
-        atExit rmdir --ignore-fail-on-non-empty "${made_folders[@]}"
+    # Innermost first; directories that contain something else by then are kept.
+    if ((${#created[@]} > 0)); then
+        atExit rmdir --ignore-fail-on-non-empty "${created[@]}"
     fi
-    mkdir -p "$(dirname "$place")"
-    ln -sf "$made" "$place"
-    atExit rm -f "$place"
+    mkdir -p "$(dirname "$path")"
+    ln -sf "$built" "$path"
+    atExit rm -f "$path"
 }

@@ -1,5 +1,5 @@
 # shellcheck shell=bash
-# What every script shares: where the tree is, how to speak, how to build.
+# Shared by all scripts: the root of the tree, messages, builds, clean-up.
 
 vantrel_root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 export vantrel_root
@@ -13,8 +13,8 @@ fail() {
     exit 1
 }
 
-# build PRESET [TARGET …]: configures where that was never done or a CMake file asks for it, then builds. On a terminal
-# the builder shows how far it is; elsewhere it is heard only when it fails.
+# build PRESET [TARGET …]: configures if necessary, then builds. Shows progress on a terminal; otherwise only the output of
+# a failed build.
 build() {
     local preset=$1
     shift
@@ -24,16 +24,16 @@ build() {
     fi
     mkdir -p "$vantrel_root/build"
     if [[ ! -f $vantrel_root/build/$preset/build.ninja ]]; then
-        inRoot "$log" cmake --preset "$preset" || fail "the configuration of $preset failed"
+        inRoot "$log" cmake --preset "$preset" || fail "configuring $preset failed"
     fi
     if [[ -t 1 ]]; then
-        (cd "$vantrel_root" && cmake --build --preset "$preset" "${targets[@]}") || fail "the build of $preset failed"
+        (cd "$vantrel_root" && cmake --build --preset "$preset" "${targets[@]}") || fail "building $preset failed"
     else
-        inRoot "$log" cmake --build --preset "$preset" "${targets[@]}" || fail "the build of $preset failed"
+        inRoot "$log" cmake --build --preset "$preset" "${targets[@]}" || fail "building $preset failed"
     fi
 }
 
-# inRoot LOG COMMAND …: runs it in the tree's root with its output in LOG, which is shown when it fails.
+# inRoot LOG COMMAND …: runs COMMAND in the root of the tree with its output in LOG, which is shown on failure.
 inRoot() {
     local log=$1
     shift
@@ -43,8 +43,7 @@ inRoot() {
     fi
 }
 
-# A runtime directory is where the services that a user starts are found. Where a login did not set one up, a private
-# one stands in for it.
+# The programs find each other through sockets in the runtime directory. Creates a private one if the login did not.
 ensureRuntimeDirectory() {
     if [[ -n ${XDG_RUNTIME_DIR:-} && -d ${XDG_RUNTIME_DIR:-} ]]; then
         return
@@ -57,7 +56,7 @@ ensureRuntimeDirectory() {
 
 vantrel_exit_commands=()
 
-# atExit COMMAND [ARGUMENT …]: run when the script ends, however it ends; the last one registered runs first.
+# atExit COMMAND [ARGUMENT …]: runs COMMAND when the script ends for any reason, in reverse order of registration.
 atExit() {
     vantrel_exit_commands+=("$(printf '%q ' "$@")")
     trap runExitCommands EXIT
@@ -74,13 +73,13 @@ runExitCommands() {
     exit "$status"
 }
 
-# stopProcess PID: asks a child to end and waits for it; harmless when it has ended.
+# stopProcess PID: terminates a child and waits for it; a no-op after it has ended.
 stopProcess() {
     kill "$1" 2>/dev/null || return 0
     wait "$1" 2>/dev/null || true
 }
 
-# waitUntil SECONDS COMMAND [ARGUMENT …]: asks every tenth of a second; false when the time is up.
+# waitUntil SECONDS COMMAND [ARGUMENT …]: repeats COMMAND every 0.1 s until it succeeds; fails after SECONDS.
 waitUntil() {
     local deadline=$((SECONDS + $1))
     shift

@@ -1,13 +1,12 @@
 # shellcheck shell=bash
-# A display of our own: an X server without a screen and a small window manager, so that windows get focus, titles and
-# sizes as they would on a desk.
+# A virtual display with a window manager, so that windows get focus, titles and sizes as on a real one.
 
 hasDisplay() {
     [[ -n ${DISPLAY:-} || -n ${WAYLAND_DISPLAY:-} ]]
 }
 
-# startVirtualDisplay DIRECTORY [WIDTHxHEIGHT]: exports DISPLAY; both programs end with the script. Their output goes to
-# DIRECTORY.
+# startVirtualDisplay DIRECTORY [WIDTHxHEIGHT]: starts X server and window manager, with logs in DIRECTORY, and exports
+# DISPLAY. Both end with the script.
 startVirtualDisplay() {
     local directory=$1 size=${2:-1280x900} number
     mkdir -p "$directory"
@@ -22,7 +21,7 @@ startVirtualDisplay() {
     number=$(<"$directory/display-number")
     export DISPLAY=:$number
     atExit stopWindowManager
-    # One that is late on a busy machine, or that fell over something, gets another chance.
+    # Retries a window manager that starts too slowly on a busy machine, or that crashed.
     for _ in 1 2 3; do
         openbox --sm-disable >>"$directory/openbox.log" 2>&1 &
         window_manager=$!
@@ -32,7 +31,7 @@ startVirtualDisplay() {
         fi
         stopWindowManager
     done
-    # The folder may be gone with the script: what is in the logs is told now.
+    # The logs may be deleted when the script ends.
     cat "$directory/xvfb.log" "$directory/openbox.log" >&2
     fail "the window manager did not start on $DISPLAY"
 }

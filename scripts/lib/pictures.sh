@@ -1,7 +1,7 @@
 # shellcheck shell=bash
-# shellcheck disable=SC2154 # work and pictures are of the script that sources this
-# Pictures of the program's windows in a virtual display. The scripts that source this set work (a folder for what is
-# thrown away), pictures (the folder of the results) and window (the number of the program's window).
+# shellcheck disable=SC2154 # work and pictures are set by the sourcing script
+# Screenshots of the program's windows in a virtual display. Expects work (a directory for temporary files), pictures (the
+# directory of the results) and window (the number of the program's window).
 
 findWindow() {
     window=$(xdotool search --onlyvisible --name '^Vantrel$' 2>/dev/null | head -n 1)
@@ -12,12 +12,12 @@ press() {
     xdotool key --clearmodifiers "$@"
 }
 
-# grab WINDOW FILE: what the window shows now.
+# grab WINDOW FILE: takes a screenshot of the window.
 grab() {
     import -silent -window "$1" "$2"
 }
 
-# isDrawn WINDOW: two pictures in a row are equal, show more than an empty frame, and differ from the last one taken.
+# isDrawn WINDOW: two screenshots in a row are equal, show more than an empty frame, and differ from the last result.
 isDrawn() {
     grab "$1" "$work/first.ppm" && sleep 0.15 && grab "$1" "$work/second.ppm" || return 1
     cmp -s "$work/first.ppm" "$work/second.ppm" || return 1
@@ -25,7 +25,7 @@ isDrawn() {
     [[ ! -f $work/last.ppm ]] || ! cmp -s "$work/last.ppm" "$work/second.ppm"
 }
 
-# picture NAME [WINDOW]: waits until what was asked for is drawn, and keeps it.
+# picture NAME [WINDOW]: waits until the window has changed and is drawn, and saves a screenshot.
 picture() {
     waitUntil 15 isDrawn "${2:-$window}" || fail "the window does not show what $1 should"
     cp "$work/second.ppm" "$work/last.ppm"
@@ -38,7 +38,7 @@ failWithPicture() {
     fail "$1: $pictures/failure.png"
 }
 
-# isOpen TITLE: the number of the sheet's window is in sheet then.
+# isOpen TITLE: sets sheet to the number of the sheet's window.
 isOpen() {
     sheet=$(xdotool search --onlyvisible --name "^$1\$" 2>/dev/null | head -n 1)
     [[ -n $sheet ]]
@@ -53,9 +53,9 @@ expectSheet() {
     xdotool windowactivate --sync "$sheet"
 }
 
-# leave TITLE KEY: ends the sheet with the key.
+# leave TITLE KEY: closes the sheet with the key.
 leave() {
     press "$2"
-    waitUntil 15 isGone "$1" || failWithPicture "the sheet \"$1\" stays"
+    waitUntil 15 isGone "$1" || failWithPicture "the sheet \"$1\" did not close"
     xdotool windowactivate --sync "$window"
 }

@@ -1,16 +1,16 @@
 # shellcheck shell=bash
-# The simulated card and its radio neighbourhood.
+# The simulated card and its radio environment.
 
-# startSimulator BIN LOG [ARGUMENT …]: returns when the card can be found. Prints what the simulator introduces itself
-# with: how each network is joined. The simulator ends with the script.
+# startSimulator BIN LOG [ARGUMENT …]: returns when the card is available. Prints the simulator's greeting, which explains
+# how to join each network. The simulator ends with the script.
 startSimulator() {
     local bin=$1 log=$2
     shift 2
-    : >"$log" # it is read before the simulator gets to open it
+    : >"$log" # is read before the simulator opens it
     "$bin/pellvane-sim" "$@" >"$log" 2>&1 &
     simulator_pid=$!
     atExit stopProcess "$simulator_pid"
-    waitUntil 10 simulatorIsReadyOrGone "$log" || true
+    waitUntil 60 simulatorIsReadyOrGone "$log" || true
     if ! grep -qx ready "$log"; then
         cat "$log" >&2
         fail "the simulator did not start"

@@ -6,7 +6,7 @@
 
 #include <array>
 
-// One pre-shared key from a passphrase: by each of our engines, and by a library's own PBKDF2.
+// The derivation of a pre-shared key by each of our SHA-1 engines and by OpenSSL's PBKDF2.
 
 namespace {
 
@@ -47,7 +47,7 @@ void PasswordHashProcessor(benchmark::State& state)
     measure(state);
 }
 
-// The same 40 bytes; of which a key needs 32, for the same number of blocks.
+// 40 bytes like PasswordHash, although a key has 32, so that both compute the same number of blocks.
 void LibraryPbkdf2(benchmark::State& state)
 {
     Output output;

@@ -16,14 +16,14 @@
 #include <array>
 #include <string>
 
-// A refresh of the list of networks: parsed, turned into rows and shown in a window of common size.
+// A refresh of the network list: parsing, building the rows and painting them in a window of typical size.
 
 namespace {
 
-constexpr std::uint32_t fullListEntries = 500; // of 131 bytes: 65,504 of the list's 65,536 bytes
+constexpr std::uint32_t fullListEntries = 500; // 131 bytes each: 65,504 of the list's 65,536 bytes
 constexpr std::uint32_t smallListEntries = 50;
 
-// The salt makes two lists differ in every row, so that none of them can be left as it is.
+// Lists with different salts differ in every row, so that a refresh has to update all rows.
 BssidListBuffer makeList(std::uint32_t entries, std::uint32_t salt)
 {
     std::vector<EntryBuilder> networks;
@@ -41,9 +41,9 @@ BssidListBuffer makeList(std::uint32_t entries, std::uint32_t salt)
     return buffer;
 }
 
-class ShownPage {
+class VisiblePage {
 public:
-    ShownPage()
+    VisiblePage()
     {
         G_bDeviceExist = 1;
         m_page.awakeFromNib();
@@ -78,12 +78,12 @@ void refreshLists(benchmark::State& state, std::uint32_t entries)
 {
     const std::array lists { makeList(entries, 0), makeList(entries, 1) };
     G_pBssidList = std::make_unique<BssidListBuffer>();
-    ShownPage page;
+    VisiblePage page;
     std::size_t turn = 0;
     for ([[maybe_unused]] auto _ : state)
         page.refresh(lists[turn++ % lists.size()]);
     if (page.rowCount() != static_cast<int>(entries))
-        state.SkipWithError("the list is not shown whole");
+        state.SkipWithError("the page does not show the whole list");
 }
 
 void FullListRefresh(benchmark::State& state)
@@ -96,7 +96,7 @@ void SmallListRefresh(benchmark::State& state)
     refreshLists(state, smallListEntries);
 }
 
-// What the refresh must fit in: the time from one picture of a 60 Hz display to the next.
+// The limit of a refresh: one frame of a 60 Hz display.
 void OneFrame(benchmark::State& state)
 {
     for ([[maybe_unused]] auto _ : state)

@@ -21,8 +21,8 @@
 #include <sys/un.h>
 #include <unistd.h>
 
-// One request to the driver, found, opened, called, completed and closed: by the utility, and by the system calls
-// that this takes, made bare. Both talk to the same service.
+// One complete driver request (search, open, call, complete, close), made by the utility and by the bare system calls. Both
+// use the same service.
 
 namespace {
 
@@ -39,7 +39,7 @@ sockaddr_un addressOf(const std::string& path)
     return address;
 }
 
-// Answers every request with success: a structure call with four bytes, the others with none.
+// Replies to every request with success: four bytes for a structure call, none for others.
 class Service {
 public:
     Service()
