@@ -30,7 +30,7 @@ void hmac_sha1(const unsigned char* text, std::int32_t textLength, unsigned char
     }
     appendPad(context, key, keyLength, 0x36);
     A_SHAUpdate(context, text, textLength);
-    A_SHAFinal(context, digest); // which also starts the outer message
+    A_SHAFinal(context, digest); // also re-initialises the context for the outer hash
 
     appendPad(context, key, keyLength, 0x5C);
     A_SHAUpdate(context, digest, digestSize);

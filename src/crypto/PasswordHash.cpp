@@ -8,17 +8,17 @@
 
 namespace {
 
-constexpr std::size_t longestPassphrase = 63;
-constexpr std::int32_t longestSsid = 32;
+constexpr std::size_t maxPassphraseLength = 63; // bytes
+constexpr std::int32_t maxSsidLength = 32; // bytes
 constexpr std::int32_t keyIterations = 4096;
 
-// Both blocks of a key are derived side by side: they share the passphrase and nothing else.
-constexpr std::size_t keyBlocks = 2;
+// The two blocks of a key are independent, so an engine can compute them in parallel.
+constexpr std::size_t blocksPerKey = 2;
 
-constexpr std::size_t lengthWord = 15; // of a message's last block; messages here are short of 2^32 bits
+constexpr std::size_t lengthWord = 15; // of the last block; the messages here are shorter than 2^32 bits
 constexpr std::uint32_t firstPaddingWord = 0x80000000;
 
-// A passphrase as an HMAC key whose two pads have been compressed: where every HMAC with it starts.
+// The chaining words after the inner and the outer pad: every HMAC with this key starts from them.
 struct HmacKey {
     Sha1Chain inner;
     Sha1Chain outer;
@@ -29,12 +29,12 @@ struct Salt {
     std::size_t ssidLength;
 };
 
-// False, with the complaint, for a passphrase that may not be hashed.
-bool acceptPassphrase(const char* passphrase)
+// Prints the error if the passphrase contains a byte that is not allowed.
+bool checkPassphrase(const char* passphrase)
 {
     for (const char* position = passphrase; *position != 0; ++position) {
-        // Read as signed: bytes from 0x80 on are negative and refused with the control characters. 127 can
-        // never be less than 32; it is the exception that the rule names.
+        // Compared as signed char: bytes from 0x80 are negative and rejected like control characters. The comparison
+        // with 127 never matters; it documents that DEL is allowed.
         const auto character = static_cast<signed char>(*position);
         if (character < 32 && character != 127) { // NOLINT(misc-redundant-expression)
             (void)std::fputs("Password error!!\n", stderr);
@@ -44,7 +44,7 @@ bool acceptPassphrase(const char* passphrase)
     return true;
 }
 
-// Puts up to 64 bytes into the block's words, with zeros behind them.
+// Fills the block with up to 64 bytes, padded with zeros.
 void setBlock(Sha1Words& words, const unsigned char* bytes, std::size_t size)
 {
     std::fill_n(words.begin(), sha1BlockSize / 4, 0U);
@@ -52,7 +52,7 @@ void setBlock(Sha1Words& words, const unsigned char* bytes, std::size_t size)
         words[i / 4] |= std::uint32_t { bytes[i] } << (24 - 8 * (i % 4));
 }
 
-// As HMAC asks, a passphrase longer than a block is replaced by its digest: here in a copy of it.
+// HMAC replaces a key longer than a block by its digest; this works on a copy.
 HmacKey prepareKey(const char* passphrase)
 {
     std::array<unsigned char, sha1BlockSize> key {};
@@ -79,11 +79,11 @@ HmacKey prepareKey(const char* passphrase)
     return { pads[0].chain, pads[1].chain };
 }
 
-// The salt of a block, as the whole message behind the inner pad.
+// Builds the message block of the first HMAC: SSID, block index and padding.
 void setSaltBlock(Sha1Words& words, const Salt& salt, std::uint32_t blockIndex)
 {
-    std::array<unsigned char, longestSsid + 5> message {};
-    std::copy_n(salt.ssid, salt.ssidLength, message.begin()); // an empty SSID may come as a null pointer
+    std::array<unsigned char, maxSsidLength + 5> message {};
+    std::copy_n(salt.ssid, salt.ssidLength, message.begin()); // an empty SSID may be a null pointer
     for (std::size_t i = 0; i < 4; ++i)
         message[salt.ssidLength + i] = static_cast<unsigned char>(blockIndex >> (24 - 8 * i));
     message[salt.ssidLength + 4] = 0x80;
@@ -91,7 +91,7 @@ void setSaltBlock(Sha1Words& words, const Salt& salt, std::uint32_t blockIndex)
     words[lengthWord] = static_cast<std::uint32_t>((sha1BlockSize + salt.ssidLength + 4) * 8);
 }
 
-// What follows a digest that is the whole message behind a pad.
+// Pads a block whose message is one digest.
 void setDigestPadding(Sha1Words& words)
 {
     std::fill(words.begin() + std::tuple_size_v<Sha1Chain>, words.begin() + lengthWord, 0U);
@@ -99,7 +99,7 @@ void setDigestPadding(Sha1Words& words)
     words[lengthWord] = (sha1BlockSize + sha1DigestSize) * 8;
 }
 
-// Hashes the digest that each lane's chain holds, behind a pad.
+// Replaces the digest in each lane by the hash of the pad and that digest.
 void hashDigests(const Sha1Engine& engine, std::span<Sha1Lane> lanes, const Sha1Chain& pad)
 {
     for (Sha1Lane& lane : lanes) {
@@ -109,8 +109,8 @@ void hashDigests(const Sha1Engine& engine, std::span<Sha1Lane> lanes, const Sha1
     engine.compress(lanes);
 }
 
-// Leaves the first HMAC of each lane's block in its chain. The engines leave blocks as they are, so that the
-// padding of a digest is set here for all the HMACs to come.
+// Computes the first HMAC of each lane. Engines do not modify the blocks, so the digest padding set here remains valid
+// for all later HMACs.
 void startBlocks(
     const Sha1Engine& engine, std::span<Sha1Lane> lanes, const HmacKey& key, const Salt& salt, std::uint32_t firstIndex)
 {
@@ -124,12 +124,12 @@ void startBlocks(
     hashDigests(engine, lanes, key.outer);
 }
 
-// Derives consecutive blocks, as many as there are sums.
+// Derives one block for each sum, starting at firstIndex.
 void deriveBlocks(
     const HmacKey& key, const Salt& salt, std::int32_t iterations, std::uint32_t firstIndex, std::span<Sha1Chain> sums)
 {
     const Sha1Engine& engine = sha1Engine();
-    std::array<Sha1Lane, keyBlocks> storage;
+    std::array<Sha1Lane, blocksPerKey> storage;
     const std::span<Sha1Lane> lanes = std::span(storage).first(sums.size());
     startBlocks(engine, lanes, key, salt, firstIndex);
     for (std::size_t i = 0; i < lanes.size(); ++i)
@@ -145,7 +145,7 @@ void deriveBlocks(
 
 Salt saltOf(const unsigned char* ssid, std::int32_t ssidLength)
 {
-    return { ssid, static_cast<std::size_t>(std::clamp(ssidLength, 0, longestSsid)) };
+    return { ssid, static_cast<std::size_t>(std::clamp(ssidLength, 0, maxSsidLength)) };
 }
 
 void writeBigEndian(const Sha1Chain& words, unsigned char* output)
@@ -159,15 +159,14 @@ void writeBigEndian(const Sha1Chain& words, unsigned char* output)
 
 int PasswordHash(const char* passphrase, const unsigned char* ssid, std::int32_t ssidLength, unsigned char* output)
 {
-    if (std::strlen(passphrase) > longestPassphrase || ssidLength > longestSsid)
+    if (std::strlen(passphrase) > maxPassphraseLength || ssidLength > maxSsidLength)
         return 0;
-    // Each of the two blocks refuses the passphrase for itself, so the complaint appears twice; the result
-    // does not tell of it, and callers go on with what their buffer held.
-    if (!acceptPassphrase(passphrase)) {
-        (void)acceptPassphrase(passphrase);
+    // The error is printed once for each block. The call still succeeds, and the caller uses what its buffer held.
+    if (!checkPassphrase(passphrase)) {
+        (void)checkPassphrase(passphrase);
         return 1;
     }
-    std::array<Sha1Chain, keyBlocks> blocks;
+    std::array<Sha1Chain, blocksPerKey> blocks;
     deriveBlocks(prepareKey(passphrase), saltOf(ssid, ssidLength), keyIterations, 1, blocks);
     writeBigEndian(blocks[0], output);
     writeBigEndian(blocks[1], output + sha1DigestSize);
@@ -177,7 +176,7 @@ int PasswordHash(const char* passphrase, const unsigned char* ssid, std::int32_t
 void F(const char* passphrase, const unsigned char* ssid, std::int32_t ssidLength, std::int32_t iterations,
     std::int32_t blockIndex, unsigned char* output)
 {
-    if (!acceptPassphrase(passphrase))
+    if (!checkPassphrase(passphrase))
         return;
     std::array<Sha1Chain, 1> block;
     deriveBlocks(

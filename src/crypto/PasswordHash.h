@@ -2,20 +2,17 @@
 
 #include <cstdint>
 
-// The pre-shared key of a passphrase, as IEEE 802.11i derives it: PBKDF2 over HMAC-SHA1 with the network's
-// SSID as the salt.
+// Derives the pre-shared key from a passphrase as IEEE 802.11i defines it: PBKDF2 over HMAC-SHA1, salted with the SSID.
 
-// Writes 40 bytes to output: the 32 bytes of the key and 8 bytes that belong to no key. Takes 4096 iterations
-// and runs to the end before it returns (milliseconds).
-//
-// Returns 0, with nothing written, for a passphrase longer than 63 bytes or an SSID longer than 32.
-// Otherwise returns 1, also for a passphrase that F refuses: output then holds what it held before.
+// Writes 40 bytes to output: the 32-byte key and 8 unused bytes. Runs 4096 iterations synchronously, which takes
+// milliseconds.
+// Returns 0 and writes nothing if the passphrase is longer than 63 bytes or the SSID longer than 32. Returns 1 in all
+// other cases, even if F rejects the passphrase; output is then unchanged.
 int PasswordHash(const char* passphrase, const unsigned char* ssid, std::int32_t ssidLength, unsigned char* output);
 
-// Block number blockIndex (the first is 1) of the same derivation: writes 20 bytes to output. Fewer than one
-// iteration counts as one. The SSID's length is taken into the range 0 to 32.
-//
-// A passphrase with a control character or a byte above 0x7F is refused: "Password error!!" goes to the
-// standard error stream and nothing is written.
+// Computes one block of the derivation (blockIndex is 1-based) and writes its 20 bytes to output. An iteration count
+// below 1 is treated as 1; the SSID length is clamped to 0 to 32.
+// Rejects a passphrase with a control character or a byte above 0x7F: prints "Password error!!" to standard error and
+// writes nothing.
 void F(const char* passphrase, const unsigned char* ssid, std::int32_t ssidLength, std::int32_t iterations,
     std::int32_t blockIndex, unsigned char* output);

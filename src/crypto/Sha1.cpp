@@ -4,7 +4,7 @@ namespace {
 
 constexpr Sha1Chain initialChain { 0x67452301, 0xEFCDAB89, 0x98BADCFE, 0x10325476, 0xC3D2E1F0 };
 constexpr std::int32_t blockSize = sha1BlockSize;
-constexpr std::int32_t lengthOffset = 56; // of the bit length in a message's last block
+constexpr std::int32_t lengthOffset = 56; // of the bit length in the last block
 
 void appendByte(Sha1Context& context, std::uint8_t byte)
 {
@@ -45,7 +45,7 @@ void A_SHAUpdate(Sha1Context& context, const unsigned char* data, std::int32_t l
 
 void A_SHAFinal(Sha1Context& context, unsigned char* digest)
 {
-    const std::uint32_t bitLengthHigh = context.bitLengthHigh; // the padding counts on
+    const std::uint32_t bitLengthHigh = context.bitLengthHigh; // saved first: the padding is counted too
     const std::uint32_t bitLengthLow = context.bitLengthLow;
     appendByte(context, 0x80);
     while (context.byteCount != lengthOffset)

@@ -16,7 +16,7 @@ template <std::uint32_t Constant> struct Parity {
     static std::uint32_t of(std::uint32_t b, std::uint32_t c, std::uint32_t d) { return b ^ c ^ d; }
 };
 
-// The two terms share no bit, so that their sum is their union; a sum lets the additions of a round overlap.
+// The terms share no bits, so + equals |; the compiler can reorder the additions of a round.
 struct Majority {
     static constexpr std::uint32_t constant = 0x8F1BBCDC;
     static std::uint32_t of(std::uint32_t b, std::uint32_t c, std::uint32_t d) { return (b & c) + (d & (b ^ c)); }
@@ -25,7 +25,7 @@ struct Majority {
 using FirstParity = Parity<0x6ED9EBA1>;
 using SecondParity = Parity<0xCA62C1D6>;
 
-// The part of the schedule that further words are computed from: the last sixteen words, in turn.
+// The last sixteen words of the message schedule, as a ring.
 using RecentWords = std::array<std::uint32_t, 16>;
 
 template <std::size_t T> [[gnu::always_inline]] inline std::uint32_t scheduleWord(RecentWords& w)
@@ -35,7 +35,7 @@ template <std::size_t T> [[gnu::always_inline]] inline std::uint32_t scheduleWor
     return w[T % 16];
 }
 
-// One round. The chaining words take turns as a to e instead of being moved: the new a is left in e.
+// One round. The caller rotates the variables instead of moving the values: the new a is stored in e.
 template <typename Function>
 [[gnu::always_inline]] inline void round(
     std::uint32_t a, std::uint32_t& b, std::uint32_t c, std::uint32_t d, std::uint32_t& e, std::uint32_t word)
@@ -64,8 +64,8 @@ template <typename Function, std::size_t T>
     fiveRounds<Function, T + 15>(chain, recent);
 }
 
-// Every index above is known to the compiler, so that it can keep both arrays in registers: this is what
-// makes it several times faster than a loop over the schedule.
+// All indices above are compile-time constants, so both arrays stay in registers; several times faster than a loop over
+// the schedule.
 void compressLane(Sha1Lane& lane)
 {
     RecentWords recent;

@@ -1,7 +1,6 @@
 #include "crypto/Sha1Engine.h"
 
-// The one file that uses instructions a processor may lack: its functions are compiled for them one by one,
-// and none is reached before the processor has said that it has them.
+// The target attribute enables the SHA instructions for single functions; they are called only after a CPUID check.
 
 #if defined(__x86_64__) || defined(__i386__)
 
@@ -15,13 +14,14 @@
 
 namespace {
 
-// The instructions hold four words in a register, the first one in its highest place.
+// The instructions expect four words in a register, the first in the highest lane.
 constexpr int reverseWords = 0x1B;
 constexpr int highestWord = 3;
 
 struct Registers {
     __m128i abcd;
-    __m128i e; // in its highest word; after four rounds the abcd from before them, which holds the next e
+    __m128i
+        e; // in the highest word; after a group of rounds this is the previous abcd, from which the next e is computed
     __m128i words0, words1, words2, words3; // the last sixteen words of the message schedule
 };
 
@@ -46,7 +46,7 @@ VANTREL_SHA_INLINE void addTo(Sha1Lane& lane, const Registers& registers)
     lane.chain[4] = static_cast<std::uint32_t>(_mm_extract_epi32(e, highestWord));
 }
 
-// Rounds 4 * Group to 4 * Group + 3; words0 holds their part of the schedule and then makes room for the next.
+// Rounds 4 * Group to 4 * Group + 3. words0 holds their schedule words; the words then shift by one register.
 template <int Group> VANTREL_SHA_INLINE void fourRounds(Registers& r)
 {
     const __m128i e = Group == 0 ? _mm_add_epi32(r.e, r.words0) : _mm_sha1nexte_epu32(r.e, r.words0);
@@ -64,7 +64,7 @@ template <int... Groups> VANTREL_SHA_INLINE void allRounds(Registers& registers,
     (fourRounds<Groups>(registers), ...);
 }
 
-// A round waits for the one before it, so that two lanes in turn take little longer than one alone.
+// Each round depends on the previous one, so interleaving two lanes takes little longer than a single lane.
 template <int... Groups>
 VANTREL_SHA_INLINE void allRounds(Registers& first, Registers& second, std::integer_sequence<int, Groups...>)
 {

@@ -4,17 +4,20 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <ostream>
 #include <span>
 #include <string>
 #include <vector>
+
+using Digest = std::array<unsigned char, sha1DigestSize>;
 
 inline void PrintTo(const Sha1Engine* engine, std::ostream* stream)
 {
     *stream << engine->name;
 }
 
-// Runs each test once with every engine that this processor can run.
+// Runs each test with every engine that this processor supports.
 class EngineTest : public testing::TestWithParam<const Sha1Engine*> {
 private:
     ForcedSha1Engine m_forced { *GetParam() };
@@ -36,6 +39,11 @@ inline std::string engineName(const testing::TestParamInfo<const Sha1Engine*>& i
 inline const unsigned char* bytesOf(const std::string& text)
 {
     return reinterpret_cast<const unsigned char*>(text.data());
+}
+
+inline unsigned char* bytesOf(std::string& text)
+{
+    return reinterpret_cast<unsigned char*>(text.data());
 }
 
 inline std::int32_t lengthOf(const std::string& text)

@@ -9,7 +9,7 @@ namespace {
 
 using TwoBytes = std::array<unsigned char, 2>;
 
-TEST(BtoH, GivesTheValueOfEveryDigitAnd255ForEveryOtherCharacter)
+TEST(BtoH, ReturnsDigitValuesAnd255ForOtherCharacters)
 {
     const std::string digits = "0123456789abcdef";
     const std::string capitals = "0123456789ABCDEF";
@@ -22,14 +22,14 @@ TEST(BtoH, GivesTheValueOfEveryDigitAnd255ForEveryOtherCharacter)
     }
 }
 
-TEST(AtoH, ReadsDigitsOfBothCases)
+TEST(AtoH, AcceptsUpperAndLowerCase)
 {
     TwoBytes bytes {};
     AtoH("0aFf", bytes.data(), 2);
     EXPECT_EQ(bytes, (TwoBytes { 0x0A, 0xFF }));
 }
 
-TEST(AtoH, LetsInvalidDigitsWrapTheByte)
+TEST(AtoH, ConvertsInvalidDigitsWithoutAnError)
 {
     TwoBytes bytes { 0, 0x77 };
     AtoH("zz", bytes.data(), 1);
@@ -40,7 +40,7 @@ TEST(AtoH, LetsInvalidDigitsWrapTheByte)
     EXPECT_EQ(bytes[0], 0x0F);
 }
 
-TEST(AtoH, WritesNothingForNoBytes)
+TEST(AtoH, WritesNothingForAByteCountOfZero)
 {
     TwoBytes bytes { 1, 2 };
     AtoH("ffff", bytes.data(), 0);
@@ -48,7 +48,7 @@ TEST(AtoH, WritesNothingForNoBytes)
     EXPECT_EQ(bytes, (TwoBytes { 1, 2 }));
 }
 
-TEST(BoundedAtoH, AgreesWithTheOtherForATextThatIsLongEnough)
+TEST(BoundedAtoH, MatchesTheUnboundedOverloadForALongEnoughText)
 {
     TwoBytes bytes {};
     AtoH(std::string_view("0aFf99"), bytes.data(), 2);
@@ -57,7 +57,7 @@ TEST(BoundedAtoH, AgreesWithTheOtherForATextThatIsLongEnough)
     EXPECT_EQ(bytes, (TwoBytes { 0xEF, 0x00 }));
 }
 
-TEST(BoundedAtoH, CountsMissingDigitsAsZero)
+TEST(BoundedAtoH, TreatsMissingDigitsAsZero)
 {
     TwoBytes bytes { 0x77, 0x77 };
     AtoH(std::string_view("a"), bytes.data(), 2);
@@ -68,7 +68,7 @@ TEST(BoundedAtoH, CountsMissingDigitsAsZero)
     EXPECT_EQ(bytes, (TwoBytes { 0x00, 0x00 }));
 }
 
-TEST(BoundedAtoH, ReadsNothingBehindTheText)
+TEST(BoundedAtoH, DoesNotReadPastTheText)
 {
     const std::string_view text = std::string_view("12345678").substr(0, 3);
     TwoBytes bytes {};

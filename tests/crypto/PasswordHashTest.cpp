@@ -11,9 +11,9 @@ namespace {
 
 constexpr std::size_t keySize = 32;
 constexpr unsigned char untouched = 0xA5;
-constexpr const char* complaint = "Password error!!\n";
+constexpr const char* errorLine = "Password error!!\n";
 
-// The 40 bytes that PasswordHash may write, with a margin that it may not.
+// The 40 bytes that PasswordHash writes and a margin to detect overruns.
 struct Output {
     Output() { bytes.fill(untouched); }
 
@@ -43,30 +43,30 @@ INSTANTIATE_TEST_SUITE_P(Engines, PasswordHashTest, testing::ValuesIn(availableE
 
 // The three test vectors of IEEE 802.11i, annex H.4.
 
-TEST_P(PasswordHashTest, AgreesWithTheFirstVectorOfTheStandard)
+TEST_P(PasswordHashTest, MatchesTheFirstVectorOfTheStandard)
 {
     Output output;
     EXPECT_EQ(hash("password", "IEEE", output), 1);
     EXPECT_EQ(output.key(), "f42c6fc52df0ebef9ebb4b90b38a5f902e83fe1b135a70e23aed762e9710a12e");
-    EXPECT_EQ(output.rest(), "4888f197a3680415"); // the end of the derivation's second block
+    EXPECT_EQ(output.rest(), "4888f197a3680415"); // the rest of block 2
     EXPECT_TRUE(output.marginIsUntouched());
 }
 
-TEST_P(PasswordHashTest, AgreesWithTheSecondVectorOfTheStandard)
+TEST_P(PasswordHashTest, MatchesTheSecondVectorOfTheStandard)
 {
     Output output;
     EXPECT_EQ(hash("ThisIsAPassword", "ThisIsASSID", output), 1);
     EXPECT_EQ(output.key(), "0dc0d6eb90555ed6419756b9a15ec3e3209b63df707dd508d14581f8982721af");
 }
 
-TEST_P(PasswordHashTest, AgreesWithTheThirdVectorOfTheStandard)
+TEST_P(PasswordHashTest, MatchesTheThirdVectorOfTheStandard)
 {
     Output output;
     EXPECT_EQ(hash(std::string(32, 'a'), std::string(32, 'Z'), output), 1);
     EXPECT_EQ(output.key(), "becb93866bb8c3832cb777c2f559807c8c59afcb6eae734885001300a981cc62");
 }
 
-TEST_P(PasswordHashTest, PutsTheFirstTwoBlocksOfFOneBehindTheOther)
+TEST_P(PasswordHashTest, ConcatenatesTheFirstTwoBlocksOfF)
 {
     Output together;
     hash("a passphrase", "network", together);
@@ -76,7 +76,7 @@ TEST_P(PasswordHashTest, PutsTheFirstTwoBlocksOfFOneBehindTheOther)
     EXPECT_EQ(together.bytes, blocks.bytes);
 }
 
-TEST(PasswordHash, RefusesAPassphraseOf64Bytes)
+TEST(PasswordHash, RejectsAPassphraseOf64Bytes)
 {
     Output output;
     EXPECT_EQ(hash(std::string(64, 'p'), "ssid", output), 0);
@@ -90,7 +90,7 @@ TEST(PasswordHash, AcceptsAPassphraseOf63Bytes)
     EXPECT_FALSE(output.isUntouched());
 }
 
-TEST(PasswordHash, AcceptsAnSsidOf32BytesAndRefusesOneOf33)
+TEST(PasswordHash, AcceptsAnSsidOf32BytesAndRejectsOneOf33)
 {
     Output accepted;
     EXPECT_EQ(hash("password", std::string(32, 's'), accepted), 1);
@@ -100,7 +100,7 @@ TEST(PasswordHash, AcceptsAnSsidOf32BytesAndRefusesOneOf33)
     EXPECT_TRUE(refused.isUntouched());
 }
 
-TEST(PasswordHash, TakesTheBlockIndexAloneAsSaltForAnEmptySsid)
+TEST(PasswordHash, AcceptsAnEmptySsid)
 {
     Output output;
     EXPECT_EQ(PasswordHash("password", nullptr, 0, output.bytes.data()), 1);
@@ -110,7 +110,7 @@ TEST(PasswordHash, TakesTheBlockIndexAloneAsSaltForAnEmptySsid)
     EXPECT_TRUE(std::equal(block.bytes.begin(), block.bytes.begin() + 20, output.bytes.begin()));
 }
 
-TEST(PasswordHash, TakesANegativeSsidLengthForAnEmptySsid)
+TEST(PasswordHash, TreatsANegativeSsidLengthAsEmpty)
 {
     Output empty;
     EXPECT_EQ(PasswordHash("password", nullptr, 0, empty.bytes.data()), 1);
@@ -119,23 +119,23 @@ TEST(PasswordHash, TakesANegativeSsidLengthForAnEmptySsid)
     EXPECT_EQ(negative.bytes, empty.bytes);
 }
 
-TEST(PasswordHash, ComplainsForEachBlockYetSucceedsForAByteItDoesNotHash)
+TEST(PasswordHash, PrintsAnErrorForEachBlockButSucceedsForAnInvalidByte)
 {
     for (const char* passphrase : { "pass\tword", "passw\xE9rd", "\x80password", "password\x1F" }) {
         Output output;
         EXPECT_EQ(standardErrorOf([&] { EXPECT_EQ(hash(passphrase, "ssid", output), 1); }),
-            std::string(complaint) + complaint);
+            std::string(errorLine) + errorLine);
         EXPECT_TRUE(output.isUntouched());
     }
 }
 
-TEST(PasswordHash, RefusesALengthBeforeItLooksAtTheCharacters)
+TEST(PasswordHash, ChecksTheLengthBeforeTheCharacters)
 {
     Output output;
     EXPECT_EQ(standardErrorOf([&] { EXPECT_EQ(hash(std::string(64, '\t'), "ssid", output), 0); }), "");
 }
 
-TEST(PasswordHash, HashesTheDeleteCharacterAndTheBlank)
+TEST(PasswordHash, AcceptsDeleteAndSpace)
 {
     for (const char* passphrase : { "pass\x7Fword", "pass word" }) {
         Output output;
@@ -144,15 +144,15 @@ TEST(PasswordHash, HashesTheDeleteCharacterAndTheBlank)
     }
 }
 
-TEST(F, ComplainsOnceAndWritesNothingForAByteItDoesNotHash)
+TEST(F, PrintsOneErrorAndWritesNothingForAnInvalidByte)
 {
     Output output;
     const auto tab = [&] { F("pass\tword", bytesOf("ssid"), 4, 4096, 1, output.bytes.data()); };
-    EXPECT_EQ(standardErrorOf(tab), complaint);
+    EXPECT_EQ(standardErrorOf(tab), errorLine);
     EXPECT_TRUE(output.isUntouched());
 }
 
-// The definition, one HMAC after the other, with the key in a buffer that may be replaced.
+// PBKDF2 written out as in its definition. hmac_sha1 may overwrite the key, so each call gets a fresh copy.
 std::string definitionOfF(
     const std::string& passphrase, const std::string& ssid, std::int32_t iterations, char blockIndex)
 {
@@ -160,19 +160,18 @@ std::string definitionOfF(
     std::array<unsigned char, 20> previous;
     std::array<unsigned char, 20> sum;
     std::string key = passphrase;
-    const auto keyBytes = [&] { return reinterpret_cast<unsigned char*>(key.data()); };
-    hmac_sha1(bytesOf(salt), lengthOf(salt), keyBytes(), lengthOf(key), previous.data());
+    hmac_sha1(bytesOf(salt), lengthOf(salt), bytesOf(key), lengthOf(key), previous.data());
     sum = previous;
     for (std::int32_t i = 1; i < iterations; ++i) {
         key = passphrase;
-        hmac_sha1(previous.data(), 20, keyBytes(), lengthOf(key), previous.data());
+        hmac_sha1(previous.data(), 20, bytesOf(key), lengthOf(key), previous.data());
         for (std::size_t byte = 0; byte < sum.size(); ++byte)
             sum[byte] ^= previous[byte];
     }
     return hexOf(sum);
 }
 
-TEST_P(PasswordHashTest, ComputesFAsItIsDefined)
+TEST_P(PasswordHashTest, FMatchesItsDefinition)
 {
     for (const std::size_t passphraseLength : { 0U, 1U, 63U, 64U, 65U, 100U })
         for (const std::size_t ssidLength : { 0U, 1U, 31U, 32U })
@@ -187,7 +186,7 @@ TEST_P(PasswordHashTest, ComputesFAsItIsDefined)
             }
 }
 
-TEST(F, TakesNoMoreThan32BytesOfTheSsid)
+TEST(F, ClampsTheSsidTo32Bytes)
 {
     const std::string ssid(40, 's');
     Output output;
@@ -209,8 +208,8 @@ std::size_t compressionsOf(void (*work)())
     return compressions;
 }
 
-// Two blocks of 4096 HMACs of two compressions, and each of the two pads once.
-TEST(PasswordHash, TakesNoMoreCompressionsThanItMust)
+// Two blocks of 4096 HMACs with two compressions each; the two pads are compressed only once.
+TEST(PasswordHash, NeedsTheMinimumNumberOfCompressions)
 {
     EXPECT_EQ(compressionsOf([] {
         Output output;
@@ -221,10 +220,10 @@ TEST(PasswordHash, TakesNoMoreCompressionsThanItMust)
         Output output;
         (void)hash(std::string(63, 'p'), std::string(32, 's'), output);
     }),
-        16386U);
+        2U * 4096 * 2 + 2);
 }
 
-TEST(F, TakesNoMoreCompressionsThanItMust)
+TEST(F, NeedsTheMinimumNumberOfCompressions)
 {
     EXPECT_EQ(compressionsOf([] {
         Output output;

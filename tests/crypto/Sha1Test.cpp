@@ -6,8 +6,6 @@
 
 namespace {
 
-using Digest = std::array<unsigned char, sha1DigestSize>;
-
 std::string digestOf(const std::string& message)
 {
     Sha1Context context;
@@ -23,18 +21,18 @@ INSTANTIATE_TEST_SUITE_P(Engines, Sha1, testing::ValuesIn(availableEngines()), e
 
 constexpr const char* digestOfAbc = "a9993e364706816aba3e25717850c26c9cd0d89d";
 
-TEST_P(Sha1, HashesTheThreeLettersOfTheStandard)
+TEST_P(Sha1, HashesAbcLikeTheStandard)
 {
     EXPECT_EQ(digestOf("abc"), digestOfAbc);
 }
 
-TEST_P(Sha1, HashesThe448BitMessageOfTheStandard)
+TEST_P(Sha1, HashesThe448BitMessageLikeTheStandard)
 {
     EXPECT_EQ(digestOf("abcdbcdecdefdefgefghfghighijhijkijkljklmklmnlmnomnopnopq"),
         "84983e441c3bd26ebaae4aa1f95129e5e54670f1");
 }
 
-TEST_P(Sha1, HashesAMillionLettersOfTheStandard)
+TEST_P(Sha1, HashesAMillionLettersLikeTheStandard)
 {
     EXPECT_EQ(digestOf(std::string(1'000'000, 'a')), "34aa973cd4c4daa4f61eeb2bdbad27316534016f");
 }
@@ -44,7 +42,7 @@ TEST_P(Sha1, HashesTheEmptyMessage)
     EXPECT_EQ(digestOf(""), "da39a3ee5e6b4b0d3255bfef95601890afd80709");
 }
 
-TEST_P(Sha1, TakesAMessageInPiecesAcrossBlocks)
+TEST_P(Sha1, AcceptsAMessageInPiecesAcrossBlocks)
 {
     const std::string message(200, 'x');
     for (const std::int32_t piece : { 1, 3, 55, 56, 63, 64, 65 }) {
@@ -58,7 +56,7 @@ TEST_P(Sha1, TakesAMessageInPiecesAcrossBlocks)
     }
 }
 
-TEST_P(Sha1, StartsAnotherMessageAfterTheDigest)
+TEST_P(Sha1, IsReadyForAnotherMessageAfterTheDigest)
 {
     Sha1Context context;
     A_SHAInit(context);
@@ -116,7 +114,7 @@ TEST(Sha1Context, CarriesTheBitLengthIntoItsHighHalf)
     EXPECT_EQ(context.bitLengthLow, 0U);
 }
 
-TEST(Sha1Context, IsClearedAsAWholeWhenInitialised)
+TEST(Sha1Context, IsFullyClearedByInit)
 {
     Sha1Context context;
     context.lane.words.fill(0xFFFFFFFF);
@@ -125,7 +123,7 @@ TEST(Sha1Context, IsClearedAsAWholeWhenInitialised)
     EXPECT_EQ(context.lane.chain, (Sha1Chain { 0x67452301, 0xEFCDAB89, 0x98BADCFE, 0x10325476, 0xC3D2E1F0 }));
 }
 
-TEST(Sha1Engine, CompressesAnyNumberOfLanesEachForItself)
+TEST(Sha1Engine, CompressesLanesIndependently)
 {
     Sha1Context start;
     A_SHAInit(start);
@@ -135,21 +133,21 @@ TEST(Sha1Engine, CompressesAnyNumberOfLanesEachForItself)
             together[i] = start.lane;
             together[i].words[i] = static_cast<std::uint32_t>(0x01234567 * (i + 1));
         }
-        auto alone = together;
+        auto single = together;
         engine->compress(together);
-        for (std::size_t i = 0; i < alone.size(); ++i) {
-            portableSha1Engine().compress({ &alone[i], 1 });
-            EXPECT_EQ(together[i].chain, alone[i].chain) << engine->name << ", lane " << i;
+        for (std::size_t i = 0; i < single.size(); ++i) {
+            portableSha1Engine().compress({ &single[i], 1 });
+            EXPECT_EQ(together[i].chain, single[i].chain) << engine->name << ", lane " << i;
         }
     }
 }
 
-TEST(Sha1Engine, IsTheProcessorsWhereThereIsOne)
+TEST(Sha1Engine, DefaultsToTheProcessorEngineIfAvailable)
 {
     EXPECT_EQ(&sha1Engine(), availableEngines().back());
 }
 
-TEST(Sha1Engine, IsTheForcedOneOnlyWhileForced)
+TEST(Sha1Engine, IsReplacedOnlyWhileForced)
 {
     const Sha1Engine& usual = sha1Engine();
     const Sha1Engine other { "other", portableSha1Engine().compress };

@@ -12,8 +12,8 @@
 #include <string>
 #include <vector>
 
-// The first byte says where the input is divided: into an HMAC key and a text, into a passphrase and an SSID.
-// The same bytes are read as hexadecimal digits as well.
+// Compares crypto with OpenSSL. The first byte selects where the input is split: into HMAC key and text, and into
+// passphrase and SSID. The second part is also converted as hexadecimal digits.
 
 namespace {
 
@@ -34,9 +34,9 @@ std::int32_t lengthOf(const Bytes& bytes)
 void compareHmac(Bytes key, const Bytes& text)
 {
     Digest theirs;
-    const unsigned char none = 0; // an empty vector's data may be null, which the library takes for no key
-    require(HMAC(EVP_sha1(), key.empty() ? &none : key.data(), lengthOf(key), text.data(), text.size(), theirs.data(),
-                nullptr)
+    const unsigned char emptyKey = 0; // OpenSSL treats a null key, the data of an empty vector, as a missing key
+    require(HMAC(EVP_sha1(), key.empty() ? &emptyKey : key.data(), lengthOf(key), text.data(), text.size(),
+                theirs.data(), nullptr)
         != nullptr);
     Digest ours;
     hmac_sha1(text.data(), lengthOf(text), key.data(), lengthOf(key), ours.data());
@@ -56,7 +56,7 @@ void compareDerivation(const Bytes& key, const Bytes& text)
     const std::string passphrase(key.begin(), key.end());
     if (!isHashable(passphrase) || text.size() > 32)
         return;
-    constexpr int iterations = 3; // few, for speed: the further ones do the same
+    constexpr int iterations = 3; // for speed; all later iterations are alike
     Digest theirs;
     require(PKCS5_PBKDF2_HMAC_SHA1(passphrase.c_str(), lengthOf(key), text.data(), lengthOf(text), iterations,
                 static_cast<int>(theirs.size()), theirs.data())
@@ -66,7 +66,7 @@ void compareDerivation(const Bytes& key, const Bytes& text)
     require(ours == theirs);
 }
 
-// What a library makes of the digits, where they are digits.
+// The digit value according to OpenSSL; 255 for invalid digits.
 unsigned char digitValue(char character)
 {
     const int value = OPENSSL_hexchar2int(static_cast<unsigned char>(character));
