@@ -8,7 +8,7 @@
 
 namespace {
 
-// Whatever lies beyond the buffer reads as zero.
+// Bytes beyond the buffer read as zero.
 template <typename Record> Record readAt(std::span<const std::byte> buffer, std::size_t offset)
 {
     Record record {};
@@ -17,15 +17,15 @@ template <typename Record> Record readAt(std::span<const std::byte> buffer, std:
     return record;
 }
 
-// The Length of the entry at this offset; 0 when it does not lie in the buffer as a whole.
+// The Length of the entry at this offset, or 0 if the entry does not fit in the buffer.
 std::size_t entryLengthAt(std::span<const std::byte> buffer, std::size_t offset)
 {
     const std::size_t length = readAt<std::uint32_t>(buffer, offset);
     return offset <= buffer.size() && length <= buffer.size() - offset ? length : 0;
 }
 
-// Where a further entry belongs. One step more than there are items: behind an honest list the last step
-// lands on the zero word and does not move.
+// The offset at which to append an entry. Takes one step more than NumberOfItems: in a well-formed list the last step
+// reaches the zero word after the list and does not move.
 std::size_t endOfList(std::span<const std::byte> list)
 {
     std::size_t offset = sizeof(NDIS_802_11_BSSID_LIST);
@@ -38,11 +38,11 @@ std::size_t endOfList(std::span<const std::byte> list)
     return offset;
 }
 
-// A count that lies can be the largest there is: wrapped, it would hide the entries that are there.
-void addToCount(std::span<std::byte> list, std::uint32_t entries)
+// Saturates: a wrong count from the driver may be at its maximum, and wrapping would hide existing entries.
+void addToCount(std::span<std::byte> list, std::uint32_t added)
 {
     const std::uint32_t count = bssidCount(list);
-    const NDIS_802_11_BSSID_LIST head { count + std::min(entries, std::numeric_limits<std::uint32_t>::max() - count) };
+    const NDIS_802_11_BSSID_LIST head { count + std::min(added, std::numeric_limits<std::uint32_t>::max() - count) };
     if (list.size() >= sizeof(head))
         std::memcpy(list.data(), &head, sizeof(head));
 }

@@ -7,26 +7,26 @@
 #include <optional>
 #include <span>
 
-// Bounded reading of a scan result (NDIS_802_11_BSSID_LIST). The driver's counts and lengths are believed for what
-// they say, yet no read or write leaves the buffer: a byte beyond its end reads as zero.
+// Bounds-checked access to a scan result (NDIS_802_11_BSSID_LIST). The driver's counts and lengths are trusted, but no
+// access leaves the buffer: bytes beyond its end read as zero.
 
-// One entry of a list, by its place in the list's buffer. Holds no copy: the buffer must outlive it unchanged.
+// A view of one entry. The buffer must outlive the view and its entries must not move.
 class BssidEntry {
 public:
     BssidEntry(std::span<std::byte> buffer, std::size_t offset);
 
-    // The fixed part, copied out.
+    // A copy of the fixed part.
     [[nodiscard]] WLAN_BSSID_EX fixedPart() const;
 
-    // The bytes from an offset within the entry up to the first zero byte, at most to the entry's end.
+    // The bytes from an offset within the entry to the first zero byte or the end of the entry.
     [[nodiscard]] std::span<const std::byte> bytesUpToZero(std::size_t offset) const;
 
-    // Integers at a byte offset within the entry, also past the entry's own Length.
+    // Integers at a byte offset from the start of the entry; the offset may exceed the entry's Length.
     [[nodiscard]] std::uint8_t byteAt(std::size_t offset) const;
     [[nodiscard]] std::uint16_t littleEndian16At(std::size_t offset) const;
     [[nodiscard]] std::uint32_t bigEndian32At(std::size_t offset) const;
 
-    // Writes into the list's buffer; a write that does not fit in whole is dropped.
+    // Writes to the list's buffer. Does nothing if the value does not fit.
     void setLittleEndian16At(std::size_t offset, std::uint16_t value);
 
 private:
@@ -34,8 +34,8 @@ private:
     std::size_t m_offset;
 };
 
-// Walks a list from its first entry by each entry's own Length. The walk ends after NumberOfItems entries, at a zero
-// Length, and at an entry that does not lie in the buffer as a whole.
+// Iterates over a list, advancing by the Length of each entry. Stops after NumberOfItems entries, at a zero Length and
+// at an entry that does not fit in the buffer.
 class BssidListWalk {
 public:
     explicit BssidListWalk(std::span<std::byte> buffer);
@@ -48,21 +48,20 @@ private:
     std::uint32_t m_remaining { 0 };
 };
 
-// The list that G_pBssidList holds; empty while there is none.
+// The list in G_pBssidList; empty before the first scan.
 [[nodiscard]] std::span<std::byte> currentBssidList();
 
-// NumberOfItems as the list states it; 0 for a buffer that cannot hold it.
+// NumberOfItems as the driver sent it; 0 if the buffer is too short to hold it.
 [[nodiscard]] std::uint32_t bssidCount(std::span<const std::byte> list);
 
-// The entry at a 0-based index; nothing when the walk ends before it.
+// The entry at a 0-based index; std::nullopt if the list ends before it.
 [[nodiscard]] std::optional<BssidEntry> bssidEntryAt(std::span<std::byte> list, std::uint32_t index);
 
 struct BssidChunkResult {
     std::uint32_t appended { 0 }; // entries
-    bool listIsFull { false }; // an entry did not fit: the list ends before it, and nothing may follow
+    bool listIsFull { false }; // an entry did not fit, so the caller must not append any more
 };
 
-// Appends the entries of a further chunk behind the last entry of the list and adds their number to the list's count,
-// which stays at its largest value instead of wrapping. An entry that is cut off by the chunk's end or would outgrow
-// the list is left out, with all that follow it.
+// Appends the entries of a chunk to the list and adds their number to the list's count, which saturates. Stops at an
+// entry that is truncated by the end of the chunk or does not fit in the list.
 [[nodiscard]] BssidChunkResult appendBssidChunk(std::span<std::byte> list, std::span<const std::byte> chunk);

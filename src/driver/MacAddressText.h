@@ -4,5 +4,5 @@
 
 #include <QString>
 
-// Six two-digit upper-case hexadecimal numbers joined by "-".
+// "00-11-22-AA-BB-CC"
 [[nodiscard]] QString macAddressText(const MacAddress& address);

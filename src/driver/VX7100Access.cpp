@@ -21,10 +21,10 @@ constexpr std::uint32_t completionMethod = 1;
 
 constexpr std::uint32_t scanTicks = 2 * ticksPerSecond;
 constexpr std::size_t listChunkSize = 4096; // bytes
-// More continuations than a full list has entries come only from a driver that never ends its list.
-constexpr std::size_t mostContinuations = std::tuple_size_v<BssidListBuffer> / sizeof(WLAN_BSSID_EX);
-// A piece without an entry may stand between others; this many in a row are a list whose end the driver does not tell.
-constexpr int mostEmptyContinuations = 8;
+// As many as a full list can have entries. A driver that sends more never ends its list.
+constexpr std::size_t maxContinuations = std::tuple_size_v<BssidListBuffer> / sizeof(WLAN_BSSID_EX);
+// A chunk may be empty, but this many in a row mean that the driver never reports the end of the list.
+constexpr int maxEmptyContinuations = 8;
 constexpr std::uint32_t cardFailedToInitialise = 1; // bit 0 of SystemErrorBitmap
 
 } // namespace
@@ -67,9 +67,9 @@ bool VX7100Access::SearchDevice()
         trace("!!!! VX7100Access - SearchDevice - Can't create a Service iterator. !!!!\n");
         return false;
     }
-    devicesMatch = 0; // the lookup consumed it
+    devicesMatch = 0; // consumed by the call above
 
-    // With several cards the last one found wins; the earlier ones are overwritten without a release.
+    // With several cards the last one wins. The handles of the others are overwritten without being released.
     int iterations = 0;
     while ((device = m_registry.IOIteratorNext(iter)) != 0) {
         if (currentDevice != 0)
@@ -81,8 +81,7 @@ bool VX7100Access::SearchDevice()
 
     if (currentDevice == 0) {
         trace("!!!! VX7100Access - SearchDevice - Couldn't find a WirelessDriver service in registry - is "
-              "the card "
-              "loaded? !!!!\n");
+              "the card loaded? !!!!\n");
         return false;
     }
     dataService = currentDevice;
@@ -94,7 +93,7 @@ bool VX7100Access::OpenConnectToDevice()
     traceEntry(className, "OpenConnectToDevice");
     if (m_registry.IOServiceOpen(dataService, connectionType, dataPort) == KERN_SUCCESS)
         return true;
-    // The message names the search although it is the open that failed: this is the wording that logs are searched for.
+    // The message names SearchDevice on purpose: people search logs for this wording.
     trace("!!!! VX7100Access - SearchDevice - Couldn't create a user client, why not? !!!!\n");
     return false;
 }
@@ -119,7 +118,7 @@ void VX7100Access::CloseConnectToDevice()
     if (dataPort != 0)
         m_registry.IOServiceClose(dataPort);
     dataPort = 0;
-    releaseObject(dataService); // the same object as currentDevice: one release for each of the two stores
+    releaseObject(dataService); // the same object as currentDevice; each copy is released
 }
 
 bool VX7100Access::OidQueryInformation(
@@ -127,14 +126,14 @@ bool VX7100Access::OidQueryInformation(
 {
     traceEntry(className, "OidQueryInformation");
     trace("**** VX7100Access - Oid = %d ****\n", static_cast<int>(Oid));
-    return performRequest(Oid, InfoBuffer, InfoBufferLen, pReturn, ReplyCapacity::WholeBuffer);
+    return performRequest(Oid, InfoBuffer, InfoBufferLen, pReturn, ReplyCapacity::BufferLength);
 }
 
 bool VX7100Access::OidSetInformation(std::uint32_t Oid, void* InfoBuffer, std::uint32_t InfoBufferLen,
     std::uint32_t* pReturn, [[maybe_unused]] std::int32_t Retry)
 {
     traceEntry(className, "OidSetInformation");
-    return performRequest(Oid | oidSetFlag, InfoBuffer, InfoBufferLen, pReturn, ReplyCapacity::AsReturnedLengthSays);
+    return performRequest(Oid | oidSetFlag, InfoBuffer, InfoBufferLen, pReturn, ReplyCapacity::ReturnedLength);
 }
 
 bool VX7100Access::performRequest(
@@ -144,11 +143,11 @@ bool VX7100Access::performRequest(
         CloseConnectToDevice();
         return false;
     }
-    if (capacity == ReplyCapacity::WholeBuffer)
+    if (capacity == ReplyCapacity::BufferLength)
         *pReturn = InfoBufferLen;
     const std::span buffer(static_cast<std::byte*>(InfoBuffer), InfoBufferLen);
     const auto result = m_registry.IOConnectMethodStructureIStructureO(dataPort, Oid, buffer, *pReturn, buffer);
-    // The driver counts a request as done only after this call, whatever became of the request.
+    // The driver expects this call after every request, even after a failed one.
     (void)m_registry.IOConnectMethodScalarIScalarO(dataPort, completionMethod);
     CloseConnectToDevice();
     return result == KERN_SUCCESS;
@@ -195,7 +194,7 @@ void VX7100Access::RescanBssidList()
     traceEntry(className, "RescanBssidList");
     std::uint32_t ignored = 0;
     std::uint32_t returned = 0;
-    // Sent as a query with the set flag: the driver expects a reply capacity of the buffer's length.
+    // A set sent as a query: the driver expects the buffer length as reply capacity.
     (void)OidQueryInformation(OID_802_11_BSSID_LIST_SCAN | oidSetFlag, &ignored, sizeof(ignored), &returned);
     m_clock.Delay(scanTicks);
 }
@@ -209,15 +208,15 @@ void VX7100Access::QueryBssidList()
 
     std::array<std::byte, listChunkSize> chunk {};
     int emptyContinuations = 0;
-    for (std::size_t continuations = 0; continuations < mostContinuations; ++continuations) {
-        returned = 0; // a card that vanishes here leaves it untouched, and that must end the list
+    for (std::size_t continuations = 0; continuations < maxContinuations; ++continuations) {
+        returned = 0; // not written if the card is removed here, and then the loop must end
         (void)OidQueryInformation(VX_OID_802_11_BSSID_LIST_NEXT, chunk.data(), listChunkSize, &returned);
         if (returned == 0)
             break;
         const auto received = std::span(chunk).first(std::min<std::size_t>(returned, chunk.size()));
         const BssidChunkResult result = appendBssidChunk(*G_pBssidList, received);
         emptyContinuations = result.appended == 0 ? emptyContinuations + 1 : 0;
-        if (result.listIsFull || emptyContinuations == mostEmptyContinuations)
+        if (result.listIsFull || emptyContinuations == maxEmptyContinuations)
             break;
     }
 }

@@ -2,6 +2,8 @@
 
 #include "platform/registry/IORegistry.h"
 
+#include <QtGlobal>
+
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -9,51 +11,50 @@
 class AlertPanels;
 class TickClock;
 
-// The adapter: the one object that reaches the driver. Main thread only; requests are strictly serial.
+// The adapter. All requests to the driver go through this class. Main thread only; requests never overlap.
 class VX7100Access {
+    Q_DISABLE_COPY_MOVE(VX7100Access)
+
 public:
     VX7100Access(IORegistry& registry, TickClock& clock, AlertPanels& alerts);
     ~VX7100Access();
-    VX7100Access(const VX7100Access&) = delete;
-    VX7100Access& operator=(const VX7100Access&) = delete;
 
-    // Finds the driver's service; the last one found is used. False when there is none. Whatever the result, what the
-    // search holds is given back by CloseConnectToDevice.
+    // Looks up the driver's service; uses the last one if there are several. Returns false if there is none. In both
+    // cases CloseConnectToDevice must be called to release the handles.
     [[nodiscard]] bool SearchDevice();
-    // Opens the user client of the service found. False when it is refused.
+    // Opens a user client of the service found.
     [[nodiscard]] bool OpenConnectToDevice();
-    // Releases everything held; harmless when nothing is.
+    // Releases all handles. May be called when there are none.
     void CloseConnectToDevice();
 
-    // One request: find, open, call, complete, close. The buffer is input and output at once. Returns whether the
-    // driver accepted the request; on false the buffer is as the caller left it, and callers clear it before a query
-    // so that a failed one reads as zeros.
-    // A query offers the whole buffer as reply capacity, whatever pReturn held; afterwards pReturn holds the bytes
-    // returned.
+    // One complete request: find, open, call, complete, close. InfoBuffer is both input and output. Returns whether the
+    // driver accepted the request. A failed request does not change the buffer, so callers clear it before a query to
+    // read zeros on failure.
+    // The reply capacity of a query is InfoBufferLen; *pReturn is only written: the number of bytes returned.
     bool OidQueryInformation(std::uint32_t Oid, void* InfoBuffer, std::uint32_t InfoBufferLen, std::uint32_t* pReturn);
-    // A set adds the set flag to the OID and offers what pReturn holds as reply capacity. Retry is not acted on: no
-    // request is ever repeated.
+    // Adds the set flag to the OID. The reply capacity is the initial value of *pReturn. Retry is ignored: requests are
+    // never repeated.
     bool OidSetInformation(
         std::uint32_t Oid, void* InfoBuffer, std::uint32_t InfoBufferLen, std::uint32_t* pReturn, std::int32_t Retry);
 
-    // Brings a freshly found card into use: checks its EEPROM, learns its bands, scans and reads the list. False, after
-    // an alert, when the card failed to initialise.
+    // Prepares a newly inserted card: checks its EEPROM and its bands, scans, and reads the list. Shows an alert and
+    // returns false if the card failed to initialise.
     bool InitCard();
-    // Sets G_bSupportAMode when the card supports 802.11a; never clears it.
+    // Sets G_bSupportAMode if the card supports 802.11a; never clears it.
     void CheckPhyMode();
     // Always true.
     bool CheckCountryRegion();
-    // Asks for a scan and waits the 2 s that it takes.
+    // Starts a scan and blocks for the 2 s that it takes.
     void RescanBssidList();
-    // Replaces G_pBssidList with the driver's list.
+    // Replaces G_pBssidList with the driver's current list.
     void QueryBssidList();
-    // dBm to a quality of 0 to 100.
+    // Converts dBm to a quality of 0 to 100.
     [[nodiscard]] static std::uint32_t ConvertRssiToSignalQuality(std::int32_t rssiDbm);
 
 private:
     enum class ReplyCapacity {
-        WholeBuffer,
-        AsReturnedLengthSays,
+        BufferLength,
+        ReturnedLength, // the initial value of *pReturn
     };
     bool performRequest(std::uint32_t Oid, void* InfoBuffer, std::uint32_t InfoBufferLen, std::uint32_t* pReturn,
         ReplyCapacity capacity);
@@ -62,7 +63,7 @@ private:
     TickClock& m_clock;
     AlertPanels& m_alerts;
 
-    // All zero when nothing is held. currentDevice and dataService are the same object, released once for each.
+    // Zero if not held. currentDevice and dataService are the same object, which is released twice.
     mach_port_t masterPort { 0 };
     CFDictionaryRef devicesMatch { 0 };
     io_object_t iter { 0 };
@@ -72,10 +73,10 @@ private:
     io_connect_t dataPort { 0 };
 };
 
-// The number of attempts that every set request names.
+// The Retry argument of all set requests.
 inline constexpr std::int32_t setRetryCount = 3;
 
-// Queries into a record of fixed size, cleared first.
+// Clears the record and queries it.
 template <typename Record> bool queryRecord(VX7100Access& adapter, std::uint32_t oid, Record& record)
 {
     record = {};
@@ -83,7 +84,7 @@ template <typename Record> bool queryRecord(VX7100Access& adapter, std::uint32_t
     return adapter.OidQueryInformation(oid, &record, sizeof(Record), &returned);
 }
 
-// Sets from a copy of the record, with no reply expected.
+// Sets a copy of the record; expects no reply.
 template <typename Record> bool setRecord(VX7100Access& adapter, std::uint32_t oid, Record record)
 {
     std::uint32_t returned = 0;

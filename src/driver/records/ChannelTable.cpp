@@ -14,7 +14,7 @@ constexpr std::array<std::int32_t, G_nChanFreqCount> channels {
 constexpr std::uint32_t frequencyKhzOf(std::int32_t channel)
 {
     const auto number = static_cast<std::uint32_t>(channel);
-    if (channel == 14) // Japan's channel 14 lies off the 5 MHz raster of the band
+    if (channel == 14) // Japan only; not on the 5 MHz grid of the band
         return 2484000;
     return channel < 14 ? 2407000 + 5000 * number : 5000000 + 5000 * number;
 }

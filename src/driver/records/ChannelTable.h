@@ -10,8 +10,8 @@ struct ChannelFreq {
 
 inline constexpr std::int32_t G_nChanFreqCount = 41;
 
-// 2.4 GHz rows first; the search for a frequency runs from the first row, and ad hoc profiles take a row by position.
+// 2.4 GHz channels first. The order matters: ad hoc profiles refer to a row by its index.
 extern const std::array<ChannelFreq, G_nChanFreqCount> ChannelFreqTable;
 
-// The channel of the first row whose frequency is exactly this one, -1 when there is none.
+// The channel of the first row with exactly this frequency; -1 if there is none.
 [[nodiscard]] std::int32_t channelOfFrequency(std::uint32_t frequencyKhz);

@@ -4,8 +4,8 @@
 #include <cstddef>
 #include <cstdint>
 
-// The 802.11 records of the driver interface, in the manner of NDIS. Integers are in host byte order; every record is
-// exactly the bytes on the wire, so all of them are packed.
+// The 802.11 records of the driver interface, modelled on NDIS. They are packed and match the wire format byte for byte;
+// integers are in host byte order.
 
 #pragma pack(push, 1)
 
@@ -13,8 +13,10 @@
 using MacAddress = std::array<std::uint8_t, 6>;
 
 struct NDIS_802_11_SSID {
-    std::uint32_t SsidLength; // valid bytes, 0 to 32
-    std::array<std::uint8_t, 32> Ssid; // not terminated; unused bytes are 0
+    static constexpr std::size_t maxLength = 32; // IEEE 802.11
+
+    std::uint32_t SsidLength; // valid bytes, 0 to maxLength
+    std::array<std::uint8_t, maxLength> Ssid; // not terminated; unused bytes are 0
 };
 static_assert(sizeof(NDIS_802_11_SSID) == 36);
 static_assert(offsetof(NDIS_802_11_SSID, SsidLength) == 0);
@@ -55,7 +57,7 @@ enum NDIS_802_11_NETWORK_TYPE : std::uint32_t {
 
 struct NDIS_802_11_NETWORK_TYPE_LIST {
     std::uint32_t NumberOfItems;
-    std::array<std::uint32_t, 4> NetworkType; // NDIS_802_11_NETWORK_TYPE; a longer list does not fit the request
+    std::array<std::uint32_t, 4> NetworkType; // NDIS_802_11_NETWORK_TYPE; the request has space for four
 };
 static_assert(sizeof(NDIS_802_11_NETWORK_TYPE_LIST) == 20);
 static_assert(offsetof(NDIS_802_11_NETWORK_TYPE_LIST, NumberOfItems) == 0);
@@ -92,9 +94,9 @@ enum NDIS_802_11_ENCRYPTION_STATUS : std::int32_t {
     Ndis802_11Encryption3KeyAbsent = 7,
 };
 
-// One network of the scan result without its variable information elements, which follow it up to Length.
+// The fixed part of one network in the scan result. Its variable information elements follow, up to Length.
 struct WLAN_BSSID_EX {
-    std::uint32_t Length; // of the whole entry: this record and the information elements
+    std::uint32_t Length; // bytes, including the information elements
     ::MacAddress MacAddress; // BSSID
     std::array<std::uint8_t, 2> Reserved;
     NDIS_802_11_SSID Ssid;
@@ -103,8 +105,8 @@ struct WLAN_BSSID_EX {
     std::uint32_t NetworkTypeInUse; // NDIS_802_11_NETWORK_TYPE
     NDIS_802_11_CONFIGURATION Configuration;
     std::int32_t InfrastructureMode; // NDIS_802_11_NETWORK_INFRASTRUCTURE
-    std::array<std::uint8_t, 16> SupportedRates; // units of 500 kbit/s, bit 7 marks a basic rate
-    std::uint32_t IELength; // bytes of information elements, the twelve fixed ones included
+    std::array<std::uint8_t, 16> SupportedRates; // units of 500 kbit/s; bit 7 marks a basic rate
+    std::uint32_t IELength; // bytes of information elements, including the 12 fixed bytes below
     std::array<std::uint8_t, 8> Timestamp;
     std::uint16_t BeaconInterval; // Kusec
     std::uint16_t Capabilities;
@@ -127,16 +129,16 @@ static_assert(offsetof(WLAN_BSSID_EX, Timestamp) == 116);
 static_assert(offsetof(WLAN_BSSID_EX, BeaconInterval) == 124);
 static_assert(offsetof(WLAN_BSSID_EX, Capabilities) == 126);
 
-// The head of a scan result; NumberOfItems entries follow back to back, each as long as its own Length says.
+// The header of a scan result. NumberOfItems entries follow back to back, each with its own Length.
 struct NDIS_802_11_BSSID_LIST {
     std::uint32_t NumberOfItems;
 };
 static_assert(sizeof(NDIS_802_11_BSSID_LIST) == 4);
 
-// The fixed part of a key record; KeyLength bytes of key material follow at offset 28.
+// The fixed part of a key record; KeyLength bytes of key material follow.
 struct NDIS_802_11_KEY {
-    std::uint32_t Length; // KeyLength + 39: the driver expects this sum, not the size of the packed record
-    std::uint32_t KeyIndex; // 0 to 3; keyIndexTransmit marks the default key
+    std::uint32_t Length; // KeyLength + 39: the driver expects this sum, not the packed size
+    std::uint32_t KeyIndex; // 0 to 3, plus keyIndexTransmit for the default key
     std::uint32_t KeyLength; // bytes
     MacAddress BSSID; // FF-FF-FF-FF-FF-FF for WEP keys
     std::array<std::uint8_t, 2> Padding;
@@ -151,7 +153,7 @@ static_assert(offsetof(NDIS_802_11_KEY, Padding) == 18);
 static_assert(offsetof(NDIS_802_11_KEY, KeyRSC) == 20);
 
 inline constexpr std::uint32_t keyIndexTransmit = 0x80000000;
-inline constexpr std::uint32_t keyRecordOverhead = 39; // what Length adds to KeyLength
+inline constexpr std::uint32_t keyRecordOverhead = 39; // Length - KeyLength
 
 struct NDIS_802_11_REMOVE_KEY {
     std::uint32_t Length; // 16
@@ -165,7 +167,7 @@ static_assert(offsetof(NDIS_802_11_REMOVE_KEY, KeyIndex) == 4);
 static_assert(offsetof(NDIS_802_11_REMOVE_KEY, BSSID) == 8);
 static_assert(offsetof(NDIS_802_11_REMOVE_KEY, Padding) == 14);
 
-// Twelve counters packed straight behind the length: the driver leaves no gap to align them.
+// The driver sends the twelve counters right after the length, without alignment padding.
 struct NDIS_802_11_STATISTICS {
     std::uint32_t Length; // 100
     std::int64_t TransmittedFragmentCount;
@@ -196,7 +198,7 @@ static_assert(offsetof(NDIS_802_11_STATISTICS, ReceivedFragmentCount) == 76);
 static_assert(offsetof(NDIS_802_11_STATISTICS, MulticastReceivedFrameCount) == 84);
 static_assert(offsetof(NDIS_802_11_STATISTICS, FCSErrorCount) == 92);
 
-// Rates in units of 500 kbit/s, 0 for an unused place.
+// Rates in units of 500 kbit/s; unused entries are 0.
 using NDIS_802_11_RATES = std::array<std::uint8_t, 8>;
 static_assert(sizeof(NDIS_802_11_RATES) == 8);
 

@@ -2,10 +2,10 @@
 
 #include <cstdint>
 
-// Every object identifier that the utility sends. Standard numbers carry their NDIS names; driver-private ones the
-// prefix VX_OID_. docs/driver-protocol.md lists each with its record, units and results.
+// All object identifiers that the utility sends. Standard ones have their NDIS names, driver-private ones the prefix
+// VX_OID_. docs/driver-protocol.md describes the record, units and results of each.
 
-// Bit 23 asks the driver to store the value instead of returning it.
+// Bit 23 makes a request a set instead of a query.
 inline constexpr std::uint32_t oidSetFlag = 0x00800000;
 
 inline constexpr std::uint32_t OID_GEN_MEDIA_CONNECT_STATUS = 0x00010114;

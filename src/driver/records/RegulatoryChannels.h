@@ -3,11 +3,11 @@
 #include <array>
 #include <cstdint>
 
-// Channels that each regulatory domain allows: reference data, which no decision consults.
+// The channels allowed in each regulatory domain. Reference data only; no code uses it for decisions.
 
 inline constexpr std::array<std::uint8_t, 11> Qv24Ghz_FCC { 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11 };
 inline constexpr std::array<std::uint8_t, 11> Qv24Ghz_IC { 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11 };
-// The spelling is part of the name.
+// The spelling is intentional.
 inline constexpr std::array<std::uint8_t, 13> Qv24Ghz_ESTI { 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13 };
 inline constexpr std::array<std::uint8_t, 2> Qv24Ghz_SPAIN { 10, 11 };
 inline constexpr std::array<std::uint8_t, 4> Qv24Ghz_FRANCE { 10, 11, 12, 13 };

@@ -3,12 +3,12 @@
 #include <cstddef>
 #include <cstdint>
 
-// The driver's private records: host byte order, exactly the bytes on the wire.
+// The driver-private records. They match the wire format byte for byte; integers are in host byte order.
 
 struct VX_802_11_STA_CONFIG {
     std::uint32_t EnableTxBurst; // 0 or 1
     std::uint32_t EnableTurboRate; // 0 or 1
-    std::uint32_t UseBGProtection; // the 802.11b/g protection choice
+    std::uint32_t UseBGProtection; // 802.11b/g protection setting
     std::uint32_t UseShortSlotTime; // 0 or 1
     std::uint32_t UseOfdmRatesIn11gAdhoc; // 0 or 1
     std::uint32_t HwRadioStatus; // hardware radio switch: 0 off
@@ -27,9 +27,9 @@ static_assert(offsetof(VX_802_11_STA_CONFIG, SystemErrorBitmap) == 28);
 
 struct VX_802_11_LINK_COUNTERS {
     std::uint32_t TxRate; // current transmit rate in units of 500 kbit/s
-    std::uint32_t ChannelQuality; // raw, the basis of the link quality figure
-    std::uint32_t TxCount; // running count of bytes sent, wraps
-    std::uint32_t RxCount; // running count of bytes received, wraps
+    std::uint32_t ChannelQuality; // raw value; the link quality is computed from it
+    std::uint32_t TxCount; // bytes sent; wraps around
+    std::uint32_t RxCount; // bytes received; wraps around
 };
 static_assert(sizeof(VX_802_11_LINK_COUNTERS) == 16);
 static_assert(offsetof(VX_802_11_LINK_COUNTERS, TxRate) == 0);
