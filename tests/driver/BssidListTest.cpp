@@ -17,19 +17,19 @@ std::vector<std::uint8_t> lastAddressBytes(Bytes& buffer)
     return result;
 }
 
-TEST(BssidListWalk, YieldsEachEntryInOrder)
+TEST(BssidListWalk, ReturnsTheEntriesInOrder)
 {
     Bytes buffer = inBuffer(bssidList({ EntryBuilder("a", 1), EntryBuilder("b", 2), EntryBuilder("c", 3) }));
     EXPECT_EQ(lastAddressBytes(buffer), (std::vector<std::uint8_t> { 1, 2, 3 }));
 }
 
-TEST(BssidListWalk, EndsAtAZeroLengthWhateverTheCountSays)
+TEST(BssidListWalk, StopsAtAZeroLengthRegardlessOfTheCount)
 {
     Bytes buffer = inBuffer(bssidList(0xFFFFFFFF, { EntryBuilder("a", 1).bytes(), EntryBuilder("b", 2).bytes() }));
     EXPECT_EQ(lastAddressBytes(buffer), (std::vector<std::uint8_t> { 1, 2 }));
 }
 
-TEST(BssidListWalk, EndsAtAnEntryThatReachesPastTheBuffer)
+TEST(BssidListWalk, StopsAtAnEntryThatExtendsPastTheBuffer)
 {
     EntryBuilder huge("b", 2);
     huge.keepLengths = true;
@@ -38,7 +38,7 @@ TEST(BssidListWalk, EndsAtAnEntryThatReachesPastTheBuffer)
     EXPECT_EQ(lastAddressBytes(buffer), (std::vector<std::uint8_t> { 1 }));
 }
 
-TEST(BssidListWalk, TakesALastEntryThatFillsTheBufferExactly)
+TEST(BssidListWalk, AcceptsALastEntryThatFillsTheBufferExactly)
 {
     Bytes list = bssidList({ EntryBuilder("a", 1), EntryBuilder("b", 2) });
     EXPECT_EQ(lastAddressBytes(list), (std::vector<std::uint8_t> { 1, 2 }));
@@ -46,7 +46,7 @@ TEST(BssidListWalk, TakesALastEntryThatFillsTheBufferExactly)
     EXPECT_EQ(lastAddressBytes(list), (std::vector<std::uint8_t> { 1 }));
 }
 
-TEST(BssidListWalk, FindsNothingInABufferTooShortForACount)
+TEST(BssidListWalk, IsEmptyForABufferTooShortForACount)
 {
     Bytes buffer = bytesOf({ 1, 0, 0 });
     EXPECT_EQ(bssidCount(buffer), 0u);
@@ -54,7 +54,7 @@ TEST(BssidListWalk, FindsNothingInABufferTooShortForACount)
     EXPECT_FALSE(BssidListWalk({}).next().has_value());
 }
 
-TEST(BssidListWalk, ReadsAShortEntryAsTheBytesThatLieThere)
+TEST(BssidListWalk, ReadsMissingFieldsOfATruncatedEntryAsZero)
 {
     EntryBuilder shortEntry("a", 7);
     shortEntry.keepLengths = true;
@@ -68,14 +68,14 @@ TEST(BssidListWalk, ReadsAShortEntryAsTheBytesThatLieThere)
     EXPECT_EQ(entry->fixedPart().Rssi, 0);
 }
 
-TEST(BssidEntryAt, CountsFromZero)
+TEST(BssidEntryAt, TakesAZeroBasedIndex)
 {
     Bytes buffer = inBuffer(bssidList({ EntryBuilder("a", 1), EntryBuilder("b", 2) }));
     EXPECT_EQ(bssidEntryAt(buffer, 1)->fixedPart().MacAddress[5], 2);
     EXPECT_FALSE(bssidEntryAt(buffer, 2).has_value());
 }
 
-TEST(BssidEntry, NameRunsOnIntoTheFollowingBytesUpToTheFirstZero)
+TEST(BssidEntry, BytesUpToZeroContinueIntoTheNextField)
 {
     EntryBuilder full("12345678901234567890123456789012");
     full.fixedPart.Privacy = 1;
@@ -86,7 +86,7 @@ TEST(BssidEntry, NameRunsOnIntoTheFollowingBytesUpToTheFirstZero)
     EXPECT_EQ(name[32], std::byte { 1 });
 }
 
-TEST(BssidEntry, NameEndsWithTheEntryWhereNoZeroFollows)
+TEST(BssidEntry, BytesUpToZeroStopAtTheEndOfTheEntry)
 {
     EntryBuilder entry;
     entry.keepLengths = true;
@@ -97,7 +97,7 @@ TEST(BssidEntry, NameEndsWithTheEntryWhereNoZeroFollows)
     EXPECT_TRUE(BssidListWalk(buffer).next()->bytesUpToZero(21).empty());
 }
 
-TEST(BssidEntry, ReadsZeroAndWritesNothingBeyondTheBuffer)
+TEST(BssidEntry, ReadsZerosAndWritesNothingPastTheBuffer)
 {
     Bytes buffer = bssidList({ EntryBuilder() });
     auto entry = *BssidListWalk(buffer).next();
@@ -110,7 +110,7 @@ TEST(BssidEntry, ReadsZeroAndWritesNothingBeyondTheBuffer)
     EXPECT_EQ(buffer, before);
 }
 
-TEST(AppendBssidChunk, PutsEntriesBehindTheLastOne)
+TEST(AppendBssidChunk, AppendsAfterTheLastEntry)
 {
     Bytes buffer = inBuffer(bssidList({ EntryBuilder("a", 1), EntryBuilder("b", 2) }));
     EXPECT_EQ(appendBssidChunk(buffer, bssidList({ EntryBuilder("c", 3), EntryBuilder("d", 4) })).appended, 2u);
@@ -118,21 +118,21 @@ TEST(AppendBssidChunk, PutsEntriesBehindTheLastOne)
     EXPECT_EQ(lastAddressBytes(buffer), (std::vector<std::uint8_t> { 1, 2, 3, 4 }));
 }
 
-TEST(AppendBssidChunk, StartsAnEmptyList)
+TEST(AppendBssidChunk, AppendsToAnEmptyList)
 {
     Bytes buffer = inBuffer({});
     EXPECT_EQ(appendBssidChunk(buffer, bssidList({ EntryBuilder("c", 3) })).appended, 1u);
     EXPECT_EQ(lastAddressBytes(buffer), (std::vector<std::uint8_t> { 3 }));
 }
 
-TEST(AppendBssidChunk, StopsAtAZeroLengthAndCountsOnlyWhatItAppended)
+TEST(AppendBssidChunk, StopsAtAZeroLengthAndCountsOnlyAppendedEntries)
 {
     Bytes buffer = inBuffer(bssidList({ EntryBuilder("a", 1) }));
     EXPECT_EQ(appendBssidChunk(buffer, inBuffer(bssidList(100, { EntryBuilder("b", 2).bytes() }), 4096)).appended, 1u);
     EXPECT_EQ(bssidCount(buffer), 2u);
 }
 
-TEST(AppendBssidChunk, LeavesOutAnEntryThatTheChunkCutsOff)
+TEST(AppendBssidChunk, SkipsAnEntryThatTheChunkTruncates)
 {
     Bytes buffer = inBuffer({});
     Bytes chunk = bssidList({ EntryBuilder("a", 1), EntryBuilder("b", 2) });
@@ -141,9 +141,9 @@ TEST(AppendBssidChunk, LeavesOutAnEntryThatTheChunkCutsOff)
     EXPECT_EQ(lastAddressBytes(buffer), (std::vector<std::uint8_t> { 1 }));
 }
 
-TEST(AppendBssidChunk, CutsAListThatOutgrowsItsBufferAtTheLastWholeEntry)
+TEST(AppendBssidChunk, KeepsOnlyWholeEntriesWhenTheListIsFull)
 {
-    // Room for exactly three entries of 128 bytes behind the count.
+    // Space for exactly three entries of 128 bytes.
     Bytes buffer = inBuffer(bssidList({ EntryBuilder("a", 1), EntryBuilder("b", 2) }), 4 + 3 * 128);
     const auto result = appendBssidChunk(buffer, bssidList({ EntryBuilder("c", 3), EntryBuilder("d", 4) }));
     EXPECT_EQ(result.appended, 1u);
@@ -152,7 +152,7 @@ TEST(AppendBssidChunk, CutsAListThatOutgrowsItsBufferAtTheLastWholeEntry)
     EXPECT_EQ(lastAddressBytes(buffer), (std::vector<std::uint8_t> { 1, 2, 3 }));
 }
 
-TEST(AppendBssidChunk, LeavesOutASmallEntryBehindOneThatDidNotFit)
+TEST(AppendBssidChunk, AppendsNothingAfterAnEntryThatDidNotFit)
 {
     EntryBuilder large("large", 2);
     large.elements.resize(200);
@@ -163,7 +163,7 @@ TEST(AppendBssidChunk, LeavesOutASmallEntryBehindOneThatDidNotFit)
     EXPECT_EQ(lastAddressBytes(buffer), (std::vector<std::uint8_t> { 1 }));
 }
 
-TEST(AppendBssidChunk, IsNotFullWhereTheLastEntryJustFits)
+TEST(AppendBssidChunk, IsNotFullIfTheLastEntryJustFits)
 {
     Bytes buffer = inBuffer(bssidList({ EntryBuilder("a", 1) }), 4 + 2 * 128);
     const auto result = appendBssidChunk(buffer, bssidList({ EntryBuilder("b", 2) }));
@@ -171,10 +171,10 @@ TEST(AppendBssidChunk, IsNotFullWhereTheLastEntryJustFits)
     EXPECT_FALSE(result.listIsFull);
 }
 
-TEST(AppendBssidChunk, NeverCountsPastTheLargestCount)
+TEST(AppendBssidChunk, SaturatesTheCount)
 {
-    for (const std::uint32_t lie : { 0xFFFFFFFFu, 0xFFFFFFFEu }) {
-        Bytes buffer = inBuffer(bssidList(lie, { EntryBuilder("a", 1).bytes() }));
+    for (const std::uint32_t wrongCount : { 0xFFFFFFFFu, 0xFFFFFFFEu }) {
+        Bytes buffer = inBuffer(bssidList(wrongCount, { EntryBuilder("a", 1).bytes() }));
         const auto chunk = bssidList({ EntryBuilder("b", 2), EntryBuilder("c", 3) });
         EXPECT_EQ(appendBssidChunk(buffer, chunk).appended, 2u);
         EXPECT_EQ(bssidCount(buffer), 0xFFFFFFFFu);

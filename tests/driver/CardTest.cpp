@@ -1,11 +1,10 @@
 #include "app/shared/SharedState.h"
 #include "driver/BssidList.h"
 #include "driver/VX7100Access.h"
-#include "driver/records/Oids.h"
 #include "tests/support/BssidListBuilder.h"
 #include "tests/support/InitialSharedState.h"
+#include "tests/support/RecordedRequests.h"
 #include "tests/support/RecordingAlertPanels.h"
-#include "tests/support/RecordingIORegistry.h"
 #include "tests/support/RecordingTickClock.h"
 
 #include <gtest/gtest.h>
@@ -14,7 +13,8 @@
 
 namespace {
 
-constexpr std::uint32_t scanRequest = OID_802_11_BSSID_LIST_SCAN | oidSetFlag;
+// A set sent through the query operation.
+const RecordedRequest scanRequest = query(asSet(OID_802_11_BSSID_LIST_SCAN), 4);
 
 class CardTest : public testing::Test {
 protected:
@@ -44,7 +44,7 @@ protected:
     void continueWith(const Bytes& bytes) { registry.answerOnce(VX_OID_802_11_BSSID_LIST_NEXT, { .bytes = bytes }); }
 };
 
-TEST_F(CardTest, InitialisationAsksScansAndReads)
+TEST_F(CardTest, InitialisationQueriesTheCardScansAndReadsTheList)
 {
     registry.answer(OID_802_11_BSSID_LIST, chunk(1, 2));
     registry.answer(OID_802_11_NETWORK_TYPES_SUPPORTED, bytesOf({ 2, 0, 0, 0, 1, 0, 0, 0, 3, 0, 0, 0 }));
@@ -54,9 +54,10 @@ TEST_F(CardTest, InitialisationAsksScansAndReads)
             dialogRunning.push_back(G_bDialogRunning);
     };
     EXPECT_TRUE(adapter.InitCard());
-    EXPECT_EQ(registry.oids(),
-        (std::vector<std::uint32_t> { VX_OID_802_11_STA_CONFIG, OID_802_11_NETWORK_TYPES_SUPPORTED, scanRequest,
-            OID_802_11_BSSID_LIST, VX_OID_802_11_BSSID_LIST_NEXT }));
+    EXPECT_EQ(recordedRequests(registry),
+        (std::vector<RecordedRequest> { query(VX_OID_802_11_STA_CONFIG, 32),
+            query(OID_802_11_NETWORK_TYPES_SUPPORTED, 20), scanRequest, query(OID_802_11_BSSID_LIST, 4096),
+            query(VX_OID_802_11_BSSID_LIST_NEXT, 4096) }));
     EXPECT_EQ(dialogRunning, (std::vector<std::uint8_t> { 0, 1, 0, 0, 0 }));
     EXPECT_EQ(clock.delays, (std::vector<std::uint32_t> { 120 }));
     EXPECT_EQ(G_bRescan, 1);
@@ -64,20 +65,7 @@ TEST_F(CardTest, InitialisationAsksScansAndReads)
     EXPECT_TRUE(alerts.alerts.empty());
 }
 
-TEST_F(CardTest, RequestsCarryTheirLengths)
-{
-    EXPECT_TRUE(adapter.InitCard());
-    std::vector<std::pair<std::size_t, std::uint32_t>> lengths;
-    for (const auto& call : registry.calls) {
-        if (call.call == RegistryCall::IOConnectMethodStructureIStructureO)
-            lengths.emplace_back(call.input.size(), call.capacity);
-    }
-    EXPECT_EQ(lengths,
-        (std::vector<std::pair<std::size_t, std::uint32_t>> {
-            { 32, 32 }, { 20, 20 }, { 4, 4 }, { 4096, 4096 }, { 4096, 4096 } }));
-}
-
-TEST_F(CardTest, FailedEepromEndsTheInitialisationWithAnAlert)
+TEST_F(CardTest, EepromErrorEndsInitialisationWithAnAlert)
 {
     Bytes configuration(32);
     configuration[28] = std::byte { 0x03 };
@@ -92,7 +80,7 @@ TEST_F(CardTest, FailedEepromEndsTheInitialisationWithAnAlert)
     EXPECT_EQ(G_pBssidList, nullptr);
 }
 
-TEST_F(CardTest, OtherErrorBitsDoNotMatter)
+TEST_F(CardTest, OtherErrorBitsAreIgnored)
 {
     Bytes configuration(32);
     configuration[28] = std::byte { 0xFE };
@@ -100,11 +88,11 @@ TEST_F(CardTest, OtherErrorBitsDoNotMatter)
     EXPECT_TRUE(adapter.InitCard());
 }
 
-TEST_F(CardTest, FiveGigahertzIsNotedAndNeverForgotten)
+TEST_F(CardTest, SupportFor80211aIsSetAndNeverCleared)
 {
     registry.answer(OID_802_11_NETWORK_TYPES_SUPPORTED, bytesOf({ 1, 0, 0, 0, 1, 0, 0, 0, 2, 0, 0, 0 }));
     adapter.CheckPhyMode();
-    EXPECT_EQ(G_bSupportAMode, 0); // the second value is not counted
+    EXPECT_EQ(G_bSupportAMode, 0); // NumberOfItems excludes the second value
     registry.answer(OID_802_11_NETWORK_TYPES_SUPPORTED, bytesOf({ 2, 0, 0, 0, 1, 0, 0, 0, 2, 0, 0, 0 }));
     adapter.CheckPhyMode();
     EXPECT_EQ(G_bSupportAMode, 1);
@@ -113,7 +101,7 @@ TEST_F(CardTest, FiveGigahertzIsNotedAndNeverForgotten)
     EXPECT_EQ(G_bSupportAMode, 1);
 }
 
-TEST_F(CardTest, LyingCountOfNetworkTypesStaysInTheBuffer)
+TEST_F(CardTest, WrongCountOfNetworkTypesDoesNotReadPastTheBuffer)
 {
     registry.answer(OID_802_11_NETWORK_TYPES_SUPPORTED,
         bytesOf({ 255, 255, 255, 255, 1, 0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0, 3, 0, 0, 0 }));
@@ -121,21 +109,20 @@ TEST_F(CardTest, LyingCountOfNetworkTypesStaysInTheBuffer)
     EXPECT_EQ(G_bSupportAMode, 0);
 }
 
-TEST_F(CardTest, CountryRegionIsAlwaysFine)
+TEST_F(CardTest, CheckCountryRegionAlwaysSucceedsWithoutARequest)
 {
     EXPECT_TRUE(adapter.CheckCountryRegion());
     EXPECT_TRUE(registry.calls.empty());
 }
 
-TEST_F(CardTest, ScanIsSentAsAQueryWithTheSetFlag)
+TEST_F(CardTest, ScanIsSentAsAQueryWithTheSetFlagAndTakesTwoSeconds)
 {
     adapter.RescanBssidList();
-    EXPECT_EQ(registry.oids(), (std::vector<std::uint32_t> { 0x0D81011A }));
-    EXPECT_EQ(registry.calls[6].capacity, 4u);
+    EXPECT_EQ(recordedRequests(registry), std::vector { scanRequest });
     EXPECT_EQ(clock.delays, (std::vector<std::uint32_t> { 120 }));
 }
 
-TEST_F(CardTest, ListInOnePieceIsTheFirstChunk)
+TEST_F(CardTest, ListWithoutContinuationsIsTheFirstChunk)
 {
     registry.answer(OID_802_11_BSSID_LIST, chunk(1, 4));
     adapter.QueryBssidList();
@@ -163,7 +150,7 @@ TEST_F(CardTest, EachQueryReplacesTheWholeList)
     EXPECT_EQ((*G_pBssidList)[4 + 128], std::byte { 0 });
 }
 
-TEST_F(CardTest, RefusedListIsEmpty)
+TEST_F(CardTest, FailedListQueryGivesAnEmptyList)
 {
     registry.fail(OID_802_11_BSSID_LIST);
     registry.fail(VX_OID_802_11_BSSID_LIST_NEXT);
@@ -172,11 +159,11 @@ TEST_F(CardTest, RefusedListIsEmpty)
     EXPECT_EQ(registry.oids().size(), 2u);
 }
 
-TEST_F(CardTest, CardThatVanishesBetweenTwoContinuationsEndsTheWalk)
+TEST_F(CardTest, CardRemovedBetweenContinuationsEndsTheList)
 {
     registry.answer(OID_802_11_BSSID_LIST, chunk(1, 2));
     registry.answerWith(VX_OID_802_11_BSSID_LIST_NEXT, [this](auto) {
-        registry.serviceCount = 0; // gone once this reply is out
+        registry.serviceCount = 0; // removed after this reply
         return RegistryAnswer { .bytes = chunk(3, 1) };
     });
     adapter.QueryBssidList();
@@ -185,25 +172,25 @@ TEST_F(CardTest, CardThatVanishesBetweenTwoContinuationsEndsTheWalk)
     EXPECT_TRUE(registry.held().empty());
 }
 
-TEST_F(CardTest, ListThatOutgrowsItsBufferIsCutAtTheLastWholeEntry)
+TEST_F(CardTest, FullListEndsWithAWholeEntry)
 {
     EntryBuilder large("net", 1);
     large.elements.resize(872); // an entry of 1000 bytes
     const Bytes fourEntries = bssidList({ large, large, large, large });
     registry.answer(OID_802_11_BSSID_LIST, fourEntries);
-    registry.answer(VX_OID_802_11_BSSID_LIST_NEXT, fourEntries); // and never an end
+    registry.answer(VX_OID_802_11_BSSID_LIST_NEXT, fourEntries); // never ends
     adapter.QueryBssidList();
-    EXPECT_EQ(listed().size(), 65u); // 65,532 bytes hold 65 of them
+    EXPECT_EQ(listed().size(), 65u); // of 1000 bytes each, in 65,532 bytes
     EXPECT_EQ(bssidCount(currentBssidList()), 65u);
 }
 
-TEST_F(CardTest, NothingFollowsTheFirstEntryThatDidNotFit)
+TEST_F(CardTest, NothingIsAppendedAfterAnEntryThatDidNotFit)
 {
     EntryBuilder large("net", 1);
     large.elements.resize(3872); // an entry of 4000 bytes
     registry.answer(OID_802_11_BSSID_LIST, bssidList({ large }));
     for (int continuation = 0; continuation < 15; ++continuation)
-        continueWith(bssidList({ large })); // leaves 1,532 bytes
+        continueWith(bssidList({ large })); // 1,532 bytes remain
     continueWith(bssidList({ large }));
     continueWith(chunk(2, 1)); // would fit
     adapter.QueryBssidList();
@@ -211,7 +198,7 @@ TEST_F(CardTest, NothingFollowsTheFirstEntryThatDidNotFit)
     EXPECT_EQ(registry.inputsOf(VX_OID_802_11_BSSID_LIST_NEXT).size(), 16u);
 }
 
-TEST_F(CardTest, ContinuationWithoutAnEntryDoesNotEndTheList)
+TEST_F(CardTest, EmptyContinuationDoesNotEndTheList)
 {
     registry.answer(OID_802_11_BSSID_LIST, chunk(1, 1));
     for (std::uint8_t number = 2; number <= 3; ++number) {
@@ -223,7 +210,7 @@ TEST_F(CardTest, ContinuationWithoutAnEntryDoesNotEndTheList)
     EXPECT_EQ(listed(), (std::vector<std::uint8_t> { 1, 2, 3 }));
 }
 
-TEST_F(CardTest, DriverThatSendsNoMoreEntriesIsLeftAfterEightContinuations)
+TEST_F(CardTest, QueryStopsAfterEightEmptyContinuations)
 {
     registry.answer(OID_802_11_BSSID_LIST, chunk(1, 1));
     registry.answer(VX_OID_802_11_BSSID_LIST_NEXT, chunk(0, 0));
@@ -232,7 +219,7 @@ TEST_F(CardTest, DriverThatSendsNoMoreEntriesIsLeftAfterEightContinuations)
     EXPECT_EQ(listed(), (std::vector<std::uint8_t> { 1 }));
 }
 
-TEST_F(CardTest, DriverThatNeverEndsItsListIsLeftAfterAsManyContinuationsAsAFullListHasEntries)
+TEST_F(CardTest, QueryStopsAfterAsManyContinuationsAsAFullListCanHaveEntries)
 {
     int continuations = 0;
     registry.answerWith(VX_OID_802_11_BSSID_LIST_NEXT,
@@ -242,34 +229,34 @@ TEST_F(CardTest, DriverThatNeverEndsItsListIsLeftAfterAsManyContinuationsAsAFull
     EXPECT_EQ(listed().size(), 64u);
 }
 
-TEST_F(CardTest, FirstPieceThatCountsTooHighHidesNothing)
+TEST_F(CardTest, TooHighCountInTheFirstChunkHidesNothing)
 {
-    Bytes liar = chunk(1, 2);
-    std::fill_n(liar.begin(), 4, std::byte { 0xFF });
-    registry.answer(OID_802_11_BSSID_LIST, liar);
+    Bytes wrongCount = chunk(1, 2);
+    std::fill_n(wrongCount.begin(), 4, std::byte { 0xFF });
+    registry.answer(OID_802_11_BSSID_LIST, wrongCount);
     continueWith(chunk(3, 2));
     adapter.QueryBssidList();
     EXPECT_EQ(listed(), (std::vector<std::uint8_t> { 1, 2, 3, 4 }));
 }
 
-TEST_F(CardTest, ReturnedLengthBeyondTheChunkIsNotBelieved)
+TEST_F(CardTest, ReturnedLengthIsClampedToTheChunk)
 {
     registry.answerOnce(VX_OID_802_11_BSSID_LIST_NEXT, { .bytes = chunk(1, 1), .returnedLength = 0xFFFFFFFF });
     adapter.QueryBssidList();
     EXPECT_EQ(listed(), (std::vector<std::uint8_t> { 1 }));
 }
 
-TEST_F(CardTest, BytesThatAContinuationDidNotReturnAreNotRead)
+TEST_F(CardTest, StaleBytesAfterAContinuationAreNotRead)
 {
     continueWith(chunk(1, 3));
-    Bytes liar = chunk(4, 1);
-    liar[0] = std::byte { 3 }; // the entries of the chunk before still lie behind this one
-    continueWith(liar);
+    Bytes wrongCount = chunk(4, 1);
+    wrongCount[0] = std::byte { 3 }; // the chunk buffer still holds entries of the previous chunk
+    continueWith(wrongCount);
     adapter.QueryBssidList();
     EXPECT_EQ(listed(), (std::vector<std::uint8_t> { 1, 2, 3, 4 }));
 }
 
-TEST(ConvertRssiToSignalQuality, FollowsItsCurveWithTheJumpBetweenTheBands)
+TEST(ConvertRssiToSignalQuality, FollowsTheCurveIncludingTheJumpBetweenItsBands)
 {
     const std::vector<std::pair<std::int32_t, std::uint32_t>> points { { 0, 100 }, { 100, 100 }, { -50, 100 },
         { -51, 99 }, { -65, 63 }, { -80, 24 }, { -81, 23 }, { -85, 13 }, { -90, 0 }, { -91, 0 }, { -2147483647, 0 } };

@@ -3,36 +3,28 @@
 #include "driver/records/ChannelTable.h"
 #include "driver/records/DisplayNames.h"
 #include "driver/records/NdisRecords.h"
-#include "driver/records/Oids.h"
 #include "driver/records/RegulatoryChannels.h"
 #include "driver/records/VxRecords.h"
 #include "tests/support/BssidListBuilder.h"
+#include "tests/support/RecordedRequests.h"
 #include "tests/support/RecordingAlertPanels.h"
-#include "tests/support/RecordingIORegistry.h"
 #include "tests/support/RecordingTickClock.h"
 
 #include <gtest/gtest.h>
 
 #include <array>
-#include <cstring>
+#include <string_view>
 #include <utility>
 #include <vector>
 
 namespace {
 
-template <typename Record> Bytes wireBytes(const Record& record)
-{
-    Bytes bytes(sizeof(record));
-    std::memcpy(bytes.data(), &record, sizeof(record));
-    return bytes;
-}
-
-TEST(ChannelFreqTable, HoldsEveryChannelInTableOrder)
+TEST(ChannelFreqTable, ContainsAllChannelsInTableOrder)
 {
     const std::vector<std::pair<std::int32_t, std::uint32_t>> expected {
         { 1, 2412000 }, { 2, 2417000 }, { 3, 2422000 }, { 4, 2427000 }, { 5, 2432000 }, { 6, 2437000 }, { 7, 2442000 },
         { 8, 2447000 }, { 9, 2452000 }, { 10, 2457000 }, { 11, 2462000 }, { 12, 2467000 }, { 13, 2472000 },
-        { 14, 2484000 }, // off the 5 MHz raster
+        { 14, 2484000 }, // not on the 5 MHz grid
         { 34, 5170000 }, { 36, 5180000 }, { 38, 5190000 }, { 40, 5200000 }, { 42, 5210000 }, { 44, 5220000 },
         { 46, 5230000 }, { 48, 5240000 }, { 52, 5260000 }, { 56, 5280000 }, { 60, 5300000 }, { 64, 5320000 },
         { 100, 5500000 }, { 104, 5520000 }, { 108, 5540000 }, { 112, 5560000 }, { 116, 5580000 }, { 120, 5600000 },
@@ -46,7 +38,7 @@ TEST(ChannelFreqTable, HoldsEveryChannelInTableOrder)
     EXPECT_EQ(table.size(), static_cast<std::size_t>(G_nChanFreqCount));
 }
 
-TEST(ChannelOfFrequency, FindsEveryRowAndNothingElse)
+TEST(ChannelOfFrequency, FindsOnlyExactFrequencies)
 {
     for (const auto& row : ChannelFreqTable)
         EXPECT_EQ(channelOfFrequency(row.frequencyKhz), row.channel);
@@ -55,26 +47,24 @@ TEST(ChannelOfFrequency, FindsEveryRowAndNothingElse)
     EXPECT_EQ(channelOfFrequency(2412), -1);
 }
 
-TEST(DisplayNames, AreEmptyForStatesThatAreNeverShown)
+template <std::size_t size> std::vector<std::string_view> displayNames(const std::array<std::string_view, size>& table)
 {
-    EXPECT_EQ(displayName(strAryEncryption, 0), "WEP");
-    EXPECT_EQ(displayName(strAryEncryption, 1), "Not Used");
-    EXPECT_EQ(displayName(strAryEncryption, 4), "TKIP");
-    EXPECT_EQ(displayName(strAryEncryption, 6), "AES");
-    for (const int status : { 2, 3, 5, 7 })
-        EXPECT_EQ(displayName(strAryEncryption, status), "");
-    EXPECT_EQ(displayName(strAryNetworkType, 0), "Ad Hoc");
-    EXPECT_EQ(displayName(strAryNetworkType, 1), "Infrastructure");
-    EXPECT_EQ(displayName(strAryNetworkType, 2), "Automatic");
-    EXPECT_EQ(displayName(strAryAuthenType, 0), "Open System");
-    EXPECT_EQ(displayName(strAryAuthenType, 1), "Shared Key");
-    EXPECT_EQ(displayName(strAryAuthenType, 2), "");
-    EXPECT_EQ(displayName(strAryAuthenType, 3), "WPA");
-    EXPECT_EQ(displayName(strAryAuthenType, 4), "WPA-PSK");
-    EXPECT_EQ(displayName(strAryAuthenType, 5), "WPA-None");
+    std::vector<std::string_view> names;
+    for (std::size_t value = 0; value < size; ++value)
+        names.push_back(displayName(table, value));
+    return names;
 }
 
-TEST(DisplayNames, AreEmptyBeyondTheTable)
+TEST(DisplayNames, AreIndexedByDriverValueAndEmptyForStatesThatAreNeverShown)
+{
+    using Names = std::vector<std::string_view>;
+    EXPECT_EQ(displayNames(strAryEncryption), (Names { "WEP", "Not Used", "", "", "TKIP", "", "AES", "" }));
+    EXPECT_EQ(displayNames(strAryNetworkType), (Names { "Ad Hoc", "Infrastructure", "Automatic" }));
+    EXPECT_EQ(
+        displayNames(strAryAuthenType), (Names { "Open System", "Shared Key", "", "WPA", "WPA-PSK", "WPA-None" }));
+}
+
+TEST(DisplayNames, AreEmptyForValuesOutsideTheTable)
 {
     EXPECT_EQ(displayName(strAryEncryption, 8), "");
     EXPECT_EQ(displayName(strAryNetworkType, -1), "");
@@ -86,7 +76,7 @@ template <std::size_t size> std::vector<int> channelsOf(const std::array<std::ui
     return { list.begin(), list.end() };
 }
 
-TEST(RegulatoryChannels, HoldTheListsOfEachDomain)
+TEST(RegulatoryChannels, MatchTheListOfEachDomain)
 {
     using Channels = std::vector<int>;
     EXPECT_EQ(channelsOf(Qv24Ghz_FCC), (Channels { 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11 }));
@@ -103,20 +93,12 @@ TEST(RegulatoryChannels, HoldTheListsOfEachDomain)
         (Channels { 36, 40, 44, 48, 52, 56, 60, 64, 100, 104, 108, 112, 116, 120, 124, 128, 132, 136, 140 }));
 }
 
-TEST(Oids, CarryTheSetFlagInBit23)
-{
-    EXPECT_EQ(OID_802_11_BSSID_LIST_SCAN | oidSetFlag, 0x0D81011Au);
-    EXPECT_EQ(VX_OID_802_11_RESET_COUNTERS | oidSetFlag, 0x0DF10103u);
-    EXPECT_EQ(OID_802_11_INFRASTRUCTURE_MODE | oidSetFlag, 0x0D810108u);
-    EXPECT_EQ(VX_OID_802_11_ADD_WPA | oidSetFlag, 0x0DF10116u);
-}
-
 TEST(MacAddressText, IsUpperCaseWithDashes)
 {
     EXPECT_EQ(macAddressText({ 0x00, 0x0A, 0xFF, 0x10, 0x9B, 0xC0 }), QStringLiteral("00-0A-FF-10-9B-C0"));
 }
 
-TEST(NdisRecords, SsidIsItsLengthThenThirtyTwoBytes)
+TEST(NdisRecords, SsidIsALengthFollowedBy32Bytes)
 {
     NDIS_802_11_SSID ssid {};
     ssid.SsidLength = 2;
@@ -127,13 +109,13 @@ TEST(NdisRecords, SsidIsItsLengthThenThirtyTwoBytes)
         'h', 'i', // Ssid
     });
     expected.resize(36);
-    EXPECT_EQ(wireBytes(ssid), expected);
+    EXPECT_EQ(bytesOfRecord(ssid), expected);
 }
 
 TEST(NdisRecords, ConfigurationIsEightWords)
 {
     const NDIS_802_11_CONFIGURATION configuration { 32, 100, 2, 2412000, { 16, 3, 4, 0x0102 } };
-    EXPECT_EQ(wireBytes(configuration),
+    EXPECT_EQ(bytesOfRecord(configuration),
         bytesOf({
             32, 0, 0, 0, // Length
             100, 0, 0, 0, // BeaconPeriod
@@ -146,10 +128,10 @@ TEST(NdisRecords, ConfigurationIsEightWords)
         }));
 }
 
-TEST(NdisRecords, NetworkTypeListIsItsCountAndFourTypes)
+TEST(NdisRecords, NetworkTypeListIsACountFollowedByFourTypes)
 {
     const NDIS_802_11_NETWORK_TYPE_LIST types { 3, { Ndis802_11DS, Ndis802_11OFDM24, Ndis802_11OFDM5, 0 } };
-    EXPECT_EQ(wireBytes(types),
+    EXPECT_EQ(bytesOfRecord(types),
         bytesOf({
             3, 0, 0, 0, // NumberOfItems
             1, 0, 0, 0, // NetworkType: 802.11b
@@ -159,7 +141,7 @@ TEST(NdisRecords, NetworkTypeListIsItsCountAndFourTypes)
         }));
 }
 
-TEST(NdisRecords, EntryOfTheListHasAFixedPartOf128Bytes)
+TEST(NdisRecords, BssidEntryHasAFixedPartOf128Bytes)
 {
     WLAN_BSSID_EX entry {};
     entry.Length = 0x0180;
@@ -196,16 +178,16 @@ TEST(NdisRecords, EntryOfTheListHasAFixedPartOf128Bytes)
             100, 0, // BeaconInterval
             0x31, 4, // Capabilities
         }));
-    EXPECT_EQ(wireBytes(entry), expected);
+    EXPECT_EQ(bytesOfRecord(entry), expected);
 }
 
-TEST(NdisRecords, KeyIsTwentyEightBytesBeforeItsMaterial)
+TEST(NdisRecords, KeyHas28BytesBeforeItsMaterial)
 {
     const NDIS_802_11_KEY key { 52, keyIndexTransmit | 1, 13, { 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF }, {},
         0x0807060504030201 };
-    EXPECT_EQ(wireBytes(key),
+    EXPECT_EQ(bytesOfRecord(key),
         bytesOf({
-            52, 0, 0, 0, // Length: the key's and 39
+            52, 0, 0, 0, // Length: KeyLength + 39
             1, 0, 0, 0x80, // KeyIndex
             13, 0, 0, 0, // KeyLength
             0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, // BSSID
@@ -214,10 +196,10 @@ TEST(NdisRecords, KeyIsTwentyEightBytesBeforeItsMaterial)
         }));
 }
 
-TEST(NdisRecords, RemoveKeyIsSixteenBytes)
+TEST(NdisRecords, RemoveKeyIs16Bytes)
 {
     const NDIS_802_11_REMOVE_KEY record { 16, 2, { 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF }, {} };
-    EXPECT_EQ(wireBytes(record),
+    EXPECT_EQ(bytesOfRecord(record),
         bytesOf({
             16, 0, 0, 0, // Length
             2, 0, 0, 0, // KeyIndex
@@ -226,13 +208,13 @@ TEST(NdisRecords, RemoveKeyIsSixteenBytes)
         }));
 }
 
-TEST(NdisRecords, StatisticsCountersFollowTheLengthWithoutAGap)
+TEST(NdisRecords, StatisticsCountersFollowTheLengthWithoutPadding)
 {
     NDIS_802_11_STATISTICS statistics {};
     statistics.Length = 100;
     statistics.TransmittedFragmentCount = 0x0102030405060708;
     statistics.FCSErrorCount = -1;
-    const Bytes bytes = wireBytes(statistics);
+    const Bytes bytes = bytesOfRecord(statistics);
     EXPECT_EQ(Bytes(bytes.begin(), bytes.begin() + 12), bytesOf({ 100, 0, 0, 0, 8, 7, 6, 5, 4, 3, 2, 1 }));
     EXPECT_EQ(Bytes(bytes.end() - 8, bytes.end()), bytesOf({ 255, 255, 255, 255, 255, 255, 255, 255 }));
 }
@@ -240,7 +222,7 @@ TEST(NdisRecords, StatisticsCountersFollowTheLengthWithoutAGap)
 TEST(VxRecords, StaConfigIsEightWordsInOrder)
 {
     const VX_802_11_STA_CONFIG configuration { 1, 2, 3, 4, 5, 6, 7, 8 };
-    const Bytes bytes = wireBytes(configuration);
+    const Bytes bytes = bytesOfRecord(configuration);
     for (std::size_t word = 0; word < 8; ++word)
         EXPECT_EQ(bytes[word * 4], static_cast<std::byte>(word + 1));
 }
@@ -248,7 +230,7 @@ TEST(VxRecords, StaConfigIsEightWordsInOrder)
 TEST(VxRecords, LinkCountersAreFourWords)
 {
     const VX_802_11_LINK_COUNTERS counters { 108, 90, 0x01020304, 0x05060708 };
-    EXPECT_EQ(wireBytes(counters),
+    EXPECT_EQ(bytesOfRecord(counters),
         bytesOf({
             108, 0, 0, 0, // TxRate
             90, 0, 0, 0, // ChannelQuality
@@ -257,46 +239,49 @@ TEST(VxRecords, LinkCountersAreFourWords)
         }));
 }
 
-// A driver that answers a query for link counters with this many bytes, 1, 2, 3 and so on.
-struct CountersAnswered {
+// The bytes 1, 2, 3 and so on.
+Bytes countingBytes(int size)
+{
+    Bytes bytes;
+    for (int number = 1; number <= size; ++number)
+        bytes.push_back(static_cast<std::byte>(number));
+    return bytes;
+}
+
+struct QueryRecord : testing::Test {
     RecordingIORegistry registry;
     RecordingTickClock clock;
     RecordingAlertPanels alerts;
     VX7100Access adapter { registry, clock, alerts };
-    std::array<VX_802_11_LINK_COUNTERS, 2> records {}; // the second must stay as it is
-    bool succeeded { false };
+    std::array<VX_802_11_LINK_COUNTERS, 2> records {}; // only the first is queried
 
-    explicit CountersAnswered(int size)
+    void queryWithReplyOf(int size)
     {
-        Bytes reply;
-        for (int number = 1; number <= size; ++number)
-            reply.push_back(static_cast<std::byte>(number));
-        registry.answer(VX_OID_802_11_LINK_COUNTERS, reply);
+        registry.answer(VX_OID_802_11_LINK_COUNTERS, countingBytes(size));
         records[0].RxCount = 0xFFFFFFFF;
-        succeeded = queryRecord(adapter, VX_OID_802_11_LINK_COUNTERS, records[0]);
+        EXPECT_TRUE(queryRecord(adapter, VX_OID_802_11_LINK_COUNTERS, records[0]));
     }
 };
 
-TEST(QueryRecord, FillsARecordFromAReplyOfItsSize)
+TEST_F(QueryRecord, FillsTheRecordFromAReplyOfItsSize)
 {
-    const CountersAnswered answered(16);
-    EXPECT_TRUE(answered.succeeded);
-    EXPECT_EQ(wireBytes(answered.records[0]), bytesOf({ 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16 }));
+    queryWithReplyOf(16);
+    EXPECT_EQ(bytesOfRecord(records[0]), countingBytes(16));
 }
 
-TEST(QueryRecord, LeavesZerosBehindAReplyThatIsOneByteShort)
+TEST_F(QueryRecord, LeavesZerosAfterAReplyThatIsOneByteShort)
 {
-    const CountersAnswered answered(15);
-    EXPECT_TRUE(answered.succeeded);
-    EXPECT_EQ(wireBytes(answered.records[0]), bytesOf({ 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 0 }));
+    queryWithReplyOf(15);
+    Bytes expected = countingBytes(15);
+    expected.push_back(std::byte { 0 });
+    EXPECT_EQ(bytesOfRecord(records[0]), expected);
 }
 
-TEST(QueryRecord, TakesNoMoreThanItsSizeOfAReplyThatIsOneByteTooLong)
+TEST_F(QueryRecord, TruncatesAReplyThatIsOneByteTooLong)
 {
-    const CountersAnswered answered(17);
-    EXPECT_TRUE(answered.succeeded);
-    EXPECT_EQ(wireBytes(answered.records[0]), bytesOf({ 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16 }));
-    EXPECT_EQ(wireBytes(answered.records[1]), Bytes(16));
+    queryWithReplyOf(17);
+    EXPECT_EQ(bytesOfRecord(records[0]), countingBytes(16));
+    EXPECT_EQ(bytesOfRecord(records[1]), Bytes(16));
 }
 
 } // namespace

@@ -1,10 +1,9 @@
 #include "driver/VX7100Access.h"
 
-#include "driver/records/Oids.h"
 #include "tests/support/BssidListBuilder.h"
 #include "tests/support/InitialSharedState.h"
+#include "tests/support/RecordedRequests.h"
 #include "tests/support/RecordingAlertPanels.h"
-#include "tests/support/RecordingIORegistry.h"
 #include "tests/support/RecordingTickClock.h"
 #include "tests/support/StandardErrorOf.h"
 
@@ -31,12 +30,12 @@ protected:
     }
 };
 
-TEST_F(VX7100AccessTest, AsksNothingOfTheDriverBeforeItIsUsed)
+TEST_F(VX7100AccessTest, MakesNoCallsOnConstruction)
 {
     EXPECT_TRUE(registry.calls.empty());
 }
 
-TEST_F(VX7100AccessTest, QueryIsOneWholeCycle)
+TEST_F(VX7100AccessTest, QueryFindsOpensCallsCompletesAndCloses)
 {
     registry.answer(OID_GEN_MEDIA_CONNECT_STATUS, bytesOf({ 1, 0, 0, 0 }));
     std::uint32_t value = 0x04030201;
@@ -57,56 +56,57 @@ TEST_F(VX7100AccessTest, QueryIsOneWholeCycle)
     EXPECT_TRUE(registry.held().empty());
 }
 
-TEST_F(VX7100AccessTest, QueryOffersTheBuffersLengthWhateverTheReturnedLengthHeld)
+TEST_F(VX7100AccessTest, ReplyCapacityOfAQueryIsTheBufferLength)
 {
     std::uint32_t value = 0;
     std::uint32_t returned = 4711;
     EXPECT_TRUE(adapter.OidQueryInformation(OID_GEN_RCV_OK, &value, sizeof(value), &returned));
-    EXPECT_EQ(registry.calls[6].capacity, 4u);
-    EXPECT_EQ(returned, 0u); // what the driver returned
+    EXPECT_EQ(recordedRequests(registry), std::vector { ::query(OID_GEN_RCV_OK, 4) });
+    EXPECT_EQ(returned, 0u); // the driver returned no bytes
 }
 
-TEST_F(VX7100AccessTest, SetAddsTheFlagAndOffersWhatTheReturnedLengthHolds)
+TEST_F(VX7100AccessTest, SetAddsTheFlagAndTakesTheReplyCapacityFromTheReturnedLength)
 {
     std::uint32_t value = 7;
     std::uint32_t returned = 2;
     EXPECT_TRUE(adapter.OidSetInformation(OID_802_11_POWER_MODE, &value, sizeof(value), &returned, 3));
-    EXPECT_EQ(registry.texts()[6], "IOConnectMethodStructureIStructureO(5, 0x0D810216, [07 00 00 00], capacity 2)");
+    EXPECT_EQ(recordedRequests(registry),
+        (std::vector<RecordedRequest> { { asSet(OID_802_11_POWER_MODE), bytesOf({ 7, 0, 0, 0 }), 2 } }));
 }
 
-TEST_F(VX7100AccessTest, SetOfAFlaggedNumberSendsTheSameNumber)
+TEST_F(VX7100AccessTest, SetOfAnOidThatAlreadyHasTheFlagSendsTheSameNumber)
 {
-    EXPECT_TRUE(setRecord(adapter, OID_802_11_ADD_KEY | oidSetFlag, std::uint32_t { 0 }));
+    EXPECT_TRUE(setRecord(adapter, asSet(OID_802_11_ADD_KEY), std::uint32_t { 0 }));
     EXPECT_TRUE(setRecord(adapter, OID_802_11_ADD_KEY, std::uint32_t { 0 }));
-    EXPECT_EQ(registry.oids(), (std::vector<std::uint32_t> { 0x0D81011D, 0x0D81011D }));
+    EXPECT_EQ(registry.oids(), std::vector(2, asSet(OID_802_11_ADD_KEY)));
 }
 
-TEST_F(VX7100AccessTest, RefusedSetIsNotRepeated)
+TEST_F(VX7100AccessTest, FailedSetIsNotRepeated)
 {
-    registry.fail(OID_802_11_POWER_MODE | oidSetFlag);
+    registry.fail(asSet(OID_802_11_POWER_MODE));
     EXPECT_FALSE(setRecord(adapter, OID_802_11_POWER_MODE, std::uint32_t { 1 }));
     EXPECT_EQ(registry.count(RegistryCall::IOConnectMethodStructureIStructureO), 1);
     EXPECT_EQ(registry.count(RegistryCall::IOConnectMethodScalarIScalarO), 1);
     EXPECT_TRUE(registry.held().empty());
 }
 
-TEST_F(VX7100AccessTest, SetNeverWritesBehindItsBuffer)
+TEST_F(VX7100AccessTest, SetDoesNotWritePastTheBuffer)
 {
     std::array<std::uint8_t, 8> memory { 1, 2, 3, 4, 5, 6, 7, 8 };
-    registry.answer(OID_802_11_POWER_MODE | oidSetFlag, bytesOf({ 9, 9, 9, 9, 9, 9, 9, 9 }));
-    std::uint32_t returned = 8; // promises more than the buffer of four has
+    registry.answer(asSet(OID_802_11_POWER_MODE), bytesOf({ 9, 9, 9, 9, 9, 9, 9, 9 }));
+    std::uint32_t returned = 8; // more than the buffer length
     EXPECT_TRUE(adapter.OidSetInformation(OID_802_11_POWER_MODE, memory.data(), 4, &returned, 3));
     EXPECT_EQ(memory, (std::array<std::uint8_t, 8> { 9, 9, 9, 9, 5, 6, 7, 8 }));
 }
 
-TEST_F(VX7100AccessTest, EmptyBufferIsARequestToo)
+TEST_F(VX7100AccessTest, RequestMayHaveAnEmptyBuffer)
 {
     std::uint32_t returned = 0;
-    EXPECT_TRUE(adapter.OidQueryInformation(VX_OID_802_11_RESET_COUNTERS | oidSetFlag, nullptr, 0, &returned));
-    EXPECT_EQ(registry.texts()[6], "IOConnectMethodStructureIStructureO(5, 0x0DF10103, [], capacity 0)");
+    EXPECT_TRUE(adapter.OidQueryInformation(asSet(VX_OID_802_11_RESET_COUNTERS), nullptr, 0, &returned));
+    EXPECT_EQ(recordedRequests(registry), std::vector { ::query(asSet(VX_OID_802_11_RESET_COUNTERS), 0) });
 }
 
-TEST_F(VX7100AccessTest, WithoutACardEveryRequestFailsAndHoldsNothing)
+TEST_F(VX7100AccessTest, RequestWithoutACardFailsAndReleasesEverything)
 {
     registry.serviceCount = 0;
     std::uint32_t value = 5;
@@ -117,7 +117,7 @@ TEST_F(VX7100AccessTest, WithoutACardEveryRequestFailsAndHoldsNothing)
     EXPECT_TRUE(registry.held().empty());
 }
 
-TEST_F(VX7100AccessTest, SearchWithoutACardLeavesNothingHeldAfterTheClose)
+TEST_F(VX7100AccessTest, SearchWithoutACardIsReleasedByTheClose)
 {
     registry.serviceCount = 0;
     EXPECT_FALSE(adapter.SearchDevice());
@@ -129,7 +129,7 @@ TEST_F(VX7100AccessTest, SearchWithoutACardLeavesNothingHeldAfterTheClose)
     EXPECT_TRUE(registry.calls.empty());
 }
 
-TEST_F(VX7100AccessTest, ClosingTwiceReleasesOnce)
+TEST_F(VX7100AccessTest, SecondCloseDoesNothing)
 {
     ASSERT_TRUE(adapter.SearchDevice());
     ASSERT_TRUE(adapter.OpenConnectToDevice());
@@ -139,7 +139,7 @@ TEST_F(VX7100AccessTest, ClosingTwiceReleasesOnce)
     EXPECT_TRUE(registry.calls.empty());
 }
 
-TEST_F(VX7100AccessTest, SearchThatFindsNoCardTellsWhatMayBeMissing)
+TEST_F(VX7100AccessTest, SearchWithoutACardIsTraced)
 {
     registry.serviceCount = 0;
     EXPECT_EQ(tracesOf([this] { EXPECT_FALSE(adapter.SearchDevice()); }),
@@ -149,7 +149,7 @@ TEST_F(VX7100AccessTest, SearchThatFindsNoCardTellsWhatMayBeMissing)
         "!!!!\n");
 }
 
-TEST_F(VX7100AccessTest, LastOfTwoCardsIsUsedAndTheConfusionIsTracedOnce)
+TEST_F(VX7100AccessTest, LastOfTwoCardsIsUsedAndTheFirstIsNotReleased)
 {
     registry.serviceCount = 2;
     EXPECT_EQ(tracesOf([this] { EXPECT_TRUE(adapter.SearchDevice()); }),
@@ -159,11 +159,10 @@ TEST_F(VX7100AccessTest, LastOfTwoCardsIsUsedAndTheConfusionIsTracedOnce)
     EXPECT_TRUE(adapter.OpenConnectToDevice());
     EXPECT_EQ(registry.calls.back().handle, 5u); // services 4 and 5
     EXPECT_EQ(tracesOf([this] { adapter.CloseConnectToDevice(); }), "#### VX7100Access - CloseConnectToDevice ####\n");
-    // The first card was overwritten without a release.
     EXPECT_EQ(registry.held(), (std::vector<std::uint32_t> { 4 }));
 }
 
-TEST_F(VX7100AccessTest, EachFailureOfTheSearchIsTracedAndReleased)
+TEST_F(VX7100AccessTest, SearchFailuresAreTracedAndReleased)
 {
     struct Failure {
         RegistryCall call;
@@ -194,7 +193,7 @@ TEST_F(VX7100AccessTest, EachFailureOfTheSearchIsTracedAndReleased)
     }
 }
 
-TEST_F(VX7100AccessTest, RefusedUserClientIsTracedUnderTheSearchsName)
+TEST_F(VX7100AccessTest, OpenFailureIsTracedAsSearchDevice)
 {
     registry.failAt(RegistryCall::IOServiceOpen);
     ASSERT_TRUE(adapter.SearchDevice());
@@ -205,7 +204,7 @@ TEST_F(VX7100AccessTest, RefusedUserClientIsTracedUnderTheSearchsName)
     EXPECT_TRUE(registry.held().empty());
 }
 
-TEST_F(VX7100AccessTest, RefusedUserClientFailsTheRequestAndHoldsNothing)
+TEST_F(VX7100AccessTest, OpenFailureFailsTheRequestAndReleasesEverything)
 {
     registry.failAt(RegistryCall::IOServiceOpen);
     std::uint32_t value = 0;
@@ -222,10 +221,10 @@ TEST_F(VX7100AccessTest, FailureOfTheCompletionCallIsIgnored)
     EXPECT_TRUE(query(OID_GEN_RCV_OK, value));
 }
 
-TEST_F(VX7100AccessTest, TracesNameTheNumberOfAQueryOnly)
+TEST_F(VX7100AccessTest, QueriesTraceTheirOidAndSetsDoNot)
 {
     std::uint32_t value = 0;
-    const std::string ofQuery = tracesOf([&] { (void)query(0x0D010217, value); });
+    const std::string ofQuery = tracesOf([&] { (void)query(OID_802_11_BSSID_LIST, value); });
     EXPECT_TRUE(ofQuery.starts_with("#### VX7100Access - OidQueryInformation ####\n"
                                     "**** VX7100Access - Oid = 218169879 ****\n"
                                     "#### VX7100Access - SearchDevice ####\n"));
@@ -255,13 +254,13 @@ TEST_F(VX7100AccessTest, OperationsTraceTheirNameFirst)
     }
 }
 
-TEST_F(VX7100AccessTest, WritesNothingUnlessDebugging)
+TEST_F(VX7100AccessTest, WritesNoTracesUnlessDebugging)
 {
     std::uint32_t value = 0;
     EXPECT_EQ(standardErrorOf([&] { (void)query(OID_GEN_RCV_OK, value); }), "");
 }
 
-TEST_F(VX7100AccessTest, DestructionClosesWhatIsHeld)
+TEST_F(VX7100AccessTest, DestructorReleasesEverything)
 {
     RecordingIORegistry fresh;
     {

@@ -1,6 +1,6 @@
-// Whatever a driver calls a scan result: appended to, walked, turned into rows and read by the connect and profile
-// paths and by the connection watch. The sanitizers see what leaves the buffer; what must hold of the results is
-// checked here.
+// Treats the input as a scan result: appends to it, iterates over it, converts it to rows and passes it to the code that
+// joins networks, proposes profiles and watches the connection. The sanitizers detect accesses outside the buffer; this
+// file checks properties of the results.
 
 #include "app/shared/SharedState.h"
 #include "driver/BssidList.h"
@@ -26,7 +26,7 @@
 
 namespace {
 
-class GoingOn final : public AssertionHandler {
+class ContinuingHandler final : public AssertionHandler {
 public:
     [[nodiscard]] bool handleFailureInMethod(const char* /*method*/, const char* /*object*/, const char* /*file*/,
         int /*lineNumber*/, const char* /*description*/) override
@@ -41,7 +41,7 @@ void require(bool condition)
         std::abort();
 }
 
-// Reads each entry as the connect and profile paths do, and returns the addresses.
+// Reads each entry like the connect and profile code. Returns the addresses.
 std::vector<QString> readEntries(std::span<std::byte> list, AssertionHandler& assertions)
 {
     std::vector<QString> addresses;
@@ -57,15 +57,15 @@ std::vector<QString> readEntries(std::span<std::byte> list, AssertionHandler& as
     return addresses;
 }
 
-// The buffer has its exact size, so that a byte beyond it is one that the sanitizer knows.
+// The vector has exactly the size of the input, so the sanitizer detects any access past its end.
 void readAll(std::vector<std::byte> list)
 {
-    GoingOn assertions;
+    ContinuingHandler assertions;
     (void)readEntries(list, assertions);
     const auto result = accessPointRows(list, assertions);
     require(result.complete);
-    // The rows rewrite the list, and an element that is cut off lets them rewrite the next entry's Length: row n is
-    // entry n of the list as it is now.
+    // Building the rows modifies the list, and after a truncated element even the Length of the next entry. The rows
+    // therefore match the list as it is now.
     const auto addresses = readEntries(list, assertions);
     require(std::equal(result.rows.begin(), result.rows.end(), addresses.begin(), addresses.end(),
         [](const AccessPoint& row, const QString& address) { return row.bssid() == address; }));
@@ -74,7 +74,7 @@ void readAll(std::vector<std::byte> list)
     require(!bssidEntryAt(list, entries).has_value());
 }
 
-// The first two bytes say how much of the input is the list before the chunk is appended.
+// The first two bytes are the length of the initial list; the remaining input is the appended chunk.
 void appendChunk(std::span<const std::byte> input)
 {
     std::vector<std::byte> list(8192);
@@ -103,7 +103,7 @@ SecuritySettings wepSettings()
     return security;
 }
 
-// The derivation refuses a tab at once, which keeps the fuzzer fast.
+// The tab makes the key derivation fail immediately, which keeps the fuzzer fast.
 SecuritySettings presharedKeySettings()
 {
     SecuritySettings security;
@@ -138,29 +138,29 @@ void joinEntries(std::vector<std::byte> list)
         const WLAN_BSSID_EX network = entry->fixedPart();
         const NetworkChoice choice { network, wpaClassOf(*entry), isHiddenNetwork(network), network.Ssid };
         joinWithWepKeys(choice);
-        if (first) // each refusal writes a line
+        if (first) // the failed derivation prints errors
             joinWithPresharedKey(choice);
     }
 }
 
-class IdleList final : public SurveyList {
+class NullSurveyList final : public SurveyList {
 public:
     void RefreshAPList() override { }
     void reloadData() override { }
 };
 
-// The place that the walk gives the access point; what the watch marks is its lowest byte.
-std::optional<std::uint32_t> placeOf(const MacAddress& bssid)
+// The index of the access point in the list. The watch stores only its low byte.
+std::optional<std::uint32_t> indexOf(const MacAddress& bssid)
 {
     BssidListWalk walk(currentBssidList());
-    for (std::uint32_t place = 0; const auto entry = walk.next(); ++place) {
+    for (std::uint32_t index = 0; const auto entry = walk.next(); ++index) {
         if (entry->fixedPart().MacAddress == bssid)
-            return place;
+            return index;
     }
     return std::nullopt;
 }
 
-// Associated with whatever address the input ends with.
+// The last bytes of the input are the address of the current access point.
 void watchLink(std::span<const std::byte> input)
 {
     MacAddress bssid {};
@@ -177,14 +177,14 @@ void watchLink(std::span<const std::byte> input)
     G_pBssidList = std::make_unique<BssidListBuffer>();
     const auto list = input.first(std::min(input.size(), G_pBssidList->size()));
     std::copy(list.begin(), list.end(), G_pBssidList->begin());
-    IdleList rows;
+    NullSurveyList rows;
     ConnectionState state;
-    state.runFlag = 1; // keeps the watch from making tasks, of which each writes four lines
+    state.runFlag = 1; // prevents the watch from queueing tasks, which print traces
     ProbeConnectStatus(state, adapter, rows);
 
-    const auto place = placeOf(bssid);
-    require(G_bRescan == (place ? 0 : 1));
-    require(G_bCurSelItem == (place ? static_cast<std::int8_t>(*place) : -1));
+    const auto index = indexOf(bssid);
+    require(G_bRescan == (index ? 0 : 1));
+    require(G_bCurSelItem == (index ? static_cast<std::int8_t>(*index) : -1));
     require(state.TimerCount == -1);
 }
 
