@@ -7,6 +7,7 @@
 #include "driver/VX7100Access.h"
 #include "driver/records/NdisRecords.h"
 #include "driver/records/Oids.h"
+#include "platform/ui/CaptionAlignment.h"
 #include "platform/ui/Images.h"
 #include "ui_AboutPage.h"
 
@@ -15,7 +16,6 @@
 #include <QFileInfo>
 
 #include <algorithm>
-#include <array>
 #include <utility>
 
 namespace {
@@ -36,12 +36,12 @@ AboutPageController::AboutPageController(
     , m_makerUrl(std::move(makerUrl))
     , m_opener(std::move(opener))
     , m_root(std::move(root))
-    , m_form(std::make_unique<Ui::AboutPage>())
+    , m_ui(std::make_unique<Ui::AboutPage>())
 {
     traceEntry(className, "init");
-    m_form->setupUi(this);
-    m_form->QuorvanePicture->setImage(imageNamed(u"QUORVANE"));
-    alignColumns();
+    m_ui->setupUi(this);
+    m_ui->QuorvanePicture->setImage(imageNamed(u"QUORVANE"));
+    alignCaptions(*this);
 }
 
 AboutPageController::~AboutPageController() = default;
@@ -49,8 +49,8 @@ AboutPageController::~AboutPageController() = default;
 void AboutPageController::awakeFromNib()
 {
     traceEntry(className, "awakeFromNib");
-    m_form->QuorvaneWWW->setToolTip(tr("Open %1 in the browser").arg(m_makerUrl.toDisplayString()));
-    connect(m_form->QuorvaneWWW, &QPushButton::clicked, this, [this] { OpenQuorvaneWeb(); });
+    m_ui->QuorvaneWWW->setToolTip(tr("Open %1 in the browser").arg(m_makerUrl.toDisplayString()));
+    connect(m_ui->QuorvaneWWW, &QPushButton::clicked, this, [this] { OpenQuorvaneWeb(); });
 }
 
 void AboutPageController::GetAllInformation()
@@ -60,18 +60,18 @@ void AboutPageController::GetAllInformation()
         return;
     const BundleInformation utility = bundleInformation(utilityInformationPath(m_root));
     const BundleInformation driver = bundleInformation(driverInformationPath(m_root));
-    m_form->QvConfigVersion->setText(utility.version);
-    m_form->QvConfigDate->setText(utility.date);
-    m_form->DriverVersion->setText(driver.version);
-    m_form->DriverDate->setText(driver.date);
+    m_ui->QvConfigVersion->setText(utility.version);
+    m_ui->QvConfigDate->setText(utility.date);
+    m_ui->DriverVersion->setText(driver.version);
+    m_ui->DriverDate->setText(driver.date);
 
     EepromVersion eeprom {};
     (void)queryRecord(Adapter, VX_OID_802_11_EEPROM_VERSION, eeprom);
-    m_form->EEPROMVersion->setText(eepromVersionText(eeprom));
+    m_ui->EEPROMVersion->setText(eepromVersionText(eeprom));
 
     MacAddress address {};
     (void)queryRecord(Adapter, OID_802_3_CURRENT_ADDRESS, address);
-    m_form->MacAddress->setText(macAddressText(address));
+    m_ui->MacAddress->setText(macAddressText(address));
 }
 
 void AboutPageController::OpenQuorvaneWeb()
@@ -80,8 +80,7 @@ void AboutPageController::OpenQuorvaneWeb()
     (void)m_opener(m_makerUrl);
 }
 
-// The notice wraps where the window is narrow. The layout's own minimum counts on few lines; the others must not be
-// cut.
+// The notice wraps in a narrow window. The minimum size of the layout includes only some of its lines.
 QSize AboutPageController::minimumSizeHint() const
 {
     const QSize size = QWidget::minimumSizeHint();
@@ -92,18 +91,5 @@ void AboutPageController::changeEvent(QEvent* event)
 {
     QWidget::changeEvent(event);
     if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
-        alignColumns();
-}
-
-// The groups are separate forms; their columns are to stand below each other all the same.
-void AboutPageController::alignColumns()
-{
-    const std::array captions { m_form->QvConfigVersionCaption, m_form->QvConfigDateCaption,
-        m_form->DriverVersionCaption, m_form->DriverDateCaption, m_form->EEPROMVersionCaption,
-        m_form->MacAddressCaption };
-    int width = 0;
-    for (const QLabel* caption : captions)
-        width = std::max(width, caption->sizeHint().width());
-    for (QLabel* caption : captions)
-        caption->setMinimumWidth(width);
+        alignCaptions(*this);
 }

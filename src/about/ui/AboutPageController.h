@@ -15,26 +15,25 @@ namespace Ui {
 class AboutPage;
 }
 
-// Hands an address to the desktop's browser; false when nothing took it.
+// Opens an address in a browser; returns false on failure.
 using UrlOpener = std::function<bool(const QUrl&)>;
 [[nodiscard]] bool openInBrowser(const QUrl& url);
 
-// The about page: versions and dates of the utility and the driver, the card's EEPROM version and MAC address, and a
-// link to the maker.
+// The about page. Shows the versions and dates of the utility and the driver, the EEPROM version and MAC address of the
+// card, and a link to the maker's web site.
 class AboutPageController final : public QWidget, public AboutPage {
     Q_OBJECT
+    Q_DISABLE_COPY_MOVE(AboutPageController)
 
 public:
-    // The adapter outlives the page. The root stands before the fixed paths of the property lists; only tests have one.
+    // The adapter must outlive the page. root is prepended to the fixed paths of the property lists, for tests.
     AboutPageController(VX7100Access& adapter, QUrl makerUrl, UrlOpener opener = openInBrowser,
         QString root = QString(), QWidget* parent = nullptr);
     ~AboutPageController() override;
-    AboutPageController(const AboutPageController&) = delete;
-    AboutPageController& operator=(const AboutPageController&) = delete;
 
     void awakeFromNib();
 
-    // Fills the page. Where the utility is not installed at its place nothing changes, and the driver is not asked.
+    // Updates all fields. Does nothing and sends no request if the utility's property list is missing.
     void GetAllInformation() override;
     void OpenQuorvaneWeb();
 
@@ -44,11 +43,9 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
-    void alignColumns();
-
     VX7100Access& Adapter;
     QUrl m_makerUrl;
     UrlOpener m_opener;
     QString m_root;
-    std::unique_ptr<Ui::AboutPage> m_form;
+    std::unique_ptr<Ui::AboutPage> m_ui;
 };

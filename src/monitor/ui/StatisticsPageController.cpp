@@ -7,18 +7,18 @@
 #include "driver/records/Oids.h"
 #include "monitor/StatisticsFigures.h"
 #include "platform/RunLoop.h"
+#include "platform/ui/CaptionAlignment.h"
 #include "ui_StatisticsPage.h"
 
 #include <QEvent>
 
-#include <algorithm>
 #include <chrono>
 
 namespace {
 
 constexpr char className[] = "StatisticsPageController";
 constexpr std::chrono::milliseconds refreshInterval { 2000 };
-constexpr int reservedDigits = 20; // of a signed 64-bit counter with its sign
+constexpr int maxCounterLength = 20; // characters of a signed 64-bit number
 
 } // namespace
 
@@ -32,8 +32,6 @@ StatisticsPageController::StatisticsPageController(VX7100Access& adapter, RunLoo
     m_ui->setupUi(this);
     m_counters = { m_ui->FTS, m_ui->FTSWR, m_ui->FTSAR, m_ui->FFTRAAA, m_ui->RFSRC, m_ui->RFFTRC, m_ui->FRS,
         m_ui->FRWCE, m_ui->FDDTO, m_ui->DFR };
-    m_captions = { m_ui->FTSCaption, m_ui->FTSWRCaption, m_ui->FTSARCaption, m_ui->FFTRAAACaption, m_ui->RFSRCCaption,
-        m_ui->RFFTRCCaption, m_ui->FRSCaption, m_ui->FRWCECaption, m_ui->FDDTOCaption, m_ui->DFRCaption };
     alignColumns();
     connect(m_ui->ResetCounter, &QPushButton::clicked, this, &StatisticsPageController::OnResetCounter);
 }
@@ -57,8 +55,8 @@ void StatisticsPageController::OnTimer()
     (void)queryRecord(Adapter, OID_802_11_STATISTICS, statistics);
     std::uint32_t framesReceived = 0;
     (void)queryRecord(Adapter, OID_GEN_RCV_OK, framesReceived);
-    std::uint32_t framesWithoutBuffer = 0;
-    (void)queryRecord(Adapter, OID_GEN_RCV_NO_BUFFER, framesWithoutBuffer);
+    std::uint32_t framesDropped = 0;
+    (void)queryRecord(Adapter, OID_GEN_RCV_NO_BUFFER, framesDropped);
 
     m_ui->FTS->setText(counterText(statistics.TransmittedFragmentCount));
     m_ui->FTSWR->setText(counterText(transmittedWithoutRetry(statistics)));
@@ -68,7 +66,7 @@ void StatisticsPageController::OnTimer()
     m_ui->RFFTRC->setText(counterText(statistics.RTSFailureCount));
     m_ui->FRS->setText(generalCounterText(framesReceived));
     m_ui->FRWCE->setText(counterText(statistics.FCSErrorCount));
-    m_ui->FDDTO->setText(generalCounterText(framesWithoutBuffer));
+    m_ui->FDDTO->setText(generalCounterText(framesDropped));
     m_ui->DFR->setText(counterText(statistics.FrameDuplicateCount));
 }
 
@@ -77,7 +75,7 @@ void StatisticsPageController::OnResetCounter()
     traceEntry(className, "OnResetCounter");
     showZeros();
     std::uint32_t returned = 0;
-    // Sent as a query that already carries the set flag: the driver takes the reset only so.
+    // A set sent as a query: the driver accepts the reset only in this form.
     (void)Adapter.OidQueryInformation(VX_OID_802_11_RESET_COUNTERS | oidSetFlag, nullptr, 0, &returned);
 }
 
@@ -94,14 +92,9 @@ void StatisticsPageController::changeEvent(QEvent* event)
         alignColumns();
 }
 
-// The two groups are separate forms; their columns are to stand below each other all the same.
 void StatisticsPageController::alignColumns()
 {
-    int captionWidth = 0;
-    for (const QLabel* caption : m_captions)
-        captionWidth = std::max(captionWidth, caption->sizeHint().width());
-    for (QLabel* caption : m_captions)
-        caption->setMinimumWidth(captionWidth);
+    alignCaptions(*this);
     for (QLabel* counter : m_counters)
-        counter->setMinimumWidth(counter->fontMetrics().horizontalAdvance(QString(reservedDigits, u'0')));
+        counter->setMinimumWidth(counter->fontMetrics().horizontalAdvance(QString(maxCounterLength, u'0')));
 }

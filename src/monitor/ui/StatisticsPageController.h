@@ -13,16 +13,16 @@ namespace Ui {
 class StatisticsPage;
 }
 
-// The statistics page: every 2 s it shows the driver's frame counters as the driver reports them, also while it is not
-// in front. It keeps no baseline of its own.
+// The statistics page. Shows the driver's frame counters every 2 s, even while another tab is in front. The counters are
+// shown as reported, without a baseline.
 class StatisticsPageController : public QWidget {
     Q_OBJECT
+    Q_DISABLE_COPY_MOVE(StatisticsPageController)
 
 public:
-    // What is passed outlives the page.
+    // The arguments must outlive the page.
     StatisticsPageController(VX7100Access& adapter, RunLoop& runLoop, QWidget* parent = nullptr);
     ~StatisticsPageController() override;
-    Q_DISABLE_COPY_MOVE(StatisticsPageController)
 
     void awakeFromNib();
     void OnTimer();
@@ -39,6 +39,5 @@ private:
     VX7100Access& Adapter;
     RunLoop& m_runLoop;
     std::unique_ptr<Timer> m_timer;
-    std::array<QLabel*, 10> m_counters {}; // in the order of the form
-    std::array<QLabel*, 10> m_captions {};
+    std::array<QLabel*, 10> m_counters {};
 };
