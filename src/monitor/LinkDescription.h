@@ -4,5 +4,5 @@
 
 #include <QString>
 
-// The newest values of the plot in words, for those who hear it instead of seeing it.
+// Describes the newest values of the plot for screen readers.
 [[nodiscard]] QString describeNewest(const LinkHistory& history);

@@ -6,9 +6,9 @@
 
 namespace {
 
-// 8 bits a byte over 2 s, in thousands.
-constexpr std::uint32_t bytesPerTickAtOneKbps = 250;
-constexpr double bestPercent = 100.0;
+// 1 kbit/s over 2 s, 8 bits per byte.
+constexpr std::uint32_t bytesPerTickPerKbps = 250;
+constexpr double maxPercent = 100.0;
 
 } // namespace
 
@@ -21,7 +21,7 @@ QString transmitRateText(std::uint32_t rateInHalfMbps)
 
 std::uint32_t throughputKbps(std::uint32_t byteCount, std::uint32_t lastByteCount)
 {
-    return (byteCount - lastByteCount) / bytesPerTickAtOneKbps;
+    return (byteCount - lastByteCount) / bytesPerTickPerKbps;
 }
 
 QString throughputText(std::uint32_t kbps)
@@ -31,8 +31,8 @@ QString throughputText(std::uint32_t kbps)
 
 std::uint32_t linkQualityPercent(std::uint32_t rawQuality, std::uint32_t lastPercent)
 {
-    // Capped before the conversion: a large raw value does not fit 32 bits any more.
-    const auto percent = static_cast<std::uint32_t>(std::min(rawQuality * 1.2 + 10.0, bestPercent));
+    // Capped before the conversion because large results do not fit in 32 bits.
+    const auto percent = static_cast<std::uint32_t>(std::min(rawQuality * 1.2 + 10.0, maxPercent));
     if (lastPercent == 0)
         return percent;
     return static_cast<std::uint32_t>((lastPercent + percent) / 2.0 + 0.5);

@@ -6,20 +6,20 @@
 
 #include <cstdint>
 
-// How the driver's link values become the figures and texts of the link status page.
+// Converts the driver's link values to the numbers and texts of the link status page.
 
 // "5.5 Mbps" or "54 Mbps" from units of 500 kbit/s.
 [[nodiscard]] QString transmitRateText(std::uint32_t rateInHalfMbps);
 
-// kbit/s over a tick of 2 s from two readings of a running byte count, which may have wrapped once between them.
-// Whole kbit/s: the remainder of the division is lost.
+// Throughput over one tick of 2 s from two readings of a byte counter, which may have wrapped around in between. Rounded
+// down to whole kbit/s.
 [[nodiscard]] std::uint32_t throughputKbps(std::uint32_t byteCount, std::uint32_t lastByteCount);
-// The figure with one decimal, which is always zero.
+// With one decimal, which is always zero.
 [[nodiscard]] QString throughputText(std::uint32_t kbps);
 
-// Percent, smoothed with the figure of the last connected tick. A last figure of 0 means that there is none yet.
-[[nodiscard]] std::uint32_t linkQualityPercent(std::uint32_t rawQuality, std::uint32_t lastPercent); // mean rounded
-[[nodiscard]] std::uint32_t signalPercent(std::uint32_t signalQuality, std::uint32_t lastPercent); // mean truncated
+// Percentages, averaged with the last value; a last value of 0 means that there is none yet.
+[[nodiscard]] std::uint32_t linkQualityPercent(std::uint32_t rawQuality, std::uint32_t lastPercent); // rounded
+[[nodiscard]] std::uint32_t signalPercent(std::uint32_t signalQuality, std::uint32_t lastPercent); // truncated
 
 enum class LinkGrade {
     Weak,
@@ -29,13 +29,13 @@ enum class LinkGrade {
 inline constexpr std::uint32_t normalAbovePercent = 40;
 inline constexpr std::uint32_t goodAbovePercent = 70;
 [[nodiscard]] LinkGrade gradeOf(std::uint32_t percent);
-// Ends with a blank: the number follows it.
+// Ends with a space because the number follows.
 [[nodiscard]] QString gradeText(LinkGrade grade);
 
 [[nodiscard]] QString percentText(std::uint32_t percent);
 [[nodiscard]] QString dBmText(std::int32_t rssiDbm);
 
-// "6 <--> 2437000 KHz". A channel of -1 shows as the unsigned number that it is in 32 bits.
+// "6 <--> 2437000 KHz". The channel is formatted as an unsigned number.
 [[nodiscard]] QString channelText(std::int32_t channel, std::uint32_t frequencyKhz);
 // "Connected <--> NAME <--> 00-11-22-33-44-55"
 [[nodiscard]] QString connectionText(const QString& networkName, const MacAddress& bssid);

@@ -4,7 +4,7 @@
 
 std::optional<std::uint32_t> plausibleKbps(std::uint32_t kbps)
 {
-    return kbps <= fastestLinkKbps ? std::optional(kbps) : std::nullopt;
+    return kbps <= maxLinkKbps ? std::optional(kbps) : std::nullopt;
 }
 
 void LinkHistory::append(const std::optional<LinkSample>& sample)
@@ -26,12 +26,12 @@ std::optional<LinkSample> LinkHistory::at(std::size_t age) const
     return m_ring[(m_next + capacity - 1 - age) % capacity];
 }
 
-std::uint32_t LinkHistory::largestThroughputKbps() const
+std::uint32_t LinkHistory::maxThroughputKbps() const
 {
-    std::uint32_t largest = 0;
+    std::uint32_t maximum = 0;
     for (const auto& sample : m_ring) {
         if (sample.has_value())
-            largest = std::max({ largest, sample->transmitKbps.value_or(0), sample->receiveKbps.value_or(0) });
+            maximum = std::max({ maximum, sample->transmitKbps.value_or(0), sample->receiveKbps.value_or(0) });
     }
-    return largest;
+    return maximum;
 }

@@ -5,44 +5,44 @@
 #include <cstdint>
 #include <optional>
 
-// The figures of one connected tick, as the link status page shows them.
+// The values of one tick with a link, as shown on the link status page.
 struct LinkSample {
     std::uint32_t linkQualityPercent; // 0 to 100
     std::uint32_t signalPercent; // 0 to 100
-    // Absent where the byte counts say nothing about this tick alone.
+    // std::nullopt if the byte counts do not cover exactly this tick.
     std::optional<std::uint32_t> transmitKbps;
     std::optional<std::uint32_t> receiveKbps;
 
     bool operator==(const LinkSample&) const = default;
 };
 
-// The rate of the fastest link the cards have (108 Mbit/s with both channels bonded). A higher throughput comes from
-// counts that the driver has restarted.
-inline constexpr std::uint32_t fastestLinkKbps = 108000;
-// The figure, or nothing where no link can have carried it.
+// The maximum link rate of the cards (108 Mbit/s with two bonded channels). A higher throughput means that the driver
+// has reset its counters.
+inline constexpr std::uint32_t maxLinkKbps = 108000;
+// Returns std::nullopt for a throughput above the maximum.
 [[nodiscard]] std::optional<std::uint32_t> plausibleKbps(std::uint32_t kbps);
 
-// The samples of the last five minutes, one a tick. A tick without a link is a gap.
+// The samples of the last five minutes, one per tick. Ticks without a link are gaps.
 class LinkHistory {
 public:
     static constexpr std::size_t capacity = 150;
     static constexpr int secondsPerSample = 2;
     static constexpr int spanSeconds = static_cast<int>(capacity) * secondsPerSample;
 
-    // Forgets the oldest sample when full.
+    // Drops the oldest sample when full.
     void append(const std::optional<LinkSample>& sample);
 
     [[nodiscard]] std::size_t size() const { return m_size; }
-    // By age in ticks: 0 is the newest. A gap, and whatever lies behind the oldest, is nullopt.
+    // The sample of this age in ticks; 0 is the newest. std::nullopt for gaps and ages beyond the oldest sample.
     [[nodiscard]] std::optional<LinkSample> at(std::size_t age) const;
-    // False when nothing but gaps is kept.
+    // False if there are only gaps.
     [[nodiscard]] bool hasSamples() const { return m_sampleCount != 0; }
-    // 0 when there is none.
-    [[nodiscard]] std::uint32_t largestThroughputKbps() const;
+    // Over both directions; 0 if there is none.
+    [[nodiscard]] std::uint32_t maxThroughputKbps() const;
 
 private:
     std::array<std::optional<LinkSample>, capacity> m_ring;
     std::size_t m_next { 0 };
-    std::size_t m_size { 0 }; // gaps included
+    std::size_t m_size { 0 }; // including gaps
     std::size_t m_sampleCount { 0 };
 };

@@ -10,8 +10,8 @@
 
 namespace {
 
-constexpr int preferredWidthInCharacters = 24;
-constexpr int smallestWidthInCharacters = 8;
+constexpr int preferredWidth = 24; // characters
+constexpr int minWidth = 8; // characters
 constexpr double outlineWeight = 0.45;
 constexpr double markWeight = 0.8;
 
@@ -26,12 +26,12 @@ LevelIndicator::LevelIndicator(QWidget* parent)
 
 QSize LevelIndicator::sizeHint() const
 {
-    return { fontMetrics().averageCharWidth() * preferredWidthInCharacters, fontMetrics().height() };
+    return { fontMetrics().averageCharWidth() * preferredWidth, fontMetrics().height() };
 }
 
 QSize LevelIndicator::minimumSizeHint() const
 {
-    return { fontMetrics().averageCharWidth() * smallestWidthInCharacters, fontMetrics().height() };
+    return { fontMetrics().averageCharWidth() * minWidth, fontMetrics().height() };
 }
 
 void LevelIndicator::paintEvent([[maybe_unused]] QPaintEvent* event)

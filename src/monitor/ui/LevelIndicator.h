@@ -2,8 +2,8 @@
 
 #include <QProgressBar>
 
-// A bar of 0 to 100 percent in the colour of its grade, with marks where the grades begin. The grade is also shown as
-// text beside it by the page. Value and range are those of a progress bar, also for assistive technology.
+// A bar in the colour of its grade, with marks at the grade thresholds. Screen readers see a progress bar. Because colour
+// must not be the only indication, the page also shows the grade as text.
 class LevelIndicator : public QProgressBar {
     Q_OBJECT
 

@@ -21,8 +21,7 @@ struct ColourPair {
     QRgb onDark;
 };
 
-// One decision for all colours of a background, so that light and dark ones never mix: whether black stands out more
-// from it than white.
+// All colours depend on the same test (does black or white have more contrast?), so light and dark variants never mix.
 QColor forBase(const ColourPair& pair, const QColor& base)
 {
     const bool baseIsLight = contrastRatio(base, QColorConstants::Black) > contrastRatio(base, QColorConstants::White);

@@ -12,15 +12,13 @@ enum class LinkSeries {
     Receive,
 };
 
-// Of two opaque colours, 1 to 21, as WCAG 2.1 defines it.
+// The contrast ratio of two opaque colours as defined by WCAG 2.1, from 1 to 21.
 [[nodiscard]] double contrastRatio(const QColor& one, const QColor& other);
 
-// What WCAG 2.1 asks of a graphic that carries meaning.
-inline constexpr double sufficientContrast = 3.0;
-
-// The colours for a background: darker ones for a light base, lighter ones for a dark base.
+// Dark colours for a light base, light colours for a dark base. The contrast is at least 3, which WCAG 2.1 requires for
+// meaningful graphics.
 [[nodiscard]] QColor seriesColour(LinkSeries series, const QColor& base);
 [[nodiscard]] QColor gradeColour(LinkGrade grade, const QColor& base);
 
-// A colour between two: weight 0 is the first, 1 the second.
+// Interpolates between two colours: weight 0 is the first, 1 the second.
 [[nodiscard]] QColor blend(const QColor& first, const QColor& second, double weight);

@@ -11,8 +11,8 @@
 
 namespace {
 
-constexpr QSize preferredSizeInCharacters { 64, 14 };
-constexpr QSize smallestSizeInCharacters { 32, 9 };
+constexpr QSize preferredSize { 64, 14 }; // characters
+constexpr QSize minSize { 32, 9 }; // characters
 constexpr int spanMinutes = LinkHistory::spanSeconds / 60;
 constexpr double samplesPerMinute = 60.0 / LinkHistory::secondsPerSample;
 constexpr double gridWeight = 0.18;
@@ -46,9 +46,11 @@ QPen penOf(LinkSeries series, const QColor& base, const QFontMetrics& metrics)
     return pen;
 }
 
-// The end mark of a curve: disc, square, triangle or diamond.
-void drawMark(QPainter& painter, LinkSeries series, const QPointF& centre, double radius)
+// The end mark of a curve: a disc, square, triangle or diamond.
+void drawMark(QPainter& painter, LinkSeries series, const QColor& colour, const QPointF& centre, double radius)
 {
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(colour);
     const auto at = [&centre, radius](double x, double y) { return centre + QPointF(x * radius, y * radius); };
     switch (series) {
     case LinkSeries::LinkQuality:
@@ -71,11 +73,15 @@ double markRadius(const QFontMetrics& metrics)
     return metrics.height() / 5.0;
 }
 
-void drawFilledMark(QPainter& painter, LinkSeries series, const QPen& pen, const QPointF& centre, double radius)
+QSize sizeInPixels(const QSize& characters, const QFontMetrics& metrics)
 {
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(pen.color());
-    drawMark(painter, series, centre, radius);
+    return { metrics.averageCharWidth() * characters.width(), metrics.height() * characters.height() };
+}
+
+// Share of the plot's height.
+double heightOfLine(std::uint32_t line)
+{
+    return line / static_cast<double>(ThroughputScale::divisions);
 }
 
 } // namespace
@@ -97,32 +103,30 @@ LinkPlot::LinkPlot(QWidget* parent)
 
 void LinkPlot::append(const std::optional<LinkSample>& sample)
 {
-    const bool wasBlank = !m_history.hasSamples();
+    const bool wasEmpty = !m_history.hasSamples();
     m_history.append(sample);
     const QString description = describeNewest(m_history);
     if (accessibleDescription() != description)
         setAccessibleDescription(description);
-    // Without a card nothing moves, and nothing needs painting.
-    if (!wasBlank || m_history.hasSamples())
+    // An empty plot does not change.
+    if (!wasEmpty || m_history.hasSamples())
         update();
 }
 
 QSize LinkPlot::sizeHint() const
 {
-    return { fontMetrics().averageCharWidth() * preferredSizeInCharacters.width(),
-        fontMetrics().height() * preferredSizeInCharacters.height() };
+    return sizeInPixels(preferredSize, fontMetrics());
 }
 
 QSize LinkPlot::minimumSizeHint() const
 {
-    return { fontMetrics().averageCharWidth() * smallestSizeInCharacters.width(),
-        fontMetrics().height() * smallestSizeInCharacters.height() };
+    return sizeInPixels(minSize, fontMetrics());
 }
 
 void LinkPlot::paintEvent(QPaintEvent* event)
 {
     QFrame::paintEvent(event);
-    const ThroughputScale scale = throughputScale(m_history.largestThroughputKbps());
+    const ThroughputScale scale = throughputScale(m_history.maxThroughputKbps());
     const LinkPlotGeometry geometry(contentsRect(), fontMetrics(), scale);
     QPainter painter(this);
     drawGrid(painter, geometry);
@@ -135,8 +139,8 @@ void LinkPlot::paintEvent(QPaintEvent* event)
         return;
     }
     painter.setPen(palette().color(QPalette::Text));
-    painter.drawText(geometry.area, Qt::AlignCenter | Qt::TextWordWrap,
-        QStringLiteral("No link in the last %1 minutes").arg(spanMinutes));
+    painter.drawText(
+        geometry.area, Qt::AlignCenter | Qt::TextWordWrap, tr("No link in the last %1 minutes").arg(spanMinutes));
 }
 
 void LinkPlot::drawGrid(QPainter& painter, const LinkPlotGeometry& geometry) const
@@ -146,7 +150,7 @@ void LinkPlot::drawGrid(QPainter& painter, const LinkPlotGeometry& geometry) con
     const QRect& area = geometry.area;
     painter.setPen(blend(base, text, gridWeight));
     for (std::uint32_t line = 1; line <= ThroughputScale::divisions; ++line) {
-        const int y = qRound(geometry.yOfHeight(line / static_cast<double>(ThroughputScale::divisions)));
+        const int y = qRound(geometry.yOfHeight(heightOfLine(line)));
         painter.drawLine(area.left(), y, area.right(), y);
     }
     for (int minute = 1; minute < spanMinutes; ++minute) {
@@ -166,24 +170,24 @@ void LinkPlot::drawAxisLabels(QPainter& painter, const LinkPlotGeometry& geometr
     painter.drawText(geometry.throughputUnit, Qt::AlignLeft | Qt::AlignVCenter, scale.unitText());
 
     const int lineHeight = fontMetrics().height();
-    // Where lines stand closer than text, only the outermost are labelled.
+    const auto atHeight = [lineHeight](QRect column, int y) {
+        column.moveTop(y - lineHeight / 2);
+        return column;
+    };
+    // If the grid lines are too close for text, label only the top and the bottom one.
     const bool isLow = geometry.area.height() < lineHeight * static_cast<int>(ThroughputScale::divisions);
     const std::uint32_t labelStep = isLow ? ThroughputScale::divisions : 1;
     for (std::uint32_t line = 0; line <= ThroughputScale::divisions; line += labelStep) {
-        const int y = qRound(geometry.yOfHeight(line / static_cast<double>(ThroughputScale::divisions)));
-        const QRect percent(geometry.percentUnit.left(), y - lineHeight / 2, geometry.percentUnit.width(), lineHeight);
-        painter.drawText(
-            percent, Qt::AlignRight | Qt::AlignVCenter, QString::number(100 / ThroughputScale::divisions * line));
-        const QRect throughput(
-            geometry.throughputUnit.left(), y - lineHeight / 2, geometry.throughputUnit.width(), lineHeight);
-        painter.drawText(throughput, Qt::AlignLeft | Qt::AlignVCenter, scale.labelText(line));
+        const int y = qRound(geometry.yOfHeight(heightOfLine(line)));
+        painter.drawText(atHeight(geometry.percentUnit, y), Qt::AlignRight | Qt::AlignVCenter,
+            QString::number(100 / ThroughputScale::divisions * line));
+        painter.drawText(atHeight(geometry.throughputUnit, y), Qt::AlignLeft | Qt::AlignVCenter, scale.labelText(line));
     }
 }
 
 void LinkPlot::drawTimeLabels(QPainter& painter, const LinkPlotGeometry& geometry) const
 {
-    const auto labelOf
-        = [](int minute) { return minute == 0 ? QStringLiteral("now") : QStringLiteral("\u2212%1 min").arg(minute); };
+    const auto labelOf = [](int minute) { return minute == 0 ? tr("now") : tr("\u2212%1 min").arg(minute); };
     const int labelWidth = fontMetrics().horizontalAdvance(labelOf(spanMinutes)) + 2 * geometry.gap;
     const bool isNarrow = geometry.area.width() < labelWidth * spanMinutes;
     painter.setPen(palette().color(QPalette::Text));
@@ -205,7 +209,7 @@ void LinkPlot::drawLegend(QPainter& painter, const LinkPlotGeometry& geometry) c
         const QPointF end(entry.swatch.right() - radius, middle.y());
         painter.setPen(pen);
         painter.drawLine(QPointF(entry.swatch.left(), middle.y()), end);
-        drawFilledMark(painter, entry.series, pen, end, radius);
+        drawMark(painter, entry.series, pen.color(), end, radius);
         painter.setPen(palette().color(QPalette::Text));
         painter.drawText(entry.text, Qt::AlignLeft | Qt::AlignVCenter, seriesName(entry.series));
     }
@@ -214,7 +218,7 @@ void LinkPlot::drawLegend(QPainter& painter, const LinkPlotGeometry& geometry) c
 void LinkPlot::drawCurves(QPainter& painter, const LinkPlotGeometry& geometry, const ThroughputScale& scale) const
 {
     const QColor base = palette().color(QPalette::Base);
-    // The percent curves come last and lie on top: they are what the page is about.
+    // Drawn in reverse, so that the percent curves are on top.
     for (auto series = linkSeries.rbegin(); series != linkSeries.rend(); ++series) {
         const QPen pen = penOf(*series, base, fontMetrics());
         for (const auto& run : geometry.runs(*series, m_history, scale)) {
@@ -225,7 +229,8 @@ void LinkPlot::drawCurves(QPainter& painter, const LinkPlotGeometry& geometry, c
                 painter.drawPolyline(run.data(), static_cast<int>(run.size()));
             }
             if (run.size() == 1 || isNewest)
-                drawFilledMark(painter, *series, pen, run.front(), isNewest ? markRadius(fontMetrics()) : pen.widthF());
+                drawMark(
+                    painter, *series, pen.color(), run.front(), isNewest ? markRadius(fontMetrics()) : pen.widthF());
         }
     }
 }

@@ -10,16 +10,16 @@ class QPainter;
 struct LinkPlotGeometry;
 struct ThroughputScale;
 
-// The link of the last five minutes: link quality and signal strength on the percent axis at the left, throughputs on
-// the axis at the right, which follows the largest value shown. Colours and sizes come from the palette and the font;
-// curves differ by dashes and end marks too. The accessible description holds the newest values.
+// Plots the last five minutes of the link: link quality and signal strength on the percent axis on the left, throughputs
+// on the axis on the right, which scales to the largest value. Colours and sizes follow the palette and the font. Curves
+// also differ by dash pattern and end mark. The accessible description contains the newest values.
 class LinkPlot : public QFrame {
     Q_OBJECT
 
 public:
     explicit LinkPlot(QWidget* parent = nullptr);
 
-    // One tick; nullopt where there was no link.
+    // Appends one tick; std::nullopt if there was no link.
     void append(const std::optional<LinkSample>& sample);
     [[nodiscard]] const LinkHistory& history() const { return m_history; }
 

@@ -1,11 +1,13 @@
 #include "monitor/ui/LinkPlotGeometry.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 
 namespace {
 
-constexpr double wholePercent = 100.0;
-constexpr int swatchWidthInLines = 2; // relative to the height of a line of text
+constexpr double maxPercent = 100.0;
+constexpr int swatchWidthInLines = 2;
 
 std::optional<double> throughputHeight(const std::optional<std::uint32_t>& kbps, const ThroughputScale& scale)
 {
@@ -26,13 +28,13 @@ QString seriesName(LinkSeries series)
 {
     switch (series) {
     case LinkSeries::LinkQuality:
-        return QStringLiteral("Link quality");
+        return QCoreApplication::translate("LinkPlot", "Link quality");
     case LinkSeries::SignalStrength:
-        return QStringLiteral("Signal strength");
+        return QCoreApplication::translate("LinkPlot", "Signal strength");
     case LinkSeries::Transmit:
-        return QStringLiteral("Transmit");
+        return QCoreApplication::translate("LinkPlot", "Transmit");
     case LinkSeries::Receive:
-        return QStringLiteral("Receive");
+        return QCoreApplication::translate("LinkPlot", "Receive");
     }
     return {};
 }
@@ -41,9 +43,9 @@ std::optional<double> heightOf(LinkSeries series, const LinkSample& sample, cons
 {
     switch (series) {
     case LinkSeries::LinkQuality:
-        return std::min(1.0, sample.linkQualityPercent / wholePercent);
+        return std::min(1.0, sample.linkQualityPercent / maxPercent);
     case LinkSeries::SignalStrength:
-        return std::min(1.0, sample.signalPercent / wholePercent);
+        return std::min(1.0, sample.signalPercent / maxPercent);
     case LinkSeries::Transmit:
         return throughputHeight(sample.transmitKbps, scale);
     case LinkSeries::Receive:
@@ -76,7 +78,7 @@ LinkPlotGeometry::LinkPlotGeometry(const QRect& contents, const QFontMetrics& me
     percentUnit = QRect(inner.left(), y, left - gap - inner.left(), line);
     throughputUnit = QRect(right + gap, y, inner.right() - right - gap + 1, line);
 
-    // The labels of the outermost lines stand out by half a line; the times come below them.
+    // The labels of the top and bottom grid lines extend half a line beyond the area. The time labels are below.
     const int top = y + line + line / 2 + gap / 2;
     const int bottom = inner.bottom() - line - line / 2;
     area = QRect(QPoint(left, top), QPoint(std::max(left + 1, right), std::max(top + 1, bottom)));

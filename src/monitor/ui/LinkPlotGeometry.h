@@ -18,10 +18,10 @@ inline constexpr std::array linkSeries { LinkSeries::LinkQuality, LinkSeries::Si
 
 [[nodiscard]] QString seriesName(LinkSeries series);
 
-// One curve's value of a sample as a share of the plot's height, 0 to 1; nothing where the sample has none.
+// The height of a sample on a curve, 0 to 1; std::nullopt if the sample has no such value.
 [[nodiscard]] std::optional<double> heightOf(LinkSeries series, const LinkSample& sample, const ThroughputScale& scale);
 
-// Where the parts of the plot lie, for a font and a size. The legend takes as many lines as it needs.
+// The layout of the plot for a size and a font. The legend uses as many lines as it needs.
 struct LinkPlotGeometry {
     struct LegendEntry {
         LinkSeries series;
@@ -32,15 +32,15 @@ struct LinkPlotGeometry {
     LinkPlotGeometry(const QRect& contents, const QFontMetrics& metrics, const ThroughputScale& scale);
 
     QRect area; // between the axes
-    QRect percentUnit;
+    QRect percentUnit; // above the labels of the axis
     QRect throughputUnit;
     std::vector<LegendEntry> legend;
-    int gap; // between neighbouring parts
+    int gap; // between parts
 
     // Device-independent pixels; age in ticks, height 0 to 1.
     [[nodiscard]] double xOfAge(double age) const;
     [[nodiscard]] double yOfHeight(double height) const;
-    // The unbroken runs of a curve, newest point first. A run of one point is a lone sample between gaps.
+    // The parts of a curve between gaps, newest first. A part may be a single point.
     [[nodiscard]] std::vector<std::vector<QPointF>> runs(
         LinkSeries series, const LinkHistory& history, const ThroughputScale& scale) const;
 };

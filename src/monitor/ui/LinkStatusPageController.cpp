@@ -26,7 +26,7 @@ namespace {
 constexpr char className[] = "LinkStatusPageController";
 constexpr std::chrono::milliseconds refreshInterval { 2000 };
 constexpr int unknownFrequencyLine = 169;
-constexpr int mostStatusLines = 3;
+constexpr int maxStatusLines = 3;
 
 QString disconnectedText()
 {
@@ -96,7 +96,7 @@ void LinkStatusPageController::showNoDevice()
 {
     updateConnectStatus(disconnectedText());
     m_ui->Status->setText(QStringLiteral("No Device!!"));
-    emptyFigures();
+    clearFigures();
 }
 
 void LinkStatusPageController::showDisconnected()
@@ -108,7 +108,7 @@ void LinkStatusPageController::showDisconnected()
         (void)queryRecord(Adapter, VX_OID_802_11_STA_CONFIG, configuration);
         m_ui->Status->setText(configuration.HwRadioStatus != 0 ? QStringLiteral("Disconnected") : radioOffText());
     }
-    emptyFigures();
+    clearFigures();
     updateConnectStatus(disconnectedText());
     if (G_configFromProfile != 0)
         G_bCheckedProfileConnect = 0;
@@ -126,7 +126,7 @@ std::optional<LinkSample> LinkStatusPageController::showConnected()
     if (!showChannel())
         return std::nullopt;
 
-    // Nothing of the station's configuration is shown; the driver is asked for it all the same.
+    // The station configuration is not shown, but the query is part of the request sequence.
     VX_802_11_STA_CONFIG configuration {};
     (void)queryRecord(Adapter, VX_OID_802_11_STA_CONFIG, configuration);
     VX_802_11_LINK_COUNTERS counters {};
@@ -148,7 +148,7 @@ std::optional<LinkSample> LinkStatusPageController::showConnected()
     return sample;
 }
 
-// False where the tick must end. Where an unknown frequency does not end it, the first row of the table stands in.
+// Returns false if a failed assertion ends the tick. Otherwise an unknown frequency is shown as the first channel.
 bool LinkStatusPageController::showChannel()
 {
     NDIS_802_11_CONFIGURATION configuration {};
@@ -196,12 +196,12 @@ void LinkStatusPageController::showSignal()
     m_ui->SignalStrength->setText(SignalQualityGrade + SignalQualityPercent);
 }
 
-void LinkStatusPageController::emptyFigures()
+void LinkStatusPageController::clearFigures()
 {
-    const std::array figures { m_ui->CurrentChannel, m_ui->CurrentTxRate, m_ui->ThroughputTx, m_ui->ThroughputRx,
+    const std::array texts { m_ui->CurrentChannel, m_ui->CurrentTxRate, m_ui->ThroughputTx, m_ui->ThroughputRx,
         m_ui->LinkQuality, m_ui->SignalStrength };
-    for (QLabel* figure : figures)
-        figure->setText(QString()); // unlike clear(), this paints nothing where there is no text already
+    for (QLabel* text : texts)
+        text->setText(QString()); // unlike clear(), does not repaint a label that is already empty
     m_ui->LinkQualityState->setValue(0);
     m_ui->SignalStrengthState->setValue(0);
 }
@@ -212,11 +212,10 @@ void LinkStatusPageController::updateConnectStatus(const QString& text)
         m_siteSurveyPage->UpdateConnectStatus(text);
 }
 
-// A long network name wraps where the window is narrow. The layout's own minimum counts on one line; the others must
-// not be taken from the figures.
+// A long network name wraps in a narrow window. The minimum size of the layout includes only its first line.
 QSize LinkStatusPageController::minimumSizeHint() const
 {
-    return QWidget::minimumSizeHint() + QSize(0, (mostStatusLines - 1) * m_ui->Status->fontMetrics().lineSpacing());
+    return QWidget::minimumSizeHint() + QSize(0, (maxStatusLines - 1) * m_ui->Status->fontMetrics().lineSpacing());
 }
 
 void LinkStatusPageController::changeEvent(QEvent* event)
@@ -226,13 +225,13 @@ void LinkStatusPageController::changeEvent(QEvent* event)
         reserveFigureWidth();
 }
 
-// Keeps the two indicators below each other and still, whatever stands before them.
+// Reserves the width of the longest text, so that the level indicators stay aligned and do not move.
 void LinkStatusPageController::reserveFigureWidth()
 {
-    const QString widest = gradeText(LinkGrade::Normal) + dBmText(-100);
+    const QString widestText = gradeText(LinkGrade::Normal) + dBmText(-100);
     const QFontMetrics metrics = m_ui->SignalStrength->fontMetrics();
-    // A label asks for a little more than its text's advance.
-    const int width = metrics.horizontalAdvance(widest) + metrics.averageCharWidth();
+    // The size hint of a label is slightly larger than its text.
+    const int width = metrics.horizontalAdvance(widestText) + metrics.averageCharWidth();
     m_ui->LinkQuality->setMinimumWidth(width);
     m_ui->SignalStrength->setMinimumWidth(width);
 }

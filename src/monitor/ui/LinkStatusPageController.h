@@ -20,19 +20,19 @@ namespace Ui {
 class LinkStatusPage;
 }
 
-// The link status page: every 2 s it reads the link from the driver and shows it, also while it is not in front, since
-// its tick keeps the site survey page's connection text and G_bCheckedProfileConnect.
+// The link status page. Reads the link from the driver and shows it every 2 s. The tick also updates the connection text
+// of the site survey page and G_bCheckedProfileConnect, so it runs even while another tab is in front.
 class LinkStatusPageController : public QWidget {
     Q_OBJECT
+    Q_DISABLE_COPY_MOVE(LinkStatusPageController)
 
 public:
-    // The site survey page may be absent. What is passed outlives the page.
+    // The site survey page may be null. The arguments must outlive the page.
     LinkStatusPageController(VX7100Access& adapter, RunLoop& runLoop, AssertionHandler& assertions,
         SiteSurveyPage* siteSurveyPage, QWidget* parent = nullptr);
     ~LinkStatusPageController() override;
-    Q_DISABLE_COPY_MOVE(LinkStatusPageController)
 
-    // Takes the driver's counts as the starting point of the throughputs and starts the timer.
+    // Reads the initial byte counts for the throughputs and starts the timer.
     void awakeFromNib();
     void OnTimer();
 
@@ -42,7 +42,7 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
-    // One refresh. Nothing where there is no link, or where a failed assertion ended the tick.
+    // Returns std::nullopt if there is no link or a failed assertion ended the tick.
     [[nodiscard]] std::optional<LinkSample> refresh();
     void showNoDevice();
     void showDisconnected();
@@ -51,7 +51,7 @@ private:
     void showThroughput(const VX_802_11_LINK_COUNTERS& counters, LinkSample& sample);
     void showLinkQuality(std::uint32_t rawQuality);
     void showSignal();
-    void emptyFigures();
+    void clearFigures();
     void updateConnectStatus(const QString& text);
     void reserveFigureWidth();
 
@@ -62,15 +62,15 @@ private:
     SiteSurveyPage* m_siteSurveyPage;
     std::unique_ptr<Timer> m_timer;
 
-    std::uint32_t TxCount { 0 }; // bytes, as last read
+    std::uint32_t TxCount { 0 }; // bytes, at the last tick
     std::uint32_t RxCount { 0 };
-    std::uint32_t ChannelQuality { 0 }; // percent, smoothed; 0 while there is none yet
+    std::uint32_t ChannelQuality { 0 }; // percent, smoothed; 0 before the first value
     std::uint32_t SignalQuality { 0 };
     QString LinkQualityGrade;
     QString LinkQualityPercent;
     QString SignalQualityGrade;
     QString SignalQualityPercent;
-    // The counts were read one tick ago: otherwise their change says nothing about this tick alone, and the plot leaves
-    // the throughputs out.
+    // Whether the counts are from the previous tick. Otherwise their change covers more than one tick, and the plot omits
+    // the throughputs.
     bool m_countsAreFresh { false };
 };
