@@ -4,12 +4,12 @@
 
 namespace {
 
-TEST(LinkDescription, SaysThatNothingHasBeenReadYet)
+TEST(LinkDescription, ReportsAnEmptyHistory)
 {
     EXPECT_EQ(describeNewest({}), u"No values yet.");
 }
 
-TEST(LinkDescription, SaysTheNewestValuesOnly)
+TEST(LinkDescription, ContainsOnlyTheNewestValues)
 {
     LinkHistory history;
     history.append(LinkSample { 1, 2, 3, 4 });
@@ -19,7 +19,7 @@ TEST(LinkDescription, SaysTheNewestValuesOnly)
         u"kilobits per second.");
 }
 
-TEST(LinkDescription, NamesAThroughputThatIsNotKnown)
+TEST(LinkDescription, ReportsAnUnknownThroughput)
 {
     LinkHistory history;
     history.append(LinkSample { 85, 60, std::nullopt, 0 });
@@ -27,7 +27,7 @@ TEST(LinkDescription, NamesAThroughputThatIsNotKnown)
         u"Link quality 85 percent, signal strength 60 percent, transmit unknown, receive 0 kilobits per second.");
 }
 
-TEST(LinkDescription, SaysThatTheLinkIsDownWhateverCameBefore)
+TEST(LinkDescription, ReportsALostLink)
 {
     LinkHistory history;
     history.append(LinkSample { 85, 60, 1, 1 });

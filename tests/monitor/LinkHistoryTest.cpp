@@ -9,21 +9,21 @@ LinkSample sampleOf(std::uint32_t percent)
     return { percent, percent, std::nullopt, std::nullopt };
 }
 
-TEST(LinkHistory, HoldsFiveMinutesOfTicks)
+TEST(LinkHistory, CoversFiveMinutes)
 {
     EXPECT_EQ(LinkHistory::spanSeconds, 300);
 }
 
-TEST(LinkHistory, IsEmptyAtFirst)
+TEST(LinkHistory, IsInitiallyEmpty)
 {
     const LinkHistory history;
     EXPECT_EQ(history.size(), 0U);
     EXPECT_FALSE(history.hasSamples());
     EXPECT_EQ(history.at(0), std::nullopt);
-    EXPECT_EQ(history.largestThroughputKbps(), 0U);
+    EXPECT_EQ(history.maxThroughputKbps(), 0U);
 }
 
-TEST(LinkHistory, CountsAgeFromTheNewest)
+TEST(LinkHistory, IsIndexedByAge)
 {
     LinkHistory history;
     history.append(sampleOf(1));
@@ -37,7 +37,7 @@ TEST(LinkHistory, CountsAgeFromTheNewest)
     EXPECT_TRUE(history.hasSamples());
 }
 
-TEST(LinkHistory, ForgetsTheOldestWhenFull)
+TEST(LinkHistory, DropsTheOldestSampleWhenFull)
 {
     LinkHistory history;
     for (std::uint32_t number = 0; number <= LinkHistory::capacity; ++number)
@@ -48,7 +48,7 @@ TEST(LinkHistory, ForgetsTheOldestWhenFull)
     EXPECT_EQ(history.at(LinkHistory::capacity), std::nullopt);
 }
 
-TEST(LinkHistory, HasNoSamplesOnceGapsHaveDisplacedThem)
+TEST(LinkHistory, HasNoSamplesWhenFullOfGaps)
 {
     LinkHistory history;
     history.append(sampleOf(50));
@@ -60,22 +60,22 @@ TEST(LinkHistory, HasNoSamplesOnceGapsHaveDisplacedThem)
     EXPECT_EQ(history.size(), LinkHistory::capacity);
 }
 
-TEST(LinkHistory, FindsTheLargestOfBothThroughputs)
+TEST(LinkHistory, FindsTheMaximumOfBothThroughputs)
 {
     LinkHistory history;
     history.append(LinkSample { 1, 1, 300, 20 });
     history.append(LinkSample { 1, 1, 5, 700 });
     history.append(std::nullopt);
     history.append(LinkSample { 1, 1, std::nullopt, 30 });
-    EXPECT_EQ(history.largestThroughputKbps(), 700U);
+    EXPECT_EQ(history.maxThroughputKbps(), 700U);
 }
 
-TEST(LinkHistory, TakesNoThroughputThatNoLinkCanCarry)
+TEST(PlausibleKbps, RejectsThroughputsAboveTheMaximumLinkRate)
 {
     EXPECT_EQ(plausibleKbps(0), 0U);
-    EXPECT_EQ(plausibleKbps(fastestLinkKbps), fastestLinkKbps);
-    EXPECT_EQ(plausibleKbps(fastestLinkKbps + 1), std::nullopt);
-    EXPECT_EQ(plausibleKbps(17179868), std::nullopt); // a counter that started again
+    EXPECT_EQ(plausibleKbps(maxLinkKbps), maxLinkKbps);
+    EXPECT_EQ(plausibleKbps(maxLinkKbps + 1), std::nullopt);
+    EXPECT_EQ(plausibleKbps(17179868), std::nullopt); // from a reset counter
 }
 
 } // namespace

@@ -8,13 +8,13 @@
 
 namespace {
 
-TEST(ThroughputScale, StaysCoarseForAnIdleLink)
+TEST(ThroughputScale, HasAMinimumForAnIdleLink)
 {
     EXPECT_EQ(throughputScale(0).topKbps(), 50U);
     EXPECT_EQ(throughputScale(50).topKbps(), 50U);
 }
 
-TEST(ThroughputScale, TakesTheNextNiceStep)
+TEST(ThroughputScale, UsesStepsOf1And2And5)
 {
     EXPECT_EQ(throughputScale(51).stepKbps, 20U);
     EXPECT_EQ(throughputScale(100).stepKbps, 20U);
@@ -23,26 +23,26 @@ TEST(ThroughputScale, TakesTheNextNiceStep)
     EXPECT_EQ(throughputScale(54000).stepKbps, 20000U);
 }
 
-TEST(ThroughputScale, NoScaleBelowItHoldsTheValue)
+TEST(ThroughputScale, IsTheSmallestThatCoversTheValue)
 {
     std::uint32_t lastTop = 0;
-    for (std::uint32_t kbps = 0; kbps <= fastestLinkKbps; kbps += 37) {
+    for (std::uint32_t kbps = 0; kbps <= maxLinkKbps; kbps += 37) {
         const auto scale = throughputScale(kbps);
         EXPECT_GE(scale.topKbps(), kbps);
         EXPECT_GE(scale.topKbps(), lastTop);
         if (scale.topKbps() > 50) {
-            EXPECT_GT(kbps * 5, scale.topKbps() * 2) << kbps; // at least two fifths of the plot are used
+            EXPECT_GT(kbps * 5, scale.topKbps() * 2) << kbps; // uses at least two fifths of the plot
         }
         lastTop = scale.topKbps();
     }
 }
 
-TEST(ThroughputScale, EndsAtTheFastestLink)
+TEST(ThroughputScale, IsCappedAtTheMaximumLinkRate)
 {
-    EXPECT_EQ(throughputScale(std::numeric_limits<std::uint32_t>::max()), throughputScale(fastestLinkKbps));
+    EXPECT_EQ(throughputScale(std::numeric_limits<std::uint32_t>::max()), throughputScale(maxLinkKbps));
 }
 
-TEST(ThroughputScale, LabelsItsLinesInTheUnitItNames)
+TEST(ThroughputScale, LabelsGridLinesInItsUnit)
 {
     const auto slow = throughputScale(900);
     EXPECT_EQ(slow.unitText(), u"kbit/s");

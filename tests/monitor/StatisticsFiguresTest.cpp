@@ -6,8 +6,8 @@
 
 namespace {
 
-constexpr auto largest = std::numeric_limits<std::int64_t>::max();
-constexpr auto smallest = std::numeric_limits<std::int64_t>::min();
+constexpr auto maximum = std::numeric_limits<std::int64_t>::max();
+constexpr auto minimum = std::numeric_limits<std::int64_t>::min();
 
 NDIS_802_11_STATISTICS statisticsOf(std::int64_t transmitted, std::int64_t retried)
 {
@@ -17,22 +17,22 @@ NDIS_802_11_STATISTICS statisticsOf(std::int64_t transmitted, std::int64_t retri
     return statistics;
 }
 
-TEST(StatisticsFigures, FramesWithoutRetryAreThoseSentLessThoseRetried)
+TEST(StatisticsFigures, FramesWithoutRetryAreFramesSentMinusRetries)
 {
     EXPECT_EQ(transmittedWithoutRetry(statisticsOf(1000, 250)), 750);
     EXPECT_EQ(transmittedWithoutRetry(statisticsOf(3, 5)), -2);
-    EXPECT_EQ(transmittedWithoutRetry(statisticsOf(smallest, 1)), largest);
+    EXPECT_EQ(transmittedWithoutRetry(statisticsOf(minimum, 1)), maximum);
 }
 
-TEST(StatisticsFigures, CountersAreSignedAndHave64Bits)
+TEST(StatisticsFigures, CountersAreSigned64BitNumbers)
 {
     EXPECT_EQ(counterText(0), u"0");
     EXPECT_EQ(counterText(-2), u"-2");
-    EXPECT_EQ(counterText(largest), u"9223372036854775807");
-    EXPECT_EQ(counterText(smallest), u"-9223372036854775808");
+    EXPECT_EQ(counterText(maximum), u"9223372036854775807");
+    EXPECT_EQ(counterText(minimum), u"-9223372036854775808");
 }
 
-TEST(StatisticsFigures, GeneralCountersAreUnsignedAndHave32Bits)
+TEST(StatisticsFigures, GeneralCountersAreUnsigned32BitNumbers)
 {
     EXPECT_EQ(generalCounterText(0), u"0");
     EXPECT_EQ(generalCounterText(std::numeric_limits<std::uint32_t>::max()), u"4294967295");

@@ -10,7 +10,7 @@
 
 namespace {
 
-// A row through the upper part, where no mark is.
+// A pixel in the upper part, where there are no marks.
 QRgb pixelAt(const QImage& image, double share)
 {
     return image.pixel(static_cast<int>(image.width() * share), image.height() / 4) & RGB_MASK;
@@ -25,7 +25,7 @@ QImage pictureOf(LevelIndicator& indicator, const QPalette& palette, int value)
     return indicator.grab().toImage();
 }
 
-TEST(LevelIndicator, FillsItsShareInTheColourOfTheGrade)
+TEST(LevelIndicator, FillsUpToItsValueInTheColourOfTheGrade)
 {
     for (const QPalette& palette : { lightPalette(), darkPalette() }) {
         const QColor base = palette.color(QPalette::Base);
@@ -42,7 +42,7 @@ TEST(LevelIndicator, FillsItsShareInTheColourOfTheGrade)
     }
 }
 
-TEST(LevelIndicator, FillsFromTheRightWhereTextRunsSo)
+TEST(LevelIndicator, FillsFromTheRightInRightToLeftLayouts)
 {
     LevelIndicator indicator;
     indicator.setLayoutDirection(Qt::RightToLeft);
@@ -51,7 +51,7 @@ TEST(LevelIndicator, FillsFromTheRightWhereTextRunsSo)
     EXPECT_EQ(pixelAt(image, 0.5), gradeColour(LinkGrade::Good, Qt::white).rgb() & RGB_MASK);
 }
 
-TEST(LevelIndicator, TellsItsValueAndRangeToAssistiveTechnology)
+TEST(LevelIndicator, ExposesItsValueAndRangeToScreenReaders)
 {
     LevelIndicator indicator;
     indicator.setRange(0, 100);

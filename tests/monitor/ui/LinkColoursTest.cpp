@@ -8,7 +8,9 @@
 
 namespace {
 
-TEST(LinkColours, ContrastRatioIsThatOfWcag)
+constexpr double sufficientContrast = 3.0; // WCAG 2.1, for meaningful graphics
+
+TEST(LinkColours, ContrastRatioMatchesWcag)
 {
     EXPECT_NEAR(contrastRatio(Qt::black, Qt::white), 21.0, 0.001);
     EXPECT_NEAR(contrastRatio(Qt::white, Qt::black), 21.0, 0.001);
@@ -18,7 +20,7 @@ TEST(LinkColours, ContrastRatioIsThatOfWcag)
 
 class OnBase : public testing::TestWithParam<QRgb> { };
 
-TEST_P(OnBase, EverySeriesStandsOut)
+TEST_P(OnBase, SeriesHaveSufficientContrast)
 {
     const QColor base = QColor::fromRgb(GetParam());
     for (const LinkSeries series : linkSeries)
@@ -26,14 +28,14 @@ TEST_P(OnBase, EverySeriesStandsOut)
             << qPrintable(seriesName(series));
 }
 
-TEST_P(OnBase, EveryGradeStandsOut)
+TEST_P(OnBase, GradesHaveSufficientContrast)
 {
     const QColor base = QColor::fromRgb(GetParam());
     for (const LinkGrade grade : { LinkGrade::Weak, LinkGrade::Normal, LinkGrade::Good })
         EXPECT_GE(contrastRatio(gradeColour(grade, base), base), sufficientContrast) << static_cast<int>(grade);
 }
 
-TEST_P(OnBase, NoTwoSeriesAndNoTwoGradesShareAColour)
+TEST_P(OnBase, SeriesAndGradesHaveDistinctColours)
 {
     const QColor base = QColor::fromRgb(GetParam());
     std::set<QRgb> colours;
@@ -46,11 +48,11 @@ TEST_P(OnBase, NoTwoSeriesAndNoTwoGradesShareAColour)
     EXPECT_EQ(grades.size(), 3U);
 }
 
-// White, the platform's light greys, the dark themes' bases up to the lightest, and black.
+// White, light greys, the base colours of common dark themes, and black.
 INSTANTIATE_TEST_SUITE_P(LinkColours, OnBase,
     testing::Values(0xffffffU, 0xfcfcfcU, 0xeeeeeeU, 0xe0e0e0U, 0x3d3d3dU, 0x353535U, 0x232323U, 0x1b1e20U, 0x000000U));
 
-TEST(LinkColours, BlendRunsFromTheFirstToTheSecond)
+TEST(LinkColours, BlendInterpolates)
 {
     EXPECT_EQ(blend(Qt::black, Qt::white, 0.0).rgb(), qRgb(0, 0, 0));
     EXPECT_EQ(blend(Qt::black, Qt::white, 1.0).rgb(), qRgb(255, 255, 255));

@@ -7,7 +7,7 @@ namespace {
 
 struct LinkPlotGeometryTest : testing::Test {
     QFontMetrics metrics { QFont() };
-    ThroughputScale scale { 20 }; // 100 kbit/s at the top
+    ThroughputScale scale { 20 }; // maximum 100 kbit/s
     LinkPlotGeometry wide { QRect(0, 0, metrics.height() * 50, metrics.height() * 14), metrics, scale };
 };
 
@@ -16,7 +16,7 @@ LinkSample sampleOf(std::uint32_t quality, std::optional<std::uint32_t> transmit
     return { quality, 50, transmit, 0 };
 }
 
-TEST_F(LinkPlotGeometryTest, TheNewestSampleLiesAtTheRightEdgeAndFiveMinutesAtTheLeft)
+TEST_F(LinkPlotGeometryTest, AxesSpanFiveMinutesAndFullHeight)
 {
     EXPECT_DOUBLE_EQ(wide.xOfAge(0), wide.area.right());
     EXPECT_NEAR(wide.xOfAge(150), wide.area.left(), 1.0);
@@ -24,7 +24,7 @@ TEST_F(LinkPlotGeometryTest, TheNewestSampleLiesAtTheRightEdgeAndFiveMinutesAtTh
     EXPECT_DOUBLE_EQ(wide.yOfHeight(1), wide.area.top());
 }
 
-TEST_F(LinkPlotGeometryTest, ValuesAreSharesOfTheirAxis)
+TEST_F(LinkPlotGeometryTest, HeightIsRelativeToTheAxisOfTheSeries)
 {
     const LinkSample sample { 40, 75, 50, 1000 };
     EXPECT_EQ(heightOf(LinkSeries::LinkQuality, sample, scale), 0.4);
@@ -34,7 +34,7 @@ TEST_F(LinkPlotGeometryTest, ValuesAreSharesOfTheirAxis)
     EXPECT_EQ(heightOf(LinkSeries::Transmit, sampleOf(1, std::nullopt), scale), std::nullopt);
 }
 
-TEST_F(LinkPlotGeometryTest, AGapBreaksEveryCurve)
+TEST_F(LinkPlotGeometryTest, GapBreaksTheCurve)
 {
     LinkHistory history;
     history.append(sampleOf(10));
@@ -50,7 +50,7 @@ TEST_F(LinkPlotGeometryTest, AGapBreaksEveryCurve)
     EXPECT_EQ(runs[1][1], QPointF(wide.xOfAge(3), wide.yOfHeight(0.1)));
 }
 
-TEST_F(LinkPlotGeometryTest, AThroughputThatIsNotKnownBreaksItsCurveAlone)
+TEST_F(LinkPlotGeometryTest, UnknownThroughputBreaksOnlyItsOwnCurve)
 {
     LinkHistory history;
     history.append(sampleOf(10));
@@ -61,7 +61,7 @@ TEST_F(LinkPlotGeometryTest, AThroughputThatIsNotKnownBreaksItsCurveAlone)
     EXPECT_EQ(wide.runs(LinkSeries::LinkQuality, history, scale).size(), 1U);
 }
 
-TEST_F(LinkPlotGeometryTest, TheLegendTakesMoreLinesWhereItIsNarrow)
+TEST_F(LinkPlotGeometryTest, LegendWrapsInANarrowPlot)
 {
     EXPECT_EQ(wide.legend.front().text.top(), wide.legend.back().text.top());
     const LinkPlotGeometry narrow(QRect(0, 0, metrics.height() * 16, metrics.height() * 14), metrics, scale);
@@ -73,11 +73,11 @@ TEST_F(LinkPlotGeometryTest, TheLegendTakesMoreLinesWhereItIsNarrow)
     }
 }
 
-TEST_F(LinkPlotGeometryTest, StaysOrderedInNoRoomAtAll)
+TEST_F(LinkPlotGeometryTest, AreaIsNeverEmpty)
 {
-    const LinkPlotGeometry none(QRect(0, 0, 1, 1), metrics, scale);
-    EXPECT_GT(none.area.width(), 0);
-    EXPECT_GT(none.area.height(), 0);
+    const LinkPlotGeometry tiny(QRect(0, 0, 1, 1), metrics, scale);
+    EXPECT_GT(tiny.area.width(), 0);
+    EXPECT_GT(tiny.area.height(), 0);
 }
 
 } // namespace

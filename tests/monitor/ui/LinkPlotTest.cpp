@@ -13,8 +13,16 @@
 
 namespace {
 
-// Four curves at heights of their own.
+// Puts the four curves at different heights.
 const LinkSample farApart { 90, 60, 350, 100 };
+
+struct LightPlot : LinkPlot {
+    LightPlot()
+    {
+        setPalette(lightPalette());
+        resize(sizeHint());
+    }
+};
 
 class PaintCountingPlot final : public LinkPlot {
 public:
@@ -28,11 +36,11 @@ protected:
     }
 };
 
-// The colours of what lies between the axes, without the legend.
+// The colours between the axes; the legend is outside.
 std::set<QRgb> coloursOfArea(LinkPlot& plot)
 {
     const QImage image = plot.grab().toImage();
-    const ThroughputScale scale = throughputScale(plot.history().largestThroughputKbps());
+    const ThroughputScale scale = throughputScale(plot.history().maxThroughputKbps());
     const QRect area = LinkPlotGeometry(plot.contentsRect(), plot.fontMetrics(), scale).area;
     const double ratio = image.devicePixelRatio();
     std::set<QRgb> colours;
@@ -54,7 +62,7 @@ void fill(LinkPlot& plot, const LinkSample& sample, std::size_t ticks = 20)
         plot.append(sample);
 }
 
-TEST(LinkPlot, DrawsEachCurveInItsColourOnLightAndOnDark)
+TEST(LinkPlot, DrawsEachCurveInItsColourOnLightAndDarkPalettes)
 {
     for (const QPalette& palette : { lightPalette(), darkPalette() }) {
         LinkPlot plot;
@@ -69,48 +77,40 @@ TEST(LinkPlot, DrawsEachCurveInItsColourOnLightAndOnDark)
     }
 }
 
-TEST(LinkPlot, DrawsALoneSampleToo)
+TEST(LinkPlot, DrawsASingleSample)
 {
-    LinkPlot plot;
-    plot.setPalette(lightPalette());
-    plot.resize(plot.sizeHint());
+    LightPlot plot;
     plot.append(farApart);
     plot.append(std::nullopt);
     for (const LinkSeries series : linkSeries)
         EXPECT_TRUE(containsCurve(coloursOfArea(plot), series, Qt::white)) << qPrintable(seriesName(series));
 }
 
-TEST(LinkPlot, DrawsNoCurveWithoutSamplesAndSaysSo)
+TEST(LinkPlot, ShowsAMessageWithoutSamples)
 {
-    LinkPlot plot;
-    plot.setPalette(lightPalette());
-    plot.resize(plot.sizeHint());
+    LightPlot plot;
     fill(plot, farApart, 1);
     for (std::size_t tick = 0; tick < LinkHistory::capacity; ++tick)
         plot.append(std::nullopt);
     const auto colours = coloursOfArea(plot);
     for (const LinkSeries series : linkSeries)
         EXPECT_FALSE(containsCurve(colours, series, Qt::white)) << qPrintable(seriesName(series));
-    EXPECT_TRUE(colours.contains(QColor(Qt::black).rgb() & RGB_MASK)); // the words in their place
+    EXPECT_TRUE(colours.contains(QColor(Qt::black).rgb() & RGB_MASK)); // the message
 }
 
-TEST(LinkPlot, LeavesAThroughputOutThatIsNotKnown)
+TEST(LinkPlot, OmitsAnUnknownThroughput)
 {
-    LinkPlot plot;
-    plot.setPalette(lightPalette());
-    plot.resize(plot.sizeHint());
+    LightPlot plot;
     fill(plot, { 90, 60, std::nullopt, 100 });
     const auto colours = coloursOfArea(plot);
     EXPECT_FALSE(containsCurve(colours, LinkSeries::Transmit, Qt::white));
     EXPECT_TRUE(containsCurve(colours, LinkSeries::Receive, Qt::white));
 }
 
-TEST(LinkPlot, CurvesDifferWithoutTheirColourToo)
+TEST(LinkPlot, CurvesDifferWithoutColour)
 {
-    // In shades of grey, the swatches of the legend are four different pictures.
-    LinkPlot plot;
-    plot.setPalette(lightPalette());
-    plot.resize(plot.sizeHint());
+    // The swatches of the legend are different even in black and white.
+    LightPlot plot;
     const QImage image = plot.grab().toImage().convertToFormat(QImage::Format_Grayscale8);
     const LinkPlotGeometry geometry(plot.contentsRect(), plot.fontMetrics(), throughputScale(0));
     const auto outlineOf = [&image](const QRect& swatch) {
@@ -127,7 +127,7 @@ TEST(LinkPlot, CurvesDifferWithoutTheirColourToo)
     }
 }
 
-TEST(LinkPlot, KeepsItsAccessibleDescriptionAtTheNewestValues)
+TEST(LinkPlot, AccessibleDescriptionContainsTheNewestValues)
 {
     LinkPlot plot;
     EXPECT_EQ(plot.accessibleDescription(), u"No values yet.");
@@ -139,7 +139,7 @@ TEST(LinkPlot, KeepsItsAccessibleDescriptionAtTheNewestValues)
     EXPECT_EQ(plot.accessibleDescription(), u"Not connected.");
 }
 
-TEST(LinkPlot, IsAChartForAssistiveTechnology)
+TEST(LinkPlot, IsAChartForScreenReaders)
 {
     LinkPlot plot;
     plot.setAccessibleName(QStringLiteral("Link"));
@@ -150,7 +150,7 @@ TEST(LinkPlot, IsAChartForAssistiveTechnology)
     EXPECT_EQ(accessible->text(QAccessible::Description), u"No values yet.");
 }
 
-TEST(LinkPlot, PaintsOncePerSampleWhereSomethingChanges)
+TEST(LinkPlot, RepaintsOnlyWhenVisibleAndChanged)
 {
     PaintCountingPlot plot;
     plot.resize(plot.sizeHint());
@@ -167,7 +167,7 @@ TEST(LinkPlot, PaintsOncePerSampleWhereSomethingChanges)
     QCoreApplication::processEvents();
     EXPECT_EQ(plot.paints, 1);
 
-    plot.append(std::nullopt); // the curves move on
+    plot.append(std::nullopt); // the curves move
     QCoreApplication::processEvents();
     EXPECT_EQ(plot.paints, 2);
 
@@ -177,16 +177,14 @@ TEST(LinkPlot, PaintsOncePerSampleWhereSomethingChanges)
     EXPECT_EQ(plot.paints, 2);
 }
 
-TEST(LinkPlot, SharpensWithTheDevicePixels)
+TEST(LinkPlot, UsesTheFullResolutionOfTheDevice)
 {
-    LinkPlot plot;
-    plot.setPalette(lightPalette());
-    plot.resize(plot.sizeHint());
+    LightPlot plot;
     fill(plot, farApart);
     QImage image(plot.size() * 2, QImage::Format_RGB32);
     image.setDevicePixelRatio(2.0);
     plot.render(&image);
-    // Painted in device pixels, not scaled up: some rows of a pair differ where there are curves and text.
+    // If the plot were scaled up, the two rows of each pair would be equal.
     bool differs = false;
     for (int y = 0; y + 1 < image.height() && !differs; y += 2)
         differs = std::memcmp(image.constScanLine(y), image.constScanLine(y + 1), size_t(image.bytesPerLine())) != 0;

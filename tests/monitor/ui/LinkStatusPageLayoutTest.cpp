@@ -25,7 +25,7 @@ struct LinkStatusPageLayoutTest : testing::Test {
     QLabel& label(const char16_t* name) { return *page->findChild<QLabel*>(QStringView(name).toString()); }
 };
 
-TEST_F(LinkStatusPageLayoutTest, NothingIsCutInASmallWindow)
+TEST_F(LinkStatusPageLayoutTest, NothingIsClippedInASmallWindow)
 {
     label(u"Status").setText(QStringLiteral("Connected <--> a name of 32 bytes, just as long <--> 00-11-22-33-44-AB"));
     window.resize(window.minimumSizeHint());
@@ -38,7 +38,7 @@ TEST_F(LinkStatusPageLayoutTest, NothingIsCutInASmallWindow)
     EXPECT_GE(plot.height(), plot.minimumSizeHint().height());
 }
 
-TEST_F(LinkStatusPageLayoutTest, ThePlotTakesTheRoomOfALargeWindow)
+TEST_F(LinkStatusPageLayoutTest, PlotUsesTheSpaceOfALargeWindow)
 {
     window.resize(window.sizeHint());
     window.show();
@@ -51,7 +51,7 @@ TEST_F(LinkStatusPageLayoutTest, ThePlotTakesTheRoomOfALargeWindow)
     EXPECT_EQ(label(u"Status").height(), statusHeight);
 }
 
-TEST_F(LinkStatusPageLayoutTest, TheIndicatorsStandBelowEachOtherWhateverTheTextsAre)
+TEST_F(LinkStatusPageLayoutTest, IndicatorsAreAlignedForAllTexts)
 {
     label(u"LinkQuality").setText(QStringLiteral("WEAK 5%"));
     label(u"SignalStrength").setText(QStringLiteral("NORMAL -100 dBm"));
@@ -63,7 +63,7 @@ TEST_F(LinkStatusPageLayoutTest, TheIndicatorsStandBelowEachOtherWhateverTheText
     EXPECT_EQ(quality->width(), signal->width());
 }
 
-TEST_F(LinkStatusPageLayoutTest, EveryFigureHasItsCaptionAndItsExplanation)
+TEST_F(LinkStatusPageLayoutTest, AllFiguresHaveACaptionAndAToolTip)
 {
     for (const char16_t* const name : { u"Status", u"CurrentChannel", u"CurrentTxRate", u"ThroughputTx",
              u"ThroughputRx", u"LinkQuality", u"SignalStrength" }) {
@@ -82,7 +82,7 @@ TEST_F(LinkStatusPageLayoutTest, EveryFigureHasItsCaptionAndItsExplanation)
     }
 }
 
-TEST_F(LinkStatusPageLayoutTest, AFigureReadsAsItsTextBesideItsCaption)
+TEST_F(LinkStatusPageLayoutTest, ScreenReadersGetTheTextAndTheCaptionOfAFigure)
 {
     label(u"LinkQuality").setText(QStringLiteral("GOOD 85%"));
     QAccessibleInterface* const figure = QAccessible::queryAccessibleInterface(&label(u"LinkQuality"));

@@ -18,8 +18,7 @@ using Requests = std::vector<RecordedRequest>;
 
 inline constexpr std::chrono::milliseconds monitorInterval { 2000 };
 
-// A card in use, whose records a test sets, and what a page needs beside it. The shared flags are as they are with a
-// card, and become again what they are at the start of the program.
+// A card in use, with everything else that a page needs. Tests set the records that it answers.
 struct MonitoredCard {
     InitialSharedState initialState;
     RecordingIORegistry registry;
@@ -38,22 +37,16 @@ struct MonitoredCard {
 
     void tick() { runLoop.advance(monitorInterval); }
 
-    // The requests since the last time.
+    // The requests since the last call.
     [[nodiscard]] Requests takeRequests()
     {
         auto requests = recordedRequests(registry);
         registry.forgetCalls();
         return requests;
     }
-    [[nodiscard]] std::vector<std::uint32_t> takeOids()
-    {
-        auto oids = registry.oids();
-        registry.forgetCalls();
-        return oids;
-    }
 };
 
-class NotingSiteSurveyPage final : public SiteSurveyPage {
+class RecordingSiteSurveyPage final : public SiteSurveyPage {
 public:
     QStringList texts;
 

@@ -1,7 +1,6 @@
 #include "monitor/ui/StatisticsPageController.h"
 
 #include "driver/records/NdisRecords.h"
-#include "driver/records/Oids.h"
 #include "tests/monitor/ui/MonitorDoubles.h"
 #include "tests/support/StandardErrorOf.h"
 
@@ -17,7 +16,7 @@ namespace {
 constexpr std::array counterNames { u"FTS", u"FTSWR", u"FTSAR", u"FFTRAAA", u"RFSRC", u"RFFTRC", u"FRS", u"FRWCE",
     u"FDDTO", u"DFR" };
 
-// Every counter another number, also those that are not shown.
+// All counters have different values, including those that are not shown.
 NDIS_802_11_STATISTICS sampleStatistics()
 {
     NDIS_802_11_STATISTICS statistics {};
@@ -66,7 +65,7 @@ struct StatisticsPageTest : testing::Test {
         QTest::mouseClick(page.findChild<QPushButton*>(QStringLiteral("ResetCounter")), Qt::LeftButton);
     }
 
-    // What the page shows at every single call to the platform while the operation runs.
+    // What the page shows during each registry call of an operation.
     template <typename Operation> [[nodiscard]] std::vector<QStringList> countersDuring(const Operation& operation)
     {
         std::vector<QStringList> seen;
@@ -77,30 +76,28 @@ struct StatisticsPageTest : testing::Test {
     }
 };
 
+const Requests queriesOfTick { query(OID_802_11_STATISTICS, 100), query(OID_GEN_RCV_OK, 4),
+    query(OID_GEN_RCV_NO_BUFFER, 4) };
+const Requests reset { query(asSet(VX_OID_802_11_RESET_COUNTERS), 0) };
 const QStringList zeros(10, QStringLiteral("0"));
 const QStringList sampleTexts { u"5000000000"_qs, u"4999999960"_qs, u"40"_qs, u"3"_qs, u"5"_qs, u"6"_qs,
     u"4294967295"_qs, u"8"_qs, u"9"_qs, u"7"_qs };
 
-TEST_F(StatisticsPageTest, AwakeningAsksNothingAndStartsATimerOfTwoSeconds)
+TEST_F(StatisticsPageTest, AwakeningSendsNoRequestAndStartsATimerOfTwoSeconds)
 {
     EXPECT_TRUE(card.registry.calls.empty());
     EXPECT_EQ(card.runLoop.activeIntervals(), std::vector { monitorInterval });
     EXPECT_EQ(counters(), zeros);
 }
 
-TEST_F(StatisticsPageTest, ATickAsksThreeTimesInThisOrder)
+TEST_F(StatisticsPageTest, TickQueriesAndShowsTheDriversCounters)
 {
     card.tick();
-    EXPECT_EQ(card.takeRequests(), (Requests { query(0x0D020212, 100), query(0x00020102, 4), query(0x00020105, 4) }));
-}
-
-TEST_F(StatisticsPageTest, ATickShowsTheDriversCounters)
-{
-    card.tick();
+    EXPECT_EQ(card.takeRequests(), queriesOfTick);
     EXPECT_EQ(counters(), sampleTexts);
 }
 
-TEST_F(StatisticsPageTest, ATickShowsNothingNewBeforeAllThreeAnswersAreThere)
+TEST_F(StatisticsPageTest, TickUpdatesTheFieldsOnlyAfterAllQueries)
 {
     card.tick();
     ASSERT_EQ(counters(), sampleTexts);
@@ -113,20 +110,20 @@ TEST_F(StatisticsPageTest, ATickShowsNothingNewBeforeAllThreeAnswersAreThere)
     EXPECT_EQ(counter(u"FTS").text(), u"0");
 }
 
-TEST_F(StatisticsPageTest, CountersComeFromTheirOwnPlacesInTheRecord)
+TEST_F(StatisticsPageTest, CountersComeFromTheirFieldsInTheRecord)
 {
-    // Twelve numbers without padding behind the length, each the number of its place.
+    // Twelve unpadded counters after the length, with the values 1 to 12.
     std::vector<std::byte> bytes(100);
     for (std::size_t place = 0; place < 12; ++place)
         bytes[4 + place * 8] = static_cast<std::byte>(place + 1);
-    card.registry.answer(0x0D020212, bytes);
+    card.registry.answer(OID_802_11_STATISTICS, bytes);
     card.tick();
     EXPECT_EQ(counters(),
         (QStringList {
             u"1"_qs, u"-3"_qs, u"4"_qs, u"3"_qs, u"6"_qs, u"7"_qs, u"4294967295"_qs, u"12"_qs, u"9"_qs, u"9"_qs }));
 }
 
-TEST_F(StatisticsPageTest, MoreRetriesThanFramesShowANegativeNumber)
+TEST_F(StatisticsPageTest, ShowsANegativeNumberForMoreRetriesThanFrames)
 {
     auto statistics = sampleStatistics();
     statistics.TransmittedFragmentCount = 30;
@@ -135,31 +132,30 @@ TEST_F(StatisticsPageTest, MoreRetriesThanFramesShowANegativeNumber)
     EXPECT_EQ(counter(u"FTSWR").text(), u"-10");
 }
 
-TEST_F(StatisticsPageTest, ACounterThatMissesItsAnswerIsZeroBesideTheOthers)
+TEST_F(StatisticsPageTest, FailedQueryZeroesOnlyItsOwnCounters)
 {
-    const std::vector<std::pair<std::uint32_t, std::vector<qsizetype>>> zerosWithout {
-        { 0x0D020212, { 0, 1, 2, 3, 4, 5, 7, 9 } },
-        { 0x00020102, { 6 } },
-        { 0x00020105, { 8 } },
+    const std::vector<std::pair<std::uint32_t, std::vector<qsizetype>>> zeroedFields {
+        { OID_802_11_STATISTICS, { 0, 1, 2, 3, 4, 5, 7, 9 } },
+        { OID_GEN_RCV_OK, { 6 } },
+        { OID_GEN_RCV_NO_BUFFER, { 8 } },
     };
-    for (const auto& [oid, places] : zerosWithout) {
+    for (const auto& [oid, fields] : zeroedFields) {
         QStringList expected = sampleTexts;
-        for (const qsizetype place : places)
-            expected[place] = u"0"_qs;
+        for (const qsizetype field : fields)
+            expected[field] = u"0"_qs;
         SCOPED_TRACE(oid);
         card.tick();
-        ASSERT_EQ(counters(), sampleTexts) << "what was shown before must not stay";
+        ASSERT_EQ(counters(), sampleTexts) << "so that stale values would be noticed";
         (void)card.takeRequests();
         card.registry.answerOnce(oid, { .succeeds = false });
         card.tick();
         EXPECT_EQ(counters(), expected);
-        EXPECT_EQ(
-            card.takeRequests(), (Requests { query(0x0D020212, 100), query(0x00020102, 4), query(0x00020105, 4) }));
+        EXPECT_EQ(card.takeRequests(), queriesOfTick);
         EXPECT_TRUE(card.alerts.alerts.empty());
     }
 }
 
-TEST_F(StatisticsPageTest, WhatAShortAnswerLeavesOutIsZero)
+TEST_F(StatisticsPageTest, TruncatedReplyZeroesTheMissingCounters)
 {
     card.tick();
     std::vector<std::byte> bytes = bytesOfRecord(sampleStatistics());
@@ -171,7 +167,7 @@ TEST_F(StatisticsPageTest, WhatAShortAnswerLeavesOutIsZero)
             u"0"_qs, u"9"_qs, u"0"_qs }));
 }
 
-TEST_F(StatisticsPageTest, WithoutADeviceEveryCounterIsZeroOnEachTickAndNothingIsAsked)
+TEST_F(StatisticsPageTest, WithoutADeviceShowsZerosAndSendsNoRequests)
 {
     card.tick();
     card.registry.forgetCalls();
@@ -186,7 +182,7 @@ TEST_F(StatisticsPageTest, WithoutADeviceEveryCounterIsZeroOnEachTickAndNothingI
     EXPECT_EQ(counters(), sampleTexts);
 }
 
-TEST_F(StatisticsPageTest, FailedQueriesReadAsZeros)
+TEST_F(StatisticsPageTest, ShowsZerosIfAllQueriesFail)
 {
     card.tick();
     card.registry.serviceCount = 0;
@@ -194,16 +190,16 @@ TEST_F(StatisticsPageTest, FailedQueriesReadAsZeros)
     EXPECT_EQ(counters(), zeros);
 }
 
-TEST_F(StatisticsPageTest, ResetCounterShowsZerosAtOnceAndSendsOneEmptyRequest)
+TEST_F(StatisticsPageTest, ResetCounterShowsZerosAndSendsOneRequest)
 {
     card.tick();
     card.registry.forgetCalls();
     pressReset();
     EXPECT_EQ(counters(), zeros);
-    EXPECT_EQ(card.takeRequests(), (Requests { { 0x0DF10103, {}, 0 } }));
+    EXPECT_EQ(card.takeRequests(), reset);
 }
 
-TEST_F(StatisticsPageTest, ResetCounterShowsZerosBeforeItTurnsToTheDriver)
+TEST_F(StatisticsPageTest, ResetCounterShowsZerosBeforeItsRequest)
 {
     card.tick();
     const auto seen = countersDuring([this] { pressReset(); });
@@ -212,10 +208,10 @@ TEST_F(StatisticsPageTest, ResetCounterShowsZerosBeforeItTurnsToTheDriver)
         EXPECT_EQ(shown, zeros);
 }
 
-TEST_F(StatisticsPageTest, TheTickBehindAResetShowsTheDriversCountersAfterIt)
+TEST_F(StatisticsPageTest, TickAfterAResetShowsTheDriversNewCounters)
 {
     card.tick();
-    card.registry.answerWith(0x0DF10103, [this](auto) {
+    card.registry.answerWith(asSet(VX_OID_802_11_RESET_COUNTERS), [this](auto) {
         NDIS_802_11_STATISTICS restarted {};
         restarted.TransmittedFragmentCount = 2;
         card.answer(OID_802_11_STATISTICS, restarted);
@@ -229,9 +225,9 @@ TEST_F(StatisticsPageTest, TheTickBehindAResetShowsTheDriversCountersAfterIt)
         (QStringList { u"2"_qs, u"2"_qs, u"0"_qs, u"0"_qs, u"0"_qs, u"0"_qs, u"1"_qs, u"0"_qs, u"9"_qs, u"0"_qs }));
 }
 
-TEST_F(StatisticsPageTest, TheTickBehindARefusedResetShowsTheCountersAgain)
+TEST_F(StatisticsPageTest, TickAfterAFailedResetShowsTheOldCounters)
 {
-    card.registry.fail(0x0DF10103);
+    card.registry.fail(asSet(VX_OID_802_11_RESET_COUNTERS));
     card.tick();
     pressReset();
     EXPECT_EQ(counters(), zeros);
@@ -240,20 +236,20 @@ TEST_F(StatisticsPageTest, TheTickBehindARefusedResetShowsTheCountersAgain)
     EXPECT_EQ(counters(), sampleTexts);
 }
 
-TEST_F(StatisticsPageTest, ResetCounterWithoutACardShowsZerosAndHoldsNothing)
+TEST_F(StatisticsPageTest, ResetCounterWithoutACardShowsZerosAndReleasesEverything)
 {
     card.tick();
     card.registry.forgetCalls();
     card.registry.serviceCount = 0;
     pressReset();
     EXPECT_EQ(counters(), zeros);
-    EXPECT_EQ(card.registry.count(RegistryCall::IOMasterPort), 1) << "a card is looked for";
+    EXPECT_EQ(card.registry.count(RegistryCall::IOMasterPort), 1);
     EXPECT_EQ(card.takeRequests(), Requests {});
     EXPECT_TRUE(card.registry.held().empty());
     EXPECT_TRUE(card.alerts.alerts.empty());
 }
 
-TEST_F(StatisticsPageTest, ResetCounterIsAQueryThatCarriesTheSetFlag)
+TEST_F(StatisticsPageTest, ResetCounterIsAQueryWithTheSetFlag)
 {
     const std::string traces = tracesOf([this] { page.OnResetCounter(); });
     EXPECT_EQ(traces.find("OidSetInformation"), std::string::npos);
@@ -261,14 +257,14 @@ TEST_F(StatisticsPageTest, ResetCounterIsAQueryThatCarriesTheSetFlag)
         std::string::npos);
 }
 
-TEST_F(StatisticsPageTest, ResetCounterIsSentAlsoWhileTheWatchHasNotSeenTheCard)
+TEST_F(StatisticsPageTest, ResetCounterIsSentEvenIfTheCardHasNotBeenDetected)
 {
     G_bDeviceExist = 0;
     pressReset();
-    EXPECT_EQ(card.takeRequests(), (Requests { { 0x0DF10103, {}, 0 } }));
+    EXPECT_EQ(card.takeRequests(), reset);
 }
 
-TEST_F(StatisticsPageTest, TracesItsOperationsWhenAskedTo)
+TEST_F(StatisticsPageTest, TracesItsOperations)
 {
     const auto everyOperation = [this] {
         StatisticsPageController traced { card.adapter, card.runLoop };
@@ -281,27 +277,27 @@ TEST_F(StatisticsPageTest, TracesItsOperationsWhenAskedTo)
     EXPECT_EQ(standardErrorOf(everyOperation), "");
 }
 
-TEST_F(StatisticsPageTest, TracesATickBeforeItLooksForACard)
+TEST_F(StatisticsPageTest, TracesATickWithoutADevice)
 {
     G_bDeviceExist = 0;
     EXPECT_EQ(tracesOf([this] { card.tick(); }), "#### StatisticsPageController - OnTimer ####\n");
 }
 
-TEST_F(StatisticsPageTest, TheLargestCountersAreShownWholeAndMoveNothing)
+TEST_F(StatisticsPageTest, MaximumCountersFitWithoutChangingTheLayout)
 {
     page.resize(page.minimumSizeHint());
     page.show();
     page.grab();
     const QSize before = page.minimumSizeHint();
 
-    constexpr auto largest = std::numeric_limits<std::int64_t>::max();
+    constexpr auto maximum = std::numeric_limits<std::int64_t>::max();
     NDIS_802_11_STATISTICS statistics {};
     statistics.TransmittedFragmentCount = std::numeric_limits<std::int64_t>::min();
-    statistics.FailedCount = largest;
-    statistics.RTSSuccessCount = largest;
-    statistics.RTSFailureCount = largest;
-    statistics.FrameDuplicateCount = largest;
-    statistics.FCSErrorCount = largest;
+    statistics.FailedCount = maximum;
+    statistics.RTSSuccessCount = maximum;
+    statistics.RTSFailureCount = maximum;
+    statistics.FrameDuplicateCount = maximum;
+    statistics.FCSErrorCount = maximum;
     card.answer(OID_802_11_STATISTICS, statistics);
     card.tick();
     page.grab();
@@ -315,7 +311,7 @@ TEST_F(StatisticsPageTest, TheLargestCountersAreShownWholeAndMoveNothing)
         EXPECT_GE(counter(name).width(), counter(name).sizeHint().width()) << counter(name).text().toStdString();
 }
 
-TEST_F(StatisticsPageTest, CountersOfBothGroupsStandInOneColumn)
+TEST_F(StatisticsPageTest, AlignsTheCountersOfBothGroups)
 {
     page.resize(page.sizeHint());
     page.show();
