@@ -2,17 +2,17 @@
 
 #include <QString>
 
-// What the property list of an installed bundle tells about it.
+// Version and date of an installed bundle, from its property list.
 struct BundleInformation {
-    QString version; // its CFBundleShortVersionString; empty where there is none
-    QString date; // the day on which the file was last changed, YYYY-MM-DD in local time; empty without a file
+    QString version; // CFBundleShortVersionString; empty if missing
+    QString date; // modification date of the file, YYYY-MM-DD in local time; empty if missing
 
     bool operator==(const BundleInformation&) const = default;
 };
 
-// The places of the utility's and the driver's property lists. They are fixed; a root before them is for tests.
+// The fixed paths of the utility's and the driver's property lists. Tests prepend a root.
 [[nodiscard]] QString utilityInformationPath(const QString& root = QString());
 [[nodiscard]] QString driverInformationPath(const QString& root = QString());
 
-// A file that is missing or is no property list leaves empty what it would tell. Links are followed.
+// Fields that cannot be read are left empty. Follows symbolic links.
 [[nodiscard]] BundleInformation bundleInformation(const QString& path);

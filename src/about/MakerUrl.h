@@ -4,7 +4,6 @@
 
 class QSettings;
 
-// The maker's web site: the address under the key "MakerUrl" of the user's settings, or the one that the program was
-// built with. Only complete http and https addresses are taken from the settings: what is opened is handed to whatever
-// program the desktop has for it.
+// The maker's web site: the "MakerUrl" entry of the user's settings, or the address compiled into the program. The entry
+// must be a complete http or https address, because other schemes could start any program on the desktop.
 [[nodiscard]] QUrl makerUrl(const QSettings& settings);

@@ -5,7 +5,7 @@
 #include <array>
 #include <cstdint>
 
-// The EEPROM's answer: byte 2 is the major, byte 3 the minor number.
+// The driver's reply: byte 2 is the major, byte 3 the minor number.
 using EepromVersion = std::array<std::uint8_t, 4>;
 
 // "2.16"

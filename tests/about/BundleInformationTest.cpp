@@ -18,8 +18,10 @@ protected:
     QString path { bundles.root() + u"/Bundle/Info.plist"_qs };
 };
 
-// The time zone of the process, for as long as this lives.
+// Sets the time zone of the process for its lifetime.
 class LocalTimeZone {
+    Q_DISABLE_COPY_MOVE(LocalTimeZone)
+
 public:
     explicit LocalTimeZone(const char* zone)
         : m_before(qgetenv("TZ"))
@@ -36,8 +38,6 @@ public:
             qunsetenv("TZ");
         tzset();
     }
-    LocalTimeZone(const LocalTimeZone&) = delete;
-    LocalTimeZone& operator=(const LocalTimeZone&) = delete;
 
 private:
     QByteArray m_before;
@@ -53,13 +53,13 @@ TEST(BundlePaths, AreFixed)
         u"/tmp/root/System/Library/Extensions/Pellvane.kext/Contents/Info.plist");
 }
 
-TEST_F(BundleInformationTest, TellsTheShortVersionAndTheDay)
+TEST_F(BundleInformationTest, ReadsTheShortVersionAndTheDate)
 {
     install(InstalledBundles::informationList("1.4.2b"));
     EXPECT_EQ(bundleInformation(path), (BundleInformation { u"1.4.2b"_qs, u"2005-03-14"_qs }));
 }
 
-TEST_F(BundleInformationTest, NeedsNoDocumentThatTheDoctypeNames)
+TEST_F(BundleInformationTest, DoesNotNeedTheDtdOfTheDoctype)
 {
     QByteArray list = InstalledBundles::informationList("1.4.2b");
     list.replace("<!DOCTYPE plist>",
@@ -74,7 +74,7 @@ TEST_F(BundleInformationTest, IsEmptyWithoutAFile)
     EXPECT_EQ(bundleInformation(path), BundleInformation {});
 }
 
-TEST_F(BundleInformationTest, HasADateAndNoVersionWhereTheFileIsNoPropertyList)
+TEST_F(BundleInformationTest, HasOnlyADateForAFileWithoutAVersion)
 {
     for (const char* const content :
         { "", "no list", "<plist version=\"1.0\"><array/></plist>", "<plist version=\"1.0\"><dict/></plist>",
@@ -84,7 +84,7 @@ TEST_F(BundleInformationTest, HasADateAndNoVersionWhereTheFileIsNoPropertyList)
     }
 }
 
-TEST_F(BundleInformationTest, HasNoVersionWhereverTheListIsCutOff)
+TEST_F(BundleInformationTest, HasNoVersionForATruncatedFile)
 {
     const QByteArray whole = InstalledBundles::informationList("1.4.2b");
     const qsizetype end = whole.lastIndexOf('>');
@@ -96,7 +96,7 @@ TEST_F(BundleInformationTest, HasNoVersionWhereverTheListIsCutOff)
     EXPECT_EQ(bundleInformation(path).version, u"1.4.2b");
 }
 
-TEST_F(BundleInformationTest, FollowsLinksToTheFileItself)
+TEST_F(BundleInformationTest, FollowsSymbolicLinks)
 {
     install(InstalledBundles::informationList("1.0"));
     const QString link = bundles.root() + u"/link"_qs;
@@ -106,7 +106,7 @@ TEST_F(BundleInformationTest, FollowsLinksToTheFileItself)
     EXPECT_EQ(bundleInformation(link), BundleInformation {});
 }
 
-TEST_F(BundleInformationTest, CountsDaysWhereTheUserIs)
+TEST_F(BundleInformationTest, UsesTheLocalTimeZoneForTheDate)
 {
     const QDateTime lateInTheEvening(QDate(2005, 3, 14), QTime(22, 30), Qt::UTC);
     install(InstalledBundles::informationList("1.0"), lateInTheEvening);

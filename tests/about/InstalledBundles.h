@@ -8,10 +8,10 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
-// A root folder with the property lists that a test installs into it.
+// A temporary root directory for the property lists that a test installs.
 class InstalledBundles {
 public:
-    [[nodiscard]] QString root() const { return m_folder.path(); }
+    [[nodiscard]] QString root() const { return m_directory.path(); }
 
     static QByteArray informationList(const QByteArray& version)
     {
@@ -37,7 +37,7 @@ public:
     }
 
 private:
-    QTemporaryDir m_folder;
+    QTemporaryDir m_directory;
 };
 
 // Local time.

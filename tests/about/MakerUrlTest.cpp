@@ -16,24 +16,24 @@ protected:
         return makerUrl(settings).toString();
     }
 
-    QTemporaryDir folder;
-    QSettings settings { folder.filePath(u"settings.ini"_qs), QSettings::IniFormat };
+    QTemporaryDir directory;
+    QSettings settings { directory.filePath(u"settings.ini"_qs), QSettings::IniFormat };
 };
 
-TEST_F(MakerUrl, IsTheBuiltInOneWithoutASetting)
+TEST_F(MakerUrl, DefaultsToTheBuiltInAddress)
 {
     EXPECT_EQ(makerUrl(settings).toString(), builtIn);
     EXPECT_TRUE(makerUrl(settings).isValid());
 }
 
-TEST_F(MakerUrl, IsTheConfiguredWebAddress)
+TEST_F(MakerUrl, UsesAConfiguredWebAddress)
 {
     EXPECT_EQ(configured(u"https://support.quorvane.example/7100?lang=de"_qs),
         u"https://support.quorvane.example/7100?lang=de");
     EXPECT_EQ(configured(u"http://intranet/"_qs), u"http://intranet/");
 }
 
-TEST_F(MakerUrl, IsTheBuiltInOneForAnythingElse)
+TEST_F(MakerUrl, IgnoresOtherConfiguredValues)
 {
     for (const QString& text : { u""_qs, u"www.quorvane.example"_qs, u"file:///etc/passwd"_qs, u"mailto:a@b.example"_qs,
              u"javascript:alert(1)"_qs, u"https://"_qs, u"https:///path"_qs, u"https://a b/"_qs })

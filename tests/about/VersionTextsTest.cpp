@@ -4,7 +4,7 @@
 
 namespace {
 
-TEST(EepromVersionText, IsBytesTwoAndThreeInDecimal)
+TEST(EepromVersionText, ConsistsOfBytesTwoAndThreeInDecimal)
 {
     EXPECT_EQ(eepromVersionText({ 0, 0, 0x02, 0x10 }), u"2.16");
     EXPECT_EQ(eepromVersionText({ 9, 8, 1, 0 }), u"1.0");

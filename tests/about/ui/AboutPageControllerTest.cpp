@@ -21,45 +21,69 @@ namespace {
 
 using Requests = std::vector<RecordedRequest>;
 
+const Requests allQueries { query(VX_OID_802_11_EEPROM_VERSION, 4), query(OID_802_3_CURRENT_ADDRESS, 6) };
+
+// What the fields of each group show by default.
+const QStringList utilityTexts { u"1.0.3"_qs, u"2004-11-05"_qs };
+const QStringList driverTexts { u"2.1"_qs, u"2004-09-30"_qs };
+const QStringList cardTexts { u"2.16"_qs, u"00-0A-BC-DE-F0-01"_qs };
+const QStringList emptyGroup(2, QString());
+const QStringList allEmpty(6, QString());
+
 class AboutPageTest : public testing::Test {
 protected:
     AboutPageTest()
     {
         page.awakeFromNib();
-        registry.answer(0x0D710119, bytesOfRecord(std::array<std::uint8_t, 4> { 0x12, 0x34, 0x02, 0x10 }));
-        registry.answer(0x01010102, bytesOfRecord(MacAddress { 0x00, 0x0a, 0xbc, 0xde, 0xf0, 0x01 }));
+        answer({ 0x12, 0x34, 0x02, 0x10 }, { 0x00, 0x0a, 0xbc, 0xde, 0xf0, 0x01 });
     }
 
-    void installUtility() const
+    void answer(const std::array<std::uint8_t, 4>& eepromVersion, const MacAddress& address)
     {
-        InstalledBundles::install(
-            utilityInformationPath(bundles.root()), InstalledBundles::informationList("1.0.3"), noonOf(2004, 11, 5));
-    }
-    void installDriver() const
-    {
-        InstalledBundles::install(
-            driverInformationPath(bundles.root()), InstalledBundles::informationList("2.1"), noonOf(2004, 9, 30));
+        registry.answer(VX_OID_802_11_EEPROM_VERSION, bytesOfRecord(eepromVersion));
+        registry.answer(OID_802_3_CURRENT_ADDRESS, bytesOfRecord(address));
     }
 
+    void installUtility(const QByteArray& content = InstalledBundles::informationList("1.0.3"),
+        const QDateTime& changed = noonOf(2004, 11, 5)) const
+    {
+        InstalledBundles::install(utilityFile, content, changed);
+    }
+    void installDriver(const QByteArray& content = InstalledBundles::informationList("2.1"),
+        const QDateTime& changed = noonOf(2004, 9, 30)) const
+    {
+        InstalledBundles::install(driverFile, content, changed);
+    }
     void installBoth() const
     {
         installUtility();
         installDriver();
     }
 
-    // Utility's version and date, driver's, EEPROM version, MAC address.
+    // Version and date of the utility, of the driver, EEPROM version, MAC address.
     [[nodiscard]] QStringList fields() const
     {
         QStringList texts;
         for (const char16_t* const name :
             { u"QvConfigVersion", u"QvConfigDate", u"DriverVersion", u"DriverDate", u"EEPROMVersion", u"MacAddress" })
-            texts.push_back(page.findChild<QLabel*>(QStringView(name).toString())->text());
+            texts.push_back(label(name).text());
         return texts;
+    }
+    [[nodiscard]] QStringList fieldsAfterUpdate()
+    {
+        page.GetAllInformation();
+        return fields();
+    }
+    [[nodiscard]] QLabel& label(const char16_t* name) const
+    {
+        return *page.findChild<QLabel*>(QStringView(name).toString());
     }
 
     [[nodiscard]] Requests requests() const { return recordedRequests(registry); }
 
     InstalledBundles bundles;
+    QString utilityFile { utilityInformationPath(bundles.root()) };
+    QString driverFile { driverInformationPath(bundles.root()) };
     RecordingIORegistry registry;
     RecordingTickClock clock;
     RecordingAlertPanels alerts;
@@ -74,26 +98,20 @@ protected:
     AboutPageController page { adapter, makersSite, opener, bundles.root() };
 };
 
-const QStringList nothing(6, QString());
-const Requests allRequests { query(0x0D710119, 4), query(0x01010102, 6) };
-
-TEST_F(AboutPageTest, IsEmptyUntilACardComesIntoUse)
+TEST_F(AboutPageTest, IsEmptyBeforeTheFirstUpdate)
 {
-    EXPECT_EQ(fields(), nothing);
+    EXPECT_EQ(fields(), allEmpty);
     EXPECT_EQ(requests(), Requests {});
 }
 
-TEST_F(AboutPageTest, TellsVersionsDatesAndAddress)
+TEST_F(AboutPageTest, ShowsVersionsDatesAndAddress)
 {
     installBoth();
-    page.GetAllInformation();
-    EXPECT_EQ(fields(),
-        (QStringList {
-            u"1.0.3"_qs, u"2004-11-05"_qs, u"2.1"_qs, u"2004-09-30"_qs, u"2.16"_qs, u"00-0A-BC-DE-F0-01"_qs }));
-    EXPECT_EQ(requests(), allRequests);
+    EXPECT_EQ(fieldsAfterUpdate(), utilityTexts + driverTexts + cardTexts);
+    EXPECT_EQ(requests(), allQueries);
 }
 
-TEST_F(AboutPageTest, ShowsEachAnswerBeforeItAsksForTheNext)
+TEST_F(AboutPageTest, ShowsEachValueBeforeTheNextQuery)
 {
     installBoth();
     std::vector<QStringList> fieldsAtRequest;
@@ -103,158 +121,125 @@ TEST_F(AboutPageTest, ShowsEachAnswerBeforeItAsksForTheNext)
     };
     page.GetAllInformation();
     EXPECT_EQ(fieldsAtRequest,
-        (std::vector<QStringList> {
-            { u"1.0.3"_qs, u"2004-11-05"_qs, u"2.1"_qs, u"2004-09-30"_qs, QString(), QString() },
-            { u"1.0.3"_qs, u"2004-11-05"_qs, u"2.1"_qs, u"2004-09-30"_qs, u"2.16"_qs, QString() },
-        }));
+        (std::vector<QStringList> { utilityTexts + driverTexts + emptyGroup,
+            utilityTexts + driverTexts + QStringList { u"2.16"_qs, QString() } }));
 }
 
-TEST_F(AboutPageTest, StaysAsItIsWhereTheUtilityIsNotInstalled)
+TEST_F(AboutPageTest, DoesNothingIfTheUtilityIsNotInstalled)
 {
     installDriver();
-    page.GetAllInformation();
-    EXPECT_EQ(fields(), nothing);
-    EXPECT_EQ(requests(), Requests {});
+    EXPECT_EQ(fieldsAfterUpdate(), allEmpty);
     EXPECT_TRUE(registry.calls.empty());
 }
 
-TEST_F(AboutPageTest, KeepsWhatItShowsWhenTheUtilityIsTakenAway)
+TEST_F(AboutPageTest, KeepsItsTextsIfTheUtilityIsRemoved)
 {
     installBoth();
     page.GetAllInformation();
-    const QStringList before = fields();
     registry.forgetCalls();
-    registry.fail(0x0D710119);
-    ASSERT_TRUE(QFile::remove(utilityInformationPath(bundles.root())));
-    page.GetAllInformation();
-    EXPECT_EQ(fields(), before);
+    registry.fail(VX_OID_802_11_EEPROM_VERSION);
+    ASSERT_TRUE(QFile::remove(utilityFile));
+    EXPECT_EQ(fieldsAfterUpdate(), utilityTexts + driverTexts + cardTexts);
     EXPECT_TRUE(registry.calls.empty());
 }
 
-TEST_F(AboutPageTest, LeavesTheDriversFieldsEmptyWithoutItsPropertyList)
+TEST_F(AboutPageTest, LeavesTheDriverFieldsEmptyWithoutItsPropertyList)
 {
     installUtility();
-    page.GetAllInformation();
-    EXPECT_EQ(fields(),
-        (QStringList { u"1.0.3"_qs, u"2004-11-05"_qs, QString(), QString(), u"2.16"_qs, u"00-0A-BC-DE-F0-01"_qs }));
+    EXPECT_EQ(fieldsAfterUpdate(), utilityTexts + emptyGroup + cardTexts);
 }
 
-TEST_F(AboutPageTest, EmptiesTheDriversFieldsWhenItsPropertyListIsTakenAway)
+TEST_F(AboutPageTest, ClearsTheDriverFieldsIfItsPropertyListIsRemoved)
 {
     installBoth();
     page.GetAllInformation();
-    ASSERT_TRUE(QFile::remove(driverInformationPath(bundles.root())));
-    page.GetAllInformation();
-    EXPECT_EQ(fields(),
-        (QStringList { u"1.0.3"_qs, u"2004-11-05"_qs, QString(), QString(), u"2.16"_qs, u"00-0A-BC-DE-F0-01"_qs }));
+    ASSERT_TRUE(QFile::remove(driverFile));
+    EXPECT_EQ(fieldsAfterUpdate(), utilityTexts + emptyGroup + cardTexts);
 }
 
-TEST_F(AboutPageTest, HasADateAndNoVersionForAnUnreadablePropertyList)
+TEST_F(AboutPageTest, ShowsOnlyTheDateOfAnUnreadablePropertyList)
 {
+    installUtility("no list");
     installDriver();
-    InstalledBundles::install(utilityInformationPath(bundles.root()), "no list", noonOf(2004, 11, 5));
-    page.GetAllInformation();
-    EXPECT_EQ(fields(),
-        (QStringList {
-            QString(), u"2004-11-05"_qs, u"2.1"_qs, u"2004-09-30"_qs, u"2.16"_qs, u"00-0A-BC-DE-F0-01"_qs }));
-    EXPECT_EQ(requests(), allRequests);
+    EXPECT_EQ(fieldsAfterUpdate(), QStringList({ QString(), u"2004-11-05"_qs }) + driverTexts + cardTexts);
+    EXPECT_EQ(requests(), allQueries);
 }
 
-TEST_F(AboutPageTest, HasADateAndNoVersionForADriversUnreadablePropertyList)
+TEST_F(AboutPageTest, ShowsOnlyTheDateOfAnUnreadableDriverPropertyList)
 {
     installUtility();
-    InstalledBundles::install(driverInformationPath(bundles.root()), "no list", noonOf(2004, 9, 30));
-    page.GetAllInformation();
-    EXPECT_EQ(fields(),
-        (QStringList {
-            u"1.0.3"_qs, u"2004-11-05"_qs, QString(), u"2004-09-30"_qs, u"2.16"_qs, u"00-0A-BC-DE-F0-01"_qs }));
-    EXPECT_EQ(requests(), allRequests);
+    installDriver("no list");
+    EXPECT_EQ(fieldsAfterUpdate(), utilityTexts + QStringList({ QString(), u"2004-09-30"_qs }) + cardTexts);
+    EXPECT_EQ(requests(), allQueries);
 }
 
-TEST_F(AboutPageTest, ReadsEverythingAgainForEveryCard)
+TEST_F(AboutPageTest, ReadsEverythingAgainOnEachUpdate)
 {
     installBoth();
     page.GetAllInformation();
-    InstalledBundles::install(
-        utilityInformationPath(bundles.root()), InstalledBundles::informationList("1.1"), noonOf(2005, 1, 2));
-    InstalledBundles::install(
-        driverInformationPath(bundles.root()), InstalledBundles::informationList("2.2"), noonOf(2005, 3, 4));
-    registry.answer(0x0D710119, bytesOfRecord(std::array<std::uint8_t, 4> { 0, 0, 3, 0 }));
-    registry.answer(0x01010102, bytesOfRecord(MacAddress { 0xff, 0x0a, 0xbc, 0xde, 0xf0, 0x02 }));
-    page.GetAllInformation();
-    EXPECT_EQ(fields(),
+    installUtility(InstalledBundles::informationList("1.1"), noonOf(2005, 1, 2));
+    installDriver(InstalledBundles::informationList("2.2"), noonOf(2005, 3, 4));
+    answer({ 0, 0, 3, 0 }, { 0xff, 0x0a, 0xbc, 0xde, 0xf0, 0x02 });
+    EXPECT_EQ(fieldsAfterUpdate(),
         (QStringList { u"1.1"_qs, u"2005-01-02"_qs, u"2.2"_qs, u"2005-03-04"_qs, u"3.0"_qs, u"FF-0A-BC-DE-F0-02"_qs }));
 }
 
-TEST_F(AboutPageTest, FollowsALinkToTheUtilityAndStopsWhereItLeadsNowhere)
+TEST_F(AboutPageTest, FollowsALinkToTheUtilityAndDoesNothingIfItIsBroken)
 {
-    const QString elsewhere = bundles.root() + u"/elsewhere/Info.plist"_qs;
-    InstalledBundles::install(elsewhere, InstalledBundles::informationList("1.0.3"), noonOf(2004, 11, 5));
-    const QString path = utilityInformationPath(bundles.root());
-    ASSERT_TRUE(QDir().mkpath(QFileInfo(path).path()));
-    ASSERT_TRUE(QFile::link(elsewhere, path));
-    page.GetAllInformation();
-    EXPECT_EQ(fields().first(2), (QStringList { u"1.0.3"_qs, u"2004-11-05"_qs }));
-    EXPECT_EQ(requests(), allRequests);
+    const QString target = bundles.root() + u"/elsewhere/Info.plist"_qs;
+    InstalledBundles::install(target, InstalledBundles::informationList("1.0.3"), noonOf(2004, 11, 5));
+    ASSERT_TRUE(QDir().mkpath(QFileInfo(utilityFile).path()));
+    ASSERT_TRUE(QFile::link(target, utilityFile));
+    EXPECT_EQ(fieldsAfterUpdate().first(2), utilityTexts);
+    EXPECT_EQ(requests(), allQueries);
 
     registry.forgetCalls();
-    ASSERT_TRUE(QFile::remove(elsewhere));
-    page.GetAllInformation();
-    EXPECT_EQ(fields().first(2), (QStringList { u"1.0.3"_qs, u"2004-11-05"_qs }));
+    ASSERT_TRUE(QFile::remove(target));
+    EXPECT_EQ(fieldsAfterUpdate().first(2), utilityTexts);
     EXPECT_TRUE(registry.calls.empty());
 }
 
-TEST_F(AboutPageTest, ShowsZerosForAFailedQueryBesideTheOther)
+TEST_F(AboutPageTest, ShowsZerosForAFailedQuery)
 {
     installUtility();
-    const QString version = u"2.16"_qs;
-    const QString address = u"00-0A-BC-DE-F0-01"_qs;
-    const std::vector<std::pair<std::uint32_t, QStringList>> shownWithout {
-        { 0x0D710119, { u"0.0"_qs, address } },
-        { 0x01010102, { version, u"00-00-00-00-00-00"_qs } },
+    const std::vector<std::pair<std::uint32_t, QStringList>> cases {
+        { VX_OID_802_11_EEPROM_VERSION, { u"0.0"_qs, cardTexts[1] } },
+        { OID_802_3_CURRENT_ADDRESS, { cardTexts[0], u"00-00-00-00-00-00"_qs } },
     };
-    for (const auto& [oid, expected] : shownWithout) {
-        SCOPED_TRACE(oid);
-        page.GetAllInformation();
-        ASSERT_EQ(fields().last(2), (QStringList { version, address })) << "what was shown before must not stay";
+    for (const auto& [failing, expected] : cases) {
+        SCOPED_TRACE(failing);
+        ASSERT_EQ(fieldsAfterUpdate().last(2), cardTexts) << "so that stale values would be noticed";
         registry.forgetCalls();
-        registry.answerOnce(oid, { .succeeds = false });
-        page.GetAllInformation();
-        EXPECT_EQ(fields().last(2), expected);
-        EXPECT_EQ(requests(), allRequests);
+        registry.answerOnce(failing, { .succeeds = false });
+        EXPECT_EQ(fieldsAfterUpdate().last(2), expected);
+        EXPECT_EQ(requests(), allQueries);
         EXPECT_TRUE(alerts.alerts.empty());
     }
 }
 
-TEST_F(AboutPageTest, ShowsZerosForWhatAShortAnswerLeavesOut)
+TEST_F(AboutPageTest, ShowsZerosForTheMissingBytesOfATruncatedReply)
 {
     installUtility();
-    registry.answer(0x0D710119, bytesOfRecord(std::array<std::uint8_t, 3> { 9, 9, 2 }));
-    registry.answer(0x01010102, bytesOfRecord(std::array<std::uint8_t, 2> { 0xfe, 0xed }));
-    page.GetAllInformation();
-    EXPECT_EQ(fields().last(2), (QStringList { u"2.0"_qs, u"FE-ED-00-00-00-00"_qs }));
+    registry.answer(VX_OID_802_11_EEPROM_VERSION, bytesOfRecord(std::array<std::uint8_t, 3> { 9, 9, 2 }));
+    registry.answer(OID_802_3_CURRENT_ADDRESS, bytesOfRecord(std::array<std::uint8_t, 2> { 0xfe, 0xed }));
+    EXPECT_EQ(fieldsAfterUpdate().last(2), (QStringList { u"2.0"_qs, u"FE-ED-00-00-00-00"_qs }));
 }
 
 TEST_F(AboutPageTest, ShowsZerosWithoutACard)
 {
     installBoth();
     registry.serviceCount = 0;
-    page.GetAllInformation();
-    EXPECT_EQ(fields(),
-        (QStringList {
-            u"1.0.3"_qs, u"2004-11-05"_qs, u"2.1"_qs, u"2004-09-30"_qs, u"0.0"_qs, u"00-00-00-00-00-00"_qs }));
+    EXPECT_EQ(fieldsAfterUpdate(), utilityTexts + driverTexts + QStringList({ u"0.0"_qs, u"00-00-00-00-00-00"_qs }));
     EXPECT_EQ(requests(), Requests {});
     EXPECT_TRUE(registry.held().empty());
 }
 
-TEST_F(AboutPageTest, ShowsTextsAsTheyAreWritten)
+TEST_F(AboutPageTest, DoesNotInterpretAVersionAsMarkup)
 {
-    InstalledBundles::install(utilityInformationPath(bundles.root()),
-        InstalledBundles::informationList("&lt;b&gt;1&lt;/b&gt;"), noonOf(2004, 11, 5));
+    installUtility(InstalledBundles::informationList("&lt;b&gt;1&lt;/b&gt;"));
     page.GetAllInformation();
-    auto& version = *page.findChild<QLabel*>(u"QvConfigVersion"_qs);
-    EXPECT_EQ(version.text(), u"<b>1</b>");
-    EXPECT_EQ(version.textFormat(), Qt::PlainText);
+    EXPECT_EQ(label(u"QvConfigVersion").text(), u"<b>1</b>");
+    EXPECT_EQ(label(u"QvConfigVersion").textFormat(), Qt::PlainText);
 }
 
 TEST_F(AboutPageTest, OpensTheMakersWebSite)
@@ -271,16 +256,16 @@ TEST_F(AboutPageTest, OpensTheMakersWebSite)
     EXPECT_EQ(requests(), Requests {});
 }
 
-TEST_F(AboutPageTest, HandsTheLinkToTheDesktopUnlessToldOtherwise)
+TEST_F(AboutPageTest, OpensTheWebSiteInTheDesktopsBrowserByDefault)
 {
-    QTextBrowser desktop; // whose signal stands for the desktop's browser
-    std::vector<QUrl> handed;
-    QObject::connect(&desktop, &QTextBrowser::anchorClicked, [&handed](const QUrl& url) { handed.push_back(url); });
+    QTextBrowser desktop; // its signal receives the URL in place of a browser
+    std::vector<QUrl> received;
+    QObject::connect(&desktop, &QTextBrowser::anchorClicked, [&received](const QUrl& url) { received.push_back(url); });
     QDesktopServices::setUrlHandler(u"https"_qs, &desktop, "anchorClicked");
     AboutPageController onDesktop { adapter, makersSite };
     onDesktop.OpenQuorvaneWeb();
     QDesktopServices::unsetUrlHandler(u"https"_qs);
-    EXPECT_EQ(handed, std::vector { makersSite });
+    EXPECT_EQ(received, std::vector { makersSite });
 }
 
 TEST_F(AboutPageTest, ShowsItsPictureAndNotice)
@@ -289,30 +274,27 @@ TEST_F(AboutPageTest, ShowsItsPictureAndNotice)
     const auto& picture = *page.findChild<ImageView*>(u"QuorvanePicture"_qs);
     EXPECT_EQ(picture.image().cacheKey(), imageNamed(u"QUORVANE").cacheKey());
     EXPECT_FALSE(picture.accessibleName().isEmpty());
-    EXPECT_TRUE(page.findChild<QLabel*>(u"Notice"_qs)->text().contains(u"Quorvane"));
+    EXPECT_TRUE(label(u"Notice").text().contains(u"Quorvane"));
 }
 
-TEST_F(AboutPageTest, FieldsOfAllGroupsStandInOneColumn)
+TEST_F(AboutPageTest, AlignsTheFieldsOfAllGroups)
 {
     page.show();
-    const auto leftEdge = [this](const char16_t* name) {
-        const QLabel& label = *page.findChild<QLabel*>(QStringView(name).toString());
-        return label.mapTo(&page, QPoint(0, 0)).x();
-    };
+    const auto leftEdge = [this](const char16_t* name) { return label(name).mapTo(&page, QPoint(0, 0)).x(); };
     for (const char16_t* const name :
         { u"QvConfigDate", u"DriverVersion", u"DriverDate", u"EEPROMVersion", u"MacAddress" })
         EXPECT_EQ(leftEdge(name), leftEdge(u"QvConfigVersion"));
 }
 
-TEST_F(AboutPageTest, ShowsTheWholeNoticeAtItsSmallest)
+TEST_F(AboutPageTest, ShowsTheWholeNoticeAtItsMinimumSize)
 {
     page.resize(page.minimumSizeHint());
     page.show();
-    const QLabel& notice = *page.findChild<QLabel*>(u"Notice"_qs);
+    const QLabel& notice = label(u"Notice");
     EXPECT_GE(notice.height(), notice.heightForWidth(notice.width()));
 }
 
-TEST_F(AboutPageTest, TracesItsOperationsWhenAskedTo)
+TEST_F(AboutPageTest, TracesItsOperations)
 {
     installUtility();
     const auto everyOperation = [this] {
@@ -326,12 +308,12 @@ TEST_F(AboutPageTest, TracesItsOperationsWhenAskedTo)
     EXPECT_EQ(standardErrorOf(everyOperation), "");
 }
 
-TEST_F(AboutPageTest, TracesBeforeItLooksForTheUtility)
+TEST_F(AboutPageTest, TracesAnUpdateEvenIfTheUtilityIsNotInstalled)
 {
     EXPECT_EQ(tracesOf([this] { page.GetAllInformation(); }), "#### AboutPageController - GetAllInformation ####\n");
 }
 
-TEST_F(AboutPageTest, TracesTheLinkBeforeItIsOpened)
+TEST_F(AboutPageTest, TracesTheLinkEvenIfItCannotBeOpened)
 {
     opens = false;
     EXPECT_EQ(tracesOf([this] { page.OpenQuorvaneWeb(); }), "#### AboutPageController - OpenQuorvaneWeb ####\n");
