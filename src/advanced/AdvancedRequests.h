@@ -5,15 +5,15 @@
 class AssertionHandler;
 class VX7100Access;
 
-// What the advanced settings page sends to the driver. The results of the requests are not looked at.
+// The requests of the advanced settings page. Their results are ignored.
 
-// Gives the driver G_enumWirelessMode where it has another. The traces name the newly selected mode beside the two.
+// Sets G_enumWirelessMode if the driver's mode differs. The trace also contains the newly selected mode.
 void sendWirelessMode(VX7100Access& adapter, const AdvancedSettings& settings);
-// Puts the options into the driver's station configuration and sends it where that changed it. What the options do not
-// name keeps what the driver had.
+// Updates the driver's station configuration with the settings and sends it if it changed. Other fields keep the driver's
+// values.
 void sendStationConfiguration(VX7100Access& adapter, const AdvancedSettings& settings);
-// False, with nothing sent, where a failed assertion ends the operation.
+// Returns false and sends nothing if a failed assertion ends the operation.
 [[nodiscard]] bool sendDesiredRates(
     VX7100Access& adapter, const AdvancedSettings& settings, AssertionHandler& assertions);
-// Switches the radio to what G_bRadio says.
+// Switches the radio on or off according to G_bRadio.
 void sendRadio(VX7100Access& adapter);

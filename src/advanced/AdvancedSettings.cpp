@@ -57,15 +57,15 @@ PropertyDictionary settingsRecord(const AdvancedSettings& settings)
     return record;
 }
 
-void takeSelections(std::int32_t rateIndex, std::int32_t modeIndex, AdvancedSettings& settings)
+void applySelections(std::int32_t rateIndex, std::int32_t modeIndex, AdvancedSettings& settings)
 {
     settings.nTxRate = rateIndex;
     if (G_bSupportAMode == 0 && settings.nWirelessMode > cckOnlyMode)
         settings.nWirelessMode = 0;
     G_enumWirelessMode = settings.nWirelessMode;
-    if (!protectionHasMeaning(settings.nWirelessMode))
+    if (!modeHasProtection(settings.nWirelessMode))
         settings.nBGProtection = 0;
-    // Of the CCK mode only: an index beyond the OFDM list is left to what builds the rates.
+    // Only for the CCK mode; desiredRates() handles an index beyond the OFDM list.
     if (settings.nWirelessMode == cckOnlyMode)
         settings.nTxRate = transmitRateIndexFor(cckOnlyMode, settings.nTxRate);
     settings.nWirelessMode = modeIndex;

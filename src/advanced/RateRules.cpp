@@ -9,6 +9,12 @@
 
 namespace {
 
+// Line numbers in the reports of failed assertions.
+constexpr int unknownModeLine = 121;
+constexpr int unknownRateLine = 129;
+constexpr int unknownModeForAutoLine = 135;
+constexpr int unknownOfdmRateLine = 287;
+
 struct Rate {
     const char* text;
     std::uint8_t code; // units of 500 kbit/s
@@ -29,7 +35,7 @@ constexpr std::array<Rate, 12> mixedRates { {
     { "54 Mbps", 108 },
 } };
 
-// The first two have never carried their unit in this list.
+// The first two deliberately have no unit in this list.
 constexpr std::array<Rate, 4> cckRates { {
     { "1", 2 },
     { "2", 4 },
@@ -37,12 +43,12 @@ constexpr std::array<Rate, 4> cckRates { {
     { "11 Mbps", 22 },
 } };
 
-// The OFDM rates are those that the mixed list ends with.
+// The OFDM rates are at the end of the mixed list.
 constexpr std::span<const Rate> ofdmRates = std::span(mixedRates).last<8>();
 
 constexpr NDIS_802_11_RATES cckAuto { 22, 11, 4, 2, 0, 0, 0, 0 };
 constexpr NDIS_802_11_RATES ofdmAuto { 108, 96, 72, 48, 36, 24, 18, 12 };
-// Eight places for twelve rates: the four slow OFDM rates stay out.
+// The record has space for eight rates, so the four slowest OFDM rates are omitted.
 constexpr NDIS_802_11_RATES mixedAuto { 108, 96, 72, 48, 22, 11, 4, 2 };
 
 std::span<const Rate> ratesOf(std::int32_t wirelessMode)
@@ -57,8 +63,13 @@ std::span<const Rate> ratesOf(std::int32_t wirelessMode)
     }
 }
 
-// Whether to go on behind a value that the tables do not have.
-bool reported(AssertionHandler& assertions, int lineNumber, const char* error)
+bool hasMixedRates(std::int32_t wirelessMode)
+{
+    return wirelessMode != cckOnlyMode && wirelessMode != ofdmOnlyMode;
+}
+
+// Reports an unknown value. Returns whether to continue.
+bool reportUnknown(AssertionHandler& assertions, int lineNumber, const char* error)
 {
     const bool goOn = assertions.handleFailureInMethod(
         "OnApply", "AdvancePageController", "AdvancePageController", lineNumber, invalidParameter);
@@ -81,7 +92,7 @@ std::optional<NDIS_802_11_RATES> automaticRates(std::int32_t wirelessMode, Asser
 {
     if (wirelessMode == cckOnlyMode)
         return cckAuto;
-    if (!isKnownMode(wirelessMode) && !reported(assertions, 135, "PhyMode ERROR"))
+    if (!isKnownMode(wirelessMode) && !reportUnknown(assertions, unknownModeForAutoLine, "PhyMode ERROR"))
         return std::nullopt;
     return mixedAuto;
 }
@@ -103,13 +114,12 @@ std::vector<QString> transmitRateItems(std::int32_t wirelessMode)
 
 std::int32_t transmitRateIndexFor(std::int32_t wirelessMode, std::int32_t index)
 {
-    const bool shortList = wirelessMode == cckOnlyMode || wirelessMode == ofdmOnlyMode;
-    return shortList && index > static_cast<std::int32_t>(ratesOf(wirelessMode).size()) ? 0 : index;
+    return !hasMixedRates(wirelessMode) && index > static_cast<std::int32_t>(ratesOf(wirelessMode).size()) ? 0 : index;
 }
 
-bool protectionHasMeaning(std::int32_t wirelessMode)
+bool modeHasProtection(std::int32_t wirelessMode)
 {
-    return wirelessMode != cckOnlyMode && wirelessMode != ofdmOnlyMode;
+    return hasMixedRates(wirelessMode);
 }
 
 std::optional<NDIS_802_11_RATES> desiredRates(
@@ -118,15 +128,15 @@ std::optional<NDIS_802_11_RATES> desiredRates(
     if (wirelessMode == ofdmOnlyMode) {
         if (isRateIndex(ofdmRates, rateIndex))
             return fixedRate(ofdmRates, rateIndex);
-        if (rateIndex != 0 && !reported(assertions, 287, "Rates ERROR"))
+        if (rateIndex != 0 && !reportUnknown(assertions, unknownOfdmRateLine, "Rates ERROR"))
             return std::nullopt;
         return ofdmAuto;
     }
-    if (!isKnownMode(wirelessMode) && !reported(assertions, 121, "PhyMode ERROR"))
+    if (!isKnownMode(wirelessMode) && !reportUnknown(assertions, unknownModeLine, "PhyMode ERROR"))
         return std::nullopt;
     if (isRateIndex(mixedRates, rateIndex))
         return fixedRate(mixedRates, rateIndex);
-    if (rateIndex != 0 && !reported(assertions, 129, "Rates ERROR"))
+    if (rateIndex != 0 && !reportUnknown(assertions, unknownRateLine, "Rates ERROR"))
         return std::nullopt;
     return automaticRates(wirelessMode, assertions);
 }

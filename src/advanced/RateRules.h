@@ -10,25 +10,24 @@
 
 class AssertionHandler;
 
-// What the wireless mode makes of the transmit rates. Modes: 0 and 3 mixed, 1 CCK rates only, 2 OFDM rates only.
+// The transmit rates of each wireless mode. Modes 0 and 3 are mixed, mode 1 has only CCK rates, mode 2 only OFDM rates.
 
 inline constexpr std::int32_t cckOnlyMode = 1;
 inline constexpr std::int32_t ofdmOnlyMode = 2;
 
 [[nodiscard]] bool isKnownMode(std::int32_t wirelessMode);
 
-// The items of the rate list; index 0 is "Auto". Modes other than 1 and 2 show the mixed list.
+// The items of the rate list, starting with "Auto". Unknown modes have the mixed list.
 [[nodiscard]] std::vector<QString> transmitRateItems(std::int32_t wirelessMode);
 
-// The index as it is, or 0 where the mode's list is too short for it. The mixed list is never too short: its index
-// comes from its own items.
+// Returns 0 if the index is beyond the CCK or OFDM list, otherwise the index. Never resets an index for the mixed list.
 [[nodiscard]] std::int32_t transmitRateIndexFor(std::int32_t wirelessMode, std::int32_t index);
 
-// Protection is for networks that mix 802.11b and 802.11g stations.
-[[nodiscard]] bool protectionHasMeaning(std::int32_t wirelessMode);
+// b/g protection applies only to networks with both 802.11b and 802.11g stations.
+[[nodiscard]] bool modeHasProtection(std::int32_t wirelessMode);
 
-// The desired rates for a mode and an index into its list: a fixed rate alone, or all that automatic choice may use.
-// A mode or index outside the tables is a failed assertion; where its handler says to go on, the mixed list's rules and
-// automatic choice stand in, otherwise there is nothing to send.
+// The desired rates for a mode and an index in its list: one fixed rate, or all rates that "Auto" may use. An unknown mode
+// or index is a failed assertion. If the handler continues, they are treated as mixed mode and "Auto"; otherwise the
+// result is std::nullopt.
 [[nodiscard]] std::optional<NDIS_802_11_RATES> desiredRates(
     std::int32_t wirelessMode, std::int32_t rateIndex, AssertionHandler& assertions);

@@ -4,15 +4,15 @@
 
 namespace {
 
-// The first element alone, as a list that holds it; an empty list where there is none.
-PropertyValue firstAlone(const PropertyArray& records)
+// An array with only the first element; empty if there is none.
+PropertyValue firstElementOnly(const PropertyArray& records)
 {
     return { PropertyArray(records.begin(), records.begin() + (records.empty() ? 0 : 1)) };
 }
 
-bool isFirstReadAsAWhole(const PropertyValue& root)
+bool isFirstElementReadable(const PropertyValue& root)
 {
-    return root.array() != nullptr && areDictionariesOfTexts(firstAlone(*root.array()));
+    return root.array() != nullptr && areDictionariesOfTexts(firstElementOnly(*root.array()));
 }
 
 } // namespace
@@ -26,18 +26,18 @@ PropertyArray readSettingsFile(const QString& path)
 
 bool writeSettingsFile(const QString& path, const PropertyArray& records)
 {
-    return replacePropertyListFile(path, { records }, isFirstReadAsAWhole);
+    return replacePropertyListFile(path, { records }, isFirstElementReadable);
 }
 
 std::optional<PropertyDictionary> firstRecord(const PropertyArray& records)
 {
     if (records.empty())
         return std::nullopt;
-    const auto first = dictionariesOf(firstAlone(records));
+    const auto first = dictionariesOf(firstElementOnly(records));
     return first ? first->front() : PropertyDictionary();
 }
 
-void putFirstRecord(PropertyArray& records, const PropertyDictionary& record)
+void setFirstRecord(PropertyArray& records, const PropertyDictionary& record)
 {
     if (records.empty())
         records.emplace_back();

@@ -6,16 +6,16 @@
 
 #include <optional>
 
-// The settings file: an array whose first element holds the options, as a dictionary of texts, as dictionariesOf takes
-// them. What stands behind that element is not looked at and stays as it is, whatever it is.
+// The settings file is an array. Its first element is a dictionary of texts with the settings; all other elements are
+// ignored and preserved.
 
-// Empty where the file is missing or is no array.
+// Returns an empty array if the file is missing or does not contain an array.
 [[nodiscard]] PropertyArray readSettingsFile(const QString& path);
 
-// As replacePropertyListFile does: read as a whole is an array whose first element holds nothing that cannot be read.
+// Writes the file atomically. Keeps a backup of the old file if its first element could not be read completely.
 [[nodiscard]] bool writeSettingsFile(const QString& path, const PropertyArray& records);
 
-// The options of such an array; nothing where it is empty, and none of them where its first element is no dictionary.
+// Returns std::nullopt for an empty array and an empty dictionary if the first element is not a dictionary.
 [[nodiscard]] std::optional<PropertyDictionary> firstRecord(const PropertyArray& records);
-// Makes an element where there is none.
-void putFirstRecord(PropertyArray& records, const PropertyDictionary& record);
+// Adds an element if the array is empty.
+void setFirstRecord(PropertyArray& records, const PropertyDictionary& record);

@@ -24,29 +24,29 @@ AdvancePageController::AdvancePageController(
     , Adapter(adapter)
     , m_alerts(alerts)
     , m_assertions(assertions)
-    , m_form(std::make_unique<Ui::AdvancePage>())
+    , m_ui(std::make_unique<Ui::AdvancePage>())
     , ProfileSettingFile(advancedSettingsPath(homePath))
 {
     traceEntry(className, "init");
-    m_form->setupUi(this);
-    m_form->RadioSwitchPic->setImage(imageNamed(u"RADIOON"));
+    m_ui->setupUi(this);
+    m_ui->RadioSwitchPic->setImage(imageNamed(u"RADIOON"));
     connectControls();
 }
 
 AdvancePageController::~AdvancePageController() = default;
 
-// Signals of the user's hand only: what the page itself selects or checks is no change. Choosing the shown item of a
-// list again counts: a list can show another value than the one that was taken from it.
+// Uses signals that only user actions emit, not changes made by the page. Selecting the displayed item again also counts,
+// because the displayed item may differ from the stored value.
 void AdvancePageController::connectControls()
 {
-    connect(m_form->WirelessMode, &QComboBox::activated, this, [this] { OnSelChangeWirelessMode(); });
-    connect(m_form->TXrate, &QComboBox::activated, this, [this] { OnTxRate(); });
-    connect(m_form->BGprotection, &QComboBox::activated, this, [this] { OnSelBGProtection(); });
-    connect(m_form->EnableTXburst, &QCheckBox::clicked, this, [this] { OnTxBurst(); });
-    connect(m_form->AdhocModeUseOFDMrate, &QCheckBox::clicked, this, [this] { OnAdHocUseOFDM(); });
-    connect(m_form->Apply, &QPushButton::clicked, this, [this] { OnApply(); });
-    connect(m_form->Reset, &QPushButton::clicked, this, [this] { OnReset(); });
-    connect(m_form->Radio, &QPushButton::clicked, this, [this] { OnRadioSwitch(); });
+    connect(m_ui->WirelessMode, &QComboBox::activated, this, [this] { OnSelChangeWirelessMode(); });
+    connect(m_ui->TXrate, &QComboBox::activated, this, [this] { OnTxRate(); });
+    connect(m_ui->BGprotection, &QComboBox::activated, this, [this] { OnSelBGProtection(); });
+    connect(m_ui->EnableTXburst, &QCheckBox::clicked, this, [this] { OnTxBurst(); });
+    connect(m_ui->AdhocModeUseOFDMrate, &QCheckBox::clicked, this, [this] { OnAdHocUseOFDM(); });
+    connect(m_ui->Apply, &QPushButton::clicked, this, [this] { OnApply(); });
+    connect(m_ui->Reset, &QPushButton::clicked, this, [this] { OnReset(); });
+    connect(m_ui->Radio, &QPushButton::clicked, this, [this] { OnRadioSwitch(); });
 }
 
 void AdvancePageController::awakeFromNib()
@@ -72,13 +72,13 @@ void AdvancePageController::readFirstRecord()
 
 void AdvancePageController::showSettings()
 {
-    m_form->WirelessMode->selectItemAtIndex(m_settings.nWirelessMode);
+    m_ui->WirelessMode->selectItemAtIndex(m_settings.nWirelessMode);
     if (!rebuildRates())
         return;
-    m_form->BGprotection->selectItemAtIndex(m_settings.nBGProtection);
-    m_form->TXrate->selectItemAtIndex(m_settings.nTxRate);
-    m_form->EnableTXburst->setChecked(m_settings.bTXBurst);
-    m_form->AdhocModeUseOFDMrate->setChecked(m_settings.bAdhocOfdm);
+    m_ui->BGprotection->selectItemAtIndex(m_settings.nBGProtection);
+    m_ui->TXrate->selectItemAtIndex(m_settings.nTxRate);
+    m_ui->EnableTXburst->setChecked(m_settings.bTXBurst);
+    m_ui->AdhocModeUseOFDMrate->setChecked(m_settings.bAdhocOfdm);
     DisabledButton();
 }
 
@@ -87,32 +87,32 @@ void AdvancePageController::OnSelChangeWirelessMode()
     (void)rebuildRates();
 }
 
-// What the selected wireless mode makes of the other controls; the mode itself is taken by Apply. False where a failed
+// Updates the other controls for the selected wireless mode; only Apply stores the mode itself. Returns false if a failed
 // assertion ends the operation.
 bool AdvancePageController::rebuildRates()
 {
     traceEntry(className, "OnSelChangeWirelessMode");
     if (!bInitDlg) {
-        m_alerts.NSRunAlertPanel(QStringLiteral("If there is a channel conflict in profile, then it will change to "
-                                                "default channel."),
+        m_alerts.NSRunAlertPanel(
+            QStringLiteral("If there is a channel conflict in profile, then it will change to default channel."),
             QString(), QStringLiteral("OK"));
         return true;
     }
-    m_form->TXrate->removeAllItems();
-    const std::int32_t mode = m_form->WirelessMode->indexOfSelectedItem();
+    m_ui->TXrate->removeAllItems();
+    const std::int32_t mode = m_ui->WirelessMode->indexOfSelectedItem();
     if (!isKnownMode(mode)
         && !m_assertions.handleFailureInMethod(
             "OnSelChangeWirelessMode", className, className, unknownModeLine, invalidParameter)) {
         return false;
     }
     for (const QString& item : transmitRateItems(mode))
-        m_form->TXrate->addItemWithObjectValue(item);
-    // The list goes on showing its choice while it is without meaning.
-    m_form->BGprotection->setEnabled(protectionHasMeaning(mode));
-    if (!protectionHasMeaning(mode))
+        m_ui->TXrate->addItemWithObjectValue(item);
+    // A disabled list keeps its displayed item; only the setting becomes 0.
+    m_ui->BGprotection->setEnabled(modeHasProtection(mode));
+    if (!modeHasProtection(mode))
         m_settings.nBGProtection = 0;
     m_settings.nTxRate = transmitRateIndexFor(mode, m_settings.nTxRate);
-    m_form->TXrate->selectItemAtIndex(m_settings.nTxRate);
+    m_ui->TXrate->selectItemAtIndex(m_settings.nTxRate);
     EnableButton();
     return true;
 }
@@ -120,40 +120,40 @@ bool AdvancePageController::rebuildRates()
 void AdvancePageController::OnTxRate()
 {
     traceEntry(className, "OnTxRate");
-    m_settings.nTxRate = m_form->TXrate->indexOfSelectedItem();
+    m_settings.nTxRate = m_ui->TXrate->indexOfSelectedItem();
     EnableButton();
 }
 
 void AdvancePageController::OnSelBGProtection()
 {
     traceEntry(className, "OnSelBGProtection");
-    m_settings.nBGProtection = m_form->BGprotection->indexOfSelectedItem();
+    m_settings.nBGProtection = m_ui->BGprotection->indexOfSelectedItem();
     EnableButton();
 }
 
 void AdvancePageController::OnTxBurst()
 {
     traceEntry(className, "OnTxBurst");
-    m_settings.bTXBurst = m_form->EnableTXburst->isChecked();
+    m_settings.bTXBurst = m_ui->EnableTXburst->isChecked();
     EnableButton();
 }
 
 void AdvancePageController::OnAdHocUseOFDM()
 {
     traceEntry(className, "OnAdHocUseOFDM");
-    m_settings.bAdhocOfdm = m_form->AdhocModeUseOFDMrate->isChecked();
+    m_settings.bAdhocOfdm = m_ui->AdhocModeUseOFDMrate->isChecked();
     EnableButton();
 }
 
 void AdvancePageController::OnApply()
 {
     traceEntry(className, "OnApply");
-    takeSelections(m_form->TXrate->indexOfSelectedItem(), m_form->WirelessMode->indexOfSelectedItem(), m_settings);
+    applySelections(m_ui->TXrate->indexOfSelectedItem(), m_ui->WirelessMode->indexOfSelectedItem(), m_settings);
     sendWirelessMode(Adapter, m_settings);
     sendStationConfiguration(Adapter, m_settings);
     if (!sendDesiredRates(Adapter, m_settings, m_assertions))
         return;
-    putFirstRecord(records, settingsRecord(m_settings));
+    setFirstRecord(records, settingsRecord(m_settings));
     (void)writeSettingsFile(ProfileSettingFile, records);
     DisabledButton();
 }
@@ -161,26 +161,26 @@ void AdvancePageController::OnApply()
 void AdvancePageController::EnableButton()
 {
     traceEntry(className, "EnableButton");
-    m_form->Apply->setEnabled(true);
-    m_form->Reset->setEnabled(true);
+    m_ui->Apply->setEnabled(true);
+    m_ui->Reset->setEnabled(true);
 }
 
 void AdvancePageController::DisabledButton()
 {
     traceEntry(className, "DisabledButton");
-    m_form->Apply->setEnabled(false);
-    m_form->Reset->setEnabled(false);
+    m_ui->Apply->setEnabled(false);
+    m_ui->Reset->setEnabled(false);
 }
 
-// The button names what it does, the picture what is.
+// The button names the action, the picture shows the state.
 void AdvancePageController::RadioStatus()
 {
     traceEntry(className, "RadioStatus");
     const bool isOn = G_bRadio != 0;
-    m_form->Radio->setText(isOn ? QStringLiteral("Radio Off") : QStringLiteral("Radio On"));
-    m_form->RadioSwitchPic->setImage(isOn ? imageNamed(u"RADIOON") : imageNamed(u"RADIOOFF"));
-    m_form->RadioSwitchPic->setAccessibleName(isOn ? tr("The radio is on") : tr("The radio is off"));
-    m_form->radioState->setText(m_form->RadioSwitchPic->accessibleName());
+    m_ui->Radio->setText(isOn ? QStringLiteral("Radio Off") : QStringLiteral("Radio On"));
+    m_ui->RadioSwitchPic->setImage(isOn ? imageNamed(u"RADIOON") : imageNamed(u"RADIOOFF"));
+    m_ui->RadioSwitchPic->setAccessibleName(isOn ? tr("The radio is on") : tr("The radio is off"));
+    m_ui->radioState->setText(m_ui->RadioSwitchPic->accessibleName());
     if (G_configFromProfile != 0)
         G_bCheckedProfileConnect = isOn ? 1 : 0;
 }

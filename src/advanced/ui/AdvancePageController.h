@@ -18,25 +18,24 @@ namespace Ui {
 class AdvancePage;
 }
 
-// The advanced settings page. Its options reach the driver and the settings file by Apply alone, which the device watch
-// calls for every card that it finds; the radio switch acts at once.
+// The advanced settings page. Only Apply sends the settings to the driver and writes the settings file; the device watch
+// calls it for every card that it finds. The radio switch takes effect immediately.
 class AdvancePageController final : public QWidget, public AdvancePage {
     Q_OBJECT
+    Q_DISABLE_COPY_MOVE(AdvancePageController)
 
 public:
-    // What is passed by reference outlives the page. The settings file lies under the home folder.
+    // Arguments passed by reference must outlive the page, except homePath, the home directory of the settings file.
     AdvancePageController(VX7100Access& adapter, AlertPanels& alerts, AssertionHandler& assertions,
         const QString& homePath = QDir::homePath(), QWidget* parent = nullptr);
     ~AdvancePageController() override;
-    AdvancePageController(const AdvancePageController&) = delete;
-    AdvancePageController& operator=(const AdvancePageController&) = delete;
 
-    // Loads the settings file and shows it. A missing or unreadable one reads as zeros.
+    // Loads and shows the settings file. If it is missing or unreadable, all settings are 0.
     void awakeFromNib();
 
-    // Sends the options to the driver and stores them. Where a failed assertion ends it, nothing is stored.
+    // Sends the settings to the driver and stores them. Stores nothing if a failed assertion ends the operation.
     void OnApply() override;
-    // Shows the options as they were last loaded or stored; sends nothing.
+    // Shows the settings as last loaded or stored. Sends no requests.
     void OnReset();
     void OnSelChangeWirelessMode();
     void OnTxRate();
@@ -46,7 +45,7 @@ public:
     void EnableButton();
     void DisabledButton();
     void RadioStatus() override;
-    // Switches the radio, then scans, which takes 2 s.
+    // Switches the radio and scans, which takes 2 s.
     void OnRadioSwitch();
 
 private:
@@ -58,7 +57,7 @@ private:
     VX7100Access& Adapter;
     AlertPanels& m_alerts;
     AssertionHandler& m_assertions;
-    std::unique_ptr<Ui::AdvancePage> m_form;
+    std::unique_ptr<Ui::AdvancePage> m_ui;
     AdvancedSettings m_settings;
     bool bInitDlg { true };
     PropertyArray records;
