@@ -12,7 +12,7 @@ AdvancedSettings settingsOf(std::int32_t wirelessMode, std::int32_t protection =
     return settings;
 }
 
-TEST(AdvancedSettings, LieInTheUsersPreferences)
+TEST(AdvancedSettings, AreStoredInTheUsersPreferences)
 {
     EXPECT_EQ(advancedSettingsPath(u"/home/ann"_qs), u"/home/ann/Library/Preferences/AdvancedProfileSetting.plist");
 }
@@ -25,7 +25,7 @@ TEST(AdvancedSettings, AreStoredAsDecimalTexts)
             { u"Tx Burst"_qs, u"1"_qs }, { u"Ad Hoc Use OFDM"_qs, u"1"_qs }, { u"Wireless Mode"_qs, u"3"_qs } }));
 }
 
-TEST(AdvancedSettings, ComeBackFromWhatWasStored)
+TEST(AdvancedSettings, SurviveARoundTripThroughTheRecord)
 {
     const AdvancedSettings settings { 7, 2, 1, false, true, false, true };
     AdvancedSettings read;
@@ -40,7 +40,7 @@ TEST(AdvancedSettings, ReadMissingKeysAsZero)
     EXPECT_EQ(settings, (AdvancedSettings { 0, 0, 0, true, false, true, false }));
 }
 
-TEST(AdvancedSettings, ReadTextsThatAreNoNumbersAsZero)
+TEST(AdvancedSettings, ReadInvalidNumbersAsZero)
 {
     AdvancedSettings settings;
     readSettings(
@@ -48,73 +48,73 @@ TEST(AdvancedSettings, ReadTextsThatAreNoNumbersAsZero)
     EXPECT_EQ(settings, settingsOf(3));
 }
 
-class TakeSelections : public CardFixture { };
+class ApplySelections : public CardFixture { };
 
-TEST_F(TakeSelections, LeavesTheModeOfThePreviousApplyToTheDriver)
+TEST_F(ApplySelections, GivesTheDriverTheModeOfThePreviousApply)
 {
     AdvancedSettings settings = settingsOf(0);
-    takeSelections(3, 1, settings);
+    applySelections(3, 1, settings);
     EXPECT_EQ(G_enumWirelessMode, 0);
     EXPECT_EQ(settings.nWirelessMode, 1);
     EXPECT_EQ(settings.nTxRate, 3);
-    takeSelections(3, 1, settings);
+    applySelections(3, 1, settings);
     EXPECT_EQ(G_enumWirelessMode, 1);
 }
 
-TEST_F(TakeSelections, GivesACardWithout5GhzTheMixedModeForModesThatNeedIt)
+TEST_F(ApplySelections, ReplacesModesThatNeed5GhzOnACardWithoutIt)
 {
     for (const std::int32_t mode : { 2, 3 }) {
         AdvancedSettings settings = settingsOf(mode);
         G_enumWirelessMode = -1;
-        takeSelections(0, mode, settings);
+        applySelections(0, mode, settings);
         EXPECT_EQ(G_enumWirelessMode, 0);
         EXPECT_EQ(settings.nWirelessMode, mode);
     }
     AdvancedSettings settings = settingsOf(1);
-    takeSelections(0, 1, settings);
+    applySelections(0, 1, settings);
     EXPECT_EQ(G_enumWirelessMode, 1);
 }
 
-TEST_F(TakeSelections, LeavesModesThatNeed5GhzToACardThatHasIt)
+TEST_F(ApplySelections, KeepsModesThatNeed5GhzOnACardThatHasIt)
 {
     G_bSupportAMode = 1;
     for (const std::int32_t mode : { 2, 3 }) {
         AdvancedSettings settings = settingsOf(mode);
-        takeSelections(0, 0, settings);
+        applySelections(0, 0, settings);
         EXPECT_EQ(G_enumWirelessMode, mode);
         EXPECT_EQ(settings.nWirelessMode, 0);
     }
 }
 
-TEST_F(TakeSelections, DropsProtectionByThePreviousMode)
+TEST_F(ApplySelections, ResetsProtectionBasedOnThePreviousMode)
 {
     G_bSupportAMode = 1;
-    const auto protectionBehind = [](std::int32_t previousMode, std::int32_t selectedMode) {
+    const auto protectionAfter = [](std::int32_t previousMode, std::int32_t selectedMode) {
         AdvancedSettings settings = settingsOf(previousMode, 2);
-        takeSelections(0, selectedMode, settings);
+        applySelections(0, selectedMode, settings);
         return settings.nBGProtection;
     };
-    EXPECT_EQ(protectionBehind(0, 1), 2);
-    EXPECT_EQ(protectionBehind(1, 0), 0);
-    EXPECT_EQ(protectionBehind(2, 0), 0);
-    EXPECT_EQ(protectionBehind(3, 3), 2);
+    EXPECT_EQ(protectionAfter(0, 1), 2);
+    EXPECT_EQ(protectionAfter(1, 0), 0);
+    EXPECT_EQ(protectionAfter(2, 0), 0);
+    EXPECT_EQ(protectionAfter(3, 3), 2);
     G_bSupportAMode = 0;
-    EXPECT_EQ(protectionBehind(2, 0), 2) << "the mode has become 0 before";
+    EXPECT_EQ(protectionAfter(2, 0), 2) << "the mode was changed to 0 first";
 }
 
-TEST_F(TakeSelections, DropsRatesBeyondTheListOfThePreviousCckModeOnly)
+TEST_F(ApplySelections, ResetsRatesOnlyForAPreviousCckMode)
 {
     G_bSupportAMode = 1;
-    const auto rateBehind = [](std::int32_t previousMode, std::int32_t selectedMode, std::int32_t rate) {
+    const auto rateAfter = [](std::int32_t previousMode, std::int32_t selectedMode, std::int32_t rate) {
         AdvancedSettings settings = settingsOf(previousMode);
-        takeSelections(rate, selectedMode, settings);
+        applySelections(rate, selectedMode, settings);
         return settings.nTxRate;
     };
-    EXPECT_EQ(rateBehind(1, 1, 4), 4);
-    EXPECT_EQ(rateBehind(1, 0, 5), 0);
-    EXPECT_EQ(rateBehind(0, 1, 5), 5);
-    EXPECT_EQ(rateBehind(2, 0, 12), 12);
-    EXPECT_EQ(rateBehind(1, 1, -1), -1);
+    EXPECT_EQ(rateAfter(1, 1, 4), 4);
+    EXPECT_EQ(rateAfter(1, 0, 5), 0);
+    EXPECT_EQ(rateAfter(0, 1, 5), 5);
+    EXPECT_EQ(rateAfter(2, 0, 12), 12);
+    EXPECT_EQ(rateAfter(1, 1, -1), -1);
 }
 
 } // namespace

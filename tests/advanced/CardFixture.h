@@ -12,13 +12,16 @@
 
 #include <gtest/gtest.h>
 
-// An adapter over a recording registry, and the shared flags as they are at start.
+#include <string>
+#include <vector>
+
+// An adapter with a recording registry and the initial shared flags.
 class CardFixture : public testing::Test {
 protected:
-    void letDriverHaveMode(std::int32_t mode) { registry.answer(0x0D71010C, bytesOfRecord(mode)); }
-    void letDriverHave(const VX_802_11_STA_CONFIG& configuration)
+    void setDriverMode(std::int32_t mode) { registry.answer(VX_OID_802_11_PHY_MODE, bytesOfRecord(mode)); }
+    void setDriverConfiguration(const VX_802_11_STA_CONFIG& configuration)
     {
-        registry.answer(0x0D710111, bytesOfRecord(configuration));
+        registry.answer(VX_OID_802_11_STA_CONFIG, bytesOfRecord(configuration));
     }
 
     [[nodiscard]] std::vector<RecordedRequest> requests() const { return recordedRequests(registry); }
@@ -33,7 +36,15 @@ protected:
 
 using Requests = std::vector<RecordedRequest>;
 
-// The rates that "Auto" stands for.
+// The trace that Apply always writes.
+inline std::string modeTrace(int selectedMode, int driverMode, int modeForDriver)
+{
+    return "#### AdvancePageController - OnApply -  nWirelessMode = " + std::to_string(selectedMode)
+        + ", enumWirelessMode = " + std::to_string(driverMode)
+        + ",  G_enumWirelessMode = " + std::to_string(modeForDriver) + " ####\n";
+}
+
+// The rates that "Auto" sends.
 inline constexpr NDIS_802_11_RATES mixedAutoRates { 108, 96, 72, 48, 22, 11, 4, 2 };
 inline constexpr NDIS_802_11_RATES cckAutoRates { 22, 11, 4, 2, 0, 0, 0, 0 };
 inline constexpr NDIS_802_11_RATES ofdmAutoRates { 108, 96, 72, 48, 36, 24, 18, 12 };

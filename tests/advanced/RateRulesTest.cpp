@@ -32,7 +32,7 @@ std::vector<int> linesReported(
     return lines;
 }
 
-TEST(TransmitRateItems, AreThoseOfTheMode)
+TEST(TransmitRateItems, DependOnTheMode)
 {
     const Items mixed { u"Auto"_qs, u"1 Mbps"_qs, u"2 Mbps"_qs, u"5.5 Mbps"_qs, u"11 Mbps"_qs, u"6 Mbps"_qs,
         u"9 Mbps"_qs, u"12 Mbps"_qs, u"18 Mbps"_qs, u"24 Mbps"_qs, u"36 Mbps"_qs, u"48 Mbps"_qs, u"54 Mbps"_qs };
@@ -45,7 +45,7 @@ TEST(TransmitRateItems, AreThoseOfTheMode)
             u"48 Mbps"_qs, u"54 Mbps"_qs }));
 }
 
-TEST(TransmitRateIndex, FallsBackToAutoWhereTheListIsTooShort)
+TEST(TransmitRateIndex, FallsBackToAutoIfTheListIsTooShort)
 {
     EXPECT_EQ(transmitRateIndexFor(1, 4), 4);
     EXPECT_EQ(transmitRateIndexFor(1, 7), 0);
@@ -55,15 +55,15 @@ TEST(TransmitRateIndex, FallsBackToAutoWhereTheListIsTooShort)
     EXPECT_EQ(transmitRateIndexFor(3, 99), 99);
 }
 
-TEST(ProtectionHasMeaning, InMixedModesOnly)
+TEST(ModeHasProtection, OnlyInMixedModes)
 {
-    EXPECT_TRUE(protectionHasMeaning(0));
-    EXPECT_FALSE(protectionHasMeaning(1));
-    EXPECT_FALSE(protectionHasMeaning(2));
-    EXPECT_TRUE(protectionHasMeaning(3));
+    EXPECT_TRUE(modeHasProtection(0));
+    EXPECT_FALSE(modeHasProtection(1));
+    EXPECT_FALSE(modeHasProtection(2));
+    EXPECT_TRUE(modeHasProtection(3));
 }
 
-TEST(DesiredRates, AutoSendsAllThatTheModeMayUse)
+TEST(DesiredRates, AutoSendsTheListOfTheMode)
 {
     EXPECT_EQ(ratesOf(0, 0), (NDIS_802_11_RATES { 108, 96, 72, 48, 22, 11, 4, 2 }));
     EXPECT_EQ(ratesOf(3, 0), (NDIS_802_11_RATES { 108, 96, 72, 48, 22, 11, 4, 2 }));
@@ -71,7 +71,7 @@ TEST(DesiredRates, AutoSendsAllThatTheModeMayUse)
     EXPECT_EQ(ratesOf(2, 0), (NDIS_802_11_RATES { 108, 96, 72, 48, 36, 24, 18, 12 }));
 }
 
-TEST(DesiredRates, FixedRateStandsAlone)
+TEST(DesiredRates, FixedRateIsTheOnlyRate)
 {
     const std::vector<std::uint8_t> mixed { 2, 4, 11, 22, 12, 18, 24, 36, 48, 72, 96, 108 };
     for (std::int32_t index = 1; index <= 12; ++index) {
@@ -83,7 +83,7 @@ TEST(DesiredRates, FixedRateStandsAlone)
         EXPECT_EQ(ratesOf(2, index), (NDIS_802_11_RATES { ofdm[static_cast<std::size_t>(index) - 1] }));
 }
 
-TEST(DesiredRates, IndexBeyondTheListIsReportedAndMeansAuto)
+TEST(DesiredRates, UnknownIndexIsReportedAndTreatedAsAuto)
 {
     std::optional<NDIS_802_11_RATES> rates;
     EXPECT_EQ(linesReported(2, 9, rates), (std::vector { 287 }));
@@ -104,7 +104,7 @@ TEST(DesiredRates, UnknownModeIsReportedAndTreatedAsMixed)
     EXPECT_EQ(linesReported(9, 13, rates), (std::vector { 121, 129, 135 }));
 }
 
-TEST(DesiredRates, NameTheErrorBehindEachAssertionThatLetsThemGoOn)
+TEST(DesiredRates, TraceAnErrorAfterEachAssertionThatContinues)
 {
     const auto errorsOf = [](std::int32_t wirelessMode, std::int32_t rateIndex) {
         std::optional<NDIS_802_11_RATES> rates;
@@ -118,7 +118,7 @@ TEST(DesiredRates, NameTheErrorBehindEachAssertionThatLetsThemGoOn)
     EXPECT_EQ(errorsOf(4, -1), "PhyMode ERRORRates ERRORPhyMode ERROR");
 }
 
-TEST(DesiredRates, SendNothingWhereTheHandlerSaysToStop)
+TEST(DesiredRates, AreEmptyIfTheHandlerStops)
 {
     RecordingAssertionHandler assertions;
     const std::string written = standardErrorOf([&] {

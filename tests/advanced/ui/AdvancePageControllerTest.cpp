@@ -2,6 +2,8 @@
 
 #include <QFile>
 
+#include <functional>
+
 namespace {
 
 using Items = std::vector<QString>;
@@ -12,29 +14,23 @@ TEST_F(AdvancePageTest, ShowsDefaultsWithoutAFile)
 {
     open();
     EXPECT_EQ(shown(), (Shown { 0, 0, 0, false, false }));
-    EXPECT_EQ(list(u"TXrate").objectValueOfSelectedItem(), u"Auto");
-    EXPECT_EQ(rateItems().size(), 13u);
+    EXPECT_EQ(rateText(), u"Auto");
+    EXPECT_EQ(items(u"TXrate").size(), 13u);
     EXPECT_TRUE(list(u"BGprotection").isEnabled());
     EXPECT_FALSE(buttonsAreEnabled());
     EXPECT_EQ(requests(), Requests {});
     EXPECT_FALSE(QFile::exists(settingsFile()));
 }
 
-TEST_F(AdvancePageTest, NamesModesAndProtectionInTheWordsOfTheStandard)
+TEST_F(AdvancePageTest, NamesModesAndProtectionInTheTermsOfTheStandard)
 {
     open();
-    EXPECT_EQ(list(u"WirelessMode").itemObjectValueAtIndex(0), u"802.11b/g mixed");
-    EXPECT_EQ(list(u"WirelessMode").itemObjectValueAtIndex(1), u"802.11b only");
-    EXPECT_EQ(list(u"WirelessMode").itemObjectValueAtIndex(2), u"802.11a only");
-    EXPECT_EQ(list(u"WirelessMode").itemObjectValueAtIndex(3), u"802.11a/b/g mixed");
-    EXPECT_EQ(list(u"WirelessMode").numberOfItems(), 4);
-    EXPECT_EQ(list(u"BGprotection").itemObjectValueAtIndex(0), u"Automatic");
-    EXPECT_EQ(list(u"BGprotection").itemObjectValueAtIndex(1), u"Always");
-    EXPECT_EQ(list(u"BGprotection").itemObjectValueAtIndex(2), u"Never");
-    EXPECT_EQ(list(u"BGprotection").numberOfItems(), 3);
+    EXPECT_EQ(items(u"WirelessMode"),
+        (Items { u"802.11b/g mixed"_qs, u"802.11b only"_qs, u"802.11a only"_qs, u"802.11a/b/g mixed"_qs }));
+    EXPECT_EQ(items(u"BGprotection"), (Items { u"Automatic"_qs, u"Always"_qs, u"Never"_qs }));
 }
 
-TEST_F(AdvancePageTest, ShowsWhatIsStored)
+TEST_F(AdvancePageTest, ShowsTheStoredSettings)
 {
     store(12, 2, 1, 1, 3);
     open();
@@ -43,7 +39,7 @@ TEST_F(AdvancePageTest, ShowsWhatIsStored)
     EXPECT_EQ(requests(), Requests {});
 }
 
-TEST_F(AdvancePageTest, ShowsNoProtectionAndAShortListForAStoredSingleMode)
+TEST_F(AdvancePageTest, ResetsProtectionAndRateForAStoredCckMode)
 {
     store(8, 2, 0, 0, 1);
     open();
@@ -51,7 +47,7 @@ TEST_F(AdvancePageTest, ShowsNoProtectionAndAShortListForAStoredSingleMode)
     EXPECT_FALSE(list(u"BGprotection").isEnabled());
 }
 
-TEST_F(AdvancePageTest, ReadsTheFirstRecordOnly)
+TEST_F(AdvancePageTest, ReadsOnlyTheFirstRecord)
 {
     ASSERT_TRUE(writeDictionariesFile(settingsFile(), { record(1, 1, 0, 1, 0), record(2, 2, 1, 0, 3) }));
     open();
@@ -62,14 +58,14 @@ TEST_F(AdvancePageTest, ListsTheCckRatesForMode1)
 {
     open();
     choose(u"TXrate", 7);
-    EXPECT_EQ(list(u"TXrate").objectValueOfSelectedItem(), u"12 Mbps");
+    EXPECT_EQ(rateText(), u"12 Mbps");
     choose(u"WirelessMode", 1);
-    EXPECT_EQ(rateItems(), (Items { u"Auto"_qs, u"1"_qs, u"2"_qs, u"5.5 Mbps"_qs, u"11 Mbps"_qs }));
-    EXPECT_EQ(list(u"TXrate").objectValueOfSelectedItem(), u"Auto");
+    EXPECT_EQ(items(u"TXrate"), (Items { u"Auto"_qs, u"1"_qs, u"2"_qs, u"5.5 Mbps"_qs, u"11 Mbps"_qs }));
+    EXPECT_EQ(rateText(), u"Auto");
     EXPECT_FALSE(list(u"BGprotection").isEnabled());
     EXPECT_TRUE(buttonsAreEnabled());
     choose(u"WirelessMode", 0);
-    EXPECT_EQ(list(u"TXrate").indexOfSelectedItem(), 0) << "the rate that did not fit is gone";
+    EXPECT_EQ(shown().rate, 0) << "the rate was reset";
     EXPECT_TRUE(list(u"BGprotection").isEnabled());
 }
 
@@ -78,19 +74,19 @@ TEST_F(AdvancePageTest, KeepsARateIndexThatFitsMode1)
     open();
     choose(u"TXrate", 4);
     choose(u"WirelessMode", 1);
-    EXPECT_EQ(list(u"TXrate").indexOfSelectedItem(), 4);
-    EXPECT_EQ(list(u"TXrate").objectValueOfSelectedItem(), u"11 Mbps");
+    EXPECT_EQ(shown().rate, 4);
+    EXPECT_EQ(rateText(), u"11 Mbps");
 }
 
 TEST_F(AdvancePageTest, ListsTheOfdmRatesForMode2)
 {
     open();
     choose(u"TXrate", 10);
-    chooseAtOnce(u"WirelessMode", 2);
-    EXPECT_EQ(rateItems(),
+    chooseInPopup(u"WirelessMode", 2);
+    EXPECT_EQ(items(u"TXrate"),
         (Items { u"Auto"_qs, u"6 Mbps"_qs, u"9 Mbps"_qs, u"12 Mbps"_qs, u"18 Mbps"_qs, u"24 Mbps"_qs, u"36 Mbps"_qs,
             u"48 Mbps"_qs, u"54 Mbps"_qs }));
-    EXPECT_EQ(list(u"TXrate").objectValueOfSelectedItem(), u"Auto");
+    EXPECT_EQ(rateText(), u"Auto");
     EXPECT_FALSE(list(u"BGprotection").isEnabled());
 }
 
@@ -98,84 +94,83 @@ TEST_F(AdvancePageTest, KeepsTheIndexAndNotTheRateThatFitsMode2)
 {
     open();
     choose(u"TXrate", 8);
-    EXPECT_EQ(list(u"TXrate").objectValueOfSelectedItem(), u"18 Mbps");
-    chooseAtOnce(u"WirelessMode", 2);
-    EXPECT_EQ(list(u"TXrate").indexOfSelectedItem(), 8);
-    EXPECT_EQ(list(u"TXrate").objectValueOfSelectedItem(), u"54 Mbps");
+    EXPECT_EQ(rateText(), u"18 Mbps");
+    chooseInPopup(u"WirelessMode", 2);
+    EXPECT_EQ(shown().rate, 8);
+    EXPECT_EQ(rateText(), u"54 Mbps");
 }
 
-TEST_F(AdvancePageTest, ForgetsTheProtectionInASingleModeWhileTheListGoesOnShowingIt)
+TEST_F(AdvancePageTest, ResetsProtectionInCckModeButKeepsItDisplayed)
 {
     store(0, 2, 0, 0, 0);
     open();
-    letDriverHave({});
+    setDriverConfiguration({});
     choose(u"WirelessMode", 1);
-    EXPECT_EQ(list(u"BGprotection").indexOfSelectedItem(), 2);
+    EXPECT_EQ(shown().protection, 2);
     choose(u"WirelessMode", 0);
     (void)apply();
-    EXPECT_EQ(stored(), (PropertyDictionaries { record(0, 0, 0, 0, 0) }));
+    EXPECT_EQ(stored(), oneRecord(0, 0, 0, 0, 0));
 }
 
-TEST_F(AdvancePageTest, TakesTheShownProtectionThatIsChosenAgain)
+TEST_F(AdvancePageTest, StoresTheDisplayedProtectionWhenSelectedAgain)
 {
     store(0, 2, 0, 0, 0);
     open();
     choose(u"WirelessMode", 1);
     choose(u"WirelessMode", 0);
     (void)apply();
-    ASSERT_EQ(stored(), (PropertyDictionaries { record(0, 0, 0, 0, 0) }));
+    ASSERT_EQ(stored(), oneRecord(0, 0, 0, 0, 0));
     ASSERT_EQ(list(u"BGprotection").objectValueOfSelectedItem(), u"Never");
     ASSERT_FALSE(buttonsAreEnabled());
-    chooseAtOnce(u"BGprotection", 2);
+    chooseInPopup(u"BGprotection", 2);
     EXPECT_TRUE(buttonsAreEnabled());
     (void)apply();
-    EXPECT_EQ(stored(), (PropertyDictionaries { record(0, 2, 0, 0, 0) }));
+    EXPECT_EQ(stored(), oneRecord(0, 2, 0, 0, 0));
 }
 
-TEST_F(AdvancePageTest, TakesTheShownRateThatIsChosenAgain)
+TEST_F(AdvancePageTest, StoresTheDisplayedRateWhenSelectedAgain)
 {
     store(2, 0, 0, 0, 1);
     open();
-    chooseAtOnce(u"WirelessMode", 0);
+    chooseInPopup(u"WirelessMode", 0);
     choose(u"TXrate", 8);
     (void)apply();
-    // The first Apply behind the mode that was left still checks the rate against that mode.
-    ASSERT_EQ(stored(), (PropertyDictionaries { record(0, 0, 0, 0, 0) }));
+    // The first Apply after a mode change checks the rate against the previous mode.
+    ASSERT_EQ(stored(), oneRecord(0, 0, 0, 0, 0));
     ASSERT_EQ(shown().rate, 8);
     ASSERT_FALSE(buttonsAreEnabled());
-    chooseAtOnce(u"TXrate", 8);
+    chooseInPopup(u"TXrate", 8);
     EXPECT_TRUE(buttonsAreEnabled());
-    // Taken now: a list that is built anew selects it.
-    chooseAtOnce(u"WirelessMode", 3);
+    // The index is stored now, so a rebuilt list selects it.
+    chooseInPopup(u"WirelessMode", 3);
     EXPECT_EQ(shown().rate, 8);
     (void)apply();
-    EXPECT_EQ(stored(), (PropertyDictionaries { record(8, 0, 0, 0, 3) }));
+    EXPECT_EQ(stored(), oneRecord(8, 0, 0, 0, 3));
 }
 
-TEST_F(AdvancePageTest, ShowsTheRateInUseWhereTheShownModeIsChosenAgain)
+TEST_F(AdvancePageTest, ShowsTheStoredRateWhenTheDisplayedModeIsSelectedAgain)
 {
     store(2, 0, 0, 0, 1);
     open();
-    chooseAtOnce(u"WirelessMode", 0);
+    chooseInPopup(u"WirelessMode", 0);
     choose(u"TXrate", 8);
     (void)apply();
-    chooseAtOnce(u"WirelessMode", 0);
+    chooseInPopup(u"WirelessMode", 0);
     EXPECT_EQ(shown().rate, 0);
     EXPECT_TRUE(buttonsAreEnabled());
 }
 
-TEST_F(AdvancePageTest, SelectsNothingForAStoredProtectionThatTheListDoesNotHave)
+TEST_F(AdvancePageTest, SelectsNothingForAnUnknownStoredProtection)
 {
     store(0, 5, 0, 0, 0);
     open();
     EXPECT_EQ(shown().protection, -1);
     EXPECT_EQ(apply(),
-        (Requests { query(0x0D71010C, 4), query(0x0D710111, 32),
-            set(0x0DF10111, VX_802_11_STA_CONFIG { 0, 0, 5, 0, 0, 0, 0, 0 }), set(0x0D810210, mixedAutoRates) }));
-    EXPECT_EQ(stored(), (PropertyDictionaries { record(0, 5, 0, 0, 0) }));
+        expectedApply({ .configuration = VX_802_11_STA_CONFIG { 0, 0, 5, 0, 0, 0, 0, 0 }, .rates = mixedAutoRates }));
+    EXPECT_EQ(stored(), oneRecord(0, 5, 0, 0, 0));
 }
 
-TEST_F(AdvancePageTest, ShowsAutoForAStoredRateThatMode2DoesNotHave)
+TEST_F(AdvancePageTest, ShowsAutoForAStoredRateThatIsNotInMode2)
 {
     store(9, 0, 0, 0, 2);
     open();
@@ -183,38 +178,35 @@ TEST_F(AdvancePageTest, ShowsAutoForAStoredRateThatMode2DoesNotHave)
     choose(u"TXrate", 3);
     click(u"Reset");
     EXPECT_EQ(shown(), (Shown { 2, 0, 0, false, false }));
-    EXPECT_EQ(stored(), (PropertyDictionaries { record(9, 0, 0, 0, 2) }));
+    EXPECT_EQ(stored(), oneRecord(9, 0, 0, 0, 2));
     (void)apply();
-    EXPECT_EQ(stored(), (PropertyDictionaries { record(0, 0, 0, 0, 2) }));
+    EXPECT_EQ(stored(), oneRecord(0, 0, 0, 0, 2));
 }
 
 TEST_F(AdvancePageTest, EnablesItsButtonsOnAnyChange)
 {
     open();
-    choose(u"TXrate", 1);
-    EXPECT_TRUE(buttonsAreEnabled());
-    page->DisabledButton();
-    choose(u"BGprotection", 1);
-    EXPECT_TRUE(buttonsAreEnabled());
-    page->DisabledButton();
-    click(u"EnableTXburst");
-    EXPECT_TRUE(buttonsAreEnabled());
-    page->DisabledButton();
-    click(u"AdhocModeUseOFDMrate");
-    EXPECT_TRUE(buttonsAreEnabled());
-    page->DisabledButton();
-    choose(u"WirelessMode", 1);
-    EXPECT_TRUE(buttonsAreEnabled());
-    page->DisabledButton();
-    EXPECT_FALSE(buttonsAreEnabled());
+    const std::vector<std::function<void()>> changes {
+        [this] { choose(u"TXrate", 1); },
+        [this] { choose(u"BGprotection", 1); },
+        [this] { click(u"EnableTXburst"); },
+        [this] { click(u"AdhocModeUseOFDMrate"); },
+        [this] { choose(u"WirelessMode", 1); },
+    };
+    for (const auto& change : changes) {
+        change();
+        EXPECT_TRUE(buttonsAreEnabled());
+        page->DisabledButton();
+        EXPECT_FALSE(buttonsAreEnabled());
+    }
     EXPECT_EQ(requests(), Requests {});
 }
 
-TEST_F(AdvancePageTest, ResetShowsWhatWasStoredAndSendsNothing)
+TEST_F(AdvancePageTest, ResetShowsTheStoredSettingsAndSendsNoRequests)
 {
     store(3, 1, 1, 0, 0);
     open();
-    chooseAtOnce(u"WirelessMode", 2);
+    chooseInPopup(u"WirelessMode", 2);
     choose(u"TXrate", 7);
     click(u"EnableTXburst");
     click(u"AdhocModeUseOFDMrate");
@@ -223,23 +215,23 @@ TEST_F(AdvancePageTest, ResetShowsWhatWasStoredAndSendsNothing)
     EXPECT_TRUE(list(u"BGprotection").isEnabled());
     EXPECT_FALSE(buttonsAreEnabled());
     EXPECT_EQ(requests(), Requests {});
-    EXPECT_EQ(stored(), (PropertyDictionaries { record(3, 1, 1, 0, 0) }));
+    EXPECT_EQ(stored(), oneRecord(3, 1, 1, 0, 0));
 }
 
-TEST_F(AdvancePageTest, ResetWithoutAFileShowsTheFieldsAsTheyAre)
+TEST_F(AdvancePageTest, ResetWithoutAFileShowsTheCurrentSettings)
 {
     open();
     choose(u"TXrate", 3);
     choose(u"BGprotection", 2);
     click(u"EnableTXburst");
-    chooseAtOnce(u"WirelessMode", 3);
+    chooseInPopup(u"WirelessMode", 3);
     click(u"Reset");
-    // Mode is taken by Apply alone; the others were taken when they were chosen.
+    // Only Apply stores the mode; the other settings were stored when they were selected.
     EXPECT_EQ(shown(), (Shown { 0, 3, 2, true, false }));
     EXPECT_FALSE(buttonsAreEnabled());
 }
 
-TEST_F(AdvancePageTest, ResetShowsWhatWasAppliedAndNotWhatTheFileHasBecome)
+TEST_F(AdvancePageTest, ResetShowsTheAppliedSettingsEvenIfTheFileHasChanged)
 {
     store(3, 1, 1, 0, 0);
     open();
@@ -254,22 +246,22 @@ TEST_F(AdvancePageTest, ResetShowsWhatWasAppliedAndNotWhatTheFileHasBecome)
     EXPECT_EQ(shown(), (Shown { 0, 5, 1, false, false }));
     EXPECT_FALSE(buttonsAreEnabled());
     EXPECT_EQ(requests(), Requests {});
-    EXPECT_EQ(stored(), (PropertyDictionaries { record(9, 2, 1, 1, 3) })) << "it writes nothing";
+    EXPECT_EQ(stored(), oneRecord(9, 2, 1, 1, 3)) << "the page does not write";
 }
 
-TEST_F(AdvancePageTest, ResetOfAModeTakesItsRatesAndItsProtectionBack)
+TEST_F(AdvancePageTest, ResetRestoresTheRatesAndProtectionOfTheMode)
 {
     store(8, 0, 0, 1, 2);
     open();
-    chooseAtOnce(u"WirelessMode", 1);
+    chooseInPopup(u"WirelessMode", 1);
     EXPECT_EQ(shown().rate, 0);
     click(u"Reset");
     EXPECT_EQ(shown(), (Shown { 2, 8, 0, false, true }));
-    EXPECT_EQ(list(u"TXrate").objectValueOfSelectedItem(), u"54 Mbps");
+    EXPECT_EQ(rateText(), u"54 Mbps");
     EXPECT_FALSE(list(u"BGprotection").isEnabled());
 }
 
-TEST_F(AdvancePageTest, AnUnknownStoredModeEndsTheLoadingWithAnAssertion)
+TEST_F(AdvancePageTest, UnknownStoredModeEndsLoadingWithAnAssertion)
 {
     store(1, 1, 1, 1, 7);
     open();
@@ -277,18 +269,18 @@ TEST_F(AdvancePageTest, AnUnknownStoredModeEndsTheLoadingWithAnAssertion)
         (std::vector<RecordingAssertionHandler::Failure> { { "OnSelChangeWirelessMode", "AdvancePageController",
             "AdvancePageController", 465, "Invalid parameter not satisfying: FALSE" } }));
     EXPECT_EQ(shown(), (Shown { -1, -1, -1, false, false }));
-    EXPECT_EQ(rateItems(), Items {});
+    EXPECT_EQ(items(u"TXrate"), Items {});
 
-    // What is chosen then is what holds.
+    // The page works normally after a mode is selected.
     assertions.failures.clear();
     QTest::keyClick(&list(u"WirelessMode"), Qt::Key_Down);
     EXPECT_EQ(list(u"WirelessMode").indexOfSelectedItem(), 0);
-    EXPECT_EQ(rateItems().size(), 13u);
+    EXPECT_EQ(items(u"TXrate").size(), 13u);
     EXPECT_TRUE(buttonsAreEnabled());
     EXPECT_EQ(assertions.failures.size(), 0u);
 }
 
-TEST_F(AdvancePageTest, AnUnknownStoredModeIsTreatedAsMixedWhereTheAssertionLetsItGoOn)
+TEST_F(AdvancePageTest, UnknownStoredModeIsTreatedAsMixedIfTheHandlerContinues)
 {
     assertions.goOn = true;
     store(12, 2, 1, 1, 7);
@@ -299,7 +291,7 @@ TEST_F(AdvancePageTest, AnUnknownStoredModeIsTreatedAsMixedWhereTheAssertionLets
     EXPECT_FALSE(buttonsAreEnabled());
 }
 
-TEST_F(AdvancePageTest, NeverWarnsOfAChannelConflict)
+TEST_F(AdvancePageTest, NeverWarnsAboutAChannelConflict)
 {
     open();
     for (const int mode : { 1, 2, 3, 0 })
@@ -309,7 +301,7 @@ TEST_F(AdvancePageTest, NeverWarnsOfAChannelConflict)
     EXPECT_EQ(alerts.alerts.size(), 0u);
 }
 
-TEST_F(AdvancePageTest, TracesItsOperationsWhenAskedTo)
+TEST_F(AdvancePageTest, TracesItsOperations)
 {
     using Operation = void (AdvancePageController::*)();
     const auto tracesOfPage = [this](Operation operation) {
@@ -338,7 +330,7 @@ TEST_F(AdvancePageTest, TracesItsOperationsWhenAskedTo)
     EXPECT_EQ(standardErrorOf([this] { page->OnRadioSwitch(); }), "");
 }
 
-TEST_F(AdvancePageTest, CanBeWorkedByTheKeyboard)
+TEST_F(AdvancePageTest, IsOperableByKeyboard)
 {
     open();
     ASSERT_TRUE(QTest::qWaitForWindowActive(page.get()));
@@ -357,13 +349,13 @@ TEST_F(AdvancePageTest, CanBeWorkedByTheKeyboard)
         press(Qt::Key_A);
         EXPECT_TRUE(QTest::qWaitFor([this] { return !button(u"Apply").isEnabled(); }));
     });
-    EXPECT_EQ(stored(), (PropertyDictionaries { record(0, 0, 1, 1, 0) }));
+    EXPECT_EQ(stored(), oneRecord(0, 0, 1, 1, 0));
     QTest::keyClick(&check(u"EnableTXburst"), Qt::Key_Space);
     press(Qt::Key_E);
     EXPECT_TRUE(QTest::qWaitFor([this] { return check(u"EnableTXburst").isChecked(); }));
 }
 
-TEST_F(AdvancePageTest, DoesNotChangeItsWidthWithTheRates)
+TEST_F(AdvancePageTest, RateListDoesNotChangeThePageWidth)
 {
     open();
     const int width = page->sizeHint().width();

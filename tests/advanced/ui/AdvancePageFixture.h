@@ -13,16 +13,39 @@
 #include <QTest>
 
 #include <memory>
+#include <optional>
 
-// The page over a home folder of its own. A test writes the settings file that it needs before it opens the page.
+// What Apply sends in addition to its two queries: the mode and the configuration only if they differ from the driver's,
+// and no rates if a failed assertion ends it.
+struct SentByApply {
+    std::optional<std::int32_t> mode {};
+    std::optional<VX_802_11_STA_CONFIG> configuration {};
+    std::optional<NDIS_802_11_RATES> rates {};
+};
+
+// All requests of one Apply, in order.
+inline Requests expectedApply(const SentByApply& sent)
+{
+    Requests requests { query(VX_OID_802_11_PHY_MODE, 4) };
+    if (sent.mode)
+        requests.push_back(set(VX_OID_802_11_PHY_MODE, *sent.mode));
+    requests.push_back(query(VX_OID_802_11_STA_CONFIG, 32));
+    if (sent.configuration)
+        requests.push_back(set(VX_OID_802_11_STA_CONFIG, *sent.configuration));
+    if (sent.rates)
+        requests.push_back(set(OID_802_11_DESIRED_RATES, *sent.rates));
+    return requests;
+}
+
+// A page with its own home directory. A test first writes the settings file that it needs, then opens the page.
 class AdvancePageFixture : public CardFixture {
 protected:
     [[nodiscard]] QString settingsFile() const { return advancedSettingsPath(home.path()); }
 
-    // A settings file with one record: rate, protection, burst, OFDM in ad hoc networks, mode.
+    // Writes a settings file with one record.
     void store(int rate, int protection, int burst, int adhocOfdm, int mode)
     {
-        ASSERT_TRUE(writeDictionariesFile(settingsFile(), { record(rate, protection, burst, adhocOfdm, mode) }));
+        ASSERT_TRUE(writeDictionariesFile(settingsFile(), oneRecord(rate, protection, burst, adhocOfdm, mode)));
     }
 
     [[nodiscard]] static PropertyDictionary record(int rate, int protection, int burst, int adhocOfdm, int mode)
@@ -31,6 +54,11 @@ protected:
         return { { u"Tx Rate"_qs, text(rate) }, { u"BG Protection"_qs, text(protection) },
             { u"Tx Burst"_qs, text(burst) }, { u"Ad Hoc Use OFDM"_qs, text(adhocOfdm) },
             { u"Wireless Mode"_qs, text(mode) } };
+    }
+
+    [[nodiscard]] static PropertyDictionaries oneRecord(int rate, int protection, int burst, int adhocOfdm, int mode)
+    {
+        return { record(rate, protection, burst, adhocOfdm, mode) };
     }
 
     [[nodiscard]] PropertyDictionaries stored() const { return readDictionariesFile(settingsFile()); }
@@ -50,15 +78,16 @@ protected:
     [[nodiscard]] QPushButton& button(const char16_t* name) const { return control<QPushButton>(name); }
     [[nodiscard]] QCheckBox& check(const char16_t* name) const { return control<QCheckBox>(name); }
 
-    [[nodiscard]] std::vector<QString> rateItems() const
+    [[nodiscard]] std::vector<QString> items(const char16_t* name) const
     {
         std::vector<QString> items;
-        for (int index = 0; index < list(u"TXrate").numberOfItems(); ++index)
-            items.push_back(list(u"TXrate").itemObjectValueAtIndex(index));
+        for (int index = 0; index < list(name).numberOfItems(); ++index)
+            items.push_back(list(name).itemObjectValueAtIndex(index));
         return items;
     }
+    [[nodiscard]] QString rateText() const { return list(u"TXrate").objectValueOfSelectedItem(); }
 
-    // As a user does it, with the arrow keys. Passes over the items between.
+    // Selects an item with the arrow keys, passing over the items in between.
     void choose(const char16_t* name, int index)
     {
         ComboBox& box = list(name);
@@ -68,8 +97,8 @@ protected:
             ASSERT_NE(box.indexOfSelectedItem(), before);
         }
     }
-    // In one step, from the list that drops down.
-    void chooseAtOnce(const char16_t* name, int index)
+    // Selects an item directly in the drop-down list.
+    void chooseInPopup(const char16_t* name, int index)
     {
         ComboBox& box = list(name);
         box.showPopup();
@@ -77,13 +106,13 @@ protected:
         QTest::keyClick(box.view(), Qt::Key_Return);
         ASSERT_EQ(box.indexOfSelectedItem(), index);
     }
-    // Near its front: a check box takes clicks where it has its mark and its text.
+    // Clicks near the left edge: a check box reacts only on its box and its text.
     void click(const char16_t* name)
     {
         auto& button = control<QAbstractButton>(name);
         QTest::mouseClick(&button, Qt::LeftButton, {}, QPoint(button.height() / 2, button.height() / 2));
     }
-    // The requests of one Apply.
+    // Applies the settings and returns the requests.
     [[nodiscard]] Requests apply()
     {
         registry.forgetCalls();
@@ -97,7 +126,7 @@ protected:
         return button(u"Apply").isEnabled();
     }
 
-    // What the controls show.
+    // The state of the controls.
     struct Shown {
         int mode;
         int rate;
@@ -115,5 +144,5 @@ protected:
 
     QTemporaryDir home;
     std::unique_ptr<AdvancePageController> page;
-    std::string traces; // what the last apply() wrote
+    std::string traces; // of the last apply()
 };

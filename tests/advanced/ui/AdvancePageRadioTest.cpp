@@ -1,3 +1,4 @@
+#include "driver/BssidList.h"
 #include "platform/ui/Images.h"
 #include "tests/advanced/ui/AdvancePageFixture.h"
 #include "tests/support/BssidListBuilder.h"
@@ -5,6 +6,12 @@
 #include <QLabel>
 
 namespace {
+
+using RadioRecord = std::array<std::uint8_t, 4>;
+
+const Requests switchOff { set(VX_OID_802_11_RADIO, RadioRecord { 0, 0, 0, 0 }),
+    query(asSet(OID_802_11_BSSID_LIST_SCAN), 4), query(OID_802_11_BSSID_LIST, 4096),
+    query(VX_OID_802_11_BSSID_LIST_NEXT, 4096) };
 
 class AdvancePageRadioTest : public AdvancePageFixture {
 protected:
@@ -17,14 +24,14 @@ protected:
     [[nodiscard]] QString spokenPicture() const { return control<ImageView>(u"RadioSwitchPic").accessibleName(); }
 };
 
-TEST_F(AdvancePageRadioTest, HasItsPictures)
+TEST_F(AdvancePageRadioTest, HasDistinctPictures)
 {
     EXPECT_FALSE(imageNamed(u"RADIOON").isNull());
     EXPECT_FALSE(imageNamed(u"RADIOOFF").isNull());
     EXPECT_NE(imageNamed(u"RADIOON").cacheKey(), imageNamed(u"RADIOOFF").cacheKey());
 }
 
-TEST_F(AdvancePageRadioTest, NamesTheActionAndShowsTheState)
+TEST_F(AdvancePageRadioTest, ButtonNamesTheActionAndPictureShowsTheState)
 {
     page->RadioStatus();
     EXPECT_EQ(button(u"Radio").text(), u"Radio Off");
@@ -36,10 +43,10 @@ TEST_F(AdvancePageRadioTest, NamesTheActionAndShowsTheState)
     EXPECT_TRUE(pictureIs(u"RADIOOFF"));
     EXPECT_EQ(spokenPicture(), u"The radio is off");
     EXPECT_EQ(control<QLabel>(u"radioState").text(), u"The radio is off");
-    EXPECT_EQ(requests(), Requests {}) << "the driver is not asked";
+    EXPECT_EQ(requests(), Requests {});
 }
 
-TEST_F(AdvancePageRadioTest, MarksAProfilesConnectionByTheRadio)
+TEST_F(AdvancePageRadioTest, SetsTheProfileCheckMarkFromTheRadio)
 {
     G_configFromProfile = 1;
     page->RadioStatus();
@@ -49,7 +56,7 @@ TEST_F(AdvancePageRadioTest, MarksAProfilesConnectionByTheRadio)
     EXPECT_EQ(G_bCheckedProfileConnect, 0);
 }
 
-TEST_F(AdvancePageRadioTest, LeavesTheMarkAloneWithoutAProfile)
+TEST_F(AdvancePageRadioTest, DoesNotChangeTheCheckMarkWithoutAProfile)
 {
     page->RadioStatus();
     EXPECT_EQ(G_bCheckedProfileConnect, 0);
@@ -59,20 +66,17 @@ TEST_F(AdvancePageRadioTest, LeavesTheMarkAloneWithoutAProfile)
     EXPECT_EQ(G_bCheckedProfileConnect, 1);
 }
 
-TEST_F(AdvancePageRadioTest, SwitchesOffAtOnceAndScans)
+TEST_F(AdvancePageRadioTest, SwitchesOffImmediatelyAndScans)
 {
-    registry.answer(0x0D010217, bssidList(std::vector<EntryBuilder> { EntryBuilder("home") }));
+    registry.answer(OID_802_11_BSSID_LIST, bssidList(std::vector<EntryBuilder> { EntryBuilder("home") }));
     click(u"Radio");
     EXPECT_EQ(G_bRadio, 0);
     EXPECT_EQ(button(u"Radio").text(), u"Radio On");
     EXPECT_TRUE(pictureIs(u"RADIOOFF"));
-    EXPECT_EQ(requests(),
-        (Requests { set(0x0DF10108, std::array<std::uint8_t, 4> { 0, 0, 0, 0 }), query(0x0D81011A, 4),
-            query(0x0D010217, 4096), query(0x0D010218, 4096) }));
+    EXPECT_EQ(requests(), switchOff);
     EXPECT_EQ(clock.delays, std::vector<std::uint32_t> { 120 });
     EXPECT_EQ(G_bRescan, 1);
-    ASSERT_TRUE(G_pBssidList);
-    EXPECT_EQ(std::to_integer<int>(G_pBssidList->front()), 1);
+    EXPECT_EQ(bssidCount(currentBssidList()), 1u);
     EXPECT_FALSE(buttonsAreEnabled()) << "the radio needs no Apply";
 }
 
@@ -85,14 +89,14 @@ TEST_F(AdvancePageRadioTest, SwitchesOnAgain)
     EXPECT_EQ(G_bRadio, 1);
     EXPECT_EQ(button(u"Radio").text(), u"Radio Off");
     EXPECT_TRUE(pictureIs(u"RADIOON"));
-    EXPECT_EQ(requests().front(), set(0x0DF10108, std::array<std::uint8_t, 4> { 1, 0, 0, 0 }));
+    EXPECT_EQ(requests().front(), set(VX_OID_802_11_RADIO, RadioRecord { 1, 0, 0, 0 }));
     EXPECT_EQ(G_bRescan, 1);
 }
 
-TEST_F(AdvancePageRadioTest, AsksForARescanOnlyBehindItsOwnScan)
+TEST_F(AdvancePageRadioTest, SetsTheRescanFlagOnlyAfterItsOwnScan)
 {
     struct Step {
-        std::uint32_t oid; // 0 for the wait of the scan
+        std::uint32_t oid; // 0 for the delay
         int radio;
         int rescan;
         bool operator==(const Step&) const = default;
@@ -110,12 +114,12 @@ TEST_F(AdvancePageRadioTest, AsksForARescanOnlyBehindItsOwnScan)
     clock.onDelay = [&](std::uint32_t) { note(0); };
     click(u"Radio");
     EXPECT_TRUE((steps
-        == std::vector<Step> {
-            { 0x0DF10108, 0, 0 }, { 0x0D81011A, 0, 0 }, { 0, 0, 0 }, { 0x0D010217, 0, 0 }, { 0x0D010218, 0, 0 } }));
+        == std::vector<Step> { { asSet(VX_OID_802_11_RADIO), 0, 0 }, { asSet(OID_802_11_BSSID_LIST_SCAN), 0, 0 },
+            { 0, 0, 0 }, { OID_802_11_BSSID_LIST, 0, 0 }, { VX_OID_802_11_BSSID_LIST_NEXT, 0, 0 } }));
     EXPECT_EQ(G_bRescan, 1);
 }
 
-TEST_F(AdvancePageRadioTest, MarksAProfilesConnectionBeforeTheDriverIsTold)
+TEST_F(AdvancePageRadioTest, ClearsTheProfileCheckMarkBeforeTheRequest)
 {
     G_configFromProfile = 1;
     G_bCheckedProfileConnect = 1;
@@ -126,22 +130,20 @@ TEST_F(AdvancePageRadioTest, MarksAProfilesConnectionBeforeTheDriverIsTold)
     EXPECT_EQ(marks, std::vector<int>(marks.size(), 0));
 }
 
-TEST_F(AdvancePageRadioTest, ScansAlsoWhereTheDriverRefusesTheSwitch)
+TEST_F(AdvancePageRadioTest, ScansEvenIfTheSwitchFails)
 {
-    registry.fail(0x0DF10108);
-    registry.fail(0x0D81011A);
+    registry.fail(asSet(VX_OID_802_11_RADIO));
+    registry.fail(asSet(OID_802_11_BSSID_LIST_SCAN));
     click(u"Radio");
-    EXPECT_EQ(G_bRadio, 0) << "the page goes by what was asked for";
+    EXPECT_EQ(G_bRadio, 0) << "the page shows the requested state";
     EXPECT_EQ(button(u"Radio").text(), u"Radio On");
-    EXPECT_EQ(requests(),
-        (Requests { set(0x0DF10108, std::array<std::uint8_t, 4> { 0, 0, 0, 0 }), query(0x0D81011A, 4),
-            query(0x0D010217, 4096), query(0x0D010218, 4096) }));
+    EXPECT_EQ(requests(), switchOff);
     EXPECT_EQ(clock.delays, std::vector<std::uint32_t> { 120 });
     EXPECT_EQ(G_bRescan, 1);
     EXPECT_TRUE(alerts.alerts.empty());
 }
 
-TEST_F(AdvancePageRadioTest, SwitchesWithoutACardToo)
+TEST_F(AdvancePageRadioTest, SwitchesEvenWithoutACard)
 {
     registry.serviceCount = 0;
     click(u"Radio");
@@ -153,11 +155,11 @@ TEST_F(AdvancePageRadioTest, SwitchesWithoutACardToo)
     EXPECT_EQ(registry.held(), std::vector<std::uint32_t> {});
 }
 
-TEST_F(AdvancePageRadioTest, IsNotSwitchedByApply)
+TEST_F(AdvancePageRadioTest, IsNotChangedByApply)
 {
     G_bRadio = 0;
     for (const auto& request : apply())
-        EXPECT_NE(request.oid & ~0x00800000u, 0x0D710108u);
+        EXPECT_NE(request.oid & ~oidSetFlag, VX_OID_802_11_RADIO);
     EXPECT_EQ(G_bRadio, 0);
 }
 

@@ -11,7 +11,7 @@ namespace {
 
 class AdvancePageStoring : public AdvancePageFixture {
 protected:
-    // The page over a settings file with this text.
+    // Opens the page with this settings file.
     void openWithFile(const QByteArray& content)
     {
         ASSERT_TRUE(QDir().mkpath(QFileInfo(settingsFile()).path()));
@@ -24,7 +24,7 @@ protected:
     [[nodiscard]] QString unreadableFile() const { return settingsFile() + u".unreadable"_qs; }
 };
 
-// Calls back when a widget has been enabled or disabled.
+// Calls a function when a widget is enabled or disabled.
 class EnabledWatcher final : public QObject {
 public:
     EnabledWatcher(QWidget& widget, std::function<void()> changed)
@@ -43,25 +43,23 @@ private:
     std::function<void()> m_changed;
 };
 
-TEST_F(AdvancePageStoring, WritesFiveZerosWhereThereIsNoFile)
+TEST_F(AdvancePageStoring, WritesFiveZerosIfThereIsNoFile)
 {
     open();
-    EXPECT_EQ(apply(), (Requests { query(0x0D71010C, 4), query(0x0D710111, 32), set(0x0D810210, mixedAutoRates) }));
-    EXPECT_EQ(traces,
-        "#### AdvancePageController - OnApply -  nWirelessMode = 0, enumWirelessMode = 0,  G_enumWirelessMode = 0 "
-        "####\n");
-    EXPECT_EQ(stored(), (PropertyDictionaries { record(0, 0, 0, 0, 0) }));
+    EXPECT_EQ(apply(), expectedApply({ .rates = mixedAutoRates }));
+    EXPECT_EQ(traces, modeTrace(0, 0, 0));
+    EXPECT_EQ(stored(), oneRecord(0, 0, 0, 0, 0));
     const auto permissions = QFile::permissions(settingsFile());
     EXPECT_FALSE(permissions.testAnyFlags(QFile::ReadGroup | QFile::ReadOther));
 }
 
-TEST_F(AdvancePageStoring, ComesBehindTheLastRequestAndDisablesTheButtonsThen)
+TEST_F(AdvancePageStoring, HappensAfterTheLastRequestAndBeforeTheButtonsAreDisabled)
 {
     store(3, 1, 1, 0, 0);
     open();
     choose(u"TXrate", 4);
     const PropertyDictionaries before { record(3, 1, 1, 0, 0) };
-    const PropertyDictionaries behind { record(4, 1, 1, 0, 0) };
+    const PropertyDictionaries after { record(4, 1, 1, 0, 0) };
     std::vector<std::uint32_t> oids;
     registry.onCall = [&](const RecordedRegistryCall& call) {
         if (call.call == RegistryCall::IOConnectMethodStructureIStructureO)
@@ -72,12 +70,14 @@ TEST_F(AdvancePageStoring, ComesBehindTheLastRequestAndDisablesTheButtonsThen)
     int timesDisabled = 0;
     const EnabledWatcher watcher(button(u"Apply"), [&] {
         ++timesDisabled;
-        EXPECT_EQ(stored(), behind);
+        EXPECT_EQ(stored(), after);
     });
     (void)apply();
-    EXPECT_EQ(oids, (std::vector<std::uint32_t> { 0x0D71010C, 0x0D710111, 0x0DF10111, 0x0D810210 }));
+    EXPECT_EQ(oids,
+        (std::vector<std::uint32_t> { VX_OID_802_11_PHY_MODE, VX_OID_802_11_STA_CONFIG, asSet(VX_OID_802_11_STA_CONFIG),
+            asSet(OID_802_11_DESIRED_RATES) }));
     EXPECT_EQ(timesDisabled, 1);
-    EXPECT_EQ(stored(), behind);
+    EXPECT_EQ(stored(), after);
     EXPECT_FALSE(buttonsAreEnabled());
 }
 
@@ -87,16 +87,14 @@ TEST_F(AdvancePageStoring, NeedsNoCard)
     open();
     choose(u"TXrate", 2);
     EXPECT_EQ(apply(), Requests {});
-    // Both queries read as zeros, which is what the page has.
-    EXPECT_EQ(traces,
-        "#### AdvancePageController - OnApply -  nWirelessMode = 0, enumWirelessMode = 0,  G_enumWirelessMode = 0 "
-        "####\n");
-    EXPECT_EQ(stored(), (PropertyDictionaries { record(2, 0, 0, 0, 0) }));
+    // Both queries read as zeros, which match the settings.
+    EXPECT_EQ(traces, modeTrace(0, 0, 0));
+    EXPECT_EQ(stored(), oneRecord(2, 0, 0, 0, 0));
     EXPECT_FALSE(buttonsAreEnabled());
     EXPECT_EQ(registry.held(), std::vector<std::uint32_t> {});
 }
 
-TEST_F(AdvancePageStoring, ReplacesTheFirstRecordAndKeepsTheOthers)
+TEST_F(AdvancePageStoring, ReplacesOnlyTheFirstRecord)
 {
     PropertyDictionary first = record(1, 0, 0, 0, 0);
     first.set(u"Comment"_qs, u"mine"_qs);
@@ -106,54 +104,54 @@ TEST_F(AdvancePageStoring, ReplacesTheFirstRecordAndKeepsTheOthers)
     EXPECT_EQ(stored(), (PropertyDictionaries { record(1, 0, 0, 0, 0), record(2, 2, 1, 1, 3) }));
 }
 
-TEST_F(AdvancePageStoring, KeepsAnUnreadableFileBesideTheOneThatItWrites)
+TEST_F(AdvancePageStoring, KeepsABackupOfAnUnreadableFile)
 {
     openWithFile("<plist>broken");
     EXPECT_EQ(shown(), (Shown { 0, 0, 0, false, false }));
     (void)apply();
-    EXPECT_EQ(stored(), (PropertyDictionaries { record(0, 0, 0, 0, 0) }));
+    EXPECT_EQ(stored(), oneRecord(0, 0, 0, 0, 0));
     QFile kept(unreadableFile());
     ASSERT_TRUE(kept.open(QIODevice::ReadOnly));
     EXPECT_EQ(kept.readAll(), "<plist>broken");
 }
 
-TEST_F(AdvancePageStoring, KeepsWhateverStandsBehindTheFirstRecord)
+TEST_F(AdvancePageStoring, PreservesAllOtherElements)
 {
     const QByteArray others = "<string>mine</string><integer>5</integer>"
                               "<dict><key>Tx Rate</key><integer>7</integer></dict><array><true/></array>";
     openWithFile("<plist version=\"1.0\"><array><dict><key>Tx Rate</key><string>3</string></dict>" + others
         + "</array></plist>");
-    EXPECT_EQ(shown(), (Shown { 0, 3, 0, false, false })) << "only the first record counts";
+    EXPECT_EQ(shown(), (Shown { 0, 3, 0, false, false })) << "only the first record is used";
     choose(u"BGprotection", 2);
     (void)apply();
 
     const auto root = readPropertyListFile(settingsFile());
     ASSERT_TRUE(root && root->array());
     PropertyArray records = *root->array();
-    EXPECT_EQ(dictionariesOf({ PropertyArray { records.front() } }), (PropertyDictionaries { record(3, 2, 0, 0, 0) }));
+    EXPECT_EQ(dictionariesOf({ PropertyArray { records.front() } }), oneRecord(3, 2, 0, 0, 0));
     const auto expected = readPropertyList("<plist version=\"1.0\"><array>" + others + "</array></plist>");
     ASSERT_TRUE(expected);
     records.erase(records.begin());
     EXPECT_TRUE(PropertyValue { records } == *expected);
-    EXPECT_FALSE(QFile::exists(unreadableFile())) << "the file could be read";
+    EXPECT_FALSE(QFile::exists(unreadableFile())) << "the file was readable";
 }
 
-TEST_F(AdvancePageStoring, ReplacesAFirstElementThatIsNoRecordAndKeepsTheOthers)
+TEST_F(AdvancePageStoring, ReplacesAFirstElementThatIsNotARecord)
 {
     openWithFile("<plist version=\"1.0\"><array><string>mine</string>"
                  "<dict><key>Tx Rate</key><string>7</string></dict></array></plist>");
     EXPECT_EQ(shown(), (Shown { 0, 0, 0, false, false }));
     choose(u"TXrate", 2);
     click(u"Reset");
-    EXPECT_EQ(shown().rate, 0) << "it has none of the options";
+    EXPECT_EQ(shown().rate, 0) << "it contains no settings";
     (void)apply();
     EXPECT_EQ(stored(), (PropertyDictionaries { record(0, 0, 0, 0, 0), { { u"Tx Rate"_qs, u"7"_qs } } }));
-    EXPECT_TRUE(QFile::exists(unreadableFile())) << "what was there is lost otherwise";
+    EXPECT_TRUE(QFile::exists(unreadableFile())) << "the old element would be lost otherwise";
 }
 
-TEST_F(AdvancePageStoring, MayFailWithoutAnAlert)
+TEST_F(AdvancePageStoring, FailsWithoutAnAlert)
 {
-    // A file stands where the folder would be.
+    // There is a file in place of the directory.
     QFile file(home.filePath(u"Library"_qs));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     open();
@@ -163,7 +161,7 @@ TEST_F(AdvancePageStoring, MayFailWithoutAnAlert)
     EXPECT_EQ(alerts.alerts.size(), 0u);
     choose(u"TXrate", 5);
     click(u"Reset");
-    EXPECT_EQ(shown().rate, 2) << "the page goes on with what was applied";
+    EXPECT_EQ(shown().rate, 2) << "the page keeps the applied settings";
 }
 
 } // namespace
