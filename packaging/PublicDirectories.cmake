@@ -1,8 +1,8 @@
-# Runs while installing. CMake makes missing folders with mkdir(2) alone, so that root with a umask of 077 would lock
-# everybody out of them; the files in them get their modes as they were asked for.
+# Runs during installation. CMake creates missing directories with the umask, so with a umask of 077 other users could
+# not access them. Files are not affected: they get the requested permissions.
 
-# make_public_folder(DESTINATION): makes it and what is missing above it; what is there stays as it is.
-function(make_public_folder destination)
+# make_public_directory(DESTINATION): creates the directory and its missing parents. Existing directories do not change.
+function(make_public_directory destination)
     cmake_path(ABSOLUTE_PATH destination BASE_DIRECTORY ${CMAKE_INSTALL_PREFIX})
     make_public_path($ENV{DESTDIR}${destination})
 endfunction()
