@@ -18,9 +18,9 @@ AccessPoint listRow(const QString& name, const QString& signal, const QString& c
 
 struct RowAfterStep : testing::Test {
     // Along the axis: rows 3, 1, 4, 0. By signal: rows 0, 1, 4, 3. Row 2 is not drawn.
-    ChannelViewModel model { { networkOn(0, u"A"_qs, 36, 90), networkOn(1, u"B"_qs, 6, 80),
-                                 networkOn(2, u"?"_qs, 0, 99), networkOn(3, u"C"_qs, 1, 20),
-                                 networkOn(4, u"D"_qs, 6, 40) },
+    ChannelViewModel model { { networkOn(0, u"A"_qs, 36, 90), networkOn(4, u"D"_qs, 6, 40),
+                                 networkOn(1, u"B"_qs, 6, 80), networkOn(2, u"?"_qs, 0, 99),
+                                 networkOn(3, u"C"_qs, 1, 20) },
         -1, -1 };
 
     int after(int selectedRow, ChannelStep step)

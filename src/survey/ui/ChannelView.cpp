@@ -8,7 +8,6 @@
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QPainter>
-#include <QStyleOptionFocusRect>
 #include <QTextDocument>
 #include <QToolTip>
 
@@ -153,17 +152,16 @@ void ChannelView::paintEvent(QPaintEvent* event)
 {
     QFrame::paintEvent(event);
     QPainter painter(this);
-    if (m_model.networks.empty()) {
+    // A selection stays as strong while another window is active, as in the list.
+    const QPalette::ColorGroup group = isEnabled() ? QPalette::Active : QPalette::Disabled;
+    const ChannelViewPainter viewPainter(painter, palette(), group);
+    const ChannelViewGeometry geometry = geometryOfContents();
+    if (m_model.networks.empty())
         paintEmptyText(painter);
-    } else {
-        const ChannelViewGeometry geometry = geometryOfContents();
-        // A selection stays as strong while another window is active, as in the list.
-        const QPalette::ColorGroup group = isEnabled() ? QPalette::Active : QPalette::Disabled;
-        ChannelViewPainter(painter, palette(), group)
-            .paint(m_model, geometry, placeChannelViewLabels(geometry, m_model, fontMetrics()));
-    }
+    else
+        viewPainter.paint(m_model, geometry, placeChannelViewLabels(geometry, m_model, fontMetrics()));
     if (hasFocus())
-        paintFocusFrame(painter);
+        viewPainter.paintFocusFrame(QRectF(contentsRect()), geometry);
 }
 
 void ChannelView::paintEmptyText(QPainter& painter) const
@@ -172,17 +170,6 @@ void ChannelView::paintEmptyText(QPainter& painter) const
     painter.setPen(palette().color(QPalette::PlaceholderText));
     painter.drawText(
         contentsRect().adjusted(margin, margin, -margin, -margin), Qt::AlignCenter | Qt::TextWordWrap, emptyText());
-}
-
-void ChannelView::paintFocusFrame(QPainter& painter) const
-{
-    QStyleOptionFocusRect option;
-    option.initFrom(this);
-    option.rect = contentsRect();
-    option.state |= QStyle::State_KeyboardFocusChange; // some styles draw no frame after a click otherwise
-    option.backgroundColor = palette().color(QPalette::Base);
-    painter.setRenderHint(QPainter::Antialiasing, false);
-    style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, this);
 }
 
 void ChannelView::changeEvent(QEvent* event)

@@ -59,7 +59,6 @@ private:
     void showChanges();
     void showToolTip(const QHelpEvent& event);
     void paintEmptyText(QPainter& painter) const;
-    void paintFocusFrame(QPainter& painter) const;
 
     ChannelViewModel m_model;
     int m_pressedRow { -1 };

@@ -85,6 +85,16 @@ void ChannelViewPainter::paint(const ChannelViewModel& model, const ChannelViewG
         drawLabel(geometry, label, label.curve == selected);
 }
 
+void ChannelViewPainter::paintFocusFrame(const QRectF& contents, const ChannelViewGeometry& geometry) const
+{
+    const double width = thickLine(geometry);
+    QPen pen(selectionColour(), width);
+    pen.setJoinStyle(Qt::MiterJoin);
+    m_painter.setPen(pen);
+    m_painter.setBrush(Qt::NoBrush);
+    m_painter.drawRect(contents.adjusted(width / 2, width / 2, -width / 2, -width / 2));
+}
+
 void ChannelViewPainter::drawGrid(const ChannelViewGeometry& geometry) const
 {
     for (const auto& pane : geometry.panes) {

@@ -20,6 +20,8 @@ public:
 
     void paint(const ChannelViewModel& model, const ChannelViewGeometry& geometry,
         const std::vector<ChannelViewLabel>& labels) const;
+    // A frame of our own: the focus rectangles of some styles are filled, which would tint the whole view.
+    void paintFocusFrame(const QRectF& contents, const ChannelViewGeometry& geometry) const;
 
 private:
     using Curve = ChannelViewGeometry::Curve;

@@ -3,9 +3,12 @@
 #include "tests/survey/ChannelViewNetworks.h"
 
 #include <QAccessible>
+#include <QHelpEvent>
 #include <QImage>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTextDocument>
+#include <QToolTip>
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -61,7 +64,7 @@ protected:
 struct CurveLook {
     double ink; // mean distance from the background inside the curve, 0 to 255
     int stripes; // changes from light to dark inside the curve
-    int lineInk; // sum of the distances from the background on the left outline
+    int lineWidth; // pixels of the left outline
 };
 
 CurveLook lookOf(const QImage& image, const ChannelViewGeometry& geometry, const ChannelViewGeometry::Curve& curve,
@@ -73,8 +76,8 @@ CurveLook lookOf(const QImage& image, const ChannelViewGeometry& geometry, const
     const int outline = qRound(curve.peak.x() - halfWidth);
     const int margin = 6;
     CurveLook look { 0, 0, 0 };
-    for (int x = outline - margin; x < outline + margin; ++x)
-        look.lineInk += distance(x);
+    for (int x = outline - margin; x < outline + margin / 2; ++x)
+        look.lineWidth += distance(x) > 110 ? 1 : 0;
     int count = 0;
     bool wasDark = false;
     for (int x = outline + margin; x < curve.peak.x() + halfWidth - margin; ++x) {
@@ -102,14 +105,14 @@ TEST_F(ChannelViewTest, JoinedAndSelectedStandOutWithoutColourOnLightAndDark)
         const CurveLook joined = lookOf(image, geometry, geometry.curves[0], base);
         const CurveLook chosen = lookOf(image, geometry, geometry.curves[1], base);
         const CurveLook other = lookOf(image, geometry, geometry.curves[2], base);
-        EXPECT_GT(other.lineInk, 0);
+        EXPECT_GT(other.lineWidth, 0);
         EXPECT_LT(other.ink, 25);
         EXPECT_EQ(other.stripes, 0);
         EXPECT_GT(joined.ink, 50);
         EXPECT_EQ(joined.stripes, 0);
-        EXPECT_GT(joined.lineInk, other.lineInk * 3 / 2);
+        EXPECT_GT(joined.lineWidth, other.lineWidth);
         EXPECT_GT(chosen.stripes, 3);
-        EXPECT_GT(chosen.lineInk, other.lineInk * 3 / 2);
+        EXPECT_GT(chosen.lineWidth, other.lineWidth);
     }
 }
 
@@ -223,6 +226,22 @@ TEST_F(ChannelViewTest, DescribesWhatItShows)
     EXPECT_TRUE(view.accessibleDescription().contains(u"Lab on channel 6, signal 80, connected"));
     QTest::keyClick(&view, Qt::Key_Home);
     EXPECT_TRUE(view.accessibleDescription().startsWith(u"Selected: Compass on channel 1, signal 80. "));
+}
+
+TEST_F(ChannelViewTest, ToolTipsShowNamesAsPlainText)
+{
+    view.setNetworks({ networkOn(0, u"<b>Lab</b>"_qs, 6, 80) });
+    const auto askForToolTip = [this](const QPoint& point) {
+        QHelpEvent event(QEvent::ToolTip, point, view.mapToGlobal(point));
+        QCoreApplication::sendEvent(&view, &event);
+    };
+    askForToolTip(peakOfRow(1));
+    ASSERT_TRUE(QToolTip::isVisible());
+    QTextDocument shown;
+    shown.setHtml(QToolTip::text());
+    EXPECT_EQ(shown.toPlainText().replace(QChar::Nbsp, u' '), u"<b>Lab</b> on channel 6, signal 80");
+    askForToolTip(view.rect().topLeft());
+    EXPECT_TRUE(QTest::qWaitFor([] { return !QToolTip::isVisible(); }));
 }
 
 TEST_F(ChannelViewTest, ShowsTheEmptyTextWithoutNetworks)
