@@ -4,7 +4,7 @@
 
 #include <unistd.h>
 
-// Owns a file descriptor; -1 is none.
+// Owns a file descriptor; -1 when empty.
 class FileDescriptor {
 public:
     FileDescriptor() = default;
@@ -27,7 +27,7 @@ public:
 
     [[nodiscard]] explicit operator bool() const { return m_descriptor != -1; }
     [[nodiscard]] int get() const { return m_descriptor; }
-    // Gives the descriptor away.
+    // Gives up ownership.
     [[nodiscard]] int release() { return std::exchange(m_descriptor, -1); }
     void reset()
     {

@@ -33,7 +33,7 @@ void carry(const QByteArray& bytes)
 {
     QString text(bytes.size() / 2, Qt::Uninitialized);
     std::memcpy(text.data(), bytes.constData(), static_cast<std::size_t>(text.size()) * 2);
-    require(textOfCarriable(carriableText(text)) == text);
+    require(unescapeFromXml(escapeForXml(text)) == text);
     const PropertyValue value { text };
     require(readPropertyList(writePropertyList(value)) == value);
 }

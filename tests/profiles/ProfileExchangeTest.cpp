@@ -56,7 +56,7 @@ ProfileList carriable(ProfileList list)
     for (Profile& profile : list) {
         const Profile before = profile;
         for (const auto& [key, text] : before)
-            profile.set(key, carriableText(text));
+            profile.set(key, escapeForXml(text));
     }
     return list;
 }
@@ -94,7 +94,7 @@ TEST_F(ProfileExchange, ProfilesAreTheTextsThatFilesHandleWorst)
     EXPECT_TRUE(hasText(list, [](const QString& text) { return text.contains(u"]]><!--"); }));
     EXPECT_TRUE(hasText(list, [](const QString& text) { return text.contains(QChar(1)); }));
     EXPECT_TRUE(hasText(list, [](const QString& text) { return text.contains(QChar(0x20AC)); }));
-    EXPECT_TRUE(hasText(list, [](const QString& text) { return carriableText(text) != text; }));
+    EXPECT_TRUE(hasText(list, [](const QString& text) { return escapeForXml(text) != text; }));
     for (const Profile& profile : list)
         EXPECT_EQ(profile.size(), 24u);
 }

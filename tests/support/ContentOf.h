@@ -4,7 +4,7 @@
 #include <QFile>
 #include <QString>
 
-// The bytes of a file; "cannot be read" where it is missing or cannot be opened, which is not what an empty one gives.
+// The bytes of a file. "cannot be read" for a file that is missing or cannot be opened, to tell it from an empty one.
 inline QByteArray contentOf(const QString& path)
 {
     QFile file(path);

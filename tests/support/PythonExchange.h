@@ -7,8 +7,8 @@
 #include <QJsonDocument>
 #include <QString>
 
-// Property lists through Python's plistlib (exchange.py), with JSON on its other side: a dictionary of texts is a list of
-// [key, text] there.
+// Converts between property lists and JSON with Python's plistlib (exchange.py). In JSON, a dictionary is a list of
+// [key, text] pairs.
 
 inline QJsonArray jsonOf(const PropertyDictionary& dictionary)
 {
@@ -55,5 +55,5 @@ inline QJsonArray readJson(const QString& path)
     return file.open(QIODevice::ReadOnly) ? QJsonDocument::fromJson(file.readAll()).array() : QJsonArray();
 }
 
-// False when the program could not do it.
+// Runs exchange.py; false on failure.
 [[nodiscard]] bool exchange(const QString& direction, const QString& source, const QString& target);

@@ -1,13 +1,13 @@
 #!/usr/bin/python3
-"""Property lists by another implementation: lists of dictionaries of texts, as JSON on the other side.
+"""Converts between property lists and JSON with an independent implementation of property lists (plistlib).
 
-    exchange.py to-json LIST.plist OUT.json          reads with plistlib
-    exchange.py to-plist IN.json LIST.plist          writes with plistlib
+    exchange.py to-json LIST.plist OUT.json          a list of dictionaries of texts
+    exchange.py to-plist IN.json LIST.plist
     exchange.py domain-to-json DOMAIN.plist OUT.json
     exchange.py domain-to-plist IN.json DOMAIN.plist
 
-JSON holds each dictionary as a list of [key, text], so that the order of keys stays. A domain is a dictionary of such
-lists, and a list of [key, list] in JSON."""
+In JSON, a dictionary is a list of [key, text] pairs, which preserves the order of the keys. A domain is a dictionary of
+such lists; in JSON, it is a list of [key, list] pairs."""
 
 import json
 import plistlib
@@ -53,7 +53,7 @@ def main():
     elif direction == "domain-to-plist":
         write_plist(target, {key: dictionaries_of(array) for key, array in read_json(source)})
     else:
-        sys.exit(f"exchange.py: no direction {direction}")
+        sys.exit(f"exchange.py: unknown direction {direction}")
 
 
 main()

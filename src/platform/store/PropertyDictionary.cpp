@@ -58,10 +58,10 @@ int integerOfText(QStringView text)
     if (negative || (position != text.end() && *position == u'+'))
         ++position;
 
-    constexpr std::int64_t least = std::numeric_limits<int>::min();
-    constexpr std::int64_t most = std::numeric_limits<int>::max();
+    constexpr std::int64_t lowest = std::numeric_limits<int>::min();
+    constexpr std::int64_t highest = std::numeric_limits<int>::max();
     std::int64_t number = 0;
     for (; position != text.end() && *position >= u'0' && *position <= u'9'; ++position)
-        number = std::min(number * 10 + (position->unicode() - u'0'), -least);
-    return static_cast<int>(std::clamp(negative ? -number : number, least, most));
+        number = std::min(number * 10 + (position->unicode() - u'0'), -lowest);
+    return static_cast<int>(std::clamp(negative ? -number : number, lowest, highest));
 }

@@ -7,8 +7,8 @@
 #include <utility>
 #include <vector>
 
-// Texts under keys, in the order in which the keys were first set. Numbers are kept as decimal text. There are a few
-// dozen keys at most, so that looking for one from the front is as fast as anything else.
+// Texts by key, in the order in which the keys were first set. Numbers are stored as decimal text. A linear search is fast
+// enough: a dictionary has a few dozen keys at most.
 class PropertyDictionary {
 public:
     using Entry = std::pair<QString, QString>; // key and text
@@ -16,13 +16,13 @@ public:
     PropertyDictionary() = default;
     PropertyDictionary(std::initializer_list<Entry> entries);
 
-    // Empty for a key that is missing.
+    // Empty for a missing key.
     [[nodiscard]] QString text(QStringView key) const;
-    // As integerOfText reads it; 0 for a key that is missing.
+    // Parsed by integerOfText; 0 for a missing key.
     [[nodiscard]] int integer(QStringView key) const;
     [[nodiscard]] bool contains(QStringView key) const;
 
-    // A key that is there keeps its place.
+    // An existing key keeps its position.
     void set(const QString& key, const QString& text);
     void set(const QString& key, int number);
 
@@ -31,7 +31,7 @@ public:
     [[nodiscard]] auto begin() const { return m_entries.begin(); }
     [[nodiscard]] auto end() const { return m_entries.end(); }
 
-    // Equal with the same entries in the same order.
+    // Compares the order of the keys too.
     bool operator==(const PropertyDictionary&) const = default;
 
 private:
@@ -40,6 +40,6 @@ private:
 
 using PropertyDictionaries = std::vector<PropertyDictionary>;
 
-// The decimal number at the start of a text, behind spaces and with or without a sign; 0 where there is none. What
-// follows its last digit does not matter. A number out of range is the nearest that is in range.
+// Parses a decimal number at the start of a text, after optional spaces and an optional sign. Anything after its last
+// digit is ignored. 0 without a number; numbers out of range are clamped.
 [[nodiscard]] int integerOfText(QStringView text);

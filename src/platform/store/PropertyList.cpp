@@ -6,8 +6,8 @@
 
 namespace {
 
-// The text that a scalar stands for; nothing where there is none. A number is decimal, without an exponent, which
-// whoever takes it from the text would not read.
+// Converts a scalar to text; std::nullopt for values that have no text. Real numbers are written without an exponent,
+// which integerOfText would not understand.
 struct TextOf {
     std::optional<QString> operator()(const QString& text) const { return text; }
     std::optional<QString> operator()(bool yes) const { return yes ? QStringLiteral("1") : QStringLiteral("0"); }
@@ -34,7 +34,7 @@ std::optional<PropertyDictionary> dictionaryOf(const PropertyValue& value)
     return dictionary;
 }
 
-bool hasTextsAlone(const PropertyValue& dictionary)
+bool hasOnlyTexts(const PropertyValue& dictionary)
 {
     const PropertyTree* tree = dictionary.tree();
     return tree && std::all_of(tree->begin(), tree->end(), [](const PropertyEntry& entry) {
@@ -90,7 +90,7 @@ std::optional<PropertyDictionaries> dictionariesOf(const PropertyValue& root)
 bool areDictionariesOfTexts(const PropertyValue& root)
 {
     const PropertyArray* array = root.array();
-    return array && std::all_of(array->begin(), array->end(), hasTextsAlone);
+    return array && std::all_of(array->begin(), array->end(), hasOnlyTexts);
 }
 
 PropertyValue propertyValueOf(const PropertyDictionaries& dictionaries)

@@ -11,21 +11,21 @@
 #include <variant>
 #include <vector>
 
-// XML property lists, version 1.0: a tree of values under one root.
+// XML property lists, version 1.0: a tree of values.
 
 struct PropertyValue;
 struct PropertyEntry;
 using PropertyArray = std::vector<PropertyValue>;
-using PropertyTree = std::vector<PropertyEntry>; // a dictionary in the file's order; no key twice
+using PropertyTree = std::vector<PropertyEntry>; // a dictionary, in the order of the file; keys are unique
 
-// One value: string, true or false, integer, real, date (UTC, whole seconds), data, array, dict.
+// One value: string, true/false, integer, real, date (UTC, whole seconds), data, array, dict.
 struct PropertyValue {
     std::variant<QString, bool, qint64, double, QDateTime, QByteArray, PropertyArray, PropertyTree> content;
 
     [[nodiscard]] const QString* text() const { return std::get_if<QString>(&content); }
     [[nodiscard]] const PropertyArray* array() const { return std::get_if<PropertyArray>(&content); }
     [[nodiscard]] const PropertyTree* tree() const { return std::get_if<PropertyTree>(&content); }
-    // The value of a key; null when this is no dictionary and when it has no such key.
+    // The value of a key; null if this is not a dictionary or has no such key.
     [[nodiscard]] const PropertyValue* valueOf(QStringView key) const;
 };
 
@@ -37,22 +37,21 @@ struct PropertyEntry {
 bool operator==(const PropertyValue& left, const PropertyValue& right);
 bool operator==(const PropertyEntry& left, const PropertyEntry& right);
 
-inline constexpr qsizetype propertyListSizeLimit = qsizetype { 16 } * 1024 * 1024; // bytes
-inline constexpr int propertyListDepthLimit = 64; // arrays and dictionaries within one another
+inline constexpr qsizetype maxPropertyListSize = qsizetype { 16 } * 1024 * 1024; // bytes
+inline constexpr int maxPropertyListDepth = 64; // nested arrays and dictionaries
 
-// Nothing for anything that is not a whole and valid property list: also for one beyond the limits, one that declares
-// entities, one with a key twice in a dictionary, and one with something behind its end. Comments are passed over.
+// std::nullopt unless the bytes are a complete, valid property list. Also rejects documents that exceed the limits,
+// declare entities, repeat a key in a dictionary or continue after the end of the root. Comments are skipped.
 [[nodiscard]] std::optional<PropertyValue> readPropertyList(const QByteArray& bytes);
 
-// UTF-8, indented by tabs. Texts that XML cannot carry as they are go through carriableText, and readPropertyList
-// gives them back; other readers see them as they are written. A value nested beyond the depth limit gives no bytes.
+// UTF-8, indented by tabs. Texts are written with escapeForXml; readPropertyList reverses this, other readers see the
+// escapes. Empty if the value is nested beyond the depth limit.
 [[nodiscard]] QByteArray writePropertyList(const PropertyValue& root);
 
-// A list of dictionaries of texts, which is the form of every file of settings. One that was written by hand may have
-// numbers, which are taken as their decimal text, and true and false, which are 1 and 0. A key with anything else
-// (date, data, array, dict) is left out. Nothing where the root is no array or where it holds anything but
-// dictionaries.
+// Reads a list of dictionaries of texts, the form of every settings file. A file edited by hand may contain numbers, which
+// become decimal text, and true and false, which become "1" and "0". Keys with any other value (date, data, array, dict)
+// are skipped. std::nullopt if the root is not an array of dictionaries.
 [[nodiscard]] std::optional<PropertyDictionaries> dictionariesOf(const PropertyValue& root);
-// Whether dictionariesOf gives such a list, and leaves nothing out.
+// True if dictionariesOf reads the root without skipping anything.
 [[nodiscard]] bool areDictionariesOfTexts(const PropertyValue& root);
 [[nodiscard]] PropertyValue propertyValueOf(const PropertyDictionaries& dictionaries);

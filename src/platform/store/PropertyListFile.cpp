@@ -13,9 +13,9 @@ QString preferencesFile(const QString& name, const QString& home)
 std::optional<PropertyValue> readPropertyListFile(const QString& path)
 {
     QFile file(path);
-    if (!QFileInfo(path).isFile() || file.size() > propertyListSizeLimit || !file.open(QIODevice::ReadOnly))
+    if (!QFileInfo(path).isFile() || file.size() > maxPropertyListSize || !file.open(QIODevice::ReadOnly))
         return std::nullopt;
-    const QByteArray bytes = file.read(propertyListSizeLimit + 1); // it may have grown
+    const QByteArray bytes = file.read(maxPropertyListSize + 1); // it may have grown
     return file.error() == QFileDevice::NoError ? readPropertyList(bytes) : std::nullopt;
 }
 

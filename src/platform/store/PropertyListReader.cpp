@@ -9,8 +9,8 @@
 
 namespace {
 
-// Walks the document from its first token to its last. Every operation returns nothing as soon as something is not as
-// it must be, and the document is refused as a whole.
+// Walks the document from its first token to its last. Any error makes an operation return std::nullopt, which rejects
+// the whole document.
 class Reader {
 public:
     explicit Reader(const QByteArray& bytes)
@@ -74,7 +74,7 @@ template <typename Content> std::optional<PropertyValue> valueOf(std::optional<C
     return content ? std::optional(PropertyValue { *std::move(content) }) : std::nullopt;
 }
 
-// The next token that is not a comment, an instruction or space between elements.
+// The next token, skipping comments, processing instructions and white space between elements.
 QXmlStreamReader::TokenType Reader::nextMarkup()
 {
     while (!m_xml.atEnd()) {
@@ -86,7 +86,7 @@ QXmlStreamReader::TokenType Reader::nextMarkup()
     return QXmlStreamReader::Invalid;
 }
 
-// Nothing may be declared in the document: a declared entity makes a text out of what is not there.
+// Internal declarations are rejected: an entity would add text that is not in the element.
 bool Reader::isPlainDoctype() const
 {
     return m_xml.dtdName() == QLatin1String("plist") && !m_xml.text().contains(u'[');
@@ -118,7 +118,7 @@ std::optional<PropertyValue> Reader::document()
     return root;
 }
 
-// Up to the element's end; it holds nothing but text.
+// Reads to the end of the element, which may contain only text.
 std::optional<QString> Reader::elementText()
 {
     QString text;
@@ -128,7 +128,7 @@ std::optional<QString> Reader::elementText()
             text += m_xml.text();
             break;
         case QXmlStreamReader::EndElement:
-            return textOfCarriable(text);
+            return unescapeFromXml(text);
         case QXmlStreamReader::Comment:
         case QXmlStreamReader::ProcessingInstruction:
             break;
@@ -138,7 +138,7 @@ std::optional<QString> Reader::elementText()
     }
 }
 
-// Of the element that was just begun, up to its end.
+// Reads the element that has just started, to its end.
 std::optional<PropertyValue> Reader::value(int depth)
 {
     if (!isPlainElement())
@@ -147,7 +147,7 @@ std::optional<PropertyValue> Reader::value(int depth)
     const bool nests = element == QLatin1String("array") || element == QLatin1String("dict");
     if (!nests)
         return scalar(element);
-    if (depth == propertyListDepthLimit)
+    if (depth == maxPropertyListDepth)
         return std::nullopt;
     return element == QLatin1String("array") ? array(depth + 1) : dictionary(depth + 1);
 }
@@ -209,7 +209,7 @@ std::optional<PropertyValue> Reader::dictionary(int depth)
 
 std::optional<PropertyValue> readPropertyList(const QByteArray& bytes)
 {
-    if (bytes.size() > propertyListSizeLimit || bytes.contains('\0'))
+    if (bytes.size() > maxPropertyListSize || bytes.contains('\0'))
         return std::nullopt;
     return Reader(bytes).document();
 }

@@ -12,7 +12,7 @@ public:
         : m_xml(&bytes)
     {
         m_xml.setAutoFormatting(true);
-        m_xml.setAutoFormattingIndent(-1); // one tab a level
+        m_xml.setAutoFormattingIndent(-1); // one tab per level
     }
 
     bool document(const PropertyValue& root);
@@ -21,7 +21,7 @@ private:
     void element(QLatin1String name, const QString& text);
     bool value(const PropertyValue& value, int depth);
 
-    // One for each kind of content; false where the value is nested too deep.
+    // One overload per kind of value; false if it is nested too deep.
     bool content(const QString& text, int depth);
     bool content(bool yes, int depth);
     bool content(qint64 number, int depth);
@@ -37,7 +37,7 @@ private:
 bool Writer::document(const PropertyValue& root)
 {
     m_xml.writeStartDocument();
-    m_xml.writeDTD(QStringLiteral("<!DOCTYPE plist>")); // names no document to fetch
+    m_xml.writeDTD(QStringLiteral("<!DOCTYPE plist>")); // without the usual URL, so that no reader fetches it
     m_xml.writeStartElement(QStringLiteral("plist"));
     m_xml.writeAttribute(QStringLiteral("version"), QStringLiteral("1.0"));
     const bool written = value(root, 0);
@@ -46,12 +46,12 @@ bool Writer::document(const PropertyValue& root)
     return written && !m_xml.hasError();
 }
 
-// A reader of XML turns a carriage return into a line feed unless it is written as a reference.
+// XML readers convert a literal carriage return to a line feed; a character reference survives.
 void Writer::element(QLatin1String name, const QString& text)
 {
     m_xml.writeStartElement(name);
-    const QString carriable = carriableText(text);
-    const auto parts = QStringView(carriable).split(u'\r');
+    const QString escaped = escapeForXml(text);
+    const auto parts = QStringView(escaped).split(u'\r');
     for (qsizetype i = 0; i < parts.size(); ++i) {
         if (i > 0)
             m_xml.writeEntityReference(QStringLiteral("#13"));
@@ -86,7 +86,7 @@ bool Writer::content(qint64 number, int)
 
 bool Writer::content(double number, int)
 {
-    constexpr int digits = 17; // as many as any number needs to come back the same
+    constexpr int digits = 17; // enough to read back any number unchanged
     element(QLatin1String("real"), QString::number(number, 'g', digits));
     return true;
 }
@@ -105,7 +105,7 @@ bool Writer::content(const QByteArray& data, int)
 
 bool Writer::content(const PropertyArray& array, int depth)
 {
-    if (depth == propertyListDepthLimit)
+    if (depth == maxPropertyListDepth)
         return false;
     m_xml.writeStartElement(QStringLiteral("array"));
     bool written = true;
@@ -117,7 +117,7 @@ bool Writer::content(const PropertyArray& array, int depth)
 
 bool Writer::content(const PropertyTree& tree, int depth)
 {
-    if (depth == propertyListDepthLimit)
+    if (depth == maxPropertyListDepth)
         return false;
     m_xml.writeStartElement(QStringLiteral("dict"));
     bool written = true;

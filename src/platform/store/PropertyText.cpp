@@ -6,9 +6,10 @@
 
 namespace {
 
+constexpr char16_t escapeUnit = 0xEEFF;
 constexpr qsizetype escapeDigits = 4;
 
-bool isCarriableUnit(char16_t unit)
+bool isPlainUnit(char16_t unit)
 {
     if (unit < 0x20)
         return unit == u'\t' || unit == u'\n' || unit == u'\r';
@@ -24,7 +25,12 @@ int digitValue(QChar digit)
     return -1;
 }
 
-std::optional<char16_t> unitOf(QStringView digits)
+QString escapedUnit(char16_t unit)
+{
+    return QChar(escapeUnit) + QStringLiteral("%1").arg(uint { unit }, escapeDigits, 16, QLatin1Char('0')).toUpper();
+}
+
+std::optional<char16_t> unescapedUnit(QStringView digits)
 {
     if (digits.size() < escapeDigits)
         return std::nullopt;
@@ -40,12 +46,7 @@ std::optional<char16_t> unitOf(QStringView digits)
 
 } // namespace
 
-QString escapedUnit(char16_t unit)
-{
-    return QChar(escapeUnit) + QStringLiteral("%1").arg(uint { unit }, escapeDigits, 16, QLatin1Char('0')).toUpper();
-}
-
-QString carriableText(const QString& text)
+QString escapeForXml(const QString& text)
 {
     QString result;
     result.reserve(text.size());
@@ -54,7 +55,7 @@ QString carriableText(const QString& text)
         if (unit.isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate()) {
             result += unit;
             result += text[++i];
-        } else if (unit.isSurrogate() || !isCarriableUnit(unit.unicode())) {
+        } else if (unit.isSurrogate() || !isPlainUnit(unit.unicode())) {
             result += escapedUnit(unit.unicode());
         } else {
             result += unit;
@@ -63,14 +64,14 @@ QString carriableText(const QString& text)
     return result;
 }
 
-QString textOfCarriable(const QString& carriable)
+QString unescapeFromXml(const QString& escaped)
 {
     QString result;
-    result.reserve(carriable.size());
-    for (qsizetype i = 0; i < carriable.size(); ++i) {
+    result.reserve(escaped.size());
+    for (qsizetype i = 0; i < escaped.size(); ++i) {
         const auto unit
-            = carriable[i] == QChar(escapeUnit) ? unitOf(QStringView(carriable).sliced(i + 1)) : std::nullopt;
-        result += unit ? QChar(*unit) : carriable[i];
+            = escaped[i] == QChar(escapeUnit) ? unescapedUnit(QStringView(escaped).sliced(i + 1)) : std::nullopt;
+        result += unit ? QChar(*unit) : escaped[i];
         i += unit ? escapeDigits : 0;
     }
     return result;

@@ -2,18 +2,12 @@
 
 #include <QString>
 
-// Texts on their way into a file and back. XML carries no control characters but tab, line feed and carriage return,
-// no half of a surrogate pair and neither U+FFFE nor U+FFFF; a text that was typed or received may hold any of them.
-// Each such UTF-16 unit is written as U+EEFF (private use) and four hexadecimal digits, and U+EEFF itself likewise.
-// Every other text stands as it is.
+// XML 1.0 cannot represent control characters other than tab, line feed and carriage return, unpaired surrogates, U+FFFE
+// and U+FFFF, but a text that was typed or received may contain any of them. Each such UTF-16 unit is written as U+EEFF
+// (private use) followed by four upper-case hexadecimal digits, and so is U+EEFF itself. Any other text is unchanged.
 
-[[nodiscard]] QString carriableText(const QString& text);
+[[nodiscard]] QString escapeForXml(const QString& text);
 
-// The text that carriableText was given. A U+EEFF without four upper-case hexadecimal digits behind it, which
-// carriableText never writes, stands as it is.
-[[nodiscard]] QString textOfCarriable(const QString& carriable);
-
-// One UTF-16 unit in the written form.
-[[nodiscard]] QString escapedUnit(char16_t unit);
-
-inline constexpr char16_t escapeUnit = 0xEEFF;
+// The inverse of escapeForXml. A U+EEFF that is not followed by four upper-case hexadecimal digits is kept: escapeForXml
+// never writes one.
+[[nodiscard]] QString unescapeFromXml(const QString& escaped);

@@ -51,7 +51,7 @@ TEST_F(PropertyListFile, IsAnEmptyListWhereItIsMissingOrUnreadable)
     EXPECT_EQ(readDictionariesFile(u"/dev/zero"_qs), PropertyDictionaries());
     writePlainly("<plist><dict/></plist>");
     EXPECT_EQ(readDictionariesFile(path), PropertyDictionaries());
-    writePlainly(QByteArray(propertyListSizeLimit + 1, ' '));
+    writePlainly(QByteArray(maxPropertyListSize + 1, ' '));
     EXPECT_EQ(readDictionariesFile(path), PropertyDictionaries());
 }
 

@@ -54,8 +54,8 @@ TEST(PropertyListWriter, WritesACarriageReturnAsAReference)
 
 TEST(PropertyListWriter, GivesNothingForAValueThatIsNestedTooDeep)
 {
-    EXPECT_FALSE(writePropertyList({ nested(propertyListDepthLimit) }).isEmpty());
-    EXPECT_TRUE(writePropertyList({ nested(propertyListDepthLimit + 1) }).isEmpty());
+    EXPECT_FALSE(writePropertyList({ nested(maxPropertyListDepth) }).isEmpty());
+    EXPECT_TRUE(writePropertyList({ nested(maxPropertyListDepth + 1) }).isEmpty());
 }
 
 TEST(PropertyList, GivesBackEveryTextThatWasWritten)
@@ -176,8 +176,8 @@ TEST(PropertyListReader, RefusesWhatIsNestedTooDeep)
 {
     const auto arrays
         = [](int depth) { return QByteArray("<array>").repeated(depth) + QByteArray("</array>").repeated(depth); };
-    EXPECT_TRUE(read(arrays(propertyListDepthLimit)));
-    EXPECT_FALSE(read(arrays(propertyListDepthLimit + 1)));
+    EXPECT_TRUE(read(arrays(maxPropertyListDepth)));
+    EXPECT_FALSE(read(arrays(maxPropertyListDepth + 1)));
     EXPECT_FALSE(read(QByteArray("<array>").repeated(1000000)));
     EXPECT_FALSE(read(QByteArray("<dict><key>a</key>").repeated(500000)));
 }
@@ -189,8 +189,8 @@ TEST(PropertyListReader, RefusesADocumentBeyondTheSizeLimit)
         const QByteArray end = "</string></plist>";
         return start + QByteArray(size - start.size() - end.size(), 'a') + end;
     };
-    EXPECT_TRUE(readPropertyList(document(propertyListSizeLimit)));
-    EXPECT_FALSE(readPropertyList(document(propertyListSizeLimit + 1)));
+    EXPECT_TRUE(readPropertyList(document(maxPropertyListSize)));
+    EXPECT_FALSE(readPropertyList(document(maxPropertyListSize + 1)));
 }
 
 TEST(PropertyListReader, RefusesEveryBeginningOfADocument)
