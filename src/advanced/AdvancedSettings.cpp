@@ -2,6 +2,7 @@
 
 #include "advanced/RateRules.h"
 #include "app/shared/SharedState.h"
+#include "platform/store/PropertyListFile.h"
 
 namespace {
 
@@ -34,7 +35,7 @@ QString modeKey()
 
 QString advancedSettingsPath(const QString& homePath)
 {
-    return homePath + QStringLiteral("/Library/Preferences/AdvancedProfileSetting.plist");
+    return preferencesFile(QStringLiteral("AdvancedProfileSetting.plist"), homePath);
 }
 
 void readSettings(const PropertyDictionary& record, AdvancedSettings& settings)
