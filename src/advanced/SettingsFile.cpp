@@ -24,7 +24,7 @@ PropertyArray readSettingsFile(const QString& path)
     return records != nullptr ? *records : PropertyArray();
 }
 
-bool writeSettingsFile(const QString& path, const PropertyArray& records)
+SaveResult writeSettingsFile(const QString& path, const PropertyArray& records)
 {
     return replacePropertyListFile(path, { records }, isFirstElementReadable);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/store/PropertyList.h"
+#include "platform/store/SaveResult.h"
 
 #include <QString>
 
@@ -13,7 +14,7 @@
 [[nodiscard]] PropertyArray readSettingsFile(const QString& path);
 
 // Writes the file atomically. Keeps a backup of the old file if its first element could not be read completely.
-[[nodiscard]] bool writeSettingsFile(const QString& path, const PropertyArray& records);
+[[nodiscard]] SaveResult writeSettingsFile(const QString& path, const PropertyArray& records);
 
 // Returns std::nullopt for an empty array and an empty dictionary if the first element is not a dictionary.
 [[nodiscard]] std::optional<PropertyDictionary> firstRecord(const PropertyArray& records);

@@ -5,7 +5,7 @@
 #include <functional>
 #include <map>
 
-// User defaults that keep what is set, and count how often they were synchronised.
+// User defaults in memory; counts the calls of synchronize.
 class MemoryUserDefaults final : public UserDefaults {
 public:
     [[nodiscard]] std::optional<PropertyDictionaries> arrayForKey(const QString& key) const override
@@ -25,9 +25,13 @@ public:
         if (onChange)
             onChange();
     }
-    void synchronize() override { ++synchronizations; }
+    SaveResult synchronize() override
+    {
+        ++synchronizations;
+        return {};
+    }
 
     std::map<QString, PropertyDictionaries> arrays;
     int synchronizations { 0 };
-    std::function<void()> onChange; // called with the change already made
+    std::function<void()> onChange; // called after the change
 };

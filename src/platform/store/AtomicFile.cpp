@@ -1,13 +1,10 @@
 #include "platform/store/AtomicFile.h"
 
-#include "posix/FileDescriptor.h"
-
 #include <QFile>
 #include <QFileInfo>
 
-#include <cerrno>
 #include <cstdio>
-#include <optional>
+#include <thread>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -17,26 +14,36 @@
 namespace {
 
 constexpr mode_t privateFileMode = 0600;
-constexpr mode_t privateFolderMode = 0700;
-constexpr int keptFileLimit = 1000; // more than this many damaged files are nobody's to keep
-constexpr int openingLimit = 100; // other programs may make and remove the second file in between
+constexpr mode_t privateDirectoryMode = 0700;
+constexpr std::chrono::milliseconds lockPollInterval { 2 };
 
-bool writeAll(int descriptor, const QByteArray& content)
+QString directoryOf(const QString& path)
+{
+    return QFileInfo(path).absolutePath();
+}
+
+// Succeeds where the directory already exists.
+std::error_code makeDirectory(const QString& path)
+{
+    const QByteArray name = QFile::encodeName(path);
+    if (::mkdir(name.constData(), privateDirectoryMode) == 0)
+        return {};
+    const std::error_code error = lastSystemError();
+    struct stat status { };
+    return ::stat(name.constData(), &status) == 0 && S_ISDIR(status.st_mode) ? std::error_code() : error;
+}
+
+std::error_code writeAll(const FileDescriptor& file, const QByteArray& content)
 {
     qsizetype written = 0;
     while (written < content.size()) {
         const ssize_t count
-            = ::write(descriptor, content.constData() + written, static_cast<std::size_t>(content.size() - written));
+            = ::write(file.get(), content.constData() + written, static_cast<std::size_t>(content.size() - written));
         if (count < 0 && errno != EINTR)
-            return false;
+            return lastSystemError();
         written += count > 0 ? count : 0;
     }
-    return true;
-}
-
-QString folderOf(const QString& path)
-{
-    return QFileInfo(path).absolutePath();
+    return {};
 }
 
 bool hasName(const FileDescriptor& file, const QByteArray& name)
@@ -47,90 +54,95 @@ bool hasName(const FileDescriptor& file, const QByteArray& name)
         && opened.st_ino == named.st_ino;
 }
 
-// Until the descriptor is closed, and by the end of its process at the latest. False while another program holds it:
-// that one is not waited for, since it could be one that was stopped. Where the file system knows no locks, nobody
-// does.
-bool lock(const FileDescriptor& file)
+// False while another program holds the lock. A file system without locks counts as unlocked.
+bool tryLock(const FileDescriptor& file)
 {
     return ::flock(file.get(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
 }
 
-// Removes a second file that nobody writes any more: whoever writes one holds its lock. A link in its place is
-// removed, never followed. False while it is being written.
-bool removeLeftover(const QByteArray& name)
+// Removes a temporary file whose writer has ended: a running one holds its lock, and the result is timed_out. A symbolic
+// link under that name is removed, never followed.
+std::error_code removeLeftover(const QByteArray& name)
 {
     const FileDescriptor leftover(::open(name.constData(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
-    if (leftover && !lock(leftover))
-        return false;
-    if (leftover ? hasName(leftover, name) : errno == ELOOP || errno == EACCES)
-        (void)::unlink(name.constData());
-    return true;
+    if (!leftover && errno != ELOOP && errno != EACCES)
+        return errno == ENOENT ? std::error_code() : lastSystemError();
+    if (leftover && !tryLock(leftover))
+        return std::make_error_code(std::errc::timed_out);
+    if (leftover && !hasName(leftover, name))
+        return {};
+    return ::unlink(name.constData()) == 0 || errno == ENOENT ? std::error_code() : lastSystemError();
 }
 
-// Makes the second file and locks it. Between the two, another program may take it for a leftover.
-FileDescriptor makeSecondFile(const QByteArray& name)
+// One attempt to create the temporary file and to lock it. Between these two steps another program may take the file
+// for a leftover; the result is then neither a file nor an error.
+std::error_code tryCreate(const QByteArray& name, FileDescriptor& file)
 {
-    for (int attempt = 0; attempt < openingLimit; ++attempt) {
-        FileDescriptor file(
-            ::open(name.constData(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, privateFileMode));
-        if (file && lock(file) && hasName(file, name))
-            return file;
-        if (!file && (errno != EEXIST || !removeLeftover(name)))
-            break;
-    }
+    FileDescriptor created(
+        ::open(name.constData(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, privateFileMode));
+    if (!created)
+        return errno == EEXIST ? removeLeftover(name) : lastSystemError();
+    if (tryLock(created) && hasName(created, name))
+        file = std::move(created);
     return {};
 }
 
-bool fillAndRename(const FileDescriptor& file, const QByteArray& from, const QString& to, const QByteArray& content)
+std::error_code createLocked(const QByteArray& name, FileDescriptor& file, std::chrono::milliseconds timeout)
 {
-    return writeAll(file.get(), content) && ::fsync(file.get()) == 0
-        && ::rename(from.constData(), QFile::encodeName(to).constData()) == 0;
-}
-
-bool isFolder(const QByteArray& name)
-{
-    struct stat status { };
-    return ::stat(name.constData(), &status) == 0 && S_ISDIR(status.st_mode);
-}
-
-bool haveSameContent(const QString& left, const QString& right)
-{
-    QFile leftFile(left);
-    QFile rightFile(right);
-    if (leftFile.size() != rightFile.size() || !leftFile.open(QIODevice::ReadOnly)
-        || !rightFile.open(QIODevice::ReadOnly))
-        return false;
-    constexpr qint64 chunk = 65536;
-    while (!leftFile.atEnd())
-        if (leftFile.read(chunk) != rightFile.read(chunk))
-            return false;
-    return leftFile.error() == QFileDevice::NoError && rightFile.error() == QFileDevice::NoError;
-}
-
-bool copyFile(const QString& from, const QString& to)
-{
-    QFile file(from);
-    if (!file.open(QIODevice::ReadOnly))
-        return false;
-    const QByteArray content = file.readAll();
-    return file.error() == QFileDevice::NoError && writeFileAtomically(to, content);
-}
-
-// A second name for the file; where the file system has none of these, a copy. Nothing when that name is taken.
-std::optional<bool> keepUnder(const QString& path, const QString& keptPath)
-{
-    const QByteArray keptName = QFile::encodeName(keptPath);
-    if (::link(QFile::encodeName(path).constData(), keptName.constData()) != 0) {
-        if (errno == EEXIST)
-            return haveSameContent(path, keptPath) ? std::optional(true) : std::nullopt;
-        return copyFile(path, keptPath);
+    const auto deadline = std::chrono::steady_clock::now() + timeout;
+    for (;;) {
+        const std::error_code error = tryCreate(name, file);
+        if (file || (error && error != std::errc::timed_out))
+            return error;
+        if (std::chrono::steady_clock::now() >= deadline)
+            return std::make_error_code(std::errc::timed_out);
+        if (error)
+            std::this_thread::sleep_for(lockPollInterval);
     }
-    (void)::chmod(keptName.constData(), privateFileMode);
-    syncFolder(folderOf(keptPath));
-    return true;
 }
 
 } // namespace
+
+AtomicFile::AtomicFile(const QString& path)
+    : m_target(linkTarget(path))
+    , m_temporaryName(QFile::encodeName(m_target + QStringLiteral(".being-written")))
+{
+}
+
+AtomicFile::~AtomicFile()
+{
+    if (m_temporary)
+        (void)::unlink(m_temporaryName.constData());
+}
+
+SaveResult AtomicFile::open(std::chrono::milliseconds lockTimeout)
+{
+    if (SaveResult made = makePrivateDirectories(directoryOf(m_target)); !made)
+        return made;
+    if (const auto error = createLocked(m_temporaryName, m_temporary, lockTimeout))
+        return { error, m_target };
+    return {};
+}
+
+SaveResult AtomicFile::commit(const QByteArray& content)
+{
+    if (const auto error = writeAll(m_temporary, content))
+        return { error, m_target };
+    if (::fsync(m_temporary.get()) != 0
+        || ::rename(m_temporaryName.constData(), QFile::encodeName(m_target).constData()) != 0)
+        return { lastSystemError(), m_target };
+    m_temporary.reset();
+    syncDirectory(directoryOf(m_target));
+    return {};
+}
+
+SaveResult writeFileAtomically(const QString& path, const QByteArray& content)
+{
+    AtomicFile file(path);
+    if (SaveResult opened = file.open(); !opened)
+        return opened;
+    return file.commit(content);
+}
 
 QString linkTarget(const QString& path)
 {
@@ -138,58 +150,21 @@ QString linkTarget(const QString& path)
     return canonical.isEmpty() ? path : canonical;
 }
 
-bool writeFileAtomically(const QString& path, const QByteArray& content)
+SaveResult makePrivateDirectories(const QString& path)
 {
-    const QString target = linkTarget(path);
-    if (!makePrivateFolders(folderOf(target)))
-        return false;
-    const QByteArray secondName = QFile::encodeName(target + QStringLiteral(".being-written"));
-    const FileDescriptor file = makeSecondFile(secondName);
-    if (!file)
-        return false;
-    if (!fillAndRename(file, secondName, target, content)) {
-        (void)::unlink(secondName.constData());
-        return false;
+    std::error_code error = makeDirectory(path);
+    const QString parent = directoryOf(path);
+    if (error == std::errc::no_such_file_or_directory && parent != path) {
+        if (SaveResult made = makePrivateDirectories(parent); !made)
+            return made;
+        error = makeDirectory(path);
     }
-    syncFolder(folderOf(target));
-    return true;
+    return error ? SaveResult { error, path } : SaveResult();
 }
 
-bool makePrivateFolders(const QString& path)
+void syncDirectory(const QString& path)
 {
-    const QByteArray name = QFile::encodeName(path);
-    if (::mkdir(name.constData(), privateFolderMode) == 0 || isFolder(name))
-        return true;
-    const QString parent = folderOf(path);
-    return errno == ENOENT && parent != path && makePrivateFolders(parent)
-        && (::mkdir(name.constData(), privateFolderMode) == 0 || isFolder(name));
-}
-
-bool makePrivateFile(const QString& path)
-{
-    if (!makePrivateFolders(folderOf(path)))
-        return false;
-    const FileDescriptor file(
-        ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CREAT | O_CLOEXEC | O_NONBLOCK, privateFileMode));
-    return file && ::fchmod(file.get(), privateFileMode) == 0;
-}
-
-void syncFolder(const QString& path)
-{
-    const FileDescriptor folder(::open(QFile::encodeName(path).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (folder)
-        (void)::fsync(folder.get());
-}
-
-bool keepUnreadableFile(const QString& path)
-{
-    const QString source = linkTarget(path);
-    if (QFileInfo(source).size() == 0)
-        return true;
-    for (int number = 1; number <= keptFileLimit; ++number) {
-        const QString suffix = number == 1 ? QString() : QStringLiteral(".%1").arg(number);
-        if (const auto kept = keepUnder(source, path + QStringLiteral(".unreadable") + suffix))
-            return *kept;
-    }
-    return false;
+    const FileDescriptor directory(::open(QFile::encodeName(path).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (directory)
+        (void)::fsync(directory.get());
 }

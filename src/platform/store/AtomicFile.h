@@ -1,32 +1,53 @@
 #pragma once
 
+#include "platform/store/SaveResult.h"
+#include "posix/FileDescriptor.h"
+
 #include <QByteArray>
 #include <QString>
 
-// Files that hold keys in plain text: nobody but their user reads them (mode 0600, folders 0700), and what was there
-// stays until what replaces it is whole on the disk.
+#include <chrono>
 
-// Replaces the file at path, or makes it; folders that are missing are made. The content is written to a second file
-// beside it, which is private from the moment it exists and takes the file's name once it is on the disk (fsync); a
-// symbolic link keeps pointing to the file. False on failure: the file is as it was, and nothing is left beside it.
-// The second file has ".being-written" added to the name: one that a program left behind when it ended is removed by
-// the next call. Of programs that write the same file at once one succeeds; the others fail and wait for nobody.
-[[nodiscard]] bool writeFileAtomically(const QString& path, const QByteArray& content);
+// Files that hold keys in plain text. Only their user can read them (mode 0600, directories 0700), and the old content
+// stays until the new one is complete on disk.
 
-// Where a symbolic link points to; the path itself otherwise.
+// One save of a file. The content goes into a temporary file in the same directory, which then replaces the file. A
+// symbolic link keeps pointing to the file. Until it is committed or destroyed, other programs wait with their saves of
+// the same file, so it may be read and changed safely in between.
+//
+// Not a QSaveFile: that creates its file with mode 0666, ignores a failed sync to disk, and a process killed just
+// before the rename leaves the keys under a random name that no later save can tell from a file of the user's. Here the
+// name is fixed (".being-written" is appended), and a leftover is removed by the next save. The lock on it (flock) ends
+// with its process.
+class AtomicFile {
+    Q_DISABLE_COPY_MOVE(AtomicFile)
+
+public:
+    // How long a save waits for that of another program, which may have been stopped.
+    static constexpr std::chrono::milliseconds defaultLockTimeout { 2000 };
+
+    explicit AtomicFile(const QString& path);
+    ~AtomicFile(); // without a commit, the file is unchanged and no temporary file remains
+
+    // Creates missing directories and the temporary file. Fails with timed_out while another program is saving.
+    [[nodiscard]] SaveResult open(std::chrono::milliseconds lockTimeout = defaultLockTimeout);
+    // Replaces the file; once, after open succeeded.
+    [[nodiscard]] SaveResult commit(const QByteArray& content);
+
+private:
+    QString m_target;
+    QByteArray m_temporaryName;
+    FileDescriptor m_temporary; // locked; open until the file is committed
+};
+
+// Opens and commits in one step.
+[[nodiscard]] SaveResult writeFileAtomically(const QString& path, const QByteArray& content);
+
+// The file that a symbolic link points to; any other path unchanged.
 [[nodiscard]] QString linkTarget(const QString& path);
 
-// Makes a folder and those above it that are missing. True when it is there afterwards.
-[[nodiscard]] bool makePrivateFolders(const QString& path);
+// Creates a directory and its missing parents. Succeeds where it already exists.
+[[nodiscard]] SaveResult makePrivateDirectories(const QString& path);
 
-// Makes an empty file where there is none, and takes other people's access to one that is there.
-[[nodiscard]] bool makePrivateFile(const QString& path);
-
-// Makes changes of names in a folder last through a loss of power. Where the file system cannot, nothing is lost but
-// this.
-void syncFolder(const QString& path);
-
-// Keeps the file at path, as it is now, under the name that has ".unreadable" added, and ".unreadable.2" and so on
-// where another content has taken that. The file also stays where it is. True when its content is kept, also by an
-// earlier call; and where there is nothing to keep: no file, or an empty one.
-[[nodiscard]] bool keepUnreadableFile(const QString& path);
+// Makes renames and new names in a directory survive a power loss. Best effort: not every file system supports it.
+void syncDirectory(const QString& path);

@@ -1,6 +1,7 @@
 #include "platform/store/PropertyListFile.h"
 
 #include "platform/store/AtomicFile.h"
+#include "platform/store/UnreadableFile.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -15,17 +16,22 @@ std::optional<PropertyValue> readPropertyListFile(const QString& path)
     QFile file(path);
     if (!QFileInfo(path).isFile() || file.size() > maxPropertyListSize || !file.open(QIODevice::ReadOnly))
         return std::nullopt;
-    const QByteArray bytes = file.read(maxPropertyListSize + 1); // it may have grown
+    const QByteArray bytes = file.read(maxPropertyListSize + 1); // it may have grown since
     return file.error() == QFileDevice::NoError ? readPropertyList(bytes) : std::nullopt;
 }
 
-bool replacePropertyListFile(
-    const QString& path, const PropertyValue& root, bool (*isReadAsAWhole)(const PropertyValue&))
+SaveResult replacePropertyListFile(
+    const QString& path, const PropertyValue& root, bool (*isFullyRead)(const PropertyValue&))
 {
+    AtomicFile file(path);
+    if (SaveResult opened = file.open(); !opened)
+        return opened;
     const auto before = readPropertyListFile(path);
-    if (!(before && isReadAsAWhole(*before)) && !keepUnreadableFile(path))
-        return false;
-    return writeFileAtomically(path, writePropertyList(root));
+    if (!before || !isFullyRead(*before)) {
+        if (SaveResult backedUp = backUpUnreadableFile(path); !backedUp)
+            return backedUp;
+    }
+    return file.commit(writePropertyList(root));
 }
 
 PropertyDictionaries readDictionariesFile(const QString& path)
@@ -34,7 +40,7 @@ PropertyDictionaries readDictionariesFile(const QString& path)
     return root ? dictionariesOf(*root).value_or(PropertyDictionaries()) : PropertyDictionaries();
 }
 
-bool writeDictionariesFile(const QString& path, const PropertyDictionaries& dictionaries)
+SaveResult writeDictionariesFile(const QString& path, const PropertyDictionaries& dictionaries)
 {
     return replacePropertyListFile(path, propertyValueOf(dictionaries), areDictionariesOfTexts);
 }

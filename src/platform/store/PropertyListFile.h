@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/store/PropertyList.h"
+#include "platform/store/SaveResult.h"
 
 #include <QDir>
 #include <QString>
@@ -9,21 +10,20 @@
 
 // Property lists in files.
 
-// Where a user's settings lie: "Library/Preferences" in the home folder.
+// A file of the user's settings, in "Library/Preferences" of the home directory.
 [[nodiscard]] QString preferencesFile(const QString& name, const QString& home = QDir::homePath());
 
-// Nothing for a file that is missing, is no regular file, cannot be read or is no property list.
+// std::nullopt for a file that is missing, unreadable, not a regular file or not a property list.
 [[nodiscard]] std::optional<PropertyValue> readPropertyListFile(const QString& path);
 
-// Replaces the file as writeFileAtomically does. A file that is there and is no property list, or one whose root is not
-// read as a whole, is kept first (keepUnreadableFile): somebody may have typed it. False, with the file as it was, when
-// either fails.
-[[nodiscard]] bool replacePropertyListFile(
-    const QString& path, const PropertyValue& root, bool (*isReadAsAWhole)(const PropertyValue&));
+// Replaces the file, as AtomicFile does. A file that is not a property list, or whose root isFullyRead rejects, is
+// backed up first (backUpUnreadableFile): someone may have edited it by hand. On failure the file is unchanged.
+[[nodiscard]] SaveResult replacePropertyListFile(
+    const QString& path, const PropertyValue& root, bool (*isFullyRead)(const PropertyValue&));
 
-// A file of settings: a list of dictionaries of texts, as dictionariesOf takes them. An empty list where it is missing
-// or unreadable.
+// The usual form of a settings file: a list of dictionaries of texts, read by dictionariesOf. An empty list where the
+// file is missing or unreadable.
 [[nodiscard]] PropertyDictionaries readDictionariesFile(const QString& path);
 
-// As replacePropertyListFile does: read as a whole is a file in which dictionariesOf leaves nothing out.
-[[nodiscard]] bool writeDictionariesFile(const QString& path, const PropertyDictionaries& dictionaries);
+// As replacePropertyListFile; a file counts as fully read if dictionariesOf skips nothing in it.
+[[nodiscard]] SaveResult writeDictionariesFile(const QString& path, const PropertyDictionaries& dictionaries);

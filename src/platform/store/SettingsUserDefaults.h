@@ -2,35 +2,39 @@
 
 #include "platform/store/UserDefaults.h"
 
-#include <QSettings>
 #include <QString>
 
 #include <map>
 #include <optional>
 
-// User defaults in a settings file (a property list), for its user alone (mode 0600) and replaced as a whole. A file
-// that is damaged holds nothing; in one written by hand, what is no list of dictionaries is left out, and what is no
-// text is taken as dictionariesOf takes it. A file that does not come back as a whole is kept beside
-// (keepUnreadableFile) before it is replaced. Where it cannot be kept or made private, or while another process saves,
-// the file stays as it is, and what was set is known to this object alone until a later synchronize. What a process
-// leaves beside the file that ends while it saves, the next save removes.
+// User defaults in a property list, saved as AtomicFile does. A damaged file counts as empty. In a file edited by hand,
+// entries that are not lists of dictionaries are skipped; dictionariesOf reads the others. A file that cannot be read
+// completely is backed up before it is replaced (backUpUnreadableFile). A save reads the file again first, so programs
+// that run at the same time keep each other's keys.
 class SettingsUserDefaults final : public UserDefaults {
 public:
-    // The file of the application's own domain, in the user's folder of settings.
+    // The application's own file, in the user's configuration directory.
     SettingsUserDefaults();
     explicit SettingsUserDefaults(const QString& path);
 
-    [[nodiscard]] QString path() const { return m_settings.fileName(); }
+    [[nodiscard]] QString path() const { return m_path; }
 
     [[nodiscard]] std::optional<PropertyDictionaries> arrayForKey(const QString& key) const override;
     void setArray(const QString& key, const PropertyDictionaries& array) override;
     void removeObjectForKey(const QString& key) override;
-    void synchronize() override;
+    SaveResult synchronize() override;
 
 private:
-    [[nodiscard]] std::optional<PropertyDictionaries> savedArray(const QString& key) const;
-    void saveAllAgain();
+    using Arrays = std::map<QString, PropertyDictionaries>;
+    struct StoredArrays {
+        Arrays arrays;
+        bool isComplete { false }; // the file holds nothing else
+    };
 
-    QSettings m_settings;
-    std::map<QString, std::optional<PropertyDictionaries>> m_unsaved; // nothing: to be removed
+    [[nodiscard]] static StoredArrays readArrays(const QString& path);
+    void applyChanges(Arrays& arrays) const;
+
+    QString m_path;
+    Arrays m_saved; // as last read or written
+    std::map<QString, std::optional<PropertyDictionaries>> m_changes; // since then; std::nullopt removes the key
 };

@@ -1,22 +1,23 @@
 #pragma once
 
 #include "platform/store/PropertyDictionary.h"
+#include "platform/store/SaveResult.h"
 
 #include <QString>
 
 #include <optional>
 
-// The user's settings in the application's own domain: lists of dictionaries of texts under names.
+// The user's settings in the application's own domain: lists of dictionaries of texts, by key.
 class UserDefaults {
 public:
     virtual ~UserDefaults() = default;
 
-    // Nothing where there is no list under this name. A list may be empty.
+    // std::nullopt for a key without a list; the list may be empty.
     [[nodiscard]] virtual std::optional<PropertyDictionaries> arrayForKey(const QString& key) const = 0;
 
     virtual void setArray(const QString& key, const PropertyDictionaries& array) = 0;
     virtual void removeObjectForKey(const QString& key) = 0;
 
-    // Puts what was changed on the disk. Where that fails, the changes still hold for this object.
-    virtual void synchronize() = 0;
+    // Writes the changes to disk. After a failure this object keeps them, and the next call tries again.
+    virtual SaveResult synchronize() = 0;
 };

@@ -1,231 +1,213 @@
 #include "platform/store/AtomicFile.h"
 
-#include "tests/support/ContentOf.h"
+#include "tests/platform/store/StoreFixture.h"
 
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
-#include <gtest/gtest.h>
-
+#include <chrono>
 #include <csignal>
+#include <thread>
 #include <vector>
 
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/resource.h>
-#include <sys/stat.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace {
 
-mode_t modeOf(const QString& path)
-{
-    struct stat status { };
-    return ::stat(QFile::encodeName(path).constData(), &status) == 0 ? status.st_mode & 07777U : 0;
-}
+using namespace std::chrono_literals;
 
-void writePlainly(const QString& path, const QByteArray& content)
-{
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(content);
-}
-
-class AtomicFile : public testing::Test {
+class AtomicFileTest : public StoreFixture {
 protected:
-    [[nodiscard]] QString at(const char* name) const { return folder.filePath(QString::fromLatin1(name)); }
-    [[nodiscard]] QStringList names() const
-    {
-        return QDir(folder.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
-    }
-
-    QTemporaryDir folder;
+    QString path { at("file") };
+    QString temporary { at("file.being-written") };
 };
 
-TEST_F(AtomicFile, IsItsUsersAloneAndSoAreItsFolders)
+TEST_F(AtomicFileTest, CreatesPrivateFileInPrivateDirectories)
 {
-    const QString path = at("Library/Preferences/Profile.plist");
-    ASSERT_TRUE(writeFileAtomically(path, "content"));
-    EXPECT_EQ(contentOf(path), "content");
-    EXPECT_EQ(modeOf(path), 0600u);
-    EXPECT_EQ(modeOf(at("Library")), 0700u);
-    EXPECT_EQ(modeOf(at("Library/Preferences")), 0700u);
+    const QString nested = at("Library/Preferences/Profile.plist");
+    ASSERT_TRUE(writeFileAtomically(nested, "content"));
+    EXPECT_EQ(contentOf(nested), "content");
+    EXPECT_EQ(modeOf(nested), 0600U);
+    EXPECT_EQ(modeOf(at("Library")), 0700U);
+    EXPECT_EQ(modeOf(at("Library/Preferences")), 0700U);
 }
 
-TEST_F(AtomicFile, ReplacesAFileAndTakesOthersAccess)
+TEST_F(AtomicFileTest, TemporaryFileIsPrivateBeforeItHasContent)
 {
-    writePlainly(at("file"), "a longer content than before");
-    ::chmod(QFile::encodeName(at("file")).constData(), 0666);
-    ASSERT_TRUE(writeFileAtomically(at("file"), QByteArray("\0b", 2)));
-    EXPECT_EQ(contentOf(at("file")), QByteArray("\0b", 2));
-    EXPECT_EQ(modeOf(at("file")), 0600u);
-    EXPECT_EQ(names(), QStringList { QStringLiteral("file") });
+    const mode_t before = ::umask(0);
+    AtomicFile file(path);
+    EXPECT_TRUE(file.open());
+    EXPECT_EQ(modeOf(temporary), 0600U);
+    EXPECT_EQ(contentOf(temporary), "");
+    (void)::umask(before);
 }
 
-TEST_F(AtomicFile, ReplacesWhatALinkPointsTo)
+TEST_F(AtomicFileTest, ReplacesFileAndMakesItPrivate)
+{
+    writePlainly(path, "a longer content than before");
+    setMode(path, 0666);
+    ASSERT_TRUE(writeFileAtomically(path, QByteArray("\0b", 2)));
+    EXPECT_EQ(contentOf(path), QByteArray("\0b", 2));
+    EXPECT_EQ(modeOf(path), 0600U);
+    EXPECT_EQ(namesBeside(path), "file");
+}
+
+TEST_F(AtomicFileTest, ReplacesTargetOfSymbolicLink)
 {
     writePlainly(at("real"), "old");
     ASSERT_TRUE(QFile::link(at("real"), at("link")));
     ASSERT_TRUE(writeFileAtomically(at("link"), "new"));
     EXPECT_EQ(contentOf(at("real")), "new");
     EXPECT_TRUE(QFileInfo(at("link")).isSymLink());
+    EXPECT_EQ(namesBeside(path), "link real");
 }
 
-TEST_F(AtomicFile, LeavesNothingBesideWhatItCannotReplace)
+TEST_F(AtomicFileTest, LeavesOldFileWithoutCommit)
 {
-    ASSERT_TRUE(QDir(folder.path()).mkpath(QStringLiteral("taken/inside")));
-    EXPECT_FALSE(writeFileAtomically(at("taken"), "new"));
-    EXPECT_EQ(names(), QStringList { QStringLiteral("taken") });
+    writePlainly(path, "old");
+    {
+        AtomicFile file(path);
+        ASSERT_TRUE(file.open());
+    }
+    EXPECT_EQ(contentOf(path), "old");
+    EXPECT_EQ(namesBeside(path), "file");
 }
 
-TEST_F(AtomicFile, FailsWhereAFolderIsAFile)
+TEST_F(AtomicFileTest, CannotReplaceDirectory)
 {
-    writePlainly(at("file"), "old");
-    EXPECT_FALSE(writeFileAtomically(at("file/below/it"), "new"));
-    EXPECT_FALSE(makePrivateFolders(at("file")));
-    EXPECT_EQ(contentOf(at("file")), "old");
+    ASSERT_TRUE(QDir(directory.path()).mkpath(QStringLiteral("file/inside")));
+    EXPECT_FALSE(writeFileAtomically(path, "new"));
+    EXPECT_EQ(namesBeside(path), "file");
 }
 
-TEST_F(AtomicFile, ReplacesWhatAnEndedProgramLeft)
+TEST_F(AtomicFileTest, ReportsPathAndReasonOfFailure)
 {
-    writePlainly(at("file.being-written"), "a key, and much more than the new content");
-    ::chmod(QFile::encodeName(at("file.being-written")).constData(), 0644);
-    ASSERT_TRUE(writeFileAtomically(at("file"), "new"));
-    EXPECT_EQ(contentOf(at("file")), "new");
-    EXPECT_EQ(modeOf(at("file")), 0600u);
-    EXPECT_EQ(names(), QStringList { QStringLiteral("file") });
+    writePlainly(path, "old");
+    const SaveResult result = writeFileAtomically(at("file/below/it"), "new");
+    EXPECT_FALSE(result);
+    EXPECT_EQ(result.error, std::errc::not_a_directory);
+    EXPECT_EQ(result.path, at("file/below"));
+    EXPECT_FALSE(makePrivateDirectories(path));
+    EXPECT_EQ(contentOf(path), "old");
 }
 
-TEST_F(AtomicFile, DoesNotWriteThroughALinkInPlaceOfTheSecondFile)
+TEST_F(AtomicFileTest, ReplacesLeftoverTemporaryFile)
 {
-    writePlainly(at("other"), "somebody's");
-    ASSERT_TRUE(QFile::link(at("other"), at("file.being-written")));
-    ASSERT_TRUE(writeFileAtomically(at("file"), "new"));
-    EXPECT_EQ(contentOf(at("other")), "somebody's");
-    EXPECT_EQ(contentOf(at("file")), "new");
-    EXPECT_FALSE(QFileInfo(at("file")).isSymLink());
-    EXPECT_EQ(names(), (QStringList { QStringLiteral("file"), QStringLiteral("other") }));
+    writePlainly(temporary, "a key, and much more than the new content");
+    setMode(temporary, 0644);
+    ASSERT_TRUE(writeFileAtomically(path, "new"));
+    EXPECT_EQ(contentOf(path), "new");
+    EXPECT_EQ(modeOf(path), 0600U);
+    EXPECT_EQ(namesBeside(path), "file");
 }
 
-TEST_F(AtomicFile, FailsWhereAFolderIsInPlaceOfTheSecondFile)
+TEST_F(AtomicFileTest, DoesNotFollowLinkInPlaceOfTemporaryFile)
 {
-    writePlainly(at("file"), "old");
-    ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("file.being-written")));
-    EXPECT_FALSE(writeFileAtomically(at("file"), "new"));
-    EXPECT_EQ(contentOf(at("file")), "old");
+    writePlainly(at("other"), "someone's");
+    ASSERT_TRUE(QFile::link(at("other"), temporary));
+    ASSERT_TRUE(writeFileAtomically(path, "new"));
+    EXPECT_EQ(contentOf(at("other")), "someone's");
+    EXPECT_EQ(contentOf(path), "new");
+    EXPECT_FALSE(QFileInfo(path).isSymLink());
+    EXPECT_EQ(namesBeside(path), "file other");
 }
 
-TEST_F(AtomicFile, IsWholeWhileProgramsWriteItAtOnce)
+TEST_F(AtomicFileTest, FailsWithDirectoryInPlaceOfTemporaryFile)
 {
-    constexpr int writes = 50;
-    constexpr int size = 200000; // long enough to be met half written
+    writePlainly(path, "old");
+    ASSERT_TRUE(QDir().mkdir(temporary));
+    EXPECT_FALSE(writeFileAtomically(path, "new"));
+    EXPECT_EQ(contentOf(path), "old");
+}
+
+TEST_F(AtomicFileTest, ProgramsThatSaveAtTheSameTimeAllSucceed)
+{
+    constexpr int size = 200000; // large enough for a reader to see a partial write
     std::vector<pid_t> writers;
     for (const char letter : { 'a', 'b', 'c' }) {
-        writers.push_back(::fork());
-        ASSERT_NE(writers.back(), -1);
-        if (writers.back() == 0) {
-            int written = 0;
-            while (written < writes) // fails as long as another one writes
-                written += writeFileAtomically(at("file"), QByteArray(size, letter)) ? 1 : 0;
-            ::_exit(0);
-        }
+        writers.push_back(startProcess([this, letter] {
+            bool allSaved = true;
+            for (int i = 0; i < 20; ++i) {
+                allSaved = writeFileAtomically(path, QByteArray(size, letter)) && allSaved;
+                std::this_thread::sleep_for(1ms);
+            }
+            return allSaved;
+        }));
     }
-    for (const pid_t writer : writers) {
-        int status = -1;
-        while (::waitpid(writer, &status, WNOHANG) == 0) {
-            const QByteArray content = contentOf(at("file"));
-            const bool isMissing = content == "cannot be read"; // until the first has written it
-            EXPECT_TRUE(isMissing || content == QByteArray(size, content.isEmpty() ? '-' : content.front()));
+    const pid_t reader = startProcess([this] {
+        for (int i = 0; i < 200; ++i) {
+            const QByteArray content = contentOf(path);
+            const bool isMissing = content == "cannot be read";
+            if (!isMissing && content != QByteArray(size, content.isEmpty() ? '-' : content.front()))
+                return false;
         }
-        EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
-    }
-    EXPECT_EQ(names(), QStringList { QStringLiteral("file") });
+        return true;
+    });
+    for (const pid_t process : writers)
+        EXPECT_TRUE(succeeded(process));
+    EXPECT_TRUE(succeeded(reader)) << "a partial write";
+    EXPECT_EQ(namesBeside(path), "file");
 }
 
-// A program that was stopped in the middle of a save must not stop another one.
-TEST_F(AtomicFile, IsNotWaitedForWhileAnotherProgramWritesIt)
+TEST_F(AtomicFileTest, WaitsForSaveOfAnotherProgram)
 {
-    writePlainly(at("file"), "old");
-    writePlainly(at("file.being-written"), "half");
-    const int other = ::open(QFile::encodeName(at("file.being-written")).constData(), O_RDWR | O_CLOEXEC);
-    ASSERT_NE(other, -1);
+    writePlainly(temporary, "half");
+    const int other = ::open(QFile::encodeName(temporary).constData(), O_RDWR | O_CLOEXEC);
     ASSERT_EQ(::flock(other, LOCK_EX), 0);
-    EXPECT_FALSE(writeFileAtomically(at("file"), "new"));
-    EXPECT_EQ(contentOf(at("file")), "old");
-    EXPECT_EQ(contentOf(at("file.being-written")), "half");
-    ::close(other);
-    EXPECT_TRUE(writeFileAtomically(at("file"), "new"));
-    EXPECT_EQ(contentOf(at("file")), "new");
+    std::thread release([other] {
+        std::this_thread::sleep_for(50ms);
+        ::close(other);
+    });
+    EXPECT_TRUE(writeFileAtomically(path, "new"));
+    release.join();
+    EXPECT_EQ(contentOf(path), "new");
 }
 
-// Writing stops at every size short of the content's, as on a disk that is full there.
-TEST_F(AtomicFile, KeepsTheOldContentWhenTheNewOneDoesNotFit)
+TEST_F(AtomicFileTest, TimesOutWhileAnotherProgramIsStoppedInItsSave)
+{
+    writePlainly(path, "old");
+    const pid_t other = startProcess([this] {
+        AtomicFile file(path);
+        return file.open() && ::raise(SIGSTOP) == 0;
+    });
+    int status = 0;
+    ASSERT_EQ(::waitpid(other, &status, WUNTRACED), other);
+    ASSERT_TRUE(WIFSTOPPED(status));
+    {
+        AtomicFile file(path);
+        const SaveResult result = file.open(50ms);
+        EXPECT_EQ(result.error, std::errc::timed_out);
+        EXPECT_EQ(result.path, path);
+    }
+    EXPECT_TRUE(QFile::exists(temporary)) << "it belongs to the other program";
+    EXPECT_EQ(contentOf(path), "old");
+
+    ::kill(other, SIGKILL);
+    EXPECT_FALSE(succeeded(other));
+    EXPECT_TRUE(writeFileAtomically(path, "new"));
+    EXPECT_EQ(contentOf(path), "new");
+    EXPECT_EQ(namesBeside(path), "file");
+}
+
+// Writing fails at several sizes below that of the content, as on a full disk.
+TEST_F(AtomicFileTest, KeepsOldContentWhenNewDoesNotFit)
 {
     const QByteArray content(3000, 'n');
-    writePlainly(at("file"), "old");
+    writePlainly(path, "old");
     for (rlim_t limit = 0; limit < 3000; limit += 250) {
-        const pid_t child = ::fork();
-        ASSERT_NE(child, -1);
-        if (child == 0) {
+        const pid_t child = startProcess([&] {
             (void)std::signal(SIGXFSZ, SIG_IGN);
             const rlimit size { limit, limit };
             if (::setrlimit(RLIMIT_FSIZE, &size) != 0)
-                ::_exit(2);
-            ::_exit(writeFileAtomically(at("file"), content) ? 1 : 0);
-        }
-        int status = -1;
-        ASSERT_EQ(::waitpid(child, &status, 0), child);
-        EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << limit;
-        EXPECT_EQ(contentOf(at("file")), "old");
-        EXPECT_EQ(names(), QStringList { QStringLiteral("file") });
+                return false;
+            const SaveResult result = writeFileAtomically(path, content);
+            return result.error == std::errc::file_too_large && result.path == path;
+        });
+        EXPECT_TRUE(succeeded(child)) << limit;
+        EXPECT_EQ(contentOf(path), "old");
+        EXPECT_EQ(namesBeside(path), "file");
     }
-    EXPECT_TRUE(writeFileAtomically(at("file"), content));
-    EXPECT_EQ(contentOf(at("file")), content);
-}
-
-TEST_F(AtomicFile, MakesAPrivateFileAndLeavesTheContentOfOneThatIsThere)
-{
-    ASSERT_TRUE(makePrivateFile(at("a/b")));
-    EXPECT_EQ(contentOf(at("a/b")), QByteArray());
-    EXPECT_EQ(modeOf(at("a/b")), 0600u);
-    writePlainly(at("c"), "content");
-    ::chmod(QFile::encodeName(at("c")).constData(), 0644);
-    ASSERT_TRUE(makePrivateFile(at("c")));
-    EXPECT_EQ(contentOf(at("c")), "content");
-    EXPECT_EQ(modeOf(at("c")), 0600u);
-}
-
-TEST_F(AtomicFile, KeepsEveryUnreadableContentOnce)
-{
-    for (const QByteArray content : { "one", "two", "one", "two", "six" }) {
-        writePlainly(at("file"), content);
-        EXPECT_TRUE(keepUnreadableFile(at("file")));
-        EXPECT_EQ(contentOf(at("file")), content);
-        ASSERT_TRUE(writeFileAtomically(at("file"), "good"));
-    }
-    EXPECT_EQ(contentOf(at("file.unreadable")), "one");
-    EXPECT_EQ(contentOf(at("file.unreadable.2")), "two");
-    EXPECT_EQ(contentOf(at("file.unreadable.3")), "six");
-    EXPECT_EQ(modeOf(at("file.unreadable")), 0600u);
-    EXPECT_EQ(names().size(), 4);
-}
-
-TEST_F(AtomicFile, HasNothingToKeepOfAnEmptyFileAndOfNone)
-{
-    EXPECT_TRUE(keepUnreadableFile(at("none")));
-    writePlainly(at("empty"), {});
-    EXPECT_TRUE(keepUnreadableFile(at("empty")));
-    EXPECT_EQ(names(), QStringList { QStringLiteral("empty") });
-}
-
-TEST_F(AtomicFile, KeepsTheFileThatALinkPointsTo)
-{
-    writePlainly(at("real"), "damaged");
-    ASSERT_TRUE(QFile::link(at("real"), at("link")));
-    EXPECT_TRUE(keepUnreadableFile(at("link")));
-    ASSERT_TRUE(writeFileAtomically(at("link"), "good"));
-    EXPECT_EQ(contentOf(at("link.unreadable")), "damaged");
+    EXPECT_TRUE(writeFileAtomically(path, content));
+    EXPECT_EQ(contentOf(path), content);
 }
 
 } // namespace

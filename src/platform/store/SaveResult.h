@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QString>
+
+#include <cerrno>
+#include <system_error>
+
+// The outcome of saving a file; true on success.
+struct SaveResult {
+    std::error_code error {};
+    QString path {}; // the file that could not be written or backed up; empty on success
+
+    explicit operator bool() const { return !error; }
+};
+
+// The reason for the system call that has just failed.
+[[nodiscard]] inline std::error_code lastSystemError()
+{
+    return { errno, std::generic_category() };
+}
