@@ -1,4 +1,4 @@
-// Whatever a service sends as a reply: the first four bytes are the capacity that was offered, the rest is the packet.
+// Replies of a driver service: the first four bytes of the input are the reply capacity, the rest is the packet.
 
 #include "platform/registry/DriverReply.h"
 
@@ -23,13 +23,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (size < sizeof(capacity))
         return 0;
     std::memcpy(&capacity, data, sizeof(capacity));
-    // The buffer has its exact size, so that a byte beyond it is one that the sanitizer knows.
+    // A buffer of exactly this size lets the sanitizer detect reads beyond the packet.
     const auto bytes = std::as_bytes(std::span(data, size)).subspan(sizeof(capacity));
     const std::vector<std::byte> packet(bytes.begin(), bytes.end());
 
     const DriverReply reply = parseDriverReply(packet, capacity);
     constexpr std::size_t headerSize = 8;
-    if (reply.verdict == ReplyVerdict::Success) {
+    if (reply.status == ReplyStatus::Success) {
         require(reply.output.size() <= capacity);
         require(reply.output.size() + headerSize == packet.size());
         require(std::memcmp(packet.data(), "\0\0\0\0", 4) == 0);
@@ -37,6 +37,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         require(reply.output.empty());
     }
     if (packet.size() < headerSize)
-        require(reply.verdict == ReplyVerdict::Malformed);
+        require(reply.status == ReplyStatus::Malformed);
     return 0;
 }

@@ -189,10 +189,10 @@ CFDictionaryRef RecordingIORegistry::IOServiceMatching(std::string_view classNam
 kern_return_t RecordingIORegistry::IOServiceGetMatchingServices(
     mach_port_t masterPort, CFDictionaryRef matching, io_object_t& iterator)
 {
-    const bool goesOn
+    const bool succeeds
         = begin({ .call = RegistryCall::IOServiceGetMatchingServices, .handle = masterPort, .matching = matching });
     m_held.erase(matching);
-    if (!goesOn)
+    if (!succeeds)
         return KERN_FAILURE;
     iterator = hold();
     m_servicesLeft[iterator] = serviceCount;
@@ -270,16 +270,16 @@ kern_return_t RecordingIORegistry::IOConnectMethodScalarIScalarO(io_connect_t co
     return finish(m_held.contains(connection), 0);
 }
 
-// Records the call; false when the script lets it fail.
+// Records the call; false if it is scripted to fail.
 bool RecordingIORegistry::begin(RecordedRegistryCall call)
 {
     if (onCall)
         onCall(call);
     bool fails = false;
-    for (auto& [kind, callsToGo] : m_failingOfKind)
-        fails |= kind == call.call && --callsToGo == 0;
-    for (int& callsToGo : m_failingOfAll)
-        fails |= --callsToGo == 0;
+    for (auto& [kind, remaining] : m_failingOfKind)
+        fails |= kind == call.call && --remaining == 0;
+    for (int& remaining : m_failingOfAll)
+        fails |= --remaining == 0;
     call.failed = fails;
     calls.push_back(std::move(call));
     return !fails;
@@ -310,7 +310,7 @@ RegistryAnswer RecordingIORegistry::nextAnswer(std::uint32_t oid, std::span<cons
     return standing == m_answers.end() ? otherwise : standing->second(input);
 }
 
-// The back of calls is the call under way: the answers make no calls of their own.
+// calls.back() is the current call: answers make no calls of their own.
 kern_return_t RecordingIORegistry::finish(bool succeeded, std::uint32_t result)
 {
     calls.back().failed = !succeeded;

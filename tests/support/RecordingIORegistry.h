@@ -28,65 +28,65 @@ enum class RegistryCall {
     IOConnectMethodScalarIScalarO,
 };
 
-// One call with its arguments, those that it does not have at their defaults, and what came back.
+// One call with its arguments and result. Arguments that it does not have keep their defaults.
 struct RecordedRegistryCall {
     RegistryCall call {};
     std::string className {}; // IOServiceMatching
-    std::uint32_t handle { 0 }; // what the call works on: port, iterator, object, dictionary, service or connection
+    std::uint32_t handle { 0 }; // the port, iterator, object, dictionary, service or connection
     CFDictionaryRef matching { 0 }; // IOServiceGetMatchingServices
-    std::uint32_t index { 0 }; // connection type of IOServiceOpen, method index of the two calls
+    std::uint32_t index { 0 }; // connection type of IOServiceOpen; method index of calls
     std::vector<std::byte> input {};
-    std::uint32_t capacity { 0 }; // bytes, as outputSize said on entry
-    std::size_t outputBufferSize { 0 }; // bytes behind output
-    std::uint32_t result { 0 }; // the handle handed out; for a structure call the bytes returned
+    std::uint32_t capacity { 0 }; // bytes; outputSize on entry
+    std::size_t outputBufferSize { 0 }; // bytes
+    std::uint32_t result { 0 }; // the new handle; for a structure call, the bytes returned
     bool failed { false };
 
     bool operator==(const RecordedRegistryCall&) const = default;
 };
 
-// "IOServiceOpen(4, 0) = 5"; numbers of OID size in hexadecimal.
+// "IOServiceOpen(4, 0) = 5"; OIDs are in hexadecimal.
 [[nodiscard]] std::string readableText(const RecordedRegistryCall& call);
-void PrintTo(const RecordedRegistryCall& call, std::ostream* stream); // for GoogleTest's messages
+void PrintTo(const RecordedRegistryCall& call, std::ostream* stream); // used by GoogleTest
 
-// What a driver answers to one structure call.
+// A driver's reply to one structure call.
 struct RegistryAnswer {
     bool succeeds { true };
     std::vector<std::byte> bytes {};
-    std::optional<std::uint32_t> returnedLength {}; // bytes it claims to have returned; as many as there are if absent
+    std::optional<std::uint32_t> returnedLength {}; // as reported by the driver; by default bytes.size()
 };
 
-// A registry within the process that records every call and answers as scripted. Counts of calls start at 1.
+// A registry in the same process that records every call and answers as scripted. Call numbers start at 1.
 class RecordingIORegistry final : public IORegistry {
 public:
     using Answerer = std::function<RegistryAnswer(std::span<const std::byte> input)>;
 
-    int serviceCount { 1 }; // services that a search finds
-    RegistryAnswer otherwise {}; // to OIDs without a script: success, nothing returned
+    int serviceCount { 1 }; // services found by a search
+    RegistryAnswer otherwise {}; // for OIDs without a script: success, no output
     std::vector<RecordedRegistryCall> calls;
-    std::function<void(const RecordedRegistryCall&)> onCall; // called before a call is carried out
+    std::function<void(const RecordedRegistryCall&)> onCall; // before a call is executed
 
-    // Scripts for one OID, the number as the call carries it (set flag included). The answers given once are used up
-    // first, in order, before the standing one holds.
+    // Scripts for one OID, set flag included. The answers of answerOnce are used first, in order; then the one of answer,
+    // answerWith or fail applies.
     void answer(std::uint32_t oid, std::vector<std::byte> bytes);
     void answerOnce(std::uint32_t oid, RegistryAnswer answer);
     void answerWith(std::uint32_t oid, Answerer answerer);
     void fail(std::uint32_t oid);
 
-    // The call that fails: the n-th of its kind from now on, or the n-th of all from now on. A release that fails
-    // releases nothing; an iterator that fails is at its end.
+    // Makes a call fail, counted from now on: the n-th of its kind or the n-th of all. A failed release releases nothing;
+    // a failed iterator is at its end.
     void failAt(RegistryCall call, int n = 1);
     void failAtCall(int n);
 
     [[nodiscard]] std::vector<std::string> texts() const;
     [[nodiscard]] std::vector<RegistryCall> kinds() const;
     [[nodiscard]] int count(RegistryCall call) const;
-    // The structure calls' OIDs, in order.
+    // The OIDs of the structure calls, in order.
     [[nodiscard]] std::vector<std::uint32_t> oids() const;
-    // The inputs of every structure call of one OID, in order.
+    // The inputs of the structure calls with one OID, in order.
     [[nodiscard]] std::vector<std::vector<std::byte>> inputsOf(std::uint32_t oid) const;
-    // Handles that were handed out and not released.
+    // Handles that have not been released.
     [[nodiscard]] std::vector<std::uint32_t> held() const;
-    // Forgets the calls; what is held and scripted stays.
+    // Clears the recorded calls, but neither handles nor scripts.
     void forgetCalls() { calls.clear(); }
 
     [[nodiscard]] kern_return_t IOMasterPort(mach_port_t& masterPort) override;
@@ -116,6 +116,6 @@ private:
     std::map<io_object_t, int> m_servicesLeft; // by iterator
     std::map<std::uint32_t, std::vector<RegistryAnswer>> m_onceAnswers;
     std::map<std::uint32_t, Answerer> m_answers;
-    std::vector<std::pair<RegistryCall, int>> m_failingOfKind; // calls to go
-    std::vector<int> m_failingOfAll; // calls to go
+    std::vector<std::pair<RegistryCall, int>> m_failingOfKind; // remaining calls
+    std::vector<int> m_failingOfAll; // remaining calls
 };

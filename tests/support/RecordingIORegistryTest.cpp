@@ -1,5 +1,7 @@
 #include "tests/support/RecordingIORegistry.h"
 
+#include "driver/records/Oids.h"
+
 #include <gtest/gtest.h>
 
 namespace {
@@ -9,7 +11,7 @@ using Bytes = std::vector<std::byte>;
 const Bytes one { std::byte { 1 } };
 const Bytes three { std::byte { 1 }, std::byte { 2 }, std::byte { 3 } };
 
-// Find, open, call, complete, close, as a caller who forgets nothing.
+// A complete request: search, open, call, completion, close.
 Bytes request(RecordingIORegistry& registry, std::uint32_t oid, std::uint32_t capacity = 8)
 {
     mach_port_t port = 0;
@@ -32,11 +34,11 @@ Bytes request(RecordingIORegistry& registry, std::uint32_t oid, std::uint32_t ca
     return output;
 }
 
-TEST(RecordingIORegistry, RecordsEveryCallWithItsArguments)
+TEST(RecordingIORegistry, RecordsCallsWithArguments)
 {
     RecordingIORegistry registry;
-    registry.answer(0x0D010101, three);
-    EXPECT_EQ(request(registry, 0x0D010101), three);
+    registry.answer(OID_802_11_BSSID, three);
+    EXPECT_EQ(request(registry, OID_802_11_BSSID), three);
     EXPECT_EQ(registry.texts(),
         (std::vector<std::string> { "IOMasterPort() = 1", "IOServiceMatching(Pellvane) = 2",
             "IOServiceGetMatchingServices(1, 2) = 3", "IOIteratorNext(3) = 4", "IOServiceOpen(4, 0) = 5",
@@ -44,8 +46,8 @@ TEST(RecordingIORegistry, RecordsEveryCallWithItsArguments)
             "IOConnectMethodScalarIScalarO(5, 1)", "IOObjectRelease(3)", "mach_port_deallocate(1)", "IOServiceClose(5)",
             "IOObjectRelease(4)" }));
     EXPECT_TRUE(registry.held().empty());
-    EXPECT_EQ(registry.oids(), std::vector<std::uint32_t> { 0x0D010101 });
-    EXPECT_EQ(registry.inputsOf(0x0D010101), std::vector<Bytes> { one });
+    EXPECT_EQ(registry.oids(), std::vector<std::uint32_t> { OID_802_11_BSSID });
+    EXPECT_EQ(registry.inputsOf(OID_802_11_BSSID), std::vector<Bytes> { one });
     EXPECT_EQ(registry.calls[4],
         (RecordedRegistryCall { .call = RegistryCall::IOServiceOpen, .handle = 4, .index = 0, .result = 5 }));
 }
@@ -84,7 +86,7 @@ TEST(RecordingIORegistry, FailsAtTheChosenCall)
     EXPECT_EQ(registry.calls[5].call, RegistryCall::IOConnectMethodStructureIStructureO);
 }
 
-TEST(RecordingIORegistry, TellsWhatIsStillHeld)
+TEST(RecordingIORegistry, ReportsHandlesThatAreStillHeld)
 {
     RecordingIORegistry registry;
     registry.serviceCount = 2;

@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::size_t requestHeaderSize = 16;
 constexpr std::size_t replyHeaderSize = 8;
-constexpr std::size_t largestRequest = requestHeaderSize + 65536;
+constexpr std::size_t maxRequestSize = requestHeaderSize + 65536;
 
 std::optional<sockaddr_un> addressOf(const std::string& path)
 {
@@ -184,7 +184,7 @@ void SocketServiceDouble::acceptConnection()
 
 void SocketServiceDouble::receive(int connection)
 {
-    std::vector<std::byte> bytes(largestRequest);
+    std::vector<std::byte> bytes(maxRequestSize);
     const ssize_t received = ::recv(connection, bytes.data(), bytes.size(), MSG_DONTWAIT);
     if (received < static_cast<ssize_t>(requestHeaderSize)) {
         closeConnection(connection);
@@ -217,7 +217,7 @@ void SocketServiceDouble::react(int connection, const Reaction& reaction)
         closeConnection(connection);
 }
 
-// Milliseconds until the next one is due, -1 when none is left.
+// Returns the milliseconds until the next reaction is due; -1 if there is none.
 int SocketServiceDouble::sendDueReactions()
 {
     const auto now = std::chrono::steady_clock::now();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QtGlobal>
+
 #include <atomic>
 #include <chrono>
 #include <cstddef>
@@ -12,21 +14,23 @@
 #include <thread>
 #include <vector>
 
-// A driver service behind a real socket, on a thread of its own, that behaves as badly as a test asks. It shares
-// no code with the product: its bytes are those of docs/driver-protocol.md, written a second time.
+// A driver service on a real socket and a thread of its own, which misbehaves as scripted. It shares no code with the
+// product: it implements docs/driver-protocol.md independently.
 class SocketServiceDouble {
+    Q_DISABLE_COPY_MOVE(SocketServiceDouble)
+
 public:
     struct Request {
         std::uint32_t kind; // 0 open, 1 structure call, 2 scalar call
         std::uint32_t selector;
-        std::uint32_t inputSize; // as the header says
+        std::uint32_t inputSize; // from the header
         std::uint32_t replyCapacity;
-        std::vector<std::byte> input; // as it arrived
+        std::vector<std::byte> input; // as received
         bool operator==(const Request&) const = default;
     };
 
-    // What becomes of one request: packets to send, in order, and whether the connection ends behind them. Without
-    // either the client waits in vain.
+    // The reaction to one request: packets to send, in order, then whether to close the connection. If empty, the client
+    // never gets a reply.
     struct Reaction {
         std::vector<std::vector<std::byte>> packets {};
         bool hangUp { false };
@@ -42,21 +46,19 @@ public:
     [[nodiscard]] static Reaction silence();
     [[nodiscard]] static Reaction hangUpNow();
 
-    // Answers every request with success and no output until it is told otherwise. The folders are not made here.
+    // Answers every request with success and no output unless scripted. The directory must exist.
     explicit SocketServiceDouble(std::string path);
     ~SocketServiceDouble();
-    SocketServiceDouble(const SocketServiceDouble&) = delete;
-    SocketServiceDouble& operator=(const SocketServiceDouble&) = delete;
 
     void onOpen(Script script);
     void onStructureCall(Script script);
     void onScalarCall(Script script);
 
-    // Listens at the path, in the place of whatever socket was left there. False when that is impossible.
+    // Listens at the path, replacing a leftover socket; false on failure.
     [[nodiscard]] bool start(int backlog = 16);
-    // Dies: every connection ends. The socket stays behind unless it is removed.
+    // Closes every connection. Leaves the socket file unless removeSocket is set.
     void die(bool removeSocket = false);
-    // Listens on but takes no connections from here on, as a service that hangs.
+    // Keeps listening but no longer accepts connections, like a service that hangs.
     void stopAccepting();
 
     [[nodiscard]] std::vector<Request> requests() const;
@@ -80,13 +82,13 @@ private:
 
     std::string m_path;
     mutable std::mutex m_mutex; // guards the scripts and the requests
-    std::mutex m_acceptMutex; // held while a connection is taken
+    std::mutex m_acceptMutex; // held while a connection is accepted
     std::map<std::uint32_t, Script> m_scripts; // by kind
     std::vector<Request> m_requests;
 
     int m_listener { -1 };
     int m_wakeUp { -1 };
-    std::vector<int> m_connections; // the thread's own, as are the delayed reactions
+    std::vector<int> m_connections; // used only by the thread, like the delayed reactions
     std::vector<Delayed> m_delayed;
     std::atomic<int> m_accepted { 0 };
     std::atomic<bool> m_accepting { false };

@@ -24,9 +24,9 @@ static_assert(offsetof(DriverRequestHeader, replyCapacity) == 12);
 
 struct DriverReplyHeader {
     std::uint32_t result; // 0 is success
-    std::uint32_t outputSize; // bytes that follow, no more than the reply capacity
+    std::uint32_t outputSize; // bytes that follow, at most the reply capacity
 };
 static_assert(sizeof(DriverReplyHeader) == 8);
 static_assert(offsetof(DriverReplyHeader, outputSize) == 4);
 
-inline constexpr std::uint32_t largestTransfer = 65536; // bytes of input or of output
+inline constexpr std::uint32_t maxTransferSize = 65536; // bytes of input or output

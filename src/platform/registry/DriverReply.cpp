@@ -14,6 +14,6 @@ DriverReply parseDriverReply(std::span<const std::byte> packet, std::uint32_t re
     if (header.outputSize != output.size() || header.outputSize > replyCapacity)
         return {};
     if (header.result != 0)
-        return { ReplyVerdict::Failure, {} };
-    return { ReplyVerdict::Success, output };
+        return { ReplyStatus::Failure, {} };
+    return { ReplyStatus::Success, output };
 }

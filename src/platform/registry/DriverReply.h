@@ -4,16 +4,16 @@
 #include <cstdint>
 #include <span>
 
-enum class ReplyVerdict {
+enum class ReplyStatus {
     Success,
-    Failure, // the service says no
-    Malformed, // not a reply at all; its sender is not to be talked to any more
+    Failure, // the service reports an error
+    Malformed, // not a valid reply; the connection must be closed
 };
 
 struct DriverReply {
-    ReplyVerdict verdict { ReplyVerdict::Malformed };
-    std::span<const std::byte> output; // within the packet; empty unless a success
+    ReplyStatus status { ReplyStatus::Malformed };
+    std::span<const std::byte> output; // part of the packet; empty unless successful
 };
 
-// Takes a reply packet apart, whatever its bytes. replyCapacity is what the request offered, in bytes.
+// Parses any packet. replyCapacity is the capacity in the request, in bytes.
 [[nodiscard]] DriverReply parseDriverReply(std::span<const std::byte> packet, std::uint32_t replyCapacity);

@@ -1,7 +1,7 @@
 #include "platform/registry/SocketIORegistry.h"
 
 #include "app/shared/Trace.h"
-#include "platform/registry/RegistryFolder.h"
+#include "platform/registry/RegistryDirectory.h"
 
 #include <QFile>
 #include <QStandardPaths>
@@ -12,28 +12,36 @@
 namespace {
 
 constexpr char machineRoot[] = "/run/io-registry";
-constexpr char userRootName[] = "/io-registry";
+constexpr char userRootSuffix[] = "/io-registry";
 
-bool isFolderName(std::string_view name)
+bool isDirectoryName(std::string_view name)
 {
     return !name.empty() && name != "." && name != ".." && name.find('/') == std::string_view::npos
         && name.find('\0') == std::string_view::npos;
 }
 
-const char* reasonAgainst(FolderVerdict verdict)
+// nullptr if there is none.
+const char* reasonToSkip(DirectoryTrust trust)
 {
-    switch (verdict) {
-    case FolderVerdict::Trusted:
-    case FolderVerdict::Missing:
+    switch (trust) {
+    case DirectoryTrust::Trusted:
+    case DirectoryTrust::Missing:
         break;
-    case FolderVerdict::NotReadable:
+    case DirectoryTrust::NotReadable:
         return "it is no folder that can be read";
-    case FolderVerdict::ForeignOwner:
+    case DirectoryTrust::ForeignOwner:
         return "it belongs to neither root nor the user";
-    case FolderVerdict::WritableByOthers:
+    case DirectoryTrust::WritableByOthers:
         return "group or others may write to it";
     }
     return nullptr;
+}
+
+// nullptr if the handle is not held.
+auto* valueOf(auto& handles, std::uint32_t handle)
+{
+    const auto held = handles.find(handle);
+    return held == handles.end() ? nullptr : &held->second;
 }
 
 } // namespace
@@ -41,20 +49,20 @@ const char* reasonAgainst(FolderVerdict verdict)
 std::vector<std::string> defaultRegistryRoots()
 {
     std::vector<std::string> roots { machineRoot };
-    const QString runtimeFolder = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
-    if (!runtimeFolder.isEmpty())
-        roots.push_back(QFile::encodeName(runtimeFolder).toStdString() + userRootName);
+    const QString runtimeDirectory = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
+    if (!runtimeDirectory.isEmpty())
+        roots.push_back(QFile::encodeName(runtimeDirectory).toStdString() + userRootSuffix);
     return roots;
 }
 
 SocketIORegistry::SocketIORegistry(std::vector<std::string> roots, std::chrono::milliseconds replyTimeout)
     : m_roots(std::move(roots))
     , m_replyTimeout(replyTimeout)
-    , m_packetBuffer(std::make_unique<std::array<std::byte, UserClient::packetRoom>>())
+    , m_packetBuffer(std::make_unique<std::array<std::byte, UserClient::maxPacketSize>>())
 {
 }
 
-// Nothing stands behind the port but its number.
+// The port is only a number; the transport does not need one.
 kern_return_t SocketIORegistry::IOMasterPort(mach_port_t& masterPort)
 {
     masterPort = newHandle();
@@ -65,10 +73,10 @@ void SocketIORegistry::mach_port_deallocate(mach_port_t /*port*/) { }
 
 CFDictionaryRef SocketIORegistry::IOServiceMatching(std::string_view className)
 {
-    if (!isFolderName(className))
+    if (!isDirectoryName(className))
         return 0;
     const CFDictionaryRef dictionary = newHandle();
-    m_dictionaries.insert(dictionary, std::string(className));
+    m_dictionaries.emplace(dictionary, className);
     return dictionary;
 }
 
@@ -81,45 +89,44 @@ kern_return_t SocketIORegistry::IOServiceGetMatchingServices(
     mach_port_t /*masterPort*/, CFDictionaryRef matching, io_object_t& iterator)
 {
     iterator = 0;
-    std::string* const held = m_dictionaries.find(matching);
-    if (held == nullptr)
+    const auto dictionary = m_dictionaries.extract(matching);
+    if (dictionary.empty())
         return KERN_FAILURE;
-    const std::string className = std::move(*held);
-    m_dictionaries.erase(matching);
 
     Iterator result;
     for (const std::string& root : m_roots) {
-        const std::string path = root + '/' + className;
-        RegistryFolder folder = openRegistryFolder(path);
-        if (!mayUse(path, folder.verdict))
+        const std::string path = root + '/' + dictionary.mapped();
+        RegistryDirectory directory = openRegistryDirectory(path);
+        if (!isUsable(path, directory.trust))
             continue;
-        for (std::string& instance : liveServices(std::move(folder.descriptor)))
+        for (std::string& instance : liveServices(std::move(directory.descriptor)))
             result.found.push_back({ path, std::move(instance) });
     }
     iterator = newHandle();
-    m_iterators.insert(iterator, std::move(result));
+    m_iterators.emplace(iterator, std::move(result));
     return KERN_SUCCESS;
 }
 
 io_object_t SocketIORegistry::IOIteratorNext(io_object_t iterator)
 {
-    Iterator* const held = m_iterators.find(iterator);
+    Iterator* const held = valueOf(m_iterators, iterator);
     if (held == nullptr || held->next == held->found.size())
         return 0;
     ServiceLocation& location = held->found[held->next++];
-    if (const io_object_t known
-        = m_services.handleOf([&](const Service& service) { return service.location == location; })) {
-        ++m_services.find(known)->references;
-        return known;
+    for (auto& [handle, service] : m_services) {
+        if (service.location == location) {
+            ++service.references;
+            return handle;
+        }
     }
     const io_object_t service = newHandle();
-    m_services.insert(service, { std::move(location) });
+    m_services.emplace(service, Service { std::move(location) });
     return service;
 }
 
 void SocketIORegistry::IOObjectRelease(io_object_t object)
 {
-    if (Service* const service = m_services.find(object)) {
+    if (Service* const service = valueOf(m_services, object)) {
         if (--service->references == 0)
             m_services.erase(object);
     } else {
@@ -130,22 +137,22 @@ void SocketIORegistry::IOObjectRelease(io_object_t object)
 kern_return_t SocketIORegistry::IOServiceOpen(io_object_t service, std::uint32_t type, io_connect_t& connection)
 {
     connection = 0;
-    const Service* const held = m_services.find(service);
+    const Service* const held = valueOf(m_services, service);
     if (held == nullptr)
         return KERN_FAILURE;
     const UserClient::Deadline openDeadline = deadline();
-    // Looked at anew: the folder need not be what it was when the service was found.
-    const RegistryFolder folder = openRegistryFolder(held->location.folder);
-    if (folder.verdict != FolderVerdict::Trusted)
+    // Checked again: the directory may have changed since the service was found.
+    const RegistryDirectory directory = openRegistryDirectory(held->location.directory);
+    if (directory.trust != DirectoryTrust::Trusted)
         return KERN_FAILURE;
-    const FileDescriptor instance = openInstance(folder.descriptor.get(), held->location.instance.c_str());
+    const FileDescriptor instance = openInstance(directory.descriptor.get(), held->location.instance.c_str());
     if (!instance)
         return KERN_FAILURE;
     UserClient client(instance, openDeadline);
     if (!client.request({ DriverRequestKind::Open, type, 0, 0 }, {}, *m_packetBuffer, openDeadline))
         return KERN_FAILURE;
     connection = newHandle();
-    m_clients.insert(connection, std::move(client));
+    m_clients.emplace(connection, std::move(client));
     return KERN_SUCCESS;
 }
 
@@ -157,11 +164,11 @@ void SocketIORegistry::IOServiceClose(io_connect_t connection)
 kern_return_t SocketIORegistry::IOConnectMethodStructureIStructureO(io_connect_t connection, std::uint32_t index,
     std::span<const std::byte> input, std::uint32_t& outputSize, std::span<std::byte> output)
 {
-    // Callers that expect no reply leave any number here.
-    const std::uint32_t capacity = std::min(outputSize, largestTransfer);
+    // Callers that expect no reply may pass any value.
+    const std::uint32_t capacity = std::min(outputSize, maxTransferSize);
     outputSize = 0;
-    UserClient* const client = m_clients.find(connection);
-    if (client == nullptr || input.size() > largestTransfer)
+    UserClient* const client = valueOf(m_clients, connection);
+    if (client == nullptr || input.size() > maxTransferSize)
         return KERN_FAILURE;
     const DriverRequestHeader header { DriverRequestKind::StructureCall, index,
         static_cast<std::uint32_t>(input.size()), capacity };
@@ -175,31 +182,32 @@ kern_return_t SocketIORegistry::IOConnectMethodStructureIStructureO(io_connect_t
 
 kern_return_t SocketIORegistry::IOConnectMethodScalarIScalarO(io_connect_t connection, std::uint32_t index)
 {
-    UserClient* const client = m_clients.find(connection);
+    UserClient* const client = valueOf(m_clients, connection);
     if (client == nullptr)
         return KERN_FAILURE;
     const DriverRequestHeader header { DriverRequestKind::ScalarCall, index, 0, 0 };
     return client->request(header, {}, *m_packetBuffer, deadline()) ? KERN_SUCCESS : KERN_FAILURE;
 }
 
-// Handles of every kind are numbered in one row: none is used again before all have been, nor while it is held.
+// All kinds of handles share one counter, so a handle of one kind is never valid for another. A handle is reused only
+// after the counter wraps around, and never while it is held.
 std::uint32_t SocketIORegistry::newHandle()
 {
     do {
         ++m_lastHandle;
-    } while (m_lastHandle == 0 || m_services.find(m_lastHandle) != nullptr || m_clients.find(m_lastHandle) != nullptr
-        || m_iterators.find(m_lastHandle) != nullptr || m_dictionaries.find(m_lastHandle) != nullptr);
+    } while (m_lastHandle == 0 || m_services.contains(m_lastHandle) || m_clients.contains(m_lastHandle)
+        || m_iterators.contains(m_lastHandle) || m_dictionaries.contains(m_lastHandle));
     return m_lastHandle;
 }
 
-bool SocketIORegistry::mayUse(const std::string& folder, FolderVerdict verdict)
+bool SocketIORegistry::isUsable(const std::string& directory, DirectoryTrust trust)
 {
-    const char* const reason = reasonAgainst(verdict);
+    const char* const reason = reasonToSkip(trust);
     if (reason == nullptr)
-        m_distrustedFolders.erase(folder);
-    else if (m_distrustedFolders.insert(folder).second)
-        traceAlways("!!!! SocketIORegistry - %s is passed over: %s. !!!!\n", folder.c_str(), reason);
-    return verdict == FolderVerdict::Trusted;
+        m_reportedDirectories.erase(directory);
+    else if (m_reportedDirectories.insert(directory).second)
+        traceAlways("!!!! SocketIORegistry - %s is passed over: %s. !!!!\n", directory.c_str(), reason);
+    return trust == DirectoryTrust::Trusted;
 }
 
 UserClient::Deadline SocketIORegistry::deadline() const

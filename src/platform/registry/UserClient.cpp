@@ -1,7 +1,7 @@
 #include "platform/registry/UserClient.h"
 
 #include "platform/registry/DriverReply.h"
-#include "platform/registry/RegistryFolder.h"
+#include "platform/registry/RegistryDirectory.h"
 
 #include <algorithm>
 #include <array>
@@ -18,7 +18,7 @@ namespace {
 using std::chrono::microseconds;
 using std::chrono::milliseconds;
 
-// False when the deadline has passed.
+// False once the deadline has passed.
 bool waitFor(const FileDescriptor& socket, short events, UserClient::Deadline deadline)
 {
     pollfd watched { socket.get(), events, 0 };
@@ -30,12 +30,12 @@ bool waitFor(const FileDescriptor& socket, short events, UserClient::Deadline de
     }
 }
 
-bool isTransient(int error)
+bool isTransient(std::error_code error)
 {
-    return error == EINTR || error == EAGAIN;
+    return error == std::errc::interrupted || error == std::errc::resource_unavailable_try_again;
 }
 
-// The queue of a listening socket cannot be polled: connect has to do the waiting, in blocking mode.
+// The connection queue of a listening socket cannot be polled, so connect itself has to wait, in blocking mode.
 bool connectInTime(const FileDescriptor& socket, const FileDescriptor& instance, UserClient::Deadline deadline)
 {
     if (::fcntl(socket.get(), F_SETFL, 0) != 0)
@@ -43,13 +43,13 @@ bool connectInTime(const FileDescriptor& socket, const FileDescriptor& instance,
     for (;;) {
         const auto left = std::chrono::ceil<microseconds>(deadline - std::chrono::steady_clock::now()).count();
         if (left <= 0)
-            return false; // and a time of zero would mean to wait for ever
+            return false; // a timeout of zero would mean no timeout
         const timeval wait { left / 1'000'000, left % 1'000'000 };
         if (::setsockopt(socket.get(), SOL_SOCKET, SO_SNDTIMEO, &wait, sizeof(wait)) != 0)
             return false;
-        const int error = connectToInstance(socket, instance);
+        const std::error_code error = connectToInstance(socket, instance);
         if (!isTransient(error))
-            return error == 0;
+            return !error;
     }
 }
 
@@ -60,13 +60,13 @@ UserClient::UserClient(const FileDescriptor& instance, Deadline deadline)
     FileDescriptor socket = makeClientSocket();
     if (!socket)
         return;
-    const int error = connectToInstance(socket, instance);
-    if (error == 0 || (isTransient(error) && connectInTime(socket, instance, deadline)))
+    const std::error_code error = connectToInstance(socket, instance);
+    if (!error || (isTransient(error) && connectInTime(socket, instance, deadline)))
         m_socket = std::move(socket);
 }
 
 std::optional<std::span<const std::byte>> UserClient::request(const DriverRequestHeader& header,
-    std::span<const std::byte> input, std::span<std::byte, packetRoom> packetBuffer, Deadline deadline)
+    std::span<const std::byte> input, std::span<std::byte, maxPacketSize> packetBuffer, Deadline deadline)
 {
     if (!isConnected())
         return std::nullopt;
@@ -74,38 +74,38 @@ std::optional<std::span<const std::byte>> UserClient::request(const DriverReques
     if (send(header, input, deadline))
         packet = receive(packetBuffer, deadline);
     const DriverReply reply = packet ? parseDriverReply(*packet, header.replyCapacity) : DriverReply();
-    if (reply.verdict == ReplyVerdict::Malformed)
+    if (reply.status == ReplyStatus::Malformed)
         m_socket.reset();
-    if (reply.verdict != ReplyVerdict::Success)
+    if (reply.status != ReplyStatus::Success)
         return std::nullopt;
     return reply.output;
 }
 
 bool UserClient::send(const DriverRequestHeader& header, std::span<const std::byte> input, Deadline deadline)
 {
-    // sendmsg takes pointers to what it only reads.
+    // sendmsg only reads from these pointers, although they are not const.
     std::array<iovec, 2> parts { { { const_cast<DriverRequestHeader*>(&header), sizeof(header) },
         { const_cast<std::byte*>(input.data()), input.size() } } };
     msghdr message {};
     message.msg_iov = parts.data();
     message.msg_iovlen = parts.size();
     while (::sendmsg(m_socket.get(), &message, MSG_NOSIGNAL | MSG_DONTWAIT) == -1) {
-        if (!isTransient(errno) || !waitFor(m_socket, POLLOUT, deadline))
+        if (!isTransient({ errno, std::generic_category() }) || !waitFor(m_socket, POLLOUT, deadline))
             return false;
     }
-    return true; // a packet goes as a whole or not at all
+    return true; // sends are all or nothing on a SOCK_SEQPACKET socket
 }
 
 std::optional<std::span<const std::byte>> UserClient::receive(
-    std::span<std::byte, packetRoom> packetBuffer, Deadline deadline)
+    std::span<std::byte, maxPacketSize> packetBuffer, Deadline deadline)
 {
     while (waitFor(m_socket, POLLIN, deadline)) {
-        // With MSG_TRUNC the result is the length of the packet, also where that is more than the buffer holds.
+        // With MSG_TRUNC the result is the full length of the packet, even if the buffer is smaller.
         const ssize_t length
             = ::recv(m_socket.get(), packetBuffer.data(), packetBuffer.size(), MSG_DONTWAIT | MSG_TRUNC);
         if (length >= 0 && static_cast<std::size_t>(length) <= packetBuffer.size())
             return packetBuffer.first(static_cast<std::size_t>(length));
-        if (length >= 0 || !isTransient(errno))
+        if (length >= 0 || !isTransient({ errno, std::generic_category() }))
             break;
     }
     return std::nullopt;

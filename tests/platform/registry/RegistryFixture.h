@@ -3,6 +3,7 @@
 #include "platform/registry/SocketIORegistry.h"
 #include "tests/support/SocketServiceDouble.h"
 
+#include <QtGlobal>
 #include <gtest/gtest.h>
 
 #include <array>
@@ -16,8 +17,10 @@
 
 #include <sys/stat.h>
 
-// Two empty roots of a registry, and services in them.
+// A registry with two empty roots, and services in them.
 class RegistryFixture : public testing::Test {
+    Q_DISABLE_COPY_MOVE(RegistryFixture)
+
 protected:
     static constexpr std::chrono::milliseconds shortTimeout { 250 };
     static constexpr char className[] = "Pellvane";
@@ -32,22 +35,20 @@ protected:
         }
     }
 
-    RegistryFixture(const RegistryFixture&) = delete;
-    RegistryFixture& operator=(const RegistryFixture&) = delete;
     ~RegistryFixture() override { std::filesystem::remove_all(base); }
 
-    // ROOT/CLASS, made where it is missing.
-    std::string classFolder(std::size_t root, mode_t mode = 0700, const char* name = className) const
+    // Creates ROOT/CLASS if it is missing; returns its path.
+    std::string classDirectory(std::size_t root, mode_t mode = 0700, const char* name = className) const
     {
-        std::string folder = roots.at(root) + "/" + name;
-        (void)::mkdir(folder.c_str(), mode);
-        (void)::chmod(folder.c_str(), mode);
-        return folder;
+        std::string directory = roots.at(root) + "/" + name;
+        (void)::mkdir(directory.c_str(), mode);
+        (void)::chmod(directory.c_str(), mode);
+        return directory;
     }
 
     SocketServiceDouble& startService(std::size_t root, const std::string& instance, const char* name = className)
     {
-        services.push_back(std::make_unique<SocketServiceDouble>(classFolder(root, 0700, name) + "/" + instance));
+        services.push_back(std::make_unique<SocketServiceDouble>(classDirectory(root, 0700, name) + "/" + instance));
         EXPECT_TRUE(services.back()->start());
         return *services.back();
     }
@@ -67,7 +68,7 @@ protected:
         return found;
     }
 
-    // The user client of the last service found; 0 when there is none or it cannot be opened.
+    // Opens the last service found; 0 if there is none or it cannot be opened.
     static io_connect_t open(SocketIORegistry& registry)
     {
         const auto found = find(registry);

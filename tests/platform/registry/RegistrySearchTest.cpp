@@ -18,7 +18,7 @@ namespace {
 
 class RegistrySearch : public RegistryFixture {
 protected:
-    // The services found, in order, by the double that each leads to.
+    // Opens every service found, in order; returns the doubles that were reached.
     std::vector<const SocketServiceDouble*> servicesInOrder(SocketIORegistry& registry)
     {
         std::vector<const SocketServiceDouble*> order;
@@ -44,7 +44,7 @@ protected:
     }
 };
 
-TEST_F(RegistrySearch, FindsNothingWhereThereIsNoFolder)
+TEST_F(RegistrySearch, FindsNothingWithoutDirectories)
 {
     SocketIORegistry registry(roots);
     EXPECT_EQ(errorsOfSearch(registry, 0), "");
@@ -54,7 +54,7 @@ TEST_F(RegistrySearch, FindsNothingWhereThereIsNoFolder)
     EXPECT_EQ(errorsOfSearch(missingRoot, 0), "");
 }
 
-TEST_F(RegistrySearch, GoesRootByRootAndByInstanceNameInByteOrder)
+TEST_F(RegistrySearch, SortsByRootThenByInstanceNameInByteOrder)
 {
     const auto& userA = startService(1, "a");
     const auto& umlaut = startService(0, "\xC3\xA4");
@@ -68,7 +68,7 @@ TEST_F(RegistrySearch, GoesRootByRootAndByInstanceNameInByteOrder)
         (std::vector<const SocketServiceDouble*> { &hidden, &capital, &small, &ten, &nine, &umlaut, &userA }));
 }
 
-TEST_F(RegistrySearch, LooksForTheClassAlone)
+TEST_F(RegistrySearch, FindsOnlyTheGivenClass)
 {
     startService(0, "other", "Pellvane2");
     startService(0, "another", "pellvane");
@@ -77,7 +77,7 @@ TEST_F(RegistrySearch, LooksForTheClassAlone)
     EXPECT_EQ(find(registry, "Pellvane2").size(), 1u);
 }
 
-TEST_F(RegistrySearch, LooksAfreshEachTime)
+TEST_F(RegistrySearch, NoticesChangesBetweenSearches)
 {
     SocketIORegistry registry(roots);
     EXPECT_TRUE(find(registry).empty());
@@ -91,23 +91,23 @@ TEST_F(RegistrySearch, LooksAfreshEachTime)
     EXPECT_TRUE(find(registry).empty());
 }
 
-TEST_F(RegistrySearch, PassesOverWhatDoesNotAcceptAConnection)
+TEST_F(RegistrySearch, SkipsWhatDoesNotAcceptConnections)
 {
-    startService(0, "m-stale").die(); // the socket stays behind
-    const std::string folder = classFolder(0);
-    std::ofstream(folder + "/a-file") << "no socket";
-    ASSERT_EQ(::mkfifo((folder + "/a-pipe").c_str(), 0600), 0);
-    std::filesystem::create_directory(folder + "/a-folder");
+    startService(0, "m-stale").die(); // leaves its socket
+    const std::string directory = classDirectory(0);
+    std::ofstream(directory + "/a-file") << "not a socket";
+    ASSERT_EQ(::mkfifo((directory + "/a-pipe").c_str(), 0600), 0);
+    std::filesystem::create_directory(directory + "/a-directory");
     auto& elsewhere = startService(0, "target", "Elsewhere");
-    std::filesystem::create_symlink(elsewhere.path(), folder + "/a-link");
+    std::filesystem::create_symlink(elsewhere.path(), directory + "/a-link");
     const auto& living = startService(0, "z-living");
     SocketIORegistry registry(roots);
     EXPECT_EQ(servicesInOrder(registry), (std::vector<const SocketServiceDouble*> { &living }));
 }
 
-TEST_F(RegistrySearch, PassesOverASocketOfAnotherType)
+TEST_F(RegistrySearch, SkipsSocketOfAnotherType)
 {
-    const std::string path = classFolder(0) + "/stream";
+    const std::string path = classDirectory(0) + "/stream";
     const FileDescriptor listener(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
     sockaddr_un address {};
     address.sun_family = AF_UNIX;
@@ -118,14 +118,14 @@ TEST_F(RegistrySearch, PassesOverASocketOfAnotherType)
     EXPECT_TRUE(find(registry).empty());
 }
 
-TEST_F(RegistrySearch, FindsAServiceHoweverLongItsPath)
+TEST_F(RegistrySearch, FindsServiceWithPathLongerThanSocketAddress)
 {
     startService(0, "card");
     std::string deep = base.string();
     for (int level = 0; level < 3; ++level)
         deep += "/" + std::string(200, 'd');
     std::filesystem::create_directories(deep);
-    std::filesystem::rename(classFolder(0), deep + "/Pellvane");
+    std::filesystem::rename(classDirectory(0), deep + "/Pellvane");
     std::filesystem::rename(deep + "/Pellvane/card", deep + "/Pellvane/" + std::string(255, 'c'));
     SocketIORegistry registry({ deep });
     const io_connect_t connection = open(registry);
@@ -133,84 +133,84 @@ TEST_F(RegistrySearch, FindsAServiceHoweverLongItsPath)
     EXPECT_EQ(registry.IOConnectMethodScalarIScalarO(connection, 1), KERN_SUCCESS);
 }
 
-TEST_F(RegistrySearch, TrustsNoFolderThatOthersMayWriteTo)
+TEST_F(RegistrySearch, SkipsDirectoryWritableByOthers)
 {
     for (const mode_t mode : { 0770U, 0720U, 0702U, 0777U, 01777U }) {
         startService(0, "planted");
-        classFolder(0, mode);
+        classDirectory(0, mode);
         startService(1, "own");
         SocketIORegistry registry(roots);
         const std::string errors = errorsOfSearch(registry, 1);
         EXPECT_EQ(std::count(errors.begin(), errors.end(), '\n'), 1) << errors;
-        EXPECT_NE(errors.find(classFolder(0, mode) + " "), std::string::npos) << errors;
+        EXPECT_NE(errors.find(classDirectory(0, mode) + " "), std::string::npos) << errors;
     }
     for (const mode_t mode : { 0700U, 0755U, 0750U }) {
-        classFolder(0, mode);
+        classDirectory(0, mode);
         SocketIORegistry registry(roots);
         EXPECT_EQ(errorsOfSearch(registry, 2), "") << std::oct << mode;
     }
 }
 
-TEST_F(RegistrySearch, TrustsNoFolderOfAnotherUser)
+TEST_F(RegistrySearch, SkipsDirectoryOfAnotherUser)
 {
     if (::geteuid() != 0)
-        GTEST_SKIP() << "only root can give a folder away";
+        GTEST_SKIP() << "only root can change the owner of a directory";
     startService(0, "planted");
-    constexpr uid_t somebody = 12345;
-    ASSERT_EQ(::chown(classFolder(0).c_str(), somebody, static_cast<gid_t>(-1)), 0);
+    constexpr uid_t anotherUser = 12345;
+    ASSERT_EQ(::chown(classDirectory(0).c_str(), anotherUser, static_cast<gid_t>(-1)), 0);
     SocketIORegistry registry(roots);
     const std::string errors = errorsOfSearch(registry, 0);
     EXPECT_EQ(std::count(errors.begin(), errors.end(), '\n'), 1) << errors;
 
-    // Somebody's own folder is trusted by somebody, and root's by all.
+    // Another user trusts their own directory and those of root.
     ASSERT_EQ(::chmod(base.c_str(), 0755), 0);
     startService(1, "own");
-    classFolder(1, 0755);
+    classDirectory(1, 0755);
     ASSERT_EQ(::chmod(services.back()->path().c_str(), 0666), 0);
-    ASSERT_EQ(::chown(services.front()->path().c_str(), somebody, static_cast<gid_t>(-1)), 0);
-    ASSERT_EQ(::seteuid(somebody), 0);
-    SocketIORegistry registryOfSomebody(roots);
-    const std::string noErrors = errorsOfSearch(registryOfSomebody, 2);
+    ASSERT_EQ(::chown(services.front()->path().c_str(), anotherUser, static_cast<gid_t>(-1)), 0);
+    ASSERT_EQ(::seteuid(anotherUser), 0);
+    SocketIORegistry registryOfAnotherUser(roots);
+    const std::string noErrors = errorsOfSearch(registryOfAnotherUser, 2);
     ASSERT_EQ(::seteuid(0), 0);
     EXPECT_EQ(noErrors, "");
 }
 
-TEST_F(RegistrySearch, TrustsNoLinkToAFolderNorAFile)
+TEST_F(RegistrySearch, SkipsSymbolicLinkAndFileInPlaceOfDirectory)
 {
     startService(0, "card", "Elsewhere");
     std::filesystem::create_symlink(roots[0] + "/Elsewhere", roots[0] + "/Pellvane");
-    std::ofstream(roots[1] + "/Pellvane") << "no folder";
+    std::ofstream(roots[1] + "/Pellvane") << "not a directory";
     SocketIORegistry registry(roots);
     const std::string errors = errorsOfSearch(registry, 0);
     EXPECT_EQ(std::count(errors.begin(), errors.end(), '\n'), 2) << errors;
 }
 
-TEST_F(RegistrySearch, SaysOnceThatAFolderIsPassedOverUntilThatChanges)
+TEST_F(RegistrySearch, ReportsSkippedDirectoryOnceUntilThatChanges)
 {
     startService(0, "card");
-    classFolder(0, 0777);
+    classDirectory(0, 0777);
     SocketIORegistry registry(roots);
     EXPECT_NE(errorsOfSearch(registry, 0), "");
     EXPECT_EQ(errorsOfSearch(registry, 0), "");
-    classFolder(0, 0700);
+    classDirectory(0, 0700);
     EXPECT_EQ(errorsOfSearch(registry, 1), "");
-    classFolder(0, 0777);
+    classDirectory(0, 0777);
     EXPECT_NE(errorsOfSearch(registry, 0), "");
 }
 
-TEST_F(RegistrySearch, RefusesToOpenAServiceWhoseFolderHasLostItsTrust)
+TEST_F(RegistrySearch, CannotOpenServiceWhoseDirectoryIsNoLongerTrusted)
 {
     startService(0, "card");
     SocketIORegistry registry(roots);
     const auto found = find(registry);
     ASSERT_EQ(found.size(), 1u);
-    classFolder(0, 0777);
+    classDirectory(0, 0777);
     io_connect_t connection = 5;
     EXPECT_NE(registry.IOServiceOpen(found[0], 0, connection), KERN_SUCCESS);
     EXPECT_EQ(connection, 0u);
 }
 
-TEST_F(RegistrySearch, HasNoDictionaryForAClassThatNoFolderCanHold)
+TEST_F(RegistrySearch, HasNoDictionaryForInvalidClassName)
 {
     SocketIORegistry registry(roots);
     using namespace std::string_view_literals;
@@ -218,7 +218,7 @@ TEST_F(RegistrySearch, HasNoDictionaryForAClassThatNoFolderCanHold)
         EXPECT_EQ(registry.IOServiceMatching(name), 0u) << name;
 }
 
-TEST_F(RegistrySearch, ConsumesTheDictionary)
+TEST_F(RegistrySearch, ConsumesDictionary)
 {
     SocketIORegistry registry(roots);
     const CFDictionaryRef dictionary = registry.IOServiceMatching(className);
@@ -234,7 +234,7 @@ TEST_F(RegistrySearch, ConsumesTheDictionary)
     EXPECT_NE(registry.IOServiceGetMatchingServices(0, released, iterator), KERN_SUCCESS);
 }
 
-TEST_F(RegistrySearch, IsHarmedByNoReleaseOfWhatIsNotHeld)
+TEST_F(RegistrySearch, IgnoresHandlesThatAreNotHeld)
 {
     startService(0, "card");
     SocketIORegistry registry(roots);
@@ -250,7 +250,7 @@ TEST_F(RegistrySearch, IsHarmedByNoReleaseOfWhatIsNotHeld)
         EXPECT_NE(registry.IOServiceOpen(number, 0, connection), KERN_SUCCESS);
         EXPECT_NE(registry.IOConnectMethodScalarIScalarO(number, 1), KERN_SUCCESS);
     }
-    // Nor by an operation of the wrong kind.
+    // Nor does it accept a handle of another kind.
     registry.CFRelease(found[0]);
     registry.IOServiceClose(found[0]);
     io_connect_t connection = 0;
@@ -264,7 +264,7 @@ TEST_F(RegistrySearch, IsHarmedByNoReleaseOfWhatIsNotHeld)
     registry.IOServiceClose(connection);
 }
 
-TEST_F(RegistrySearch, GivesOutNoNumberASecondTime)
+TEST_F(RegistrySearch, NeverReusesHandles)
 {
     startService(0, "card");
     SocketIORegistry registry(roots);
@@ -288,7 +288,7 @@ TEST_F(RegistrySearch, GivesOutNoNumberASecondTime)
     }
 }
 
-TEST_F(RegistrySearch, HoldsAServiceAsOftenAsItWasFound)
+TEST_F(RegistrySearch, CountsReferencesOfService)
 {
     startService(0, "card");
     SocketIORegistry registry(roots);
@@ -302,7 +302,7 @@ TEST_F(RegistrySearch, HoldsAServiceAsOftenAsItWasFound)
     EXPECT_NE(find(registry).at(0), service);
 }
 
-TEST(DefaultRegistryRoots, AreTheMachinesAndThenTheUsers)
+TEST(DefaultRegistryRoots, AreMachineThenUser)
 {
     const std::filesystem::path runtime = std::filesystem::temp_directory_path() / "runtime-of-registry-test";
     std::filesystem::create_directory(runtime);

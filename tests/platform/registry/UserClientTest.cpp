@@ -1,10 +1,10 @@
-#include "platform/registry/RegistryFolder.h"
+#include "driver/records/Oids.h"
+#include "platform/registry/RegistryDirectory.h"
 #include "tests/platform/registry/RegistryFixture.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <csignal>
 #include <set>
 #include <thread>
@@ -23,16 +23,16 @@ Bytes filled(std::size_t size, int value)
     return Bytes(size, static_cast<std::byte>(value));
 }
 
-class UserClients : public RegistryFixture {
+class UserClientTest : public RegistryFixture {
 protected:
-    UserClients()
+    UserClientTest()
         : service(startService(0, "card"))
         , registry(roots, 30s)
     {
     }
 
-    // For services that hang: nobody waits long for those.
-    void beImpatient() { registry = SocketIORegistry(roots, shortTimeout); }
+    // For tests with services that hang.
+    void useShortTimeout() { registry = SocketIORegistry(roots, shortTimeout); }
 
     struct Outcome {
         kern_return_t result;
@@ -44,11 +44,11 @@ protected:
     {
         Outcome outcome { KERN_FAILURE, capacity, filled(bufferSize, 0xEE) };
         outcome.result = registry.IOConnectMethodStructureIStructureO(
-            connection, 0x0D010101, input, outcome.outputSize, outcome.output);
+            connection, OID_802_11_BSSID, input, outcome.outputSize, outcome.output);
         return outcome;
     }
 
-    // Of one call on a connection of its own.
+    // One call on a new connection.
     Outcome callOnce(Double::Script script, std::uint32_t capacity = 16)
     {
         service.onStructureCall(std::move(script));
@@ -66,9 +66,8 @@ protected:
         EXPECT_EQ(outcome.output, filled(outcome.output.size(), 0xEE));
     }
 
-    // That a call with this answer fails, and that the connection is not used any more: its completion does not
-    // reach the service.
-    void expectClosedBehind(Double::Script script)
+    // Expects that a call with this reply fails and closes the connection: nothing else is sent to the service.
+    void expectCallClosesConnection(Double::Script script)
     {
         service.onStructureCall(std::move(script));
         const io_connect_t connection = open(registry);
@@ -78,7 +77,7 @@ protected:
         expectFailed(call(connection, filled(4, 1), 16, 16));
         EXPECT_EQ(service.requests().size(), requests);
         registry.IOServiceClose(connection);
-        // The service as such is as good as before.
+        // A new connection to the service works.
         service.onStructureCall([](const auto&) { return Double::answer(); });
         const io_connect_t next = open(registry);
         EXPECT_EQ(call(next, {}, 0, 0).result, KERN_SUCCESS);
@@ -89,7 +88,7 @@ protected:
     SocketIORegistry registry;
 };
 
-TEST_F(UserClients, SendOpenThenTheCallInFullThenTheCompletion)
+TEST_F(UserClientTest, SendsOpenThenCallThenCompletion)
 {
     service.onStructureCall([](const auto&) { return Double::answer(filled(3, 7)); });
     mach_port_t port = 0;
@@ -105,10 +104,11 @@ TEST_F(UserClients, SendOpenThenTheCallInFullThenTheCompletion)
     std::fill_n(expected.begin(), 3, std::byte { 7 });
     EXPECT_EQ(outcome.output, expected);
     EXPECT_EQ(service.requests(),
-        (std::vector<Double::Request> { { 0, 9, 0, 0, {} }, { 1, 0x0D010101, 5, 8, input }, { 2, 1, 0, 0, {} } }));
+        (std::vector<Double::Request> {
+            { 0, 9, 0, 0, {} }, { 1, OID_802_11_BSSID, 5, 8, input }, { 2, 1, 0, 0, {} } }));
 }
 
-TEST_F(UserClients, UseOneBufferForInputAndOutput)
+TEST_F(UserClientTest, AcceptsOneBufferForInputAndOutput)
 {
     service.onStructureCall([](const Double::Request& request) {
         Bytes reversed = request.input;
@@ -122,7 +122,7 @@ TEST_F(UserClients, UseOneBufferForInputAndOutput)
     EXPECT_EQ(buffer, (Bytes { std::byte { 3 }, std::byte { 2 }, std::byte { 1 } }));
 }
 
-TEST_F(UserClients, CarryTheLargestInputAndOutput)
+TEST_F(UserClientTest, TransfersLargestInputAndOutput)
 {
     service.onStructureCall([](const Double::Request& request) { return Double::answer(request.input); });
     const io_connect_t connection = open(registry);
@@ -132,15 +132,15 @@ TEST_F(UserClients, CarryTheLargestInputAndOutput)
     EXPECT_EQ(outcome.output, filled(65536, 5));
 }
 
-TEST_F(UserClients, SendNoInputThatIsTooLong)
+TEST_F(UserClientTest, RejectsInputThatIsTooLong)
 {
     const io_connect_t connection = open(registry);
     expectFailed(call(connection, filled(65537, 5), 16, 16));
-    EXPECT_EQ(service.requests().size(), 1u); // the open alone
+    EXPECT_EQ(service.requests().size(), 1u); // only the open
     EXPECT_EQ(call(connection, filled(65536, 5), 16, 16).result, KERN_SUCCESS);
 }
 
-TEST_F(UserClients, OfferNoMoreThanTheLargestOutputWhateverTheCallerLeftThere)
+TEST_F(UserClientTest, LimitsReplyCapacity)
 {
     const Outcome outcome = callOnce([](const auto&) { return Double::answer(filled(2, 7)); }, 0xFFFFFFFF);
     EXPECT_EQ(outcome.result, KERN_SUCCESS);
@@ -148,7 +148,7 @@ TEST_F(UserClients, OfferNoMoreThanTheLargestOutputWhateverTheCallerLeftThere)
     EXPECT_EQ(service.requests().back().replyCapacity, 65536u);
 }
 
-TEST_F(UserClients, WriteNoMoreThanTheCallersBufferHolds)
+TEST_F(UserClientTest, WritesAtMostTheSizeOfTheBuffer)
 {
     const Outcome outcome = callOnce([](const auto&) { return Double::answer(filled(40, 7)); }, 100);
     EXPECT_EQ(outcome.result, KERN_SUCCESS);
@@ -156,7 +156,7 @@ TEST_F(UserClients, WriteNoMoreThanTheCallersBufferHolds)
     EXPECT_EQ(outcome.output, filled(16, 7));
 }
 
-TEST_F(UserClients, FailACallThatTheServiceRefusesAndStayOpen)
+TEST_F(UserClientTest, StaysOpenAfterFailedCall)
 {
     service.onStructureCall([](const auto&) { return Double::refuse(0xC0000001); });
     const io_connect_t connection = open(registry);
@@ -165,25 +165,26 @@ TEST_F(UserClients, FailACallThatTheServiceRefusesAndStayOpen)
     expectFailed(callOnce([](const auto&) { return Double::sendRaw(Double::packet(1, 4, filled(4, 9))); }));
 }
 
-TEST_F(UserClients, AreClosedBehindAMalformedReply)
+TEST_F(UserClientTest, IsClosedAfterMalformedReply)
 {
-    for (std::size_t size = 0; size < 8; ++size) // short header
-        expectClosedBehind([size](const auto&) { return Double::sendRaw(filled(size, 0)); });
+    for (std::size_t size = 0; size < 8; ++size) // truncated header
+        expectCallClosesConnection([size](const auto&) { return Double::sendRaw(filled(size, 0)); });
     const Bytes four = filled(4, 7);
     for (const std::uint32_t size : { 0U, 3U, 5U, 0xFFFFFFFFU }) // a size that disagrees with the packet
-        expectClosedBehind([&](const auto&) { return Double::sendRaw(Double::packet(0, size, four)); });
-    expectClosedBehind([](const auto&) { return Double::answer(filled(17, 7)); }); // one more than the capacity
-    expectClosedBehind([](const auto&) { return Double::answer(filled(100'000, 7)); }); // more than any may have
-    expectClosedBehind([](const auto&) { return Double::sendRaw(Double::packet(0, 65536, filled(65537, 7))); });
+        expectCallClosesConnection([&](const auto&) { return Double::sendRaw(Double::packet(0, size, four)); });
+    expectCallClosesConnection([](const auto&) { return Double::answer(filled(17, 7)); }); // one more than the capacity
+    expectCallClosesConnection([](const auto&) { return Double::answer(filled(100'000, 7)); }); // more than the maximum
+    expectCallClosesConnection([](const auto&) { return Double::sendRaw(Double::packet(0, 65536, filled(65537, 7))); });
 }
 
-TEST_F(UserClients, AreClosedBehindAServiceThatHangsUp)
+TEST_F(UserClientTest, IsClosedWhenServiceHangsUp)
 {
-    expectClosedBehind([](const auto&) { return Double::hangUpNow(); });
-    expectClosedBehind([](const auto&) { return Double::Reaction { .packets = { filled(5, 0) }, .hangUp = true }; });
+    expectCallClosesConnection([](const auto&) { return Double::hangUpNow(); });
+    expectCallClosesConnection(
+        [](const auto&) { return Double::Reaction { .packets = { filled(5, 0) }, .hangUp = true }; });
 }
 
-TEST_F(UserClients, TakeAReplyThatWasSentBeforeTheServiceHungUp)
+TEST_F(UserClientTest, AcceptsReplySentBeforeServiceHangsUp)
 {
     const Outcome outcome = callOnce([](const auto&) {
         return Double::Reaction { .packets = { Double::packet(0, 2, filled(2, 7)) }, .hangUp = true };
@@ -192,28 +193,28 @@ TEST_F(UserClients, TakeAReplyThatWasSentBeforeTheServiceHungUp)
     EXPECT_EQ(outcome.outputSize, 2u);
 }
 
-TEST_F(UserClients, GiveUpAServiceThatHangs)
+TEST_F(UserClientTest, TimesOutWhenServiceHangs)
 {
-    beImpatient();
+    useShortTimeout();
     const auto begin = std::chrono::steady_clock::now();
     expectFailed(callOnce([](const auto&) { return Double::silence(); }));
     const auto time = std::chrono::steady_clock::now() - begin;
     EXPECT_GE(time, shortTimeout);
     EXPECT_LT(time, 5s);
-    expectClosedBehind([](const auto&) { return Double::silence(); });
+    expectCallClosesConnection([](const auto&) { return Double::silence(); });
 }
 
-TEST_F(UserClients, DoNotTakeALateReplyForThatOfAnotherCall)
+TEST_F(UserClientTest, DoesNotMistakeLateReplyForThatOfAnotherCall)
 {
-    beImpatient();
-    expectClosedBehind([](const auto&) {
+    useShortTimeout();
+    expectCallClosesConnection([](const auto&) {
         Double::Reaction late = Double::answer(filled(4, 7));
         late.delay = 2 * shortTimeout;
         return late;
     });
 }
 
-TEST_F(UserClients, WaitForAReplyThatTakesItsTime)
+TEST_F(UserClientTest, WaitsForSlowReply)
 {
     service.onStructureCall([](const auto&) {
         Double::Reaction slow = Double::answer(filled(4, 7));
@@ -227,15 +228,15 @@ TEST_F(UserClients, WaitForAReplyThatTakesItsTime)
     EXPECT_EQ(output, filled(4, 7));
 }
 
-TEST_F(UserClients, WaitNoLongerWhenSignalsArriveAndNoShorter)
+TEST_F(UserClientTest, TimeoutIsNotAffectedBySignals)
 {
-    beImpatient();
+    useShortTimeout();
     struct sigaction ignoring { };
     struct sigaction before { };
     ignoring.sa_handler = [](int) {};
     ASSERT_EQ(sigaction(SIGUSR1, &ignoring, &before), 0);
     std::atomic<bool> done = false;
-    std::thread disturber([&done, waiting = pthread_self()] {
+    std::thread sender([&done, waiting = pthread_self()] {
         while (!done) {
             pthread_kill(waiting, SIGUSR1);
             std::this_thread::yield();
@@ -245,14 +246,14 @@ TEST_F(UserClients, WaitNoLongerWhenSignalsArriveAndNoShorter)
     const Outcome outcome = callOnce([](const auto&) { return Double::silence(); });
     const auto time = std::chrono::steady_clock::now() - begin;
     done = true;
-    disturber.join();
+    sender.join();
     ASSERT_EQ(sigaction(SIGUSR1, &before, nullptr), 0);
     expectFailed(outcome);
     EXPECT_GE(time, shortTimeout);
     EXPECT_LT(time, 5s);
 }
 
-TEST_F(UserClients, AreNotOpenedWhenTheServiceDiesBetweenFindAndOpen)
+TEST_F(UserClientTest, IsNotOpenedWhenServiceDiesAfterSearch)
 {
     for (const bool removeSocket : { false, true }) {
         ASSERT_TRUE(service.start());
@@ -266,7 +267,7 @@ TEST_F(UserClients, AreNotOpenedWhenTheServiceDiesBetweenFindAndOpen)
     }
 }
 
-TEST_F(UserClients, AreOpenedWhenTheServiceHasComeBackBetweenFindAndOpen)
+TEST_F(UserClientTest, IsOpenedWhenServiceHasRestartedAfterSearch)
 {
     const auto found = find(registry);
     ASSERT_EQ(found.size(), 1u);
@@ -277,7 +278,7 @@ TEST_F(UserClients, AreOpenedWhenTheServiceHasComeBackBetweenFindAndOpen)
     EXPECT_EQ(registry.IOConnectMethodScalarIScalarO(connection, 1), KERN_SUCCESS);
 }
 
-TEST_F(UserClients, FailTheirCallsWhenTheServiceDiesBehindTheOpen)
+TEST_F(UserClientTest, FailsWhenServiceDiesAfterOpen)
 {
     const io_connect_t connection = open(registry);
     ASSERT_NE(connection, 0u);
@@ -285,14 +286,14 @@ TEST_F(UserClients, FailTheirCallsWhenTheServiceDiesBehindTheOpen)
     expectFailed(call(connection, filled(4, 1), 16, 16));
     EXPECT_NE(registry.IOConnectMethodScalarIScalarO(connection, 1), KERN_SUCCESS);
     ASSERT_TRUE(service.start());
-    EXPECT_NE(registry.IOConnectMethodScalarIScalarO(connection, 1), KERN_SUCCESS); // this one is gone for good
+    EXPECT_NE(registry.IOConnectMethodScalarIScalarO(connection, 1), KERN_SUCCESS); // this connection stays closed
     const io_connect_t next = open(registry);
     EXPECT_EQ(call(next, filled(4, 1), 16, 16).result, KERN_SUCCESS);
 }
 
-TEST_F(UserClients, AreNotOpenedByAServiceThatRefusesOrMisbehaves)
+TEST_F(UserClientTest, IsNotOpenedByServiceThatRefusesOrMisbehaves)
 {
-    beImpatient();
+    useShortTimeout();
     const std::vector<Double::Reaction> reactions { Double::refuse(), Double::silence(), Double::hangUpNow(),
         Double::sendRaw(filled(7, 0)), Double::answer(filled(1, 0)), Double::sendRaw(Double::packet(0, 1)) };
     for (const auto& reaction : reactions) {
@@ -303,21 +304,22 @@ TEST_F(UserClients, AreNotOpenedByAServiceThatRefusesOrMisbehaves)
     EXPECT_NE(open(registry), 0u);
 }
 
-TEST_F(UserClients, AreNotOpenedByAServiceThatTakesNoConnections)
+TEST_F(UserClientTest, IsNotOpenedByServiceWithFullQueue)
 {
-    beImpatient();
+    useShortTimeout();
     service.die();
     ASSERT_TRUE(service.start(0));
     service.stopAccepting();
-    const RegistryFolder folder = openRegistryFolder(classFolder(0));
-    const FileDescriptor instance = openInstance(folder.descriptor.get(), "card");
+    const RegistryDirectory directory = openRegistryDirectory(classDirectory(0));
+    const FileDescriptor instance = openInstance(directory.descriptor.get(), "card");
     std::vector<FileDescriptor> queued;
-    for (int error = 0; error == 0;) {
+    std::error_code error;
+    while (!error) {
         ASSERT_LT(queued.size(), 10u);
         queued.push_back(makeClientSocket());
         error = connectToInstance(queued.back(), instance);
-        ASSERT_TRUE(error == 0 || error == EAGAIN) << error;
     }
+    ASSERT_EQ(error, std::errc::resource_unavailable_try_again);
     EXPECT_EQ(find(registry).size(), 1u); // busy, but alive
     const auto begin = std::chrono::steady_clock::now();
     EXPECT_EQ(open(registry), 0u);
@@ -326,7 +328,7 @@ TEST_F(UserClients, AreNotOpenedByAServiceThatTakesNoConnections)
     EXPECT_LT(time, 5s);
 }
 
-TEST_F(UserClients, AreIndependentOfEachOther)
+TEST_F(UserClientTest, ClosesIndependentlyOfOtherConnections)
 {
     const io_connect_t first = open(registry);
     const io_connect_t second = open(registry);
@@ -336,7 +338,7 @@ TEST_F(UserClients, AreIndependentOfEachOther)
     EXPECT_EQ(registry.IOConnectMethodScalarIScalarO(second, 1), KERN_SUCCESS);
 }
 
-TEST_F(UserClients, LeaveNoFileOpen)
+TEST_F(UserClientTest, LeaksNoDescriptor)
 {
     startService(1, "stale").die();
     const std::ptrdiff_t before = openFiles();
@@ -354,13 +356,13 @@ TEST_F(UserClients, LeaveNoFileOpen)
                 scoped.IOServiceClose(connection);
         }
     }
-    // The service closes its ends when it gets to it.
+    // The service closes its ends asynchronously.
     service.die();
     ASSERT_TRUE(service.start());
     EXPECT_EQ(openFiles(), before);
 }
 
-TEST_F(UserClients, HandNoFileToOtherPrograms)
+TEST_F(UserClientTest, SetsCloseOnExec)
 {
     const auto descriptors = [] {
         std::set<int> result;

@@ -1,0 +1,96 @@
+#include "platform/registry/RegistryDirectory.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <charconv>
+#include <iterator>
+#include <memory>
+#include <string_view>
+#include <utility>
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+
+namespace {
+
+DirectoryTrust trustIn(const FileDescriptor& directory)
+{
+    struct stat status { };
+    if (::fstat(directory.get(), &status) != 0)
+        return DirectoryTrust::NotReadable;
+    if (status.st_uid != 0 && status.st_uid != ::geteuid())
+        return DirectoryTrust::ForeignOwner;
+    if ((status.st_mode & (S_IWGRP | S_IWOTH)) != 0)
+        return DirectoryTrust::WritableByOthers;
+    return DirectoryTrust::Trusted;
+}
+
+bool mayBeSocket(const dirent& entry)
+{
+    return entry.d_type == DT_SOCK || entry.d_type == DT_UNKNOWN;
+}
+
+bool isAlive(int directory, const char* name)
+{
+    const FileDescriptor instance = openInstance(directory, name);
+    const FileDescriptor socket = makeClientSocket();
+    if (!instance || !socket)
+        return false;
+    const std::error_code error = connectToInstance(socket, instance);
+    return !error || error == std::errc::resource_unavailable_try_again;
+}
+
+struct CloseDirectory {
+    void operator()(DIR* directory) const { (void)::closedir(directory); }
+};
+
+} // namespace
+
+RegistryDirectory openRegistryDirectory(const std::string& path)
+{
+    FileDescriptor directory(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+    if (!directory)
+        return { FileDescriptor(), errno == ENOENT ? DirectoryTrust::Missing : DirectoryTrust::NotReadable };
+    const DirectoryTrust trust = trustIn(directory);
+    return { trust == DirectoryTrust::Trusted ? std::move(directory) : FileDescriptor(), trust };
+}
+
+std::vector<std::string> liveServices(FileDescriptor directory)
+{
+    std::vector<std::string> names;
+    const std::unique_ptr<DIR, CloseDirectory> listing(::fdopendir(directory.get()));
+    if (listing == nullptr)
+        return names;
+    const int descriptor = directory.release(); // closed by the listing
+    while (const dirent* const entry = ::readdir(listing.get())) {
+        if (mayBeSocket(*entry) && isAlive(descriptor, entry->d_name))
+            names.emplace_back(entry->d_name);
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+FileDescriptor openInstance(int directory, const char* name)
+{
+    return FileDescriptor(::openat(directory, name, O_PATH | O_NOFOLLOW | O_CLOEXEC));
+}
+
+std::error_code connectToInstance(const FileDescriptor& socket, const FileDescriptor& instance)
+{
+    constexpr std::string_view openFiles = "/proc/self/fd/";
+    sockaddr_un address {};
+    address.sun_family = AF_UNIX;
+    char* const number = std::copy(openFiles.begin(), openFiles.end(), std::begin(address.sun_path));
+    (void)std::to_chars(number, std::end(address.sun_path) - 1, instance.get());
+    if (::connect(socket.get(), reinterpret_cast<const sockaddr*>(&address), sizeof(address)) != 0)
+        return { errno, std::generic_category() };
+    return {};
+}
+
+FileDescriptor makeClientSocket()
+{
+    return FileDescriptor(::socket(AF_UNIX, SOCK_SEQPACKET | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
+}
