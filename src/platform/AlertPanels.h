@@ -6,6 +6,6 @@
 class AlertPanels {
 public:
     virtual ~AlertPanels() = default;
-    // Returns when the user has dismissed the panel. An empty message shows the title alone.
+    // Returns once the user has dismissed the panel. An empty message shows only the title.
     virtual void NSRunAlertPanel(const QString& title, const QString& message, const QString& defaultButton) = 0;
 };

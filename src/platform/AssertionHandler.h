@@ -1,10 +1,10 @@
 #pragma once
 
-// Where values that no code path can produce are reported. Nothing is thrown: the caller asks whether to go on.
+// Receives reports of impossible values. Throws nothing: the result tells the caller whether to continue.
 class AssertionHandler {
 public:
     virtual ~AssertionHandler() = default;
-    // True when the caller is to continue behind the failed assertion, false when it must end its operation.
+    // True if the caller should continue after the failed assertion, false if it must abort its operation.
     [[nodiscard]] virtual bool handleFailureInMethod(
         const char* method, const char* object, const char* file, int lineNumber, const char* description)
         = 0;

@@ -18,7 +18,7 @@ bool ConsoleUser::ConsoleUserIsLoggedIn()
 
 void waitForConsoleUser(ConsoleUser& consoleUser, TickClock& clock)
 {
-    constexpr std::uint32_t ticksBetweenTries = 3;
+    constexpr std::uint32_t pollIntervalTicks = 3;
     while (!consoleUser.ConsoleUserIsLoggedIn())
-        clock.Delay(ticksBetweenTries);
+        clock.Delay(pollIntervalTicks);
 }

@@ -6,19 +6,19 @@
 
 class TickClock;
 
-// Who is logged in at the console.
+// The user who is logged in at the console.
 class ConsoleUser {
 public:
     virtual ~ConsoleUser() = default;
 
-    // The user's name, nothing when nobody is logged in.
+    // The user's name; std::nullopt if no user is logged in.
     [[nodiscard]] std::optional<QString> CopyCurrentConsoleUsername();
-    // Writes "Current User: \t" to standard output each time it is asked.
+    // Writes "Current User: \t" to standard output on each call.
     [[nodiscard]] bool ConsoleUserIsLoggedIn();
 
 protected:
     [[nodiscard]] virtual std::optional<QString> SCDynamicStoreCopyConsoleUser() = 0;
 };
 
-// Returns once somebody is logged in, asking again every 3 ticks: at a login window it waits for ever.
+// Returns once a user is logged in. Polls every 3 ticks, without a time limit: at a login window it just waits.
 void waitForConsoleUser(ConsoleUser& consoleUser, TickClock& clock);

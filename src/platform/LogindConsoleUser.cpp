@@ -43,9 +43,9 @@ std::vector<Session> sessionsOf(const QDBusMessage& reply)
     return sessions;
 }
 
-// logind's session classes of people. Those of greeters, lock screens, managers and background jobs are left out, and
-// so is "user-incomplete", whose login may yet fail.
-bool isPerson(const QString& sessionClass)
+// The session classes of logged-in users. Excludes greeters, lock screens, managers and background jobs, and
+// "user-incomplete", whose login may still fail.
+bool isUserClass(const QString& sessionClass)
 {
     static constexpr std::array classes { "user", "user-early", "user-light", "user-early-light" };
     return std::any_of(
@@ -70,25 +70,25 @@ std::optional<QString> LogindConsoleUser::SCDynamicStoreCopyConsoleUser()
     const QDBusMessage reply = call(methodCall(QStringLiteral("/org/freedesktop/login1"),
         QStringLiteral("org.freedesktop.login1.Manager"), QStringLiteral("ListSessions")));
     if (reply.type() == QDBusMessage::ReplyMessage)
-        return activePerson(reply);
-    // The call would have started logind where it can be started, so one that is not there now does not run at all.
-    return logindRuns() ? std::nullopt : std::optional(processOwnerName());
+        return activeUser(reply);
+    // The call activates logind if possible, so if it is not running now, the system does not use it.
+    return isLogindRunning() ? std::nullopt : std::optional(processOwnerName());
 }
 
-std::optional<QString> LogindConsoleUser::activePerson(const QDBusMessage& sessionList) const
+std::optional<QString> LogindConsoleUser::activeUser(const QDBusMessage& sessionList) const
 {
     std::vector<Session> sessions = sessionsOf(sessionList);
     std::stable_partition(
         sessions.begin(), sessions.end(), [](const Session& session) { return !session.seat.isEmpty(); });
     for (const Session& session : sessions) {
-        if (isActiveSessionOfPerson(session.path.path()))
+        if (isActiveUserSession(session.path.path()))
             return session.userName.isEmpty() ? QString::number(session.userId) : session.userName;
     }
     return std::nullopt;
 }
 
-// A session that has ended since it was listed has no properties any more and is none.
-bool LogindConsoleUser::isActiveSessionOfPerson(const QString& sessionPath) const
+// False for a session that has ended since it was listed: its object no longer exists.
+bool LogindConsoleUser::isActiveUserSession(const QString& sessionPath) const
 {
     QDBusMessage getAll
         = methodCall(sessionPath, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("GetAll"));
@@ -97,11 +97,11 @@ bool LogindConsoleUser::isActiveSessionOfPerson(const QString& sessionPath) cons
     if (reply.type() != QDBusMessage::ReplyMessage || reply.signature() != QLatin1String("a{sv}"))
         return false;
     const auto properties = qdbus_cast<QVariantMap>(reply.arguments().constFirst());
-    return isPerson(properties.value(QStringLiteral("Class")).toString())
+    return isUserClass(properties.value(QStringLiteral("Class")).toString())
         && properties.value(QStringLiteral("State")).toString() == QLatin1String("active");
 }
 
-bool LogindConsoleUser::logindRuns() const
+bool LogindConsoleUser::isLogindRunning() const
 {
     QDBusMessage hasOwner = QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.DBus"),
         QStringLiteral("/org/freedesktop/DBus"), QStringLiteral("org.freedesktop.DBus"),

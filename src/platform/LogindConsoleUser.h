@@ -8,11 +8,11 @@
 
 class QDBusMessage;
 
-// The console user as logind (org.freedesktop.login1) knows it: the user of an active session of a person, local or
-// remote, one at a seat before others. Where no logind runs, the user who owns this process.
+// The console user according to logind (org.freedesktop.login1): the user of an active session of class "user", local or
+// remote; sessions at a seat are preferred. Without logind, the owner of this process.
 class LogindConsoleUser final : public ConsoleUser {
 public:
-    // callTimeout bounds each call over the bus. A logind that runs but does not answer knows of nobody.
+    // callTimeout applies to each D-Bus call. If logind runs but does not answer, no user counts as logged in.
     explicit LogindConsoleUser(
         QDBusConnection systemBus, std::chrono::milliseconds callTimeout = std::chrono::seconds(2));
 
@@ -20,14 +20,14 @@ protected:
     [[nodiscard]] std::optional<QString> SCDynamicStoreCopyConsoleUser() override;
 
 private:
-    [[nodiscard]] std::optional<QString> activePerson(const QDBusMessage& sessionList) const;
-    [[nodiscard]] bool isActiveSessionOfPerson(const QString& sessionPath) const;
-    [[nodiscard]] bool logindRuns() const;
+    [[nodiscard]] std::optional<QString> activeUser(const QDBusMessage& sessionList) const;
+    [[nodiscard]] bool isActiveUserSession(const QString& sessionPath) const;
+    [[nodiscard]] bool isLogindRunning() const;
     [[nodiscard]] QDBusMessage call(const QDBusMessage& message) const;
 
     QDBusConnection m_bus;
     int m_callTimeoutMs;
 };
 
-// The name of the effective user, the number as text when it has no name.
+// The name of the effective user, or its user ID if it has no name.
 [[nodiscard]] QString processOwnerName();

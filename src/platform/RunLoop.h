@@ -4,7 +4,7 @@
 #include <functional>
 #include <memory>
 
-// A repeating timer. It fires until it is invalidated or destroyed, never again from within its own call.
+// A repeating timer. It fires until it is invalidated or destroyed, and never from within its own callback.
 class Timer {
 public:
     virtual ~Timer() = default;

@@ -2,7 +2,7 @@
 
 #include "platform/AssertionHandler.h"
 
-// Writes each failure as one line to standard error and lets no operation go on.
+// Writes each failure to standard error as one line and aborts the operation.
 class StandardAssertionHandler final : public AssertionHandler {
 public:
     [[nodiscard]] bool handleFailureInMethod(

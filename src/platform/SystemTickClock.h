@@ -2,8 +2,7 @@
 
 #include "platform/TickClock.h"
 
-// Sleeps on the monotonic clock, so that setting the time of day neither shortens nor lengthens a wait; signals do not
-// either.
+// Sleeps on the monotonic clock: neither changes of the system time nor signals affect a wait.
 class SystemTickClock final : public TickClock {
 public:
     void Delay(std::uint32_t numTicks) override;

@@ -6,7 +6,7 @@
 class TickClock {
 public:
     virtual ~TickClock() = default;
-    // Blocks the calling thread; no event is handled meanwhile.
+    // Blocks the calling thread without processing events.
     virtual void Delay(std::uint32_t numTicks) = 0;
 };
 

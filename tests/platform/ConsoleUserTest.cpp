@@ -8,25 +8,25 @@
 
 namespace {
 
-// Nobody is logged in until the given number of questions has been asked.
+// No user is logged in until the given number of queries.
 class LateConsoleUser final : public ConsoleUser {
 public:
-    explicit LateConsoleUser(int questionsBefore)
-        : m_questionsLeft(questionsBefore)
+    explicit LateConsoleUser(int queriesBefore)
+        : m_queriesLeft(queriesBefore)
     {
     }
 
 protected:
     [[nodiscard]] std::optional<QString> SCDynamicStoreCopyConsoleUser() override
     {
-        return m_questionsLeft-- > 0 ? std::nullopt : std::optional(u"mona"_qs);
+        return m_queriesLeft-- > 0 ? std::nullopt : std::optional(u"mona"_qs);
     }
 
 private:
-    int m_questionsLeft;
+    int m_queriesLeft;
 };
 
-TEST(ConsoleUser, IsAskedAgainEveryThreeTicksUntilSomebodyIsLoggedIn)
+TEST(ConsoleUser, IsPolledEveryThreeTicksUntilLoggedIn)
 {
     LateConsoleUser consoleUser(4);
     RecordingTickClock clock;
@@ -34,12 +34,12 @@ TEST(ConsoleUser, IsAskedAgainEveryThreeTicksUntilSomebodyIsLoggedIn)
     waitForConsoleUser(consoleUser, clock);
     EXPECT_EQ(clock.delays, (std::vector<std::uint32_t> { 3, 3, 3, 3 }));
     std::string lines;
-    for (int question = 0; question < 5; ++question)
+    for (int query = 0; query < 5; ++query)
         lines += "Current User: \t";
     EXPECT_EQ(testing::internal::GetCapturedStdout(), lines);
 }
 
-TEST(ConsoleUser, WhoIsThereAlreadyWaitsForNothing)
+TEST(ConsoleUser, IsNotWaitedForIfAlreadyLoggedIn)
 {
     LateConsoleUser consoleUser(0);
     RecordingTickClock clock;
@@ -49,7 +49,7 @@ TEST(ConsoleUser, WhoIsThereAlreadyWaitsForNothing)
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "Current User: \t");
 }
 
-TEST(ConsoleUser, TellsTheNameAndWhetherThereIsOne)
+TEST(ConsoleUser, ReportsNameIfLoggedIn)
 {
     LateConsoleUser consoleUser(2);
     testing::internal::CaptureStdout();

@@ -52,11 +52,11 @@ QString pathOf(const FakeSession& session)
 
 PrivateBus::PrivateBus()
 {
-    const QString configuration = m_folder.filePath(QStringLiteral("bus.conf"));
+    const QString configuration = m_directory.filePath(QStringLiteral("bus.conf"));
     QFile file(configuration);
     if (!file.open(QIODevice::WriteOnly))
         return;
-    file.write("<busconfig><listen>unix:dir=" + QFile::encodeName(m_folder.path())
+    file.write("<busconfig><listen>unix:dir=" + QFile::encodeName(m_directory.path())
         + "</listen><policy context=\"default\"><allow send_destination=\"*\"/><allow receive_sender=\"*\"/><allow "
           "own=\"*\"/>"
           "<allow user=\"*\"/></policy></busconfig>");
@@ -97,7 +97,7 @@ public:
                     return respond(message, connection, propertyBehaviour, [&] { return propertiesOf(session); });
             }
         }
-        return false; // the sender is told that there is no such thing
+        return false; // the caller gets an UnknownObject error
     }
 
     QList<FakeSession> sessions;

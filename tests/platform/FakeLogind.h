@@ -9,19 +9,19 @@
 #include <functional>
 #include <memory>
 
-// A message bus of its own, on which nothing is started by itself.
+// A private message bus without activatable services.
 class PrivateBus {
+    Q_DISABLE_COPY_MOVE(PrivateBus)
+
 public:
     PrivateBus();
     ~PrivateBus();
-    PrivateBus(const PrivateBus&) = delete;
-    PrivateBus& operator=(const PrivateBus&) = delete;
 
-    [[nodiscard]] const QString& address() const { return m_address; } // empty when the bus did not start
+    [[nodiscard]] const QString& address() const { return m_address; } // empty if the bus did not start
     void stop();
 
 private:
-    QTemporaryDir m_folder;
+    QTemporaryDir m_directory;
     QProcess m_daemon;
     QString m_address;
 };
@@ -33,11 +33,13 @@ struct FakeSession {
     QString seat {};
     QString sessionClass { QStringLiteral("user") };
     QString state { QStringLiteral("active") };
-    bool ended { false }; // still listed, but gone when it is looked at
+    bool ended { false }; // listed, but its object no longer exists
 };
 
-// logind on a bus, on a thread of its own, so that a test may wait for its answers.
+// A logind on a thread of its own, so that tests can make blocking calls to it.
 class FakeLogind {
+    Q_DISABLE_COPY_MOVE(FakeLogind)
+
 public:
     enum class Behaviour {
         Answer,
@@ -48,14 +50,12 @@ public:
 
     explicit FakeLogind(const QString& busAddress);
     ~FakeLogind();
-    FakeLogind(const FakeLogind&) = delete;
-    FakeLogind& operator=(const FakeLogind&) = delete;
 
     [[nodiscard]] bool isRegistered() const { return m_registered; }
     void setSessions(QList<FakeSession> sessions);
     void setListBehaviour(Behaviour behaviour);
     void setPropertyBehaviour(Behaviour behaviour);
-    // Goes from the bus.
+    // Leaves the bus.
     void leave();
 
 private:

@@ -16,7 +16,7 @@ namespace {
 using namespace std::chrono_literals;
 using Behaviour = FakeLogind::Behaviour;
 
-class LogindConsoleUsers : public testing::Test {
+class LogindConsoleUserTest : public testing::Test {
 protected:
     static constexpr std::chrono::milliseconds shortTimeout { 100 };
 
@@ -53,19 +53,19 @@ FakeSession session(const QString& id, const QString& userName, const QString& a
     return { .id = id, .userName = userName, .seat = atSeat };
 }
 
-TEST_F(LogindConsoleUsers, AreThoseOfAnActiveSession)
+TEST_F(LogindConsoleUserTest, IsUserOfActiveSession)
 {
     startLogind({ session(u"c1"_qs, u"mona"_qs, seat) });
     EXPECT_EQ(consoleUser(), u"mona"_qs);
 }
 
-TEST_F(LogindConsoleUsers, AreNobodyWithoutASession)
+TEST_F(LogindConsoleUserTest, IsMissingWithoutSession)
 {
     startLogind({});
     EXPECT_EQ(consoleUser(), std::nullopt);
 }
 
-TEST_F(LogindConsoleUsers, AreNobodyWhenNoSessionIsActive)
+TEST_F(LogindConsoleUserTest, IsMissingWithoutActiveSession)
 {
     QList<FakeSession> sessions;
     for (const QString& state : { u"online"_qs, u"opening"_qs, u"closing"_qs, u""_qs }) {
@@ -76,7 +76,7 @@ TEST_F(LogindConsoleUsers, AreNobodyWhenNoSessionIsActive)
     EXPECT_EQ(consoleUser(), std::nullopt);
 }
 
-TEST_F(LogindConsoleUsers, AreNobodyWhenNoSessionIsAPersons)
+TEST_F(LogindConsoleUserTest, IgnoresSessionsOfOtherClasses)
 {
     QList<FakeSession> sessions;
     for (const QString& sessionClass : { u"greeter"_qs, u"lock-screen"_qs, u"background"_qs, u"background-light"_qs,
@@ -88,7 +88,7 @@ TEST_F(LogindConsoleUsers, AreNobodyWhenNoSessionIsAPersons)
     EXPECT_EQ(consoleUser(), std::nullopt);
 }
 
-TEST_F(LogindConsoleUsers, ArePeopleOfEveryKind)
+TEST_F(LogindConsoleUserTest, AcceptsEveryUserClass)
 {
     startLogind({});
     for (const QString& sessionClass : { u"user"_qs, u"user-early"_qs, u"user-light"_qs, u"user-early-light"_qs }) {
@@ -99,7 +99,7 @@ TEST_F(LogindConsoleUsers, ArePeopleOfEveryKind)
     }
 }
 
-TEST_F(LogindConsoleUsers, MayBeRemoteButThoseAtASeatComeFirst)
+TEST_F(LogindConsoleUserTest, PrefersSessionAtSeatToRemoteOne)
 {
     startLogind({ session(u"s1"_qs, u"remote"_qs, {}) });
     EXPECT_EQ(consoleUser(), u"remote"_qs);
@@ -108,7 +108,7 @@ TEST_F(LogindConsoleUsers, MayBeRemoteButThoseAtASeatComeFirst)
     EXPECT_EQ(consoleUser(), u"local"_qs);
 }
 
-TEST_F(LogindConsoleUsers, AreFoundBehindSessionsThatDoNotCount)
+TEST_F(LogindConsoleUserTest, SkipsSessionsThatDoNotQualify)
 {
     FakeSession greeter = session(u"c1"_qs, u"gdm"_qs, seat);
     greeter.sessionClass = u"greeter"_qs;
@@ -120,7 +120,7 @@ TEST_F(LogindConsoleUsers, AreFoundBehindSessionsThatDoNotCount)
     EXPECT_EQ(consoleUser(), u"mona"_qs);
 }
 
-TEST_F(LogindConsoleUsers, AreNumbersWhenTheyHaveNoName)
+TEST_F(LogindConsoleUserTest, IsUserIdWithoutName)
 {
     FakeSession nameless = session(u"c1"_qs, {}, seat);
     nameless.userId = 4711;
@@ -128,12 +128,12 @@ TEST_F(LogindConsoleUsers, AreNumbersWhenTheyHaveNoName)
     EXPECT_EQ(consoleUser(), u"4711"_qs);
 }
 
-TEST_F(LogindConsoleUsers, AreTheProcessOwnerWhereNoLogindRuns)
+TEST_F(LogindConsoleUserTest, IsProcessOwnerWithoutLogind)
 {
     EXPECT_EQ(consoleUser(), processOwnerName());
 }
 
-TEST_F(LogindConsoleUsers, AreTheProcessOwnerOnceLogindHasGone)
+TEST_F(LogindConsoleUserTest, IsProcessOwnerAfterLogindHasStopped)
 {
     startLogind({});
     EXPECT_EQ(consoleUser(), std::nullopt);
@@ -141,7 +141,7 @@ TEST_F(LogindConsoleUsers, AreTheProcessOwnerOnceLogindHasGone)
     EXPECT_EQ(consoleUser(), processOwnerName());
 }
 
-TEST_F(LogindConsoleUsers, AreTheProcessOwnerWhereThereIsNoBus)
+TEST_F(LogindConsoleUserTest, IsProcessOwnerWithoutBus)
 {
     const auto none = QDBusConnection::connectToBus(QStringLiteral("unix:path=/nowhere/bus"), QStringLiteral("noBus"));
     EXPECT_FALSE(none.isConnected());
@@ -149,7 +149,7 @@ TEST_F(LogindConsoleUsers, AreTheProcessOwnerWhereThereIsNoBus)
     QDBusConnection::disconnectFromBus(QStringLiteral("noBus"));
 }
 
-TEST_F(LogindConsoleUsers, AreTheProcessOwnerOnceTheBusHasGone)
+TEST_F(LogindConsoleUserTest, IsProcessOwnerAfterBusHasStopped)
 {
     PrivateBus shortLived;
     const auto connection = QDBusConnection::connectToBus(shortLived.address(), clientName);
@@ -158,7 +158,7 @@ TEST_F(LogindConsoleUsers, AreTheProcessOwnerOnceTheBusHasGone)
     EXPECT_EQ(LogindConsoleUser(connection, shortTimeout).CopyCurrentConsoleUsername(), processOwnerName());
 }
 
-TEST_F(LogindConsoleUsers, AreNobodyWhileALogindThatRunsGivesNoAnswer)
+TEST_F(LogindConsoleUserTest, IsMissingWhileLogindDoesNotAnswer)
 {
     startLogind({ session(u"c1"_qs, u"mona"_qs, seat) });
     for (const Behaviour behaviour : { Behaviour::Hang, Behaviour::Refuse, Behaviour::Garble }) {
@@ -176,7 +176,7 @@ TEST_F(LogindConsoleUsers, AreNobodyWhileALogindThatRunsGivesNoAnswer)
     EXPECT_EQ(consoleUser(), u"mona"_qs);
 }
 
-TEST_F(LogindConsoleUsers, AreWaitedForAtALoginWindow)
+TEST_F(LogindConsoleUserTest, IsWaitedForAtLoginWindow)
 {
     FakeSession greeter = session(u"c1"_qs, u"gdm"_qs, seat);
     greeter.sessionClass = u"greeter"_qs;
@@ -194,13 +194,13 @@ TEST_F(LogindConsoleUsers, AreWaitedForAtALoginWindow)
     EXPECT_EQ(clock.delays, (std::vector<std::uint32_t> { 3, 3, 3 }));
 }
 
-TEST(ProcessOwnerName, IsTheEffectiveUsersNameOrNumber)
+TEST(ProcessOwnerName, IsNameOrIdOfEffectiveUser)
 {
     const passwd* const entry = ::getpwuid(::geteuid());
     EXPECT_EQ(
         processOwnerName(), entry != nullptr ? QString::fromLocal8Bit(entry->pw_name) : QString::number(::geteuid()));
     if (::geteuid() != 0)
-        return; // only root can be somebody else for a while
+        return; // only root can change the effective user
     constexpr uid_t nameless = 3999999991;
     ASSERT_EQ(::getpwuid(nameless), nullptr);
     ASSERT_EQ(::seteuid(nameless), 0);

@@ -6,18 +6,18 @@
 
 namespace {
 
-TEST(StandardAssertionHandler, WritesOneLineAndLetsNothingGoOn)
+TEST(StandardAssertionHandler, WritesOneLineAndAborts)
 {
     StandardAssertionHandler handler;
-    bool goOn = true;
+    bool shouldContinue = true;
     const std::string written = standardErrorOf([&] {
-        goOn = handler.handleFailureInMethod(
+        shouldContinue = handler.handleFailureInMethod(
             "RescanTimeFunc", "SiteSurveyPageController", "SiteSurveyPageController", 978, invalidParameter);
     });
     EXPECT_EQ(written,
         "*** Assertion failure in SiteSurveyPageController - RescanTimeFunc, SiteSurveyPageController:978: "
         "Invalid parameter not satisfying: FALSE\n");
-    EXPECT_FALSE(goOn);
+    EXPECT_FALSE(shouldContinue);
 }
 
 } // namespace

@@ -21,18 +21,18 @@ std::chrono::nanoseconds timeOf(std::uint32_t ticks)
     return std::chrono::steady_clock::now() - begin;
 }
 
-TEST(SystemTickClock, WaitsSixtiethsOfASecond)
+TEST(SystemTickClock, TickIsSixtiethOfSecond)
 {
     EXPECT_GE(timeOf(3), 50ms);
     EXPECT_LT(timeOf(3), 1s);
 }
 
-TEST(SystemTickClock, DoesNotWaitForNoTicks)
+TEST(SystemTickClock, ZeroTicksDoNotWait)
 {
     EXPECT_LT(timeOf(0), 50ms);
 }
 
-TEST(SystemTickClock, WaitsToTheEndAlthoughSignalsArrive)
+TEST(SystemTickClock, SignalsDoNotShortenWait)
 {
     struct sigaction ignoring { };
     struct sigaction before { };
@@ -41,7 +41,7 @@ TEST(SystemTickClock, WaitsToTheEndAlthoughSignalsArrive)
     ignoring.sa_handler = [](int) { ++signals; };
     ASSERT_EQ(sigaction(SIGUSR1, &ignoring, &before), 0);
     std::atomic<bool> done = false;
-    std::thread disturber([&done, waiting = pthread_self()] {
+    std::thread sender([&done, waiting = pthread_self()] {
         while (!done) {
             pthread_kill(waiting, SIGUSR1);
             std::this_thread::yield();
@@ -49,7 +49,7 @@ TEST(SystemTickClock, WaitsToTheEndAlthoughSignalsArrive)
     });
     EXPECT_GE(timeOf(6), 100ms);
     done = true;
-    disturber.join();
+    sender.join();
     EXPECT_GT(signals, 0);
     ASSERT_EQ(sigaction(SIGUSR1, &before, nullptr), 0);
 }

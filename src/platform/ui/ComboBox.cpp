@@ -10,7 +10,7 @@ ComboBox::ComboBox(QWidget* parent)
     : QComboBox(parent)
 {
     setInsertPolicy(NoInsert);
-    // The base class reacts to the same signals and was connected first: what it selected is put right here.
+    // The base class connects to the same signals first and changes the selection; this restores it.
     connect(model(), &QAbstractItemModel::rowsAboutToBeInserted, this, &ComboBox::rememberSelection);
     connect(model(), &QAbstractItemModel::rowsInserted, this, &ComboBox::restoreSelection);
     connect(this, &QComboBox::currentIndexChanged, this, [this] { m_changedSinceSelection = true; });

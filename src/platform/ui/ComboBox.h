@@ -4,35 +4,35 @@
 
 #include <vector>
 
-// A combo box that holds still: nothing is selected until something selects it, and inserting items never moves
-// the selected index; the index keeps its number, whatever item then stands there. The text of an editable one is
-// independent of its list. Items may also be declared in a form; the same holds for them.
+// A combo box without automatic selection: nothing is selected initially, and inserting items does not change the selected
+// index, even though another item then has that index. The text of an editable box is independent of its items. The same
+// applies to items that are declared in a form.
 class ComboBox : public QComboBox {
     Q_OBJECT
 
 public:
     explicit ComboBox(QWidget* parent = nullptr);
 
-    // Nothing is selected afterwards. The text of an editable box stays.
+    // Also clears the selection. Does not change the text of an editable box.
     void removeAllItems();
-    // An index beyond the last item appends, a negative one inserts in front.
+    // Clamps the index to the valid range.
     void insertItemWithObjectValue(const QString& text, int index);
     void addItemWithObjectValue(const QString& text);
 
-    // An index that no item has leaves nothing selected. The text of an editable box becomes the item's, and
-    // stays where nothing is selected.
+    // An invalid index clears the selection. The text of an editable box becomes that of the item; it does not change when
+    // the selection is cleared.
     void selectItemAtIndex(int index);
-    [[nodiscard]] int indexOfSelectedItem() const; // -1 when nothing is selected
-    [[nodiscard]] QString objectValueOfSelectedItem() const; // empty when nothing is selected
+    [[nodiscard]] int indexOfSelectedItem() const; // -1 if nothing is selected
+    [[nodiscard]] QString objectValueOfSelectedItem() const; // empty if nothing is selected
     [[nodiscard]] int numberOfItems() const;
-    [[nodiscard]] QString itemObjectValueAtIndex(int index) const; // empty for an index that no item has
+    [[nodiscard]] QString itemObjectValueAtIndex(int index) const; // empty for an invalid index
 
-    // All items at once, in their order; nothing is selected after they were replaced.
+    // Replaces all items and clears the selection.
     void setItemObjectValues(const std::vector<QString>& texts);
     [[nodiscard]] std::vector<QString> itemObjectValues() const;
 
 Q_SIGNALS:
-    // The user chose an item other than the selected one; never sent for a selection made by the program.
+    // The user chose another item. Not emitted for selections by the program.
     void selectionChosen(int index);
 
 private:

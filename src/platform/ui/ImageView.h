@@ -3,9 +3,8 @@
 #include <QIcon>
 #include <QWidget>
 
-// Shows one image, drawn at the view's own size and scale, and to assistive technology as a graphic under its
-// accessible name. It is square and measured in lines of its font's text, so that it keeps its proportion to what
-// stands beside it.
+// Shows one image at the size and scale of the view; accessible as a graphic with the view's accessible name. The view is
+// square and sized in lines of text, so that it stays in proportion to neighbouring text.
 class ImageView : public QWidget {
     Q_OBJECT
     Q_PROPERTY(int lines READ lines WRITE setLines)

@@ -9,7 +9,7 @@
 #include <QPixmap>
 #include <QSvgRenderer>
 
-// In a static library nothing refers to the pictures by itself.
+// Resources in a static library are only linked if something refers to them.
 static void registerPictures()
 {
     Q_INIT_RESOURCE(pictures);

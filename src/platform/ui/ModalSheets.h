@@ -10,10 +10,9 @@ inline constexpr int sheetAccepted = 1;
 class ModalSheets {
 public:
     virtual ~ModalSheets() = default;
-    // Begins the sheet over the window, runs it until its modal run is stopped, ends it and orders it out; it can
-    // be run again. Returns the code it was stopped with. Escape and the closing of the sheet press its Cancel
-    // button; in a sheet that has none they stop it with sheetCancelled.
+    // Shows the sheet over the window, runs it until it is stopped, hides it and returns the stop code. A sheet can be run
+    // again. Escape and closing the sheet click its Cancel button; without one, they stop it with sheetCancelled.
     [[nodiscard]] virtual int runModalForWindow(QDialog& sheet, QWidget& mainWindow) = 0;
-    // Stops the innermost sheet that is running; harmless when none is.
+    // Stops the innermost running sheet; a no-op if there is none.
     virtual void stopModalWithCode(int code) = 0;
 };

@@ -2,5 +2,5 @@
 
 QString NumberDelegate::displayText(const QVariant& value, const QLocale& locale) const
 {
-    return CellDelegate::displayText(value, locale) + spaceAfterFigures;
+    return CellDelegate::displayText(value, locale) + spaceAfterNumber;
 }

@@ -4,9 +4,9 @@
 
 #include <QChar>
 
-inline constexpr QChar spaceAfterFigures(0x2002); // an en space
+inline constexpr QChar spaceAfterNumber(0x2002); // an en space
 
-// Shows figures, which stand at the right of their column, a little apart from what the next column begins with.
+// Shows right-aligned numbers, with some space between them and the text of the next column.
 class NumberDelegate : public CellDelegate {
     Q_OBJECT
 

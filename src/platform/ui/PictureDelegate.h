@@ -2,7 +2,7 @@
 
 #include "platform/ui/CellDelegate.h"
 
-// Shows pictures in the middle of their column: a style puts them where a text would begin.
+// Centres pictures in their column; styles draw them where text would start.
 class PictureDelegate final : public CellDelegate {
     Q_OBJECT
 

@@ -6,8 +6,8 @@
 
 namespace {
 
-// The window that a panel stands over: the sheet or panel in use, else the active window, else the one shown.
-QWidget* windowInUse()
+// The parent of a panel: the current modal window, the active window, or any visible window.
+QWidget* currentWindow()
 {
     if (auto* const modal = QApplication::activeModalWidget())
         return modal;
@@ -35,7 +35,7 @@ void emphasiseTitle(QMessageBox& panel)
 
 void QtAlertPanels::NSRunAlertPanel(const QString& title, const QString& message, const QString& defaultButton)
 {
-    QMessageBox panel(windowInUse());
+    QMessageBox panel(currentWindow());
     panel.setObjectName(QStringLiteral("AlertPanel"));
     panel.setWindowTitle(QApplication::applicationDisplayName());
     panel.setIcon(QMessageBox::Warning);

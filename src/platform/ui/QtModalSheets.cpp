@@ -21,8 +21,8 @@ QAbstractButton* cancelButton(const QDialog& sheet)
     return nullptr;
 }
 
-// A sheet's Cancel action gives back what its opening took, so leaving by the keyboard or the window's frame
-// goes through it too.
+// The Cancel action of a sheet releases what opening it has acquired, so Escape and closing the window must trigger it
+// too.
 class CancelFilter final : public QObject {
 public:
     explicit CancelFilter(QDialog& sheet)

@@ -8,11 +8,12 @@
 
 class QDialog;
 
+// Window-modal dialogs.
 class QtModalSheets final : public ModalSheets {
 public:
     [[nodiscard]] int runModalForWindow(QDialog& sheet, QWidget& mainWindow) override;
     void stopModalWithCode(int code) override;
 
 private:
-    std::vector<QPointer<QDialog>> m_running; // the innermost last
+    std::vector<QPointer<QDialog>> m_running; // innermost last
 };

@@ -8,23 +8,21 @@
 namespace {
 
 class QtTimer final : public Timer {
+    Q_DISABLE_COPY_MOVE(QtTimer)
+
 public:
     explicit QtTimer(QTimer* timer)
         : m_timer(timer)
     {
     }
     ~QtTimer() override { invalidate(); }
-    QtTimer(const QtTimer&) = delete;
-    QtTimer& operator=(const QtTimer&) = delete;
-    QtTimer(QtTimer&&) = delete;
-    QtTimer& operator=(QtTimer&&) = delete;
 
     void invalidate() override
     {
         if (!m_timer)
             return;
         m_timer->stop();
-        // A timer may be invalidated from within its own call, so it goes only afterwards, its closure with it.
+        // Deleted later: a timer may be invalidated from its own callback.
         m_timer->deleteLater();
         m_timer.clear();
     }
@@ -33,9 +31,9 @@ private:
     QPointer<QTimer> m_timer;
 };
 
-struct Call {
+struct Callback {
     std::function<void()> fire;
-    bool underWay { false };
+    bool isRunning { false };
 };
 
 } // namespace
@@ -43,17 +41,16 @@ struct Call {
 std::unique_ptr<Timer> QtRunLoop::scheduleRepeatingTimer(std::chrono::milliseconds interval, std::function<void()> fire)
 {
     auto* const timer = new QTimer(&m_timers);
-    // Coarse timers of one interval are moved together and apart again; precise ones keep the order in which
-    // they were started.
+    // Qt shifts the deadlines of coarse timers, which can change their order; precise timers fire in starting order.
     timer->setTimerType(Qt::PreciseTimer);
     timer->setInterval(interval);
-    auto call = std::make_shared<Call>(Call { std::move(fire) });
-    QObject::connect(timer, &QTimer::timeout, timer, [call = std::move(call)] {
-        if (call->underWay)
+    auto callback = std::make_shared<Callback>(Callback { std::move(fire) });
+    QObject::connect(timer, &QTimer::timeout, timer, [callback = std::move(callback)] {
+        if (callback->isRunning)
             return;
-        call->underWay = true;
-        call->fire();
-        call->underWay = false;
+        callback->isRunning = true;
+        callback->fire();
+        callback->isRunning = false;
     });
     timer->start();
     return std::make_unique<QtTimer>(timer);

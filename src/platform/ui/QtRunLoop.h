@@ -4,13 +4,13 @@
 
 #include <QObject>
 
-// The run loop of the application's thread. Timers fire wherever its events are handled, under a modal sheet
-// too; a timer whose call is still under way when it falls due again skips that turn.
+// The run loop of the main thread. Timers fire whenever it processes events, including while a modal sheet runs. A timer
+// whose callback is still running when it is due skips that turn.
 class QtRunLoop final : public RunLoop {
 public:
     [[nodiscard]] std::unique_ptr<Timer> scheduleRepeatingTimer(
         std::chrono::milliseconds interval, std::function<void()> fire) override;
 
 private:
-    QObject m_timers; // parent of every timer: none fires once the run loop is gone
+    QObject m_timers; // parent of all timers: none fires after the run loop is destroyed
 };

@@ -4,18 +4,18 @@
 #include <QStringView>
 #include <QVariant>
 
-// Where a TableView takes its contents from. Rows are numbered from 0 as the source counts them, however the view
-// is sorted. Everything is asked for while reloadData runs, tool tips when one is about to be shown.
+// The contents of a TableView. Row numbers start at 0 and do not depend on the sorting of the view. reloadData queries
+// everything except tool tips, which are queried when shown.
 class TableDataSource {
 public:
     virtual ~TableDataSource() = default;
     [[nodiscard]] virtual int numberOfRowsInTableView() const = 0;
-    // A text, or for an image column a QIcon, QPixmap or nothing.
+    // A text; for an image column a QIcon, a QPixmap or a null variant.
     [[nodiscard]] virtual QVariant objectValueForTableColumn(QStringView identifier, int row) const = 0;
-    // What the image in a cell says, for those who do not see it.
+    // The alternative text of an image, for assistive technology.
     [[nodiscard]] virtual QString imageTextForTableColumn(QStringView /*identifier*/, int /*row*/) const { return {}; }
-    // Stores what the user made of a cell of an editable column.
+    // Called when the user has edited a cell of an editable column.
     virtual void setObjectValue(const QVariant& value, QStringView identifier, int row) = 0;
-    // Empty for a cell without a tool tip.
+    // Empty for no tool tip.
     [[nodiscard]] virtual QString toolTipForTableColumn(QStringView /*identifier*/, int /*row*/) const { return {}; }
 };

@@ -10,7 +10,7 @@ TableHeader::TableHeader(QWidget* parent)
     setSectionsClickable(true);
 }
 
-bool TableHeader::standsAtTheRight(int logicalIndex) const
+bool TableHeader::isRightAligned(int logicalIndex) const
 {
     const QVariant alignment = model()->headerData(logicalIndex, orientation(), Qt::TextAlignmentRole);
     return (alignment.toInt() & Qt::AlignRight) != 0;
@@ -19,13 +19,13 @@ bool TableHeader::standsAtTheRight(int logicalIndex) const
 void TableHeader::initStyleOptionForIndex(QStyleOptionHeader* option, int logicalIndex) const
 {
     QHeaderView::initStyleOptionForIndex(option, logicalIndex);
-    if (standsAtTheRight(logicalIndex))
-        option->text += spaceAfterFigures;
+    if (isRightAligned(logicalIndex))
+        option->text += spaceAfterNumber;
 }
 
 QSize TableHeader::sectionSizeFromContents(int logicalIndex) const
 {
     const QSize size = QHeaderView::sectionSizeFromContents(logicalIndex);
-    const int space = standsAtTheRight(logicalIndex) ? fontMetrics().horizontalAdvance(spaceAfterFigures) : 0;
+    const int space = isRightAligned(logicalIndex) ? fontMetrics().horizontalAdvance(spaceAfterNumber) : 0;
     return { size.width() + space, size.height() };
 }

@@ -2,8 +2,7 @@
 
 #include <QHeaderView>
 
-// The headings of a table. One at the right of its column, above figures, stands as far from the next column as they do
-// (NumberDelegate).
+// The headings of a table. A right-aligned heading has the same space after it as the numbers below it (NumberDelegate).
 class TableHeader final : public QHeaderView {
     Q_OBJECT
 
@@ -15,5 +14,5 @@ protected:
     [[nodiscard]] QSize sectionSizeFromContents(int logicalIndex) const override;
 
 private:
-    [[nodiscard]] bool standsAtTheRight(int logicalIndex) const;
+    [[nodiscard]] bool isRightAligned(int logicalIndex) const;
 };

@@ -2,12 +2,12 @@
 
 #include "platform/TickClock.h"
 
-// A clock for a program with windows. Before a wait of a second or more it shows the wait cursor and paints what
-// the windows are about to show, for nothing is painted while the thread sleeps. Painting is all it does: no
-// timer fires and no input is handled, so a wait never re-enters its caller. The cursor is restored afterwards.
+// A clock for a program with windows. Before a wait of a second or more, it shows the wait cursor and repaints all windows,
+// because they are not painted while the thread sleeps. It fires no timers and processes no input, so a wait never
+// re-enters its caller.
 class WindowTickClock final : public TickClock {
 public:
-    // sleeper does the waiting itself and outlives this clock.
+    // sleeper performs the waits; it must outlive this clock.
     explicit WindowTickClock(TickClock& sleeper);
     void Delay(std::uint32_t numTicks) override;
 

@@ -7,7 +7,7 @@
 
 namespace {
 
-TEST(ComboBox, SelectsNothingByItself)
+TEST(ComboBox, HasNoInitialSelection)
 {
     ComboBox box;
     box.addItemWithObjectValue(u"Open"_qs);
@@ -17,7 +17,7 @@ TEST(ComboBox, SelectsNothingByItself)
     EXPECT_EQ(box.numberOfItems(), 2);
 }
 
-TEST(ComboBox, KeepsTheSelectedIndexWhenItemsAreInsertedInFront)
+TEST(ComboBox, KeepsSelectedIndexWhenItemsAreInsertedBefore)
 {
     ComboBox box;
     box.addItemWithObjectValue(u"NONE"_qs);
@@ -29,7 +29,7 @@ TEST(ComboBox, KeepsTheSelectedIndexWhenItemsAreInsertedInFront)
     EXPECT_EQ(box.objectValueOfSelectedItem(), u"AES"_qs);
 }
 
-TEST(ComboBox, InsertsWhereAskedAndAtTheNearestEndOtherwise)
+TEST(ComboBox, ClampsInsertionIndex)
 {
     ComboBox box;
     box.insertItemWithObjectValue(u"b"_qs, 9);
@@ -41,7 +41,7 @@ TEST(ComboBox, InsertsWhereAskedAndAtTheNearestEndOtherwise)
     EXPECT_EQ(box.itemObjectValueAtIndex(3), QString());
 }
 
-TEST(ComboBox, TakesAllItemsAtOnceAndSelectsNone)
+TEST(ComboBox, ReplacingItemsClearsSelection)
 {
     ComboBox box;
     box.addItemWithObjectValue(u"gone"_qs);
@@ -52,7 +52,7 @@ TEST(ComboBox, TakesAllItemsAtOnceAndSelectsNone)
     EXPECT_EQ(box.indexOfSelectedItem(), -1);
 }
 
-TEST(ComboBox, SelectsNothingForAnIndexThatNoItemHas)
+TEST(ComboBox, InvalidIndexClearsSelection)
 {
     ComboBox box;
     box.addItemWithObjectValue(u"a"_qs);
@@ -64,7 +64,7 @@ TEST(ComboBox, SelectsNothingForAnIndexThatNoItemHas)
     EXPECT_EQ(box.indexOfSelectedItem(), -1);
 }
 
-TEST(ComboBox, ForgetsTheSelectionWithItsItems)
+TEST(ComboBox, RemovingItemsClearsSelection)
 {
     ComboBox box;
     box.addItemWithObjectValue(u"a"_qs);
@@ -76,7 +76,7 @@ TEST(ComboBox, ForgetsTheSelectionWithItsItems)
     EXPECT_EQ(box.indexOfSelectedItem(), -1);
 }
 
-TEST(ComboBox, KeepsTheTextOfAnEditableBoxApartFromItsList)
+TEST(ComboBox, EditableTextIsIndependentOfItems)
 {
     ComboBox box;
     box.setEditable(true);
@@ -93,7 +93,7 @@ TEST(ComboBox, KeepsTheTextOfAnEditableBoxApartFromItsList)
     EXPECT_EQ(box.indexOfSelectedItem(), -1);
 }
 
-TEST(ComboBox, TellsOfTheUsersChoicesOnly)
+TEST(ComboBox, SignalsOnlyChoicesByUser)
 {
     ComboBox box;
     QSignalSpy chosen(&box, &ComboBox::selectionChosen);
@@ -110,7 +110,7 @@ TEST(ComboBox, TellsOfTheUsersChoicesOnly)
     EXPECT_EQ(box.indexOfSelectedItem(), 1);
 }
 
-TEST(ComboBox, IsSilentWhenTheUserTakesTheSelectedItemAgain)
+TEST(ComboBox, DoesNotSignalChoiceOfSelectedItem)
 {
     ComboBox box;
     box.addItemWithObjectValue(u"a"_qs);

@@ -12,17 +12,13 @@ bool showsAnything(ImageView& view)
 {
     QImage image(view.sizeHint(), QImage::Format_ARGB32);
     image.fill(Qt::transparent);
+    const QImage blank = image;
     view.resize(view.sizeHint());
     view.render(&image, QPoint(), QRegion(), QWidget::RenderFlags());
-    const QImage blank = [&image] {
-        QImage other(image.size(), image.format());
-        other.fill(Qt::transparent);
-        return other;
-    }();
     return image != blank;
 }
 
-TEST(ImageView, ShowsItsImage)
+TEST(ImageView, ShowsImage)
 {
     ImageView view;
     EXPECT_FALSE(showsAnything(view));
@@ -32,7 +28,7 @@ TEST(ImageView, ShowsItsImage)
     EXPECT_FALSE(showsAnything(view));
 }
 
-TEST(ImageView, IsMeasuredInLinesOfText)
+TEST(ImageView, SizeIsInLinesOfText)
 {
     ImageView view;
     view.setLines(4);
@@ -44,14 +40,14 @@ TEST(ImageView, IsMeasuredInLinesOfText)
     EXPECT_GT(view.sizeHint().height(), side);
 }
 
-TEST(ImageView, IsAGraphicToAssistiveTechnology)
+TEST(ImageView, IsAccessibleAsGraphic)
 {
     ImageView view;
     view.setAccessibleName(u"The radio is on"_qs);
-    QAccessibleInterface* const spoken = QAccessible::queryAccessibleInterface(&view);
-    ASSERT_NE(spoken, nullptr);
-    EXPECT_EQ(spoken->role(), QAccessible::Graphic);
-    EXPECT_EQ(spoken->text(QAccessible::Name), u"The radio is on");
+    QAccessibleInterface* const accessible = QAccessible::queryAccessibleInterface(&view);
+    ASSERT_NE(accessible, nullptr);
+    EXPECT_EQ(accessible->role(), QAccessible::Graphic);
+    EXPECT_EQ(accessible->text(QAccessible::Name), u"The radio is on");
 }
 
 } // namespace

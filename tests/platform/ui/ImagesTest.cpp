@@ -11,7 +11,7 @@
 
 namespace {
 
-// Both after WCAG 2: the luminance of a colour, 0 to 1, and the contrast of two, 1 to 21.
+// Relative luminance (0 to 1) and contrast ratio (1 to 21), as WCAG 2 defines them.
 double luminanceOf(const QColor& colour)
 {
     const auto linear
@@ -25,23 +25,23 @@ double contrastOf(const QColor& one, const QColor& other)
     return (high + 0.05) / (low + 0.05);
 }
 
-QColor laidOver(const QColor& ground, const QColor& paint)
+QColor blended(const QColor& background, const QColor& paint)
 {
     const double alpha = paint.alphaF();
     const auto mixed
         = [alpha](double under, double over) { return static_cast<float>(over * alpha + under * (1 - alpha)); };
-    return QColor::fromRgbF(mixed(ground.redF(), paint.redF()), mixed(ground.greenF(), paint.greenF()),
-        mixed(ground.blueF(), paint.blueF()));
+    return QColor::fromRgbF(mixed(background.redF(), paint.redF()), mixed(background.greenF(), paint.greenF()),
+        mixed(background.blueF(), paint.blueF()));
 }
 
-// How a picture stands out from a ground. The soft edges are left out.
+// The contrast between a picture and a background. Antialiased edges are ignored.
 struct Readability {
     int painted { 0 }; // pixels
-    int readable { 0 }; // of them, with the contrast of 3 that WCAG 2 asks of graphics
-    double leastContrast { 21 }; // of what is painted without letting the ground through
+    int readable { 0 }; // of these, with the contrast of 3 that WCAG 2 requires for graphics
+    double minContrast { 21 }; // of opaque pixels
 };
 
-Readability readabilityOn(const QColor& ground, const QImage& picture)
+Readability readabilityOn(const QColor& background, const QImage& picture)
 {
     Readability result;
     for (int y = 0; y < picture.height(); ++y) {
@@ -49,11 +49,11 @@ Readability readabilityOn(const QColor& ground, const QImage& picture)
             const QColor paint = picture.pixelColor(x, y);
             if (paint.alpha() < 120)
                 continue;
-            const double contrast = contrastOf(ground, laidOver(ground, paint));
+            const double contrast = contrastOf(background, blended(background, paint));
             ++result.painted;
             result.readable += contrast >= 3 ? 1 : 0;
             if (paint.alpha() == 255)
-                result.leastContrast = std::min(result.leastContrast, contrast);
+                result.minContrast = std::min(result.minContrast, contrast);
         }
     }
     return result;
@@ -80,12 +80,12 @@ TEST(Images, AreFoundByName)
     EXPECT_TRUE(imageNamed(u"NOSUCHIMAGE").isNull());
 }
 
-TEST(Images, AreTheSameWhenAskedForAgain)
+TEST(Images, AreCached)
 {
     EXPECT_EQ(imageNamed(u"HANDSHAK").cacheKey(), imageNamed(u"HANDSHAK").cacheKey());
 }
 
-TEST(Images, TakeTheColourOfTheTextTheyStandBeside)
+TEST(Images, UseTextColour)
 {
     const QPalette before = QApplication::palette();
     QPalette dark = before;
@@ -100,7 +100,7 @@ TEST(Images, TakeTheColourOfTheTextTheyStandBeside)
 
 class PictureReadability : public testing::TestWithParam<const char16_t*> {
 protected:
-    [[nodiscard]] static Readability on(const QColor& ground, const QColor& text)
+    [[nodiscard]] static Readability on(const QColor& background, const QColor& text)
     {
         const QPalette before = QApplication::palette();
         QPalette palette = before;
@@ -109,26 +109,26 @@ protected:
         const QImage picture
             = imageNamed(GetParam()).pixmap(QSize(128, 128)).toImage().convertToFormat(QImage::Format_ARGB32);
         QApplication::setPalette(before);
-        return readabilityOn(ground, picture);
+        return readabilityOn(background, picture);
     }
 };
 
-// An accent cannot have a contrast of 3 on both grounds, so it only has to be seen; the text colour has to carry the
-// picture. These are the darkest light ground and the lightest dark one that pictures stand on.
-TEST_P(PictureReadability, HoldsOnLightAndOnDark)
+// An accent colour cannot have a contrast of 3 on both backgrounds, so it only has to be visible; most of the picture
+// must use the text colour. These are the darkest light background and the lightest dark one that pictures appear on.
+TEST_P(PictureReadability, IsSufficientOnLightAndDarkBackground)
 {
     struct Desktop {
         const char* name;
-        QColor ground;
+        QColor background;
         QColor text;
     };
     for (const Desktop& desktop : std::array { Desktop { "light", QColor(0xEF, 0xEF, 0xEF), QColor(0, 0, 0) },
              Desktop { "dark", QColor(0x43, 0x46, 0x4A), QColor(0xFC, 0xFC, 0xFC) } }) {
         SCOPED_TRACE(desktop.name);
-        const Readability readability = on(desktop.ground, desktop.text);
+        const Readability readability = on(desktop.background, desktop.text);
         EXPECT_GT(readability.painted, 500);
         EXPECT_GT(readability.readable * 2, readability.painted);
-        EXPECT_GE(readability.leastContrast, 2.75);
+        EXPECT_GE(readability.minContrast, 2.75);
     }
 }
 
@@ -136,7 +136,7 @@ INSTANTIATE_TEST_SUITE_P(Images, PictureReadability,
     testing::Values(u"CHECKMRK", u"UNCHECKMRK", u"HANDSHAK", u"QUORVANE", u"RADIOOFF", u"RADIOON"),
     [](const auto& instance) { return QStringView(instance.param).toString().toStdString(); });
 
-TEST(Images, HaveEveryPixelAtDoubleScale)
+TEST(Images, AreSharpAtDoubleScale)
 {
     const QPixmap pixmap = imageNamed(u"HANDSHAK").pixmap(QSize(16, 16), 2.0);
     EXPECT_EQ(pixmap.size(), QSize(32, 32));

@@ -9,21 +9,21 @@
 
 namespace {
 
-// Looks at the panel while it is shown, then dismisses it.
-template <typename Look> void runPanel(const QString& title, const QString& message, Look look)
+// Shows a panel and inspects it; inspect must dismiss it.
+template <typename Inspect> void runPanel(const QString& title, const QString& message, Inspect inspect)
 {
-    int looked = 0;
+    int inspected = 0;
     QTimer::singleShot(0, qApp, [&] {
         auto* const panel = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
         ASSERT_NE(panel, nullptr);
-        ++looked;
-        look(*panel);
+        ++inspected;
+        inspect(*panel);
     });
     QtAlertPanels().NSRunAlertPanel(title, message, u"OK"_qs);
-    EXPECT_EQ(looked, 1);
+    EXPECT_EQ(inspected, 1);
 }
 
-TEST(QtAlertPanels, ShowsTitleMessageAndItsOneButton)
+TEST(QtAlertPanels, ShowsTitleMessageAndButton)
 {
     runPanel(u"Device not exist."_qs, u"Please insert your Network Card."_qs, [](QMessageBox& panel) {
         EXPECT_EQ(panel.text(), u"Device not exist."_qs);
@@ -36,7 +36,7 @@ TEST(QtAlertPanels, ShowsTitleMessageAndItsOneButton)
     });
 }
 
-TEST(QtAlertPanels, ShowsATitleAlone)
+TEST(QtAlertPanels, ShowsTitleWithoutMessage)
 {
     runPanel(u"WPA-Enterprise isn't supported yet!!!"_qs, QString(), [](QMessageBox& panel) {
         EXPECT_EQ(panel.informativeText(), QString());
@@ -44,12 +44,12 @@ TEST(QtAlertPanels, ShowsATitleAlone)
     });
 }
 
-TEST(QtAlertPanels, GoesWithEscapeToo)
+TEST(QtAlertPanels, EscapeDismissesPanel)
 {
     runPanel(u"a"_qs, u"b"_qs, [](QMessageBox& panel) { QTest::keyClick(&panel, Qt::Key_Escape); });
 }
 
-TEST(QtAlertPanels, StandsOverTheWindowShown)
+TEST(QtAlertPanels, ParentIsVisibleWindow)
 {
     QWidget window;
     window.show();

@@ -12,11 +12,11 @@
 
 namespace {
 
-class ModalSheetsTest : public testing::Test {
+class QtModalSheetsTest : public testing::Test {
 protected:
-    ModalSheetsTest() { window.show(); }
+    QtModalSheetsTest() { window.show(); }
 
-    // Done once the sheet is shown.
+    // Runs the action once the sheet is shown.
     template <typename Action> void whenShown(Action action)
     {
         QTimer::singleShot(0, &sheet, [this, action] {
@@ -30,7 +30,7 @@ protected:
     QtModalSheets sheets;
 };
 
-TEST_F(ModalSheetsTest, ReturnsTheCodeTheSheetWasStoppedWith)
+TEST_F(QtModalSheetsTest, ReturnsStopCode)
 {
     whenShown([this] { sheets.stopModalWithCode(sheetAccepted); });
     EXPECT_EQ(sheets.runModalForWindow(sheet, window), 1);
@@ -39,7 +39,7 @@ TEST_F(ModalSheetsTest, ReturnsTheCodeTheSheetWasStoppedWith)
     EXPECT_EQ(sheets.runModalForWindow(sheet, window), 7);
 }
 
-TEST_F(ModalSheetsTest, RunsOverItsWindowAlone)
+TEST_F(QtModalSheetsTest, BlocksOnlyItsWindow)
 {
     whenShown([this] {
         EXPECT_EQ(sheet.windowModality(), Qt::WindowModal);
@@ -49,13 +49,13 @@ TEST_F(ModalSheetsTest, RunsOverItsWindowAlone)
     EXPECT_EQ(sheets.runModalForWindow(sheet, window), 0);
 }
 
-TEST_F(ModalSheetsTest, CancelsOnEscape)
+TEST_F(QtModalSheetsTest, CancelsOnEscape)
 {
     whenShown([this] { QTest::keyClick(&sheet, Qt::Key_Escape); });
     EXPECT_EQ(sheets.runModalForWindow(sheet, window), sheetCancelled);
 }
 
-TEST_F(ModalSheetsTest, PressesTheCancelButtonOnEscapeAndOnClose)
+TEST_F(QtModalSheetsTest, ClicksCancelButtonOnEscapeAndClose)
 {
     auto* const layout = new QVBoxLayout(&sheet);
     auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, &sheet);
@@ -73,7 +73,7 @@ TEST_F(ModalSheetsTest, PressesTheCancelButtonOnEscapeAndOnClose)
     EXPECT_EQ(pressed, 2);
 }
 
-TEST_F(ModalSheetsTest, LetsTimersFireMeanwhile)
+TEST_F(QtModalSheetsTest, TimersFireWhileSheetRuns)
 {
     QtRunLoop runLoop;
     int fired = 0;
@@ -85,7 +85,7 @@ TEST_F(ModalSheetsTest, LetsTimersFireMeanwhile)
     EXPECT_EQ(fired, 3);
 }
 
-TEST_F(ModalSheetsTest, StopsTheInnermostSheetFirst)
+TEST_F(QtModalSheetsTest, StopsInnermostSheetFirst)
 {
     QDialog inner(&window);
     whenShown([this, &inner] {
@@ -97,7 +97,7 @@ TEST_F(ModalSheetsTest, StopsTheInnermostSheetFirst)
     EXPECT_EQ(sheets.runModalForWindow(sheet, window), 6);
 }
 
-TEST_F(ModalSheetsTest, TakesAStopWithoutASheetCalmly)
+TEST_F(QtModalSheetsTest, StopWithoutSheetIsNoOp)
 {
     sheets.stopModalWithCode(1);
     whenShown([this] { sheets.stopModalWithCode(0); });

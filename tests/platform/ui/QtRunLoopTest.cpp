@@ -10,7 +10,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-TEST(QtRunLoop, FiresTimersInTheOrderTheyWereScheduled)
+TEST(QtRunLoop, FiresTimersInSchedulingOrder)
 {
     QtRunLoop runLoop;
     std::vector<int> fired;
@@ -22,24 +22,24 @@ TEST(QtRunLoop, FiresTimersInTheOrderTheyWereScheduled)
         EXPECT_EQ(fired[turn], static_cast<int>(turn % 3) + 1);
 }
 
-TEST(QtRunLoop, DoesNotFireATimerWithinItsOwnCall)
+TEST(QtRunLoop, DoesNotFireTimerWithinItsCallback)
 {
     QtRunLoop runLoop;
     int depth = 0;
-    int deepest = 0;
+    int maxDepth = 0;
     int others = 0;
     const auto nested = runLoop.scheduleRepeatingTimer(1ms, [&] {
-        deepest = std::max(deepest, ++depth);
+        maxDepth = std::max(maxDepth, ++depth);
         const int before = others;
         EXPECT_TRUE(QTest::qWaitFor([&] { return others >= before + 3; }));
         --depth;
     });
     const auto other = runLoop.scheduleRepeatingTimer(1ms, [&others] { ++others; });
     ASSERT_TRUE(QTest::qWaitFor([&] { return others > 10; }));
-    EXPECT_EQ(deepest, 1);
+    EXPECT_EQ(maxDepth, 1);
 }
 
-TEST(QtRunLoop, EndsATimerThatIsInvalidatedOrDestroyedInItsOwnCall)
+TEST(QtRunLoop, TimerMayBeInvalidatedOrDestroyedInItsCallback)
 {
     QtRunLoop runLoop;
     int invalidatedFired = 0;
@@ -61,7 +61,7 @@ TEST(QtRunLoop, EndsATimerThatIsInvalidatedOrDestroyedInItsOwnCall)
     EXPECT_EQ(destroyedFired, 1);
 }
 
-TEST(QtRunLoop, MayGoBeforeItsTimers)
+TEST(QtRunLoop, MayBeDestroyedBeforeItsTimers)
 {
     auto runLoop = std::make_unique<QtRunLoop>();
     const auto timer = runLoop->scheduleRepeatingTimer(1ms, [] { FAIL() << "fired without a run loop"; });

@@ -16,10 +16,10 @@ protected:
     void paintEvent(QPaintEvent* /*event*/) override { ++painted; }
 };
 
-// What is seen from within the wait.
-class WatchingClock final : public TickClock {
+// Records the state of the window during the wait.
+class ObservingClock final : public TickClock {
 public:
-    explicit WatchingClock(const PaintCounter& window)
+    explicit ObservingClock(const PaintCounter& window)
         : m_window(window)
     {
     }
@@ -51,28 +51,28 @@ protected:
     }
 
     PaintCounter window;
-    WatchingClock watching { window };
-    WindowTickClock clock { watching };
+    ObservingClock observer { window };
+    WindowTickClock clock { observer };
 };
 
-TEST_F(WindowTickClockTest, ShowsTheWaitCursorAndPaintsBeforeASecond)
+TEST_F(WindowTickClockTest, ShowsWaitCursorAndPaintsBeforeWaitOfOneSecond)
 {
     clock.Delay(60);
-    EXPECT_EQ(watching.ticks, 60U);
-    EXPECT_TRUE(watching.waitCursor);
-    EXPECT_GT(watching.paintedBefore, 0);
+    EXPECT_EQ(observer.ticks, 60U);
+    EXPECT_TRUE(observer.waitCursor);
+    EXPECT_GT(observer.paintedBefore, 0);
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
 }
 
-TEST_F(WindowTickClockTest, WaitsShortTimesWithoutAWord)
+TEST_F(WindowTickClockTest, ChangesNothingForShortWait)
 {
     clock.Delay(59);
-    EXPECT_EQ(watching.ticks, 59U);
-    EXPECT_FALSE(watching.waitCursor);
-    EXPECT_EQ(watching.paintedBefore, 0);
+    EXPECT_EQ(observer.ticks, 59U);
+    EXPECT_FALSE(observer.waitCursor);
+    EXPECT_EQ(observer.paintedBefore, 0);
 }
 
-TEST_F(WindowTickClockTest, NeverRunsATimer)
+TEST_F(WindowTickClockTest, NeverFiresTimers)
 {
     bool fired = false;
     QTimer::singleShot(0, &window, [&fired] { fired = true; });
