@@ -1,0 +1,117 @@
+#include "tests/platform/ui/TableViewFixture.h"
+
+#include <QLineEdit>
+#include <QSignalSpy>
+
+namespace {
+
+TEST_F(TableViewTest, ReloadPaintsOnlyChanges)
+{
+    table.reloadData();
+    table.selectRowNumber(1);
+    show();
+    QSignalSpy changed(table.model(), &QAbstractItemModel::dataChanged);
+    PaintObserver viewport(*table.viewport());
+    table.reloadData();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(changed.count(), 0);
+    EXPECT_EQ(viewport.count, 0);
+
+    source.rows[0].figure = u"10"_qs;
+    table.reloadData();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(changed.count(), 1);
+    EXPECT_EQ(viewport.count, 1);
+}
+
+TEST_F(TableViewTest, AnnouncesEachRunOfChangedRowsOnce)
+{
+    source.rows.assign(6, { u"a"_qs, u"1"_qs });
+    table.reloadData();
+    QSignalSpy changed(table.model(), &QAbstractItemModel::dataChanged);
+    for (const std::size_t row : { 0U, 1U, 4U, 5U })
+        source.rows[row].figure = u"2"_qs;
+    table.reloadData();
+    ASSERT_EQ(changed.count(), 2);
+    EXPECT_EQ(changed.at(0).at(0).toModelIndex().row(), 0);
+    EXPECT_EQ(changed.at(0).at(1).toModelIndex().row(), 1);
+    EXPECT_EQ(changed.at(1).at(0).toModelIndex().row(), 4);
+    EXPECT_EQ(changed.at(1).at(1).toModelIndex().row(), 5);
+}
+
+TEST_F(TableViewTest, AnnouncesTheCellsThatChangedAndNotTheirNeighbours)
+{
+    source.rows.assign(3, { u"a"_qs, u"1"_qs });
+    table.reloadData();
+    QSignalSpy changed(table.model(), &QAbstractItemModel::dataChanged);
+    source.rows[0].marked = true;
+    source.rows[0].figure = u"2"_qs;
+    source.rows[1].marked = true;
+    source.rows[1].figure = u"3"_qs;
+    source.rows[2].name = u"b"_qs;
+    source.rows[2].figure = u"4"_qs;
+    table.reloadData();
+    std::vector<QRect> announced;
+    for (const auto& arguments : changed) {
+        const auto first = arguments.at(0).toModelIndex();
+        const auto last = arguments.at(1).toModelIndex();
+        announced.emplace_back(QPoint(first.column(), first.row()), QPoint(last.column(), last.row()));
+    }
+    EXPECT_EQ(announced, (std::vector<QRect> { { 0, 0, 1, 2 }, { 2, 0, 1, 2 }, { 1, 2, 2, 1 } }));
+}
+
+TEST_F(TableViewTest, ChangeInRowDoesNotOverwriteCellBeingEdited)
+{
+    table.reloadData();
+    show();
+    table.setCurrentIndex(table.model()->index(0, 1));
+    QTest::keyClick(&table, Qt::Key_F2);
+    auto* const cell = table.viewport()->findChild<QLineEdit*>();
+    ASSERT_NE(cell, nullptr);
+    QTest::keyClicks(cell, u"typed"_qs);
+    source.rows[0].marked = true;
+    table.reloadData();
+    EXPECT_FALSE(table.model()->index(0, 0).data(Qt::DecorationRole).isNull());
+    EXPECT_EQ(table.viewport()->findChild<QLineEdit*>(), cell);
+    EXPECT_EQ(cell->text(), u"typed"_qs);
+    QTest::keyClick(cell, Qt::Key_Return);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return source.rows[0].name == u"typed"_qs; }));
+}
+
+TEST_F(TableViewTest, RemovingRowDiscardsEditInProgress)
+{
+    table.reloadData();
+    show();
+    table.selectRowNumber(0);
+    table.setCurrentIndex(table.model()->index(0, 1));
+    QTest::keyClick(&table, Qt::Key_F2);
+    auto* const cell = table.viewport()->findChild<QLineEdit*>();
+    ASSERT_NE(cell, nullptr);
+    QTest::keyClicks(cell, u"typed"_qs);
+    source.rows.clear();
+    table.reloadData();
+    EXPECT_EQ(table.numberOfRows(), 0);
+    EXPECT_EQ(source.stored, 0);
+}
+
+TEST_F(TableViewTest, StoresEditedCellByRowNumber)
+{
+    table.reloadData();
+    table.sortByColumn(1, Qt::AscendingOrder);
+    EXPECT_TRUE(table.model()->setData(table.model()->index(0, 1), u"zulu"_qs));
+    EXPECT_EQ(source.rows[1].name, u"zulu"_qs);
+    EXPECT_EQ(textsOf(1).back(), u"zulu"_qs);
+    EXPECT_FALSE(table.model()->index(0, 2).flags().testFlag(Qt::ItemIsEditable));
+}
+
+TEST_F(TableViewTest, SignalsChangedAlternativeText)
+{
+    table.reloadData();
+    QSignalSpy changed(table.model(), &QAbstractItemModel::dataChanged);
+    source.rows[1].mark = u"Marked twice"_qs;
+    table.reloadData();
+    EXPECT_EQ(changed.count(), 1);
+    EXPECT_EQ(table.model()->index(1, 0).data(Qt::AccessibleTextRole).toString(), u"Marked twice"_qs);
+}
+
+} // namespace
