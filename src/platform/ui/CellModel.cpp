@@ -47,7 +47,7 @@ qsizetype CellModel::textLength(int row, int column) const
     return m_rows[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)].text.size();
 }
 
-CellModel::Row CellModel::pullRow(int row) const
+CellModel::Row CellModel::fetchRow(int row) const
 {
     Row cells;
     cells.reserve(m_columns.size());
@@ -80,47 +80,31 @@ bool CellModel::removeRowsFrom(int count)
     return true;
 }
 
-CellModel::ChangedCells CellModel::updateRow(int row)
+// Signals only changed cells: the signal makes the editor of a cell discard what the user is typing.
+bool CellModel::updateRow(int row)
 {
-    Row pulled = pullRow(row);
-    Row& kept = m_rows[static_cast<std::size_t>(row)];
-    ChangedCells changed(kept.size());
-    for (std::size_t column = 0; column < kept.size(); ++column)
-        changed[column] = pulled[column] != kept[column];
-    kept = std::move(pulled);
-    return changed;
-}
-
-// An announcement reaches the editor of every cell that it names, and puts the cell's value in place of what is being
-// typed: cells that did not change are left out.
-void CellModel::announce(int firstRow, int lastRow, const ChangedCells& changed)
-{
-    auto first = std::find(changed.begin(), changed.end(), true);
-    while (first != changed.end()) {
-        const auto end = std::find(first, changed.end(), false);
-        const auto column = [&changed](auto cell) { return static_cast<int>(cell - changed.begin()); };
-        Q_EMIT dataChanged(index(firstRow, column(first)), index(lastRow, column(end) - 1));
-        first = std::find(end, changed.end(), true);
+    const Row before = std::exchange(m_rows[static_cast<std::size_t>(row)], fetchRow(row));
+    const Row& cells = m_rows[static_cast<std::size_t>(row)];
+    const int count = columnCount();
+    bool anyChanged = false;
+    for (int first = 0; first < count; ++first) {
+        int end = first;
+        while (end < count && cells[static_cast<std::size_t>(end)] != before[static_cast<std::size_t>(end)])
+            ++end;
+        if (end == first)
+            continue;
+        Q_EMIT dataChanged(index(row, first), index(row, end - 1));
+        anyChanged = true;
+        first = end;
     }
+    return anyChanged;
 }
 
 bool CellModel::updateRows()
 {
-    const int count = rowCount();
-    const ChangedCells none(m_columns.size());
-    ChangedCells run = none; // what changed in each row of the present run
-    int firstOfRun = 0;
     bool anyChanged = false;
-    // One run for the rows that follow each other and changed alike; the step behind the last row closes the last run.
-    for (int row = 0; row <= count; ++row) {
-        ChangedCells changed = row < count ? updateRow(row) : none;
-        anyChanged = anyChanged || changed != none;
-        if (changed == run)
-            continue;
-        announce(firstOfRun, row - 1, run);
-        run = std::move(changed);
-        firstOfRun = row;
-    }
+    for (int row = 0; row < rowCount(); ++row)
+        anyChanged = updateRow(row) || anyChanged;
     return anyChanged;
 }
 
@@ -131,7 +115,7 @@ bool CellModel::appendRowsUpTo(int count)
     std::vector<Row> appended;
     appended.reserve(static_cast<std::size_t>(count - rowCount()));
     for (int row = rowCount(); row < count; ++row)
-        appended.push_back(pullRow(row));
+        appended.push_back(fetchRow(row));
     beginInsertRows({}, rowCount(), count - 1);
     m_rows.insert(m_rows.end(), std::make_move_iterator(appended.begin()), std::make_move_iterator(appended.end()));
     endInsertRows();
@@ -203,7 +187,7 @@ bool CellModel::setData(const QModelIndex& index, const QVariant& value, int rol
 {
     if (role != Qt::EditRole || m_source == nullptr || !checkIndex(index, CheckIndexOption::IndexIsValid))
         return false;
-    if (index.row() >= availableRows()) // it went away while it was edited, and the end of the editing tells of it
+    if (index.row() >= availableRows()) // removed while it was edited; the editor still commits
         return false;
     m_source->setObjectValue(value, m_columns[static_cast<std::size_t>(index.column())].identifier, index.row());
     reload();
@@ -235,27 +219,4 @@ QVariant CellModel::headerData(int section, Qt::Orientation orientation, int rol
     default:
         return {};
     }
-}
-
-CellSorting::CellSorting(QObject* parent)
-    : QSortFilterProxyModel(parent)
-{
-    m_collator.setCaseSensitivity(Qt::CaseInsensitive);
-    m_collator.setNumericMode(true);
-    setSortRole(CellModel::sortRole);
-}
-
-bool CellSorting::lessThan(const QModelIndex& left, const QModelIndex& right) const
-{
-    const QVariant leftValue = left.data(CellModel::sortRole);
-    const QVariant rightValue = right.data(CellModel::sortRole);
-    int order = 0;
-    if (leftValue.metaType() == QMetaType::fromType<QString>())
-        order = m_collator.compare(leftValue.toString(), rightValue.toString());
-    else if (leftValue.toDouble() != rightValue.toDouble())
-        order = leftValue.toDouble() < rightValue.toDouble() ? -1 : 1;
-    if (order != 0)
-        return order < 0;
-    // Sorting downwards turns the two sides round, and must not turn equal rows round with them.
-    return sortOrder() == Qt::AscendingOrder ? left.row() < right.row() : left.row() > right.row();
 }

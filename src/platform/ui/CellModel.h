@@ -1,9 +1,7 @@
 #pragma once
 
 #include <QAbstractTableModel>
-#include <QCollator>
 #include <QIcon>
-#include <QSortFilterProxyModel>
 
 #include <vector>
 
@@ -15,30 +13,30 @@ struct TableColumn {
     QString identifier;
     QString title;
     Kind kind { Kind::Text };
-    QString description {}; // tool tip of the header, and its name where it has no title
+    QString description {}; // tool tip of the header; its accessible name if it has no title
     bool editable { false };
 };
 
-// The cells of a TableView as its data source last gave them. Row n is row n of the source.
+// Caches the cells of a TableView as of the last reload. Row n is row n of the data source.
 class CellModel final : public QAbstractTableModel {
     Q_OBJECT
 
 public:
-    // A double for a number, 0.0 for an image and 1.0 for its absence, else a text.
+    // A double for a number, 0.0 for an image, 1.0 for a missing image; otherwise a text.
     static constexpr int sortRole = Qt::UserRole;
 
     using QAbstractTableModel::QAbstractTableModel;
 
     void setColumns(std::vector<TableColumn> columns);
     void setDataSource(TableDataSource* source);
-    // -1 when no column has this identifier.
+    // -1 if no column has this identifier.
     [[nodiscard]] int columnOf(QStringView identifier) const;
-    [[nodiscard]] int firstTextColumn() const; // 0 when there is none
-    // Rows that the source has now.
+    [[nodiscard]] int firstTextColumn() const; // 0 if there is none
+    // Current number of rows of the source.
     [[nodiscard]] int availableRows() const;
-    // Characters of a cell's text.
+    // Length of the text of a cell, in UTF-16 units.
     [[nodiscard]] qsizetype textLength(int row, int column) const;
-    // Pulls every cell and announces only what differs from before. False when nothing did.
+    // Fetches all cells and signals only the changed ones. False if nothing has changed.
     bool reload();
 
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
@@ -53,7 +51,7 @@ private:
         QString text;
         QIcon image;
         qint64 imageKey { 0 };
-        QString imageText; // for those who do not see the image
+        QString imageText; // alternative text for assistive technology
 
         bool operator==(const Cell& other) const
         {
@@ -61,31 +59,15 @@ private:
         }
     };
     using Row = std::vector<Cell>;
-    using ChangedCells = std::vector<bool>; // of one row, by its columns
 
-    [[nodiscard]] Row pullRow(int row) const;
+    [[nodiscard]] Row fetchRow(int row) const;
     [[nodiscard]] static QVariant sortValue(const Cell& cell, TableColumn::Kind kind);
     bool removeRowsFrom(int count);
-    [[nodiscard]] ChangedCells updateRow(int row);
-    void announce(int firstRow, int lastRow, const ChangedCells& changed);
+    bool updateRow(int row);
     bool updateRows();
     bool appendRowsUpTo(int count);
 
     std::vector<TableColumn> m_columns;
     std::vector<Row> m_rows;
     TableDataSource* m_source { nullptr };
-};
-
-// Sorts by any column: numbers as numbers, texts as the user's language does, equal ones in the source's order.
-class CellSorting final : public QSortFilterProxyModel {
-    Q_OBJECT
-
-public:
-    explicit CellSorting(QObject* parent = nullptr);
-
-protected:
-    [[nodiscard]] bool lessThan(const QModelIndex& left, const QModelIndex& right) const override;
-
-private:
-    QCollator m_collator;
 };

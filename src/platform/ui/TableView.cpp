@@ -12,11 +12,11 @@
 
 namespace {
 
-// Measuring every text of a long list costs more than showing it. The widest is among the longest: this many of
-// them are measured, none shorter than three quarters of the longest.
-constexpr int measuredCells = 12;
+// Measuring every text of a long list costs more than showing it, and the widest text is usually one of the longest. So
+// only this many texts are measured, each at least three quarters as long as the longest.
+constexpr int maxMeasuredCells = 12;
 
-bool movesThroughTheTable(int key)
+bool isCursorKey(int key)
 {
     switch (key) {
     case Qt::Key_Up:
@@ -47,7 +47,7 @@ TableView::TableView(QWidget* parent)
     setShowGrid(false);
     setWordWrap(false);
     setCornerButtonEnabled(false);
-    setTabKeyNavigation(false); // the Tab key leaves the table
+    setTabKeyNavigation(false); // the Tab key moves the focus out of the table
     setHorizontalScrollMode(ScrollPerPixel);
     setItemDelegate(&m_cellDelegate);
     setUpHeaders();
@@ -72,7 +72,7 @@ void TableView::setUpHeaders()
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
 
     connect(header, &QHeaderView::sectionResized, this, [this](int column) {
-        // The last column is resized with the window, not by the user.
+        // The last column is stretched with the window, not resized by the user.
         if (!m_fitting && column + 1 < m_cells.columnCount())
             m_sizedByUser[static_cast<std::size_t>(column)] = true;
     });
@@ -118,7 +118,7 @@ void TableView::setDataSource(TableDataSource* source)
 
 void TableView::reloadData()
 {
-    // The view would select a neighbour of the row that goes away.
+    // Otherwise the view would select a neighbour of the removed row.
     if (selectedRow() >= m_cells.availableRows())
         deselectAll();
     if (!m_cells.reload())
@@ -171,7 +171,7 @@ void TableView::setEmptyTextSource(std::function<QString()> source)
 
 void TableView::updateEmptyText()
 {
-    const QString text = textInsteadOfRows();
+    const QString text = displayedEmptyText();
     if (text != accessibleDescription())
         setAccessibleDescription(text);
     if (text != m_paintedEmptyText)
@@ -183,7 +183,7 @@ QString TableView::emptyText() const
     return m_emptyTextSource ? m_emptyTextSource() : QString();
 }
 
-QString TableView::textInsteadOfRows() const
+QString TableView::displayedEmptyText() const
 {
     return m_cells.rowCount() == 0 ? emptyText() : QString();
 }
@@ -195,25 +195,24 @@ void TableView::keyPressEvent(QKeyEvent* event)
         m_doubleAction();
         return;
     }
-    if (event->key() == Qt::Key_Space && !currentIndex().isValid() && keyboardPlace().isValid()) {
-        setCurrentIndex(keyboardPlace());
+    if (event->key() == Qt::Key_Space && !currentIndex().isValid() && keyboardIndex().isValid()) {
+        setCurrentIndex(keyboardIndex());
         return;
     }
-    if (state() == EditingState || !movesThroughTheTable(event->key())) {
+    if (state() == EditingState || !isCursorKey(event->key())) {
         QTableView::keyPressEvent(event);
         return;
     }
-    // When the keyboard comes to the table, its first cell becomes current without being selected; a first step down
-    // must not pass over that row, and a way to where the cell already is selects it too.
+    // When the table gets the focus, its first cell becomes current without being selected. The first Up or Down must
+    // select that row instead of skipping it, and so must a key that does not change the current cell.
     const bool step = event->key() == Qt::Key_Up || event->key() == Qt::Key_Down;
     if (!step || selectedRow() >= 0 || !currentIndex().isValid())
         QTableView::keyPressEvent(event);
     if (selectedRow() < 0 && currentIndex().isValid())
-        setCurrentIndex(currentIndex()); // selects its row
+        setCurrentIndex(currentIndex()); // selects the row
 }
 
-// Home and End go to the first and the last row, as in a list, and stay in their column; with Ctrl to the first and the
-// last cell.
+// Home and End move to the first and last row of the same column, as in a list; with Ctrl, to the first and last cell.
 QModelIndex TableView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)
 {
     const int rows = model()->rowCount();
@@ -232,9 +231,9 @@ void TableView::keyboardSearch(const QString& search)
     const int lastRow = model()->rowCount() - 1;
     if (lastRow < 0)
         return;
-    // The search goes on behind the current row, and round to the first one, in the current column.
+    // The base class searches the current column, from the row after the current one, and wraps around.
     const int row = selectedRow() >= 0 && before.isValid() ? before.row() : lastRow;
-    setAutoScroll(false); // nothing was found yet
+    setAutoScroll(false); // only for the temporary index
     selectionModel()->setCurrentIndex(model()->index(row, m_cells.firstTextColumn()), QItemSelectionModel::NoUpdate);
     setAutoScroll(true);
     QTableView::keyboardSearch(search);
@@ -251,8 +250,8 @@ QRect TableView::rowRect(const QModelIndex& index) const
         | visualRect(index.siblingAtColumn(header.logicalIndex(header.count() - 1)));
 }
 
-// The cell that the keys start from: without a current one, as after a deselection, the first.
-QModelIndex TableView::keyboardPlace() const
+// The cell that cursor keys start from: the current one, or the first if there is none (after a deselection).
+QModelIndex TableView::keyboardIndex() const
 {
     const QModelIndex current = currentIndex();
     return current.isValid() ? current : model()->index(0, horizontalHeader()->logicalIndex(0));
@@ -260,29 +259,29 @@ QModelIndex TableView::keyboardPlace() const
 
 void TableView::currentChanged(const QModelIndex& current, const QModelIndex& previous)
 {
-    QTableView::currentChanged(current, previous); // which paints the two cells anew
+    QTableView::currentChanged(current, previous); // repaints only the two cells
     viewport()->update(rowRect(previous));
-    viewport()->update(rowRect(keyboardPlace()));
+    viewport()->update(rowRect(keyboardIndex()));
 }
 
 void TableView::paintEvent(QPaintEvent* event)
 {
     QTableView::paintEvent(event);
-    paintFocusOfRow();
+    paintRowFocus();
     paintEmptyText(*event);
 }
 
-// Where no cell of its own says it (CellDelegate). A row that is not selected always shows that the keyboard is in it,
-// a selected one, which is seen by its colour, where the style marks what the keyboard went to.
-void TableView::paintFocusOfRow()
+// Only if the cell does not draw its own focus frame (CellDelegate). A row that is not selected always shows the focus. A
+// selected row is already highlighted; there the style decides, as it does for any widget.
+void TableView::paintRowFocus()
 {
-    const QModelIndex place = keyboardPlace();
-    if (!hasFocus() || !place.isValid() || place.flags().testFlag(Qt::ItemIsEditable))
+    const QModelIndex index = keyboardIndex();
+    if (!hasFocus() || !index.isValid() || index.flags().testFlag(Qt::ItemIsEditable))
         return;
     QStyleOptionFocusRect option;
     option.initFrom(this);
-    option.rect = rowRect(place);
-    const bool selected = selectionModel()->isSelected(place);
+    option.rect = rowRect(index);
+    const bool selected = selectionModel()->isSelected(index);
     option.state |= selected ? QStyle::State_Selected : QStyle::State_KeyboardFocusChange;
     option.backgroundColor = palette().color(selected ? QPalette::Highlight : QPalette::Base);
     QPainter painter(viewport());
@@ -291,9 +290,9 @@ void TableView::paintFocusOfRow()
 
 void TableView::paintEmptyText(const QPaintEvent& event)
 {
-    const QString text = textInsteadOfRows();
+    const QString text = displayedEmptyText();
     if (text != m_paintedEmptyText && !event.rect().contains(viewport()->rect()))
-        viewport()->update(); // the part that is not painted now shows the text before
+        viewport()->update(); // the rest still shows the previous text
     m_paintedEmptyText = text;
     if (text.isEmpty())
         return;
@@ -328,7 +327,7 @@ int TableView::contentsWidth(int column) const
     initViewItemOption(&option);
     int width = 0;
     int measured = 0;
-    for (int row = 0; row < m_cells.rowCount() && measured < measuredCells; ++row) {
+    for (int row = 0; row < m_cells.rowCount() && measured < maxMeasuredCells; ++row) {
         if (m_cells.textLength(row, column) * 4 < longest * 3)
             continue;
         const QModelIndex index = m_sorting.mapFromSource(m_cells.index(row, column));
@@ -340,7 +339,7 @@ int TableView::contentsWidth(int column) const
 
 void TableView::fitColumnWidths()
 {
-    // An empty table keeps its widths: it is often only about to be filled again.
+    // An empty table keeps its column widths: it is often about to be refilled.
     if (m_cells.rowCount() == 0 && m_fittedToRows)
         return;
     m_fittedToRows = m_cells.rowCount() > 0;

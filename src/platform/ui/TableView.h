@@ -2,6 +2,7 @@
 
 #include "platform/ui/CellDelegate.h"
 #include "platform/ui/CellModel.h"
+#include "platform/ui/CellSortingModel.h"
 #include "platform/ui/NumberDelegate.h"
 #include "platform/ui/PictureDelegate.h"
 #include "platform/ui/TableDataSource.h"
@@ -11,10 +12,9 @@
 #include <functional>
 #include <vector>
 
-// A table over a data source. Rows are spoken of by the source's numbers, whatever the sorting: a click on a header
-// sorts up, a second one down, a third one restores the source's order. One row or none is selected; a key that moves
-// through the table selects the row that it comes to, and what is typed is looked for among the first texts of the
-// rows.
+// A table with a data source. Row numbers are those of the source, regardless of sorting. Clicking a header sorts in
+// ascending order, then in descending order, then restores the order of the source. At most one row is selected. Cursor
+// keys select the row they move to; typing searches the first text column.
 class TableView : public QTableView {
     Q_OBJECT
 
@@ -22,27 +22,27 @@ public:
     explicit TableView(QWidget* parent = nullptr);
 
     void setTableColumns(std::vector<TableColumn> columns);
-    // The delegate stays its owner's. An identifier that no column has is ignored.
+    // Does not take ownership. Unknown identifiers are ignored.
     void setDelegateForTableColumn(QStringView identifier, QAbstractItemDelegate* delegate);
-    // The source outlives the view or is taken away with nullptr. Nothing is asked for before reloadData.
+    // The source must outlive the view or be reset to nullptr. It is not queried before reloadData.
     void setDataSource(TableDataSource* source);
 
-    // Takes over what the source has now. The selection stays on its row number while there is such a row. What did
-    // not change is not painted again.
+    // Fetches the current contents and repaints only what has changed. The selected row number stays selected as long as
+    // the row exists.
     void reloadData();
     [[nodiscard]] int numberOfRows() const; // as of the last reload
-    [[nodiscard]] int selectedRow() const; // -1 when no row is selected
-    void selectRowNumber(int row); // a row that is not there deselects
+    [[nodiscard]] int selectedRow() const; // -1 if no row is selected
+    void selectRowNumber(int row); // an invalid row clears the selection
     void deselectAll();
     void keyboardSearch(const QString& search) override;
 
-    // Called for a double click on a row, and for Return or Enter on the selected one; that row is selected by then.
+    // Called for a double click on a row, after selecting it, and for Return or Enter while a row is selected.
     void setDoubleAction(std::function<void()> action);
-    // Shown in the middle of a table without rows.
+    // Shown in the centre of an empty table.
     void setEmptyText(const QString& text);
-    // The text as it is at each painting: what it tells of may change while nobody can tell the table.
+    // Queried on every paint, for a text that depends on state without a change signal.
     void setEmptyTextSource(std::function<QString()> source);
-    // To be called where the source is known to say something else.
+    // Call this if the source returns a different text now.
     void updateEmptyText();
     [[nodiscard]] QString emptyText() const;
 
@@ -58,18 +58,18 @@ private:
     void fitRowHeight();
     void fitColumnWidths();
     [[nodiscard]] int contentsWidth(int column) const;
-    [[nodiscard]] QString textInsteadOfRows() const;
+    [[nodiscard]] QString displayedEmptyText() const;
     [[nodiscard]] QAbstractItemDelegate* delegateFor(TableColumn::Kind kind);
-    [[nodiscard]] QModelIndex keyboardPlace() const;
+    [[nodiscard]] QModelIndex keyboardIndex() const;
     [[nodiscard]] QRect rowRect(const QModelIndex& index) const;
     void paintEmptyText(const QPaintEvent& event);
-    void paintFocusOfRow();
+    void paintRowFocus();
 
     CellDelegate m_cellDelegate;
     PictureDelegate m_pictureDelegate;
     NumberDelegate m_numberDelegate;
     CellModel m_cells;
-    CellSorting m_sorting;
+    CellSortingModel m_sorting;
     std::function<void()> m_doubleAction;
     std::function<QString()> m_emptyTextSource;
     QString m_paintedEmptyText;
