@@ -1,5 +1,7 @@
 #include "platform/registry/RegistryDirectory.h"
 
+#include "posix/SystemError.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <charconv>
@@ -86,7 +88,7 @@ std::error_code connectToInstance(const FileDescriptor& socket, const FileDescri
     char* const number = std::copy(openFiles.begin(), openFiles.end(), std::begin(address.sun_path));
     (void)std::to_chars(number, std::end(address.sun_path) - 1, instance.get());
     if (::connect(socket.get(), reinterpret_cast<const sockaddr*>(&address), sizeof(address)) != 0)
-        return { errno, std::generic_category() };
+        return lastSystemError();
     return {};
 }
 

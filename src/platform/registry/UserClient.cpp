@@ -2,6 +2,7 @@
 
 #include "platform/registry/DriverReply.h"
 #include "platform/registry/RegistryDirectory.h"
+#include "posix/SystemError.h"
 
 #include <algorithm>
 #include <array>
@@ -90,7 +91,7 @@ bool UserClient::send(const DriverRequestHeader& header, std::span<const std::by
     message.msg_iov = parts.data();
     message.msg_iovlen = parts.size();
     while (::sendmsg(m_socket.get(), &message, MSG_NOSIGNAL | MSG_DONTWAIT) == -1) {
-        if (!isTransient({ errno, std::generic_category() }) || !waitFor(m_socket, POLLOUT, deadline))
+        if (!isTransient(lastSystemError()) || !waitFor(m_socket, POLLOUT, deadline))
             return false;
     }
     return true; // sends are all or nothing on a SOCK_SEQPACKET socket
@@ -105,7 +106,7 @@ std::optional<std::span<const std::byte>> UserClient::receive(
             = ::recv(m_socket.get(), packetBuffer.data(), packetBuffer.size(), MSG_DONTWAIT | MSG_TRUNC);
         if (length >= 0 && static_cast<std::size_t>(length) <= packetBuffer.size())
             return packetBuffer.first(static_cast<std::size_t>(length));
-        if (length >= 0 || !isTransient({ errno, std::generic_category() }))
+        if (length >= 0 || !isTransient(lastSystemError()))
             break;
     }
     return std::nullopt;

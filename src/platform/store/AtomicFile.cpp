@@ -1,5 +1,7 @@
 #include "platform/store/AtomicFile.h"
 
+#include "posix/SystemError.h"
+
 #include <QFile>
 #include <QFileInfo>
 
@@ -13,7 +15,6 @@
 
 namespace {
 
-constexpr mode_t privateFileMode = 0600;
 constexpr mode_t privateDirectoryMode = 0700;
 constexpr std::chrono::milliseconds lockPollInterval { 2 };
 

@@ -11,6 +11,8 @@
 // Files that hold keys in plain text. Only their user can read them (mode 0600, directories 0700), and the old content
 // stays until the new one is complete on disk.
 
+inline constexpr unsigned privateFileMode = 0600;
+
 // One save of a file. The content goes into a temporary file in the same directory, which then replaces the file. A
 // symbolic link keeps pointing to the file. Until it is committed or destroyed, other programs wait with their saves of
 // the same file, so it may be read and changed safely in between.

@@ -2,7 +2,6 @@
 
 #include <QString>
 
-#include <cerrno>
 #include <system_error>
 
 // The outcome of saving a file; true on success.
@@ -12,9 +11,3 @@ struct SaveResult {
 
     explicit operator bool() const { return !error; }
 };
-
-// The reason for the system call that has just failed.
-[[nodiscard]] inline std::error_code lastSystemError()
-{
-    return { errno, std::generic_category() };
-}

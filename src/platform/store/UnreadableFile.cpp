@@ -1,6 +1,7 @@
 #include "platform/store/UnreadableFile.h"
 
 #include "platform/store/AtomicFile.h"
+#include "posix/SystemError.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -11,8 +12,6 @@
 #include <unistd.h>
 
 namespace {
-
-constexpr mode_t privateFileMode = 0600;
 
 bool haveSameContent(const QString& left, const QString& right)
 {

@@ -6,7 +6,7 @@
 
 namespace {
 
-TEST(PropertyDictionary, KeepsTheOrderInWhichKeysWereFirstSet)
+TEST(PropertyDictionary, KeepsOrderOfFirstAssignment)
 {
     PropertyDictionary dictionary { { u"b"_qs, u"1"_qs }, { u"a"_qs, u"2"_qs } };
     dictionary.set(u"c"_qs, 3);
@@ -16,7 +16,7 @@ TEST(PropertyDictionary, KeepsTheOrderInWhichKeysWereFirstSet)
     EXPECT_EQ(dictionary.size(), 3u);
 }
 
-TEST(PropertyDictionary, ReadsAMissingKeyAsEmptyAndZero)
+TEST(PropertyDictionary, MissingKeyIsEmptyAndZero)
 {
     const PropertyDictionary dictionary;
     EXPECT_EQ(dictionary.text(u"SSID"), QString());
@@ -24,13 +24,13 @@ TEST(PropertyDictionary, ReadsAMissingKeyAsEmptyAndZero)
     EXPECT_FALSE(dictionary.contains(u"SSID"));
 }
 
-TEST(PropertyDictionary, DoesNotTakeAnEmptyTextForAMissingKey)
+TEST(PropertyDictionary, DistinguishesEmptyTextFromMissingKey)
 {
     const PropertyDictionary dictionary { { u"SSID"_qs, QString() } };
     EXPECT_TRUE(dictionary.contains(u"SSID"));
 }
 
-TEST(IntegerOfText, ReadsTheNumberAtTheStart)
+TEST(IntegerOfText, ParsesNumberAtStart)
 {
     EXPECT_EQ(integerOfText(u"2347"), 2347);
     EXPECT_EQ(integerOfText(u"  7"), 7);
@@ -41,14 +41,14 @@ TEST(IntegerOfText, ReadsTheNumberAtTheStart)
     EXPECT_EQ(integerOfText(u"007"), 7);
 }
 
-TEST(IntegerOfText, IsZeroWhereThereIsNoNumber)
+TEST(IntegerOfText, IsZeroWithoutNumber)
 {
     for (const QStringView text : { u"", u"-", u"+", u"--1", u"+-1", u"- 1", u"abc", u"O7", u"   " })
         EXPECT_EQ(integerOfText(text), 0) << text.toUtf8().constData();
     EXPECT_EQ(integerOfText(QString(QChar(0x0663))), 0); // an Arabic digit
 }
 
-TEST(IntegerOfText, StaysInRange)
+TEST(IntegerOfText, ClampsToRange)
 {
     EXPECT_EQ(integerOfText(u"2147483647"), std::numeric_limits<int>::max());
     EXPECT_EQ(integerOfText(u"2147483648"), std::numeric_limits<int>::max());

@@ -5,14 +5,14 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
-// Another implementation has to agree about every plain text: Python's plistlib writes what ours reads, and reads
-// what ours writes. Of escaped texts it sees the escapes.
+// Interoperability with an independent implementation, Python's plistlib, in both directions. It does not decode our
+// escapes.
 
 namespace {
 
 class PropertyListExchange : public testing::Test {
 protected:
-    // Many lists in one file: a program is slow to start.
+    // Many lists in one file, because starting Python is slow.
     PropertyDictionaries randomList(unsigned seed, const std::function<QString(RandomTexts&)>& text)
     {
         RandomTexts texts(seed);
@@ -28,7 +28,7 @@ protected:
     QString json { folder.filePath(QStringLiteral("list.json")) };
 };
 
-TEST_F(PropertyListExchange, ReadsWhatPythonWrites)
+TEST_F(PropertyListExchange, ReadsFilesWrittenByPython)
 {
     const auto list = randomList(11, [](RandomTexts& texts) { return texts.plain(); });
     ASSERT_TRUE(writeJson(json, jsonOf(list)));
@@ -37,7 +37,7 @@ TEST_F(PropertyListExchange, ReadsWhatPythonWrites)
     EXPECT_FALSE(list.empty());
 }
 
-TEST_F(PropertyListExchange, WritesWhatPythonReads)
+TEST_F(PropertyListExchange, PythonReadsItsFiles)
 {
     const auto list = randomList(
         12, [](RandomTexts& texts) { return texts.plain() + (texts.below(3) == 0 ? u"\r\n\r"_qs : QString()); });
@@ -46,7 +46,7 @@ TEST_F(PropertyListExchange, WritesWhatPythonReads)
     EXPECT_EQ(dictionariesOfJson(readJson(json)), list);
 }
 
-TEST_F(PropertyListExchange, WritesWhatPythonAcceptsWhateverTheTexts)
+TEST_F(PropertyListExchange, PythonAcceptsFilesWithAnyText)
 {
     const auto list = randomList(13, [](RandomTexts& texts) { return texts.any(); });
     ASSERT_TRUE(writeDictionariesFile(plist, list));

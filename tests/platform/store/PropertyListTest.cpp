@@ -27,7 +27,7 @@ PropertyArray nested(int depth)
     return array;
 }
 
-TEST(PropertyListWriter, WritesAProfileListInTheKnownForm)
+TEST(PropertyListWriter, WritesProfileList)
 {
     const PropertyDictionaries list { { { u"SSID"_qs, u"a<b & c"_qs }, { u"BSSID"_qs, QString() } }, {} };
     const QByteArray expected = head
@@ -45,20 +45,20 @@ TEST(PropertyListWriter, WritesAProfileListInTheKnownForm)
     EXPECT_EQ(writePropertyList(propertyValueOf(list)).toStdString(), expected.toStdString());
 }
 
-TEST(PropertyListWriter, WritesACarriageReturnAsAReference)
+TEST(PropertyListWriter, WritesCarriageReturnAsReference)
 {
     const QByteArray bytes = writePropertyList(text(u"a\r\nb"_qs));
     EXPECT_TRUE(bytes.contains("<string>a&#13;\nb</string>")) << bytes.constData();
     EXPECT_EQ(*readPropertyList(bytes), text(u"a\r\nb"_qs));
 }
 
-TEST(PropertyListWriter, GivesNothingForAValueThatIsNestedTooDeep)
+TEST(PropertyListWriter, RejectsValuesNestedTooDeep)
 {
     EXPECT_FALSE(writePropertyList({ nested(maxPropertyListDepth) }).isEmpty());
     EXPECT_TRUE(writePropertyList({ nested(maxPropertyListDepth + 1) }).isEmpty());
 }
 
-TEST(PropertyList, GivesBackEveryTextThatWasWritten)
+TEST(PropertyList, RoundTripsAnyText)
 {
     RandomTexts texts(3);
     for (int i = 0; i < 1000; ++i) {
@@ -69,7 +69,7 @@ TEST(PropertyList, GivesBackEveryTextThatWasWritten)
     }
 }
 
-TEST(PropertyList, GivesBackEveryKindOfValue)
+TEST(PropertyList, RoundTripsEveryKindOfValue)
 {
     const QDateTime date(QDate(2006, 2, 28), QTime(23, 59, 1), Qt::UTC);
     const PropertyTree tree { { u"t"_qs, { true } }, { u"f"_qs, { false } }, { u"i"_qs, { qint64 { -7 } } },
@@ -80,7 +80,7 @@ TEST(PropertyList, GivesBackEveryKindOfValue)
     EXPECT_EQ(readPropertyList(writePropertyList(root)), root);
 }
 
-TEST(PropertyListReader, ReadsABundlesInformation)
+TEST(PropertyListReader, ReadsInfoPlist)
 {
     const auto root = read("<dict>\n<key>CFBundleShortVersionString</key><string>1.4.2</string>\n"
                            "<!-- built by hand -->\n<key>LSRequiresCarbon</key><true/>\n"
@@ -99,7 +99,7 @@ TEST(PropertyListReader, ReadsABundlesInformation)
     EXPECT_EQ(root->valueOf(u"Count")->valueOf(u"Count"), nullptr);
 }
 
-TEST(PropertyListReader, TakesADocumentWithoutItsOptionalHead)
+TEST(PropertyListReader, AcceptsDocumentWithoutOptionalHeader)
 {
     EXPECT_EQ(readPropertyList("<plist><string>a</string></plist>"), text(u"a"_qs));
     EXPECT_EQ(
@@ -108,23 +108,23 @@ TEST(PropertyListReader, TakesADocumentWithoutItsOptionalHead)
     EXPECT_EQ(readPropertyList("\xEF\xBB\xBF<plist><string>a</string></plist>"), text(u"a"_qs));
 }
 
-TEST(PropertyListReader, ReadsATextInPieces)
+TEST(PropertyListReader, JoinsPartsOfText)
 {
     EXPECT_EQ(read("<string>a<!-- b -->c<![CDATA[<d>&]]>&lt;&gt;&amp;&quot;&apos;&#x41;&#13;</string>"),
         text(u"ac<d>&<>&\"'A\r"_qs));
     EXPECT_EQ(read("<string> \n </string>"), text(u" \n "_qs));
     EXPECT_EQ(read("<string/>"), text(QString()));
-    EXPECT_EQ(read("<string>a\r\nb\rc</string>"), text(u"a\nb\nc"_qs)); // as XML has it
+    EXPECT_EQ(read("<string>a\r\nb\rc</string>"), text(u"a\nb\nc"_qs)); // XML normalises line ends
 }
 
-class RefusedBody : public testing::TestWithParam<const char*> { };
+class InvalidBody : public testing::TestWithParam<const char*> { };
 
-TEST_P(RefusedBody, IsNoPropertyList)
+TEST_P(InvalidBody, IsRejected)
 {
     EXPECT_FALSE(read(GetParam()));
 }
 
-INSTANTIATE_TEST_SUITE_P(PropertyListReader, RefusedBody,
+INSTANTIATE_TEST_SUITE_P(PropertyListReader, InvalidBody,
     testing::Values("", "text", "<string>a", "<string>a</string><string>b</string>", "<string a='1'>b</string>",
         "<string>a<b/></string>", "<unknown/>", "<key>a</key>", "<String>a</String>", "<plist><string/></plist>",
         "<string>a</integer>", "<string>&undeclared;</string>", "<string>a & b</string>", "<string>\x01</string>",
@@ -139,16 +139,16 @@ INSTANTIATE_TEST_SUITE_P(PropertyListReader, RefusedBody,
         "<date>2006-02-30T00:00:00Z</date>", "<date>2006-02-28</date>", "<data>A</data>", "<data>A*==</data>",
         "<![CDATA[ ]]><string/>", "<array><![CDATA[ ]]></array>"));
 
-class RefusedDocument : public testing::TestWithParam<QByteArray> { };
+class InvalidDocument : public testing::TestWithParam<QByteArray> { };
 
-TEST_P(RefusedDocument, IsNoPropertyList)
+TEST_P(InvalidDocument, IsRejected)
 {
     EXPECT_FALSE(readPropertyList(GetParam())) << GetParam().constData();
 }
 
 const QByteArray good = "<plist version=\"1.0\"><string>a</string></plist>";
 
-INSTANTIATE_TEST_SUITE_P(PropertyListReader, RefusedDocument,
+INSTANTIATE_TEST_SUITE_P(PropertyListReader, InvalidDocument,
     testing::Values(QByteArray(), QByteArray(" \n"), QByteArray("bplist00\xD0"), good + "x", good + "<a/>", good + good,
         good + QByteArray("\0", 1), QByteArray("\0", 1) + good, good.chopped(1), QByteArray("x") + good,
         " <?xml version=\"1.0\"?>" + good, "<?xml version=\"1.1\"?>" + good,
@@ -161,8 +161,8 @@ INSTANTIATE_TEST_SUITE_P(PropertyListReader, RefusedDocument,
         QByteArray("<!DOCTYPE plist [<!ENTITY a SYSTEM \"file:///etc/passwd\">]><plist><string>&a;</string></plist>"),
         head + "<plist><string>&a;</string></plist>", QByteArray("\xFF\xFE<\0p\0", 6)));
 
-// What an entity that stands for ten of another, ten times over, would need memory for.
-TEST(PropertyListReader, DoesNotExpandWhatADocumentDeclares)
+// Nested entities would expand to 1,000,000,000,000 characters.
+TEST(PropertyListReader, DoesNotExpandDeclaredEntities)
 {
     QByteArray document = "<!DOCTYPE plist [<!ENTITY e0 \"0123456789\">";
     for (int i = 1; i < 12; ++i) {
@@ -172,7 +172,7 @@ TEST(PropertyListReader, DoesNotExpandWhatADocumentDeclares)
     EXPECT_FALSE(readPropertyList(document + "]><plist><string>&e11;</string></plist>"));
 }
 
-TEST(PropertyListReader, RefusesWhatIsNestedTooDeep)
+TEST(PropertyListReader, RejectsDocumentsNestedTooDeep)
 {
     const auto arrays
         = [](int depth) { return QByteArray("<array>").repeated(depth) + QByteArray("</array>").repeated(depth); };
@@ -182,7 +182,7 @@ TEST(PropertyListReader, RefusesWhatIsNestedTooDeep)
     EXPECT_FALSE(read(QByteArray("<dict><key>a</key>").repeated(500000)));
 }
 
-TEST(PropertyListReader, RefusesADocumentBeyondTheSizeLimit)
+TEST(PropertyListReader, RejectsDocumentsAboveSizeLimit)
 {
     const auto document = [](qsizetype size) {
         const QByteArray start = "<plist><string>";
@@ -193,7 +193,7 @@ TEST(PropertyListReader, RefusesADocumentBeyondTheSizeLimit)
     EXPECT_FALSE(readPropertyList(document(maxPropertyListSize + 1)));
 }
 
-TEST(PropertyListReader, RefusesEveryBeginningOfADocument)
+TEST(PropertyListReader, RejectsTruncatedDocuments)
 {
     const QByteArray whole
         = writePropertyList(propertyValueOf(PropertyDictionaries { { { u"SSID"_qs, u"a\r\u20AC"_qs } } }));
@@ -202,7 +202,7 @@ TEST(PropertyListReader, RefusesEveryBeginningOfADocument)
         EXPECT_FALSE(readPropertyList(whole.first(size))) << size;
 }
 
-TEST(DictionariesOf, TakesNothingButListsOfDictionaries)
+TEST(DictionariesOf, AcceptsOnlyListsOfDictionaries)
 {
     EXPECT_EQ(dictionariesOf(*read("<array/>")), PropertyDictionaries());
     EXPECT_TRUE(areDictionariesOfTexts(*read("<array/>")));
@@ -213,7 +213,7 @@ TEST(DictionariesOf, TakesNothingButListsOfDictionaries)
     }
 }
 
-TEST(DictionariesOf, TakesNumbersAndTruthAsTheirTexts)
+TEST(DictionariesOf, ConvertsNumbersAndBooleansToText)
 {
     const auto root = read("<array><dict><key>a</key><integer> -7 </integer><key>b</key><true/><key>c</key><false/>"
                            "<key>d</key><real>0.1</real><key>e</key><real>2347.0</real><key>f</key><real>1e6</real>"
@@ -224,7 +224,7 @@ TEST(DictionariesOf, TakesNumbersAndTruthAsTheirTexts)
     EXPECT_TRUE(areDictionariesOfTexts(*root));
 }
 
-TEST(DictionariesOf, LeavesOutWhatHasNoText)
+TEST(DictionariesOf, SkipsValuesWithoutText)
 {
     for (const QByteArray value : { "<array/>", "<dict/>", "<data/>", "<date>2006-02-28T23:59:01Z</date>" }) {
         SCOPED_TRACE(value.constData());

@@ -6,7 +6,7 @@
 
 namespace {
 
-TEST(PropertyText, LeavesPlainTextsAsTheyAre)
+TEST(PropertyText, KeepsPlainTexts)
 {
     RandomTexts texts(1);
     for (int i = 0; i < 500; ++i) {
@@ -16,7 +16,7 @@ TEST(PropertyText, LeavesPlainTextsAsTheyAre)
     EXPECT_EQ(escapeForXml(QStringLiteral("\t\n\r")), QStringLiteral("\t\n\r"));
 }
 
-TEST(PropertyText, WritesAUnitThatXmlCannotCarryAsAnEscape)
+TEST(PropertyText, EscapesUnitsThatXmlCannotRepresent)
 {
     const QString escape = QChar(0xEEFF);
     EXPECT_EQ(escapeForXml(QChar(u'\x01')), escape + QStringLiteral("0001"));
@@ -29,27 +29,27 @@ TEST(PropertyText, WritesAUnitThatXmlCannotCarryAsAnEscape)
     EXPECT_EQ(escapeForXml(QChar(0xFFFD)), QString(QChar(0xFFFD)));
 }
 
-TEST(PropertyText, EscapesTheHalvesOfAPairThatStandTheWrongWayRound)
+TEST(PropertyText, EscapesReversedSurrogates)
 {
     const QString reversed = QString(QChar(0xDC00)) + QChar(0xD800);
     EXPECT_EQ(escapeForXml(reversed).size(), 10);
     EXPECT_EQ(unescapeFromXml(escapeForXml(reversed)), reversed);
 }
 
-TEST(PropertyText, ComesBackWhateverItIs)
+TEST(PropertyText, RoundTripsAnyText)
 {
     RandomTexts texts(2);
     for (int i = 0; i < 5000; ++i) {
         const QString text = texts.any();
-        const QString carriable = escapeForXml(text);
-        EXPECT_EQ(unescapeFromXml(carriable), text);
-        EXPECT_TRUE(carriable.isValidUtf16());
-        for (const QChar unit : carriable)
+        const QString escaped = escapeForXml(text);
+        EXPECT_EQ(unescapeFromXml(escaped), text);
+        EXPECT_TRUE(escaped.isValidUtf16());
+        for (const QChar unit : escaped)
             EXPECT_TRUE((unit >= u' ' && unit.unicode() < 0xFFFE) || unit == u'\t' || unit == u'\n' || unit == u'\r');
     }
 }
 
-TEST(PropertyText, TakesAnEscapeThatIsNoneForText)
+TEST(PropertyText, KeepsMalformedEscapes)
 {
     const QString escape = QChar(0xEEFF);
     for (const char16_t* rest : { u"", u"004", u"00G1", u"00ff", u"-001", u" 041" }) {

@@ -6,7 +6,7 @@
 
 #include <random>
 
-// Texts made of the pieces that files handle worst, the same ones for the same seed.
+// Random texts of pieces that are hard to store; reproducible by seed.
 class RandomTexts {
 public:
     explicit RandomTexts(unsigned seed)
@@ -16,12 +16,12 @@ public:
 
     [[nodiscard]] int below(int limit) { return static_cast<int>(m_random() % static_cast<unsigned>(limit)); }
 
-    // What XML and every reader of it carry as it is.
+    // Representable in XML without escapes.
     [[nodiscard]] QString plain() { return ofPieces(plainPieces); }
-    // Also control characters, halves of surrogate pairs, U+FFFE and U+FFFF and what escapes are made of.
+    // May also contain control characters, unpaired surrogates, U+FFFE, U+FFFF and escapes.
     [[nodiscard]] QString any() { return below(3) == 0 ? ofPieces(oddPieces) : ofPieces(oddPieces) + plain(); }
 
-    // A few dictionaries of one to six texts. Keys are unlike one another.
+    // Up to four dictionaries with up to six texts each.
     template <typename Text> [[nodiscard]] PropertyDictionaries dictionaries(Text text)
     {
         PropertyDictionaries result(static_cast<std::size_t>(below(5)));
@@ -39,18 +39,18 @@ private:
     QString markup() { return QStringLiteral("<key>&amp;</key>\"']]><!-- & ${x} %41 @Invalid() ;=[]\\"); }
     QString spaces() { return QStringLiteral(" \t\n  "); }
     QString umlauts() { return QString(QChar(0xE4)) + QChar(0x20AC) + QChar(0x85) + QChar(0x7F) + QChar(0x2028); }
-    QString beyondTheFirstPlane() { return QString::fromUcs4(U"\U0001F4F6\U0010FFFF", 2); }
+    QString supplementaryPlane() { return QString::fromUcs4(U"\U0001F4F6\U0010FFFF", 2); }
     QString networkName() { return QString(32, QChar(0xEF00 + below(256))); }
     QString carriageReturns() { return QStringLiteral("\r\n\r a \n\r"); }
     QString controlCharacter() { return QChar(below(32)); }
-    QString halfSurrogate() { return QChar(0xD800 + below(0x800)); }
-    QString noCharacter() { return QChar(0xFFFE + below(2)); }
+    QString unpairedSurrogate() { return QChar(0xD800 + below(0x800)); }
+    QString noncharacter() { return QChar(0xFFFE + below(2)); }
     QString escape() { return QString(QChar(0xEEFF)) + (below(2) == 0 ? QStringLiteral("0041") : QString()); }
 
     static constexpr Piece plainPieces[] { &RandomTexts::letters, &RandomTexts::nothing, &RandomTexts::markup,
-        &RandomTexts::spaces, &RandomTexts::umlauts, &RandomTexts::beyondTheFirstPlane, &RandomTexts::networkName };
+        &RandomTexts::spaces, &RandomTexts::umlauts, &RandomTexts::supplementaryPlane, &RandomTexts::networkName };
     static constexpr Piece oddPieces[] { &RandomTexts::carriageReturns, &RandomTexts::controlCharacter,
-        &RandomTexts::halfSurrogate, &RandomTexts::noCharacter, &RandomTexts::escape };
+        &RandomTexts::unpairedSurrogate, &RandomTexts::noncharacter, &RandomTexts::escape };
 
     template <std::size_t count> QString ofPieces(const Piece (&pieces)[count])
     {
