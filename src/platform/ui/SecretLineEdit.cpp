@@ -16,11 +16,8 @@ void forward(QAccessibleEvent& event)
         previousHandler(&event);
         return;
     }
-    // Qt applies this event to the table's interface before it calls a handler. A second pass would shift the cached
-    // rows twice. The AT-SPI bridge ignores the event, so nothing is lost.
-    if (event.type() == QAccessible::TableModelChanged)
-        return;
-    // Qt passes an event to the platform only if no handler is installed; there is no other public way.
+    // Qt passes an event to the platform only if no handler is installed; there is no other public way. As a result a
+    // table's interface gets each model change twice, which is harmless: it rebuilds its cells from the model.
     const QAccessible::UpdateHandler current = QAccessible::installUpdateHandler(nullptr);
     QAccessible::updateAccessibility(&event);
     QAccessible::installUpdateHandler(current);
