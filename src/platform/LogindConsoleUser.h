@@ -8,8 +8,8 @@
 
 class QDBusMessage;
 
-// The console user according to logind (org.freedesktop.login1): the user of an active session of class "user", local or
-// remote; sessions at a seat are preferred. Without logind, the owner of this process.
+// The console user according to logind (org.freedesktop.login1): the user of an active session of class "user", local
+// or remote; sessions at a seat are preferred. Without logind, the owner of this process.
 class LogindConsoleUser final : public ConsoleUser {
 public:
     // callTimeout applies to each D-Bus call. If logind runs but does not answer, no user counts as logged in.

@@ -65,15 +65,15 @@ public:
     std::vector<RecordedRegistryCall> calls;
     std::function<void(const RecordedRegistryCall&)> onCall; // before a call is executed
 
-    // Scripts for one OID, set flag included. The answers of answerOnce are used first, in order; then the one of answer,
-    // answerWith or fail applies.
+    // Scripts for one OID, set flag included. The answers of answerOnce are used first, in order; then the one of
+    // answer, answerWith or fail applies.
     void answer(std::uint32_t oid, std::vector<std::byte> bytes);
     void answerOnce(std::uint32_t oid, RegistryAnswer answer);
     void answerWith(std::uint32_t oid, Answerer answerer);
     void fail(std::uint32_t oid);
 
-    // Makes a call fail, counted from now on: the n-th of its kind or the n-th of all. A failed release releases nothing;
-    // a failed iterator is at its end.
+    // Makes a call fail, counted from now on: the n-th of its kind or the n-th of all. A failed release releases
+    // nothing; a failed iterator is at its end.
     void failAt(RegistryCall call, int n = 1);
     void failAtCall(int n);
 

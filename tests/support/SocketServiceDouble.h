@@ -29,8 +29,8 @@ public:
         bool operator==(const Request&) const = default;
     };
 
-    // The reaction to one request: packets to send, in order, then whether to close the connection. If empty, the client
-    // never gets a reply.
+    // The reaction to one request: packets to send, in order, then whether to close the connection. If empty, the
+    // client never gets a reply.
     struct Reaction {
         std::vector<std::vector<std::byte>> packets {};
         bool hangUp { false };

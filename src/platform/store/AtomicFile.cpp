@@ -61,8 +61,8 @@ bool tryLock(const FileDescriptor& file)
     return ::flock(file.get(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
 }
 
-// Removes a temporary file whose writer has ended: a running one holds its lock, and the result is timed_out. A symbolic
-// link under that name is removed, never followed.
+// Removes a temporary file whose writer has ended: a running one holds its lock, and the result is timed_out. A
+// symbolic link under that name is removed, never followed.
 std::error_code removeLeftover(const QByteArray& name)
 {
     const FileDescriptor leftover(::open(name.constData(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));

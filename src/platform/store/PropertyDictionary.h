@@ -7,8 +7,8 @@
 #include <utility>
 #include <vector>
 
-// Texts by key, in the order in which the keys were first set. Numbers are stored as decimal text. A linear search is fast
-// enough: a dictionary has a few dozen keys at most.
+// Texts by key, in the order in which the keys were first set. Numbers are stored as decimal text. A linear search is
+// fast enough: a dictionary has a few dozen keys at most.
 class PropertyDictionary {
 public:
     using Entry = std::pair<QString, QString>; // key and text

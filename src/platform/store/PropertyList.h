@@ -48,9 +48,9 @@ inline constexpr int maxPropertyListDepth = 64; // nested arrays and dictionarie
 // escapes. Empty if the value is nested beyond the depth limit.
 [[nodiscard]] QByteArray writePropertyList(const PropertyValue& root);
 
-// Reads a list of dictionaries of texts, the form of every settings file. A file edited by hand may contain numbers, which
-// become decimal text, and true and false, which become "1" and "0". Keys with any other value (date, data, array, dict)
-// are skipped. std::nullopt if the root is not an array of dictionaries.
+// Reads a list of dictionaries of texts, the form of every settings file. A file edited by hand may contain numbers,
+// which become decimal text, and true and false, which become "1" and "0". Keys with any other value (date, data,
+// array, dict) are skipped. std::nullopt if the root is not an array of dictionaries.
 [[nodiscard]] std::optional<PropertyDictionaries> dictionariesOf(const PropertyValue& root);
 // True if dictionariesOf reads the root without skipping anything.
 [[nodiscard]] bool areDictionariesOfTexts(const PropertyValue& root);

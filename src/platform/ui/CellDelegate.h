@@ -2,8 +2,8 @@
 
 #include <QStyledItemDelegate>
 
-// Draws a cell of a TableView. The table marks the row with the keyboard focus, so a cell draws a focus frame only if it
-// is editable: the edit key opens that cell.
+// Draws a cell of a TableView. The table marks the row with the keyboard focus, so a cell draws a focus frame only if
+// it is editable: the edit key opens that cell.
 class CellDelegate : public QStyledItemDelegate {
     Q_OBJECT
 

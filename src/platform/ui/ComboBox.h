@@ -4,9 +4,9 @@
 
 #include <vector>
 
-// A combo box without automatic selection: nothing is selected initially, and inserting items does not change the selected
-// index, even though another item then has that index. The text of an editable box is independent of its items. The same
-// applies to items that are declared in a form.
+// A combo box without automatic selection: nothing is selected initially, and inserting items does not change the
+// selected index, even though another item then has that index. The text of an editable box is independent of its
+// items. The same applies to items that are declared in a form.
 class ComboBox : public QComboBox {
     Q_OBJECT
 
@@ -19,8 +19,8 @@ public:
     void insertItemWithObjectValue(const QString& text, int index);
     void addItemWithObjectValue(const QString& text);
 
-    // An invalid index clears the selection. The text of an editable box becomes that of the item; it does not change when
-    // the selection is cleared.
+    // An invalid index clears the selection. The text of an editable box becomes that of the item; it does not change
+    // when the selection is cleared.
     void selectItemAtIndex(int index);
     [[nodiscard]] int indexOfSelectedItem() const; // -1 if nothing is selected
     [[nodiscard]] QString objectValueOfSelectedItem() const; // empty if nothing is selected

@@ -4,8 +4,8 @@
 
 #include <QObject>
 
-// The run loop of the main thread. Timers fire whenever it processes events, including while a modal sheet runs. A timer
-// whose callback is still running when it is due skips that turn.
+// The run loop of the main thread. Timers fire whenever it processes events, including while a modal sheet runs. A
+// timer whose callback is still running when it is due skips that turn.
 class QtRunLoop final : public RunLoop {
 public:
     [[nodiscard]] std::unique_ptr<Timer> scheduleRepeatingTimer(

@@ -2,7 +2,8 @@
 
 #include <QHeaderView>
 
-// The headings of a table. A right-aligned heading has the same space after it as the numbers below it (NumberDelegate).
+// The headings of a table. A right-aligned heading has the same space after it as the numbers below it
+// (NumberDelegate).
 class TableHeader final : public QHeaderView {
     Q_OBJECT
 

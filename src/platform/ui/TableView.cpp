@@ -271,8 +271,8 @@ void TableView::paintEvent(QPaintEvent* event)
     paintEmptyText(*event);
 }
 
-// Only if the cell does not draw its own focus frame (CellDelegate). A row that is not selected always shows the focus. A
-// selected row is already highlighted; there the style decides, as it does for any widget.
+// Only if the cell does not draw its own focus frame (CellDelegate). A row that is not selected always shows the focus.
+// A selected row is already highlighted; there the style decides, as it does for any widget.
 void TableView::paintRowFocus()
 {
     const QModelIndex index = keyboardIndex();

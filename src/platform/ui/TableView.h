@@ -27,8 +27,8 @@ public:
     // The source must outlive the view or be reset to nullptr. It is not queried before reloadData.
     void setDataSource(TableDataSource* source);
 
-    // Fetches the current contents and repaints only what has changed. The selected row number stays selected as long as
-    // the row exists.
+    // Fetches the current contents and repaints only what has changed. The selected row number stays selected as long
+    // as the row exists.
     void reloadData();
     [[nodiscard]] int numberOfRows() const; // as of the last reload
     [[nodiscard]] int selectedRow() const; // -1 if no row is selected
