@@ -41,11 +41,11 @@ FileDescriptor openClassFolder(const std::string& root, const std::string& class
     if (!makeFolder(AT_FDCWD, root))
         return {};
     const FileDescriptor rootFolder(::open(root.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
-    if (!rootFolder.isValid() || !makeFolder(rootFolder.number(), className))
+    if (!rootFolder || !makeFolder(rootFolder.get(), className))
         return {};
     FileDescriptor folder(
-        ::openat(rootFolder.number(), className.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
-    if (!folder.isValid() || !isTrusted(folder.number()))
+        ::openat(rootFolder.get(), className.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+    if (!folder || !isTrusted(folder.get()))
         return {};
     return folder;
 }
@@ -85,9 +85,9 @@ bool sweepStaleSocket(int folder, const std::string& name, const sockaddr_un& ad
         return false;
     }
     const FileDescriptor probe = makeSocket();
-    if (!probe.isValid())
+    if (!probe)
         return false;
-    if (::connect(probe.number(), generic(address), sizeof(address)) == 0 || errno != ECONNREFUSED) {
+    if (::connect(probe.get(), generic(address), sizeof(address)) == 0 || errno != ECONNREFUSED) {
         errno = EADDRINUSE;
         return false;
     }
@@ -133,16 +133,16 @@ std::optional<ListeningSocket> ListeningSocket::publish(
         return std::nullopt;
     }
     FileDescriptor folder = openClassFolder(root, className);
-    if (!folder.isValid())
+    if (!folder)
         return std::nullopt;
     FileDescriptor socket = makeSocket();
-    if (!socket.isValid())
+    if (!socket)
         return std::nullopt;
-    const FolderLock lock(folder.number());
-    if (!bindAndListen(folder.number(), instanceName, socket.number()))
+    const FolderLock lock(folder.get());
+    if (!bindAndListen(folder.get(), instanceName, socket.get()))
         return std::nullopt;
     struct stat status { };
-    if (::fstatat(folder.number(), instanceName.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0)
+    if (::fstatat(folder.get(), instanceName.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0)
         return std::nullopt;
     return ListeningSocket(std::move(folder), std::move(socket), instanceName, status.st_dev, status.st_ino);
 }
@@ -160,16 +160,16 @@ ListeningSocket::ListeningSocket(
 // The inode cannot be given to another file while the socket is bound to it, so the comparison is certain.
 ListeningSocket::~ListeningSocket()
 {
-    if (!m_socket.isValid())
+    if (!m_socket)
         return;
-    const FolderLock lock(m_folder.number());
+    const FolderLock lock(m_folder.get());
     struct stat status { };
-    if (::fstatat(m_folder.number(), m_name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0 && status.st_dev == m_device
+    if (::fstatat(m_folder.get(), m_name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0 && status.st_dev == m_device
         && status.st_ino == m_inode)
-        ::unlinkat(m_folder.number(), m_name.c_str(), 0);
+        ::unlinkat(m_folder.get(), m_name.c_str(), 0);
 }
 
 FileDescriptor ListeningSocket::accept() const
 {
-    return FileDescriptor(::accept4(m_socket.number(), nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC));
+    return FileDescriptor(::accept4(m_socket.get(), nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC));
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "services/host/FileDescriptor.h"
+#include "posix/FileDescriptor.h"
 
 #include <optional>
 #include <string>
@@ -23,7 +23,7 @@ public:
     ListeningSocket(const ListeningSocket&) = delete;
     ListeningSocket& operator=(const ListeningSocket&) = delete;
 
-    [[nodiscard]] int number() const { return m_socket.number(); }
+    [[nodiscard]] int descriptor() const { return m_socket.get(); }
     // Not valid, with errno set, when nobody is waiting. Never blocks.
     [[nodiscard]] FileDescriptor accept() const;
 

@@ -29,10 +29,10 @@ void ServiceReply::Connection::start()
         (self.get()->*what)();
         self->m_isNotified = wasNotified;
     };
-    m_readable = std::make_unique<QSocketNotifier>(m_socket.number(), QSocketNotifier::Read);
+    m_readable = std::make_unique<QSocketNotifier>(m_socket.get(), QSocketNotifier::Read);
     QObject::connect(m_readable.get(), &QSocketNotifier::activated, m_readable.get(),
         [whileNotified] { whileNotified(&Connection::readPacket); });
-    m_writable = std::make_unique<QSocketNotifier>(m_socket.number(), QSocketNotifier::Write);
+    m_writable = std::make_unique<QSocketNotifier>(m_socket.get(), QSocketNotifier::Write);
     m_writable->setEnabled(false);
     QObject::connect(m_writable.get(), &QSocketNotifier::activated, m_writable.get(),
         [whileNotified] { whileNotified(&Connection::writePackets); });
@@ -77,7 +77,7 @@ void ServiceReply::Connection::readPacket()
     msghdr message {};
     message.msg_iov = &block;
     message.msg_iovlen = 1;
-    const ssize_t size = ::recvmsg(m_socket.number(), &message, 0);
+    const ssize_t size = ::recvmsg(m_socket.get(), &message, 0);
     if (size < 0 && (errno == EAGAIN || errno == EINTR))
         return;
     // Nothing to read is the end of the client, and an empty packet cannot be told from it.
@@ -146,7 +146,7 @@ bool ServiceReply::Connection::sendNow(std::span<const std::byte> packet)
 {
     ssize_t size = 0;
     do {
-        size = ::send(m_socket.number(), packet.data(), packet.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
+        size = ::send(m_socket.get(), packet.data(), packet.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
     } while (size < 0 && errno == EINTR);
     return size >= 0;
 }

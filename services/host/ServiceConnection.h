@@ -1,6 +1,6 @@
 #pragma once
 
-#include "services/host/FileDescriptor.h"
+#include "posix/FileDescriptor.h"
 #include "services/host/ServiceHost.h"
 
 #include <QSocketNotifier>

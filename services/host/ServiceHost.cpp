@@ -85,7 +85,7 @@ bool ServiceHost::Private::publish(
     if (!socket)
         return false;
     m_socket.emplace(std::move(*socket));
-    m_notifier = std::make_unique<QSocketNotifier>(m_socket->number(), QSocketNotifier::Read);
+    m_notifier = std::make_unique<QSocketNotifier>(m_socket->descriptor(), QSocketNotifier::Read);
     QObject::connect(m_notifier.get(), &QSocketNotifier::activated, m_notifier.get(), [this] { acceptConnection(); });
     return true;
 }
@@ -106,7 +106,7 @@ void ServiceHost::Private::dropConnections()
 void ServiceHost::Private::acceptConnection()
 {
     FileDescriptor socket = m_socket->accept();
-    if (!socket.isValid()) {
+    if (!socket) {
         if (errno == EMFILE || errno == ENFILE || errno == ENOBUFS || errno == ENOMEM) {
             m_notifier->setEnabled(false);
             QTimer::singleShot(pauseWithoutDescriptors, m_notifier.get(),

@@ -18,7 +18,10 @@ public:
     }
     FileDescriptor& operator=(FileDescriptor&& other) noexcept
     {
-        std::swap(m_descriptor, other.m_descriptor);
+        if (this != &other) {
+            reset();
+            m_descriptor = other.release();
+        }
         return *this;
     }
     FileDescriptor(const FileDescriptor&) = delete;

@@ -63,7 +63,7 @@ TEST_F(ListeningSocketTest, KeepsItsDescriptorsFromOtherPrograms)
     ASSERT_TRUE(socket.has_value());
     const TestClient client(folder / "card0");
     const FileDescriptor accepted = socket->accept();
-    for (const int descriptor : { socket->number(), accepted.number() }) {
+    for (const int descriptor : { socket->descriptor(), accepted.get() }) {
         EXPECT_NE(::fcntl(descriptor, F_GETFD) & FD_CLOEXEC, 0);
         EXPECT_NE(::fcntl(descriptor, F_GETFL) & O_NONBLOCK, 0);
     }
@@ -73,7 +73,7 @@ TEST_F(ListeningSocketTest, AcceptsNobodyWithoutBlocking)
 {
     const auto socket = publish();
     ASSERT_TRUE(socket.has_value());
-    EXPECT_FALSE(socket->accept().isValid());
+    EXPECT_FALSE(socket->accept());
     EXPECT_EQ(errno, EAGAIN);
 }
 
@@ -111,7 +111,7 @@ TEST_F(ListeningSocketTest, TakesThePlaceOfASocketThatADeadProcessLeft)
     const auto first = publish();
     ASSERT_TRUE(first.has_value());
     // A process that dies leaves its name: the same socket, listening no more.
-    ASSERT_EQ(::shutdown(first->number(), SHUT_RDWR), 0);
+    ASSERT_EQ(::shutdown(first->descriptor(), SHUT_RDWR), 0);
     EXPECT_FALSE(isFound());
     const auto second = publish();
     ASSERT_TRUE(second.has_value());
@@ -132,7 +132,7 @@ TEST_F(ListeningSocketTest, RespectsALiveServiceThatIsTooBusyToAccept)
 {
     const auto first = publish();
     ASSERT_TRUE(first.has_value());
-    ASSERT_EQ(::listen(first->number(), 0), 0);
+    ASSERT_EQ(::listen(first->descriptor(), 0), 0);
     std::vector<TestClient> waiting;
     do
         waiting.emplace_back(folder / "card0");

@@ -23,11 +23,11 @@ FileDescriptor connectTo(const std::string& path)
     FileDescriptor socket(::socket(AF_UNIX, SOCK_SEQPACKET | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
     sockaddr_un address {};
     address.sun_family = AF_UNIX;
-    const std::string reachable = "/proc/self/fd/" + std::to_string(folder.number()) + path.substr(slash);
+    const std::string reachable = "/proc/self/fd/" + std::to_string(folder.get()) + path.substr(slash);
     if (reachable.size() >= sizeof(address.sun_path))
         return {};
     std::memcpy(address.sun_path, reachable.c_str(), reachable.size() + 1);
-    if (::connect(socket.number(), reinterpret_cast<const sockaddr*>(&address), sizeof(address)) != 0)
+    if (::connect(socket.get(), reinterpret_cast<const sockaddr*>(&address), sizeof(address)) != 0)
         return {};
     return socket;
 }
@@ -100,12 +100,12 @@ TestClient::TestClient(const std::string& path)
 
 bool TestClient::send(const Bytes& packet)
 {
-    return ::send(m_socket.number(), packet.data(), packet.size(), MSG_NOSIGNAL) == static_cast<ssize_t>(packet.size());
+    return ::send(m_socket.get(), packet.data(), packet.size(), MSG_NOSIGNAL) == static_cast<ssize_t>(packet.size());
 }
 
 bool TestClient::hasNews() const
 {
-    pollfd waiting { m_socket.number(), POLLIN, 0 };
+    pollfd waiting { m_socket.get(), POLLIN, 0 };
     return ::poll(&waiting, 1, 0) == 1;
 }
 
@@ -114,7 +114,7 @@ std::optional<Bytes> TestClient::receive()
     if (!pumpUntil([this] { return hasNews(); }))
         return std::nullopt;
     Bytes packet(roomForAnyPacket);
-    const ssize_t size = ::recv(m_socket.number(), packet.data(), packet.size(), 0);
+    const ssize_t size = ::recv(m_socket.get(), packet.data(), packet.size(), 0);
     if (size <= 0)
         return std::nullopt;
     packet.resize(static_cast<std::size_t>(size));
@@ -149,6 +149,6 @@ bool TestClient::isHungUpOn()
     if (!pumpUntil([this] { return hasNews(); }))
         return false;
     std::byte one {};
-    const ssize_t size = ::recv(m_socket.number(), &one, 1, MSG_PEEK);
+    const ssize_t size = ::recv(m_socket.get(), &one, 1, MSG_PEEK);
     return size == 0 || (size < 0 && errno == ECONNRESET);
 }

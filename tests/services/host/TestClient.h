@@ -1,6 +1,6 @@
 #pragma once
 
-#include "services/host/FileDescriptor.h"
+#include "posix/FileDescriptor.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -38,7 +38,7 @@ public:
     // Not connected when nobody listens at the path, which may be longer than a socket address holds.
     explicit TestClient(const std::string& path);
 
-    [[nodiscard]] bool isConnected() const { return m_socket.isValid(); }
+    [[nodiscard]] bool isConnected() const { return static_cast<bool>(m_socket); }
     [[nodiscard]] bool send(const Bytes& packet);
     // The next packet; nothing when the host hung up instead or none came.
     [[nodiscard]] std::optional<Bytes> receive();
@@ -50,7 +50,7 @@ public:
     // Whether the host ends the connection without another packet.
     [[nodiscard]] bool isHungUpOn();
     void close() { m_socket.reset(); }
-    [[nodiscard]] int socket() const { return m_socket.number(); }
+    [[nodiscard]] int socket() const { return m_socket.get(); }
 
 private:
     FileDescriptor m_socket;
