@@ -1,5 +1,4 @@
-// Whatever lies in a scenario file: a scenario that keeps its own rules and can be described, or an error that says
-// why.
+// Any file gives either a scenario that satisfies the rules and can be described, or an error with a text.
 
 #include "services/simulator/scenario/JoinHints.h"
 #include "services/simulator/scenario/ScenarioValues.h"

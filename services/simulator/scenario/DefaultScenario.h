@@ -2,5 +2,5 @@
 
 #include <string_view>
 
-// default-scenario.toml as it was when the program was built, so that it runs without files.
+// The contents of default-scenario.toml, compiled in so that the simulator runs without files.
 [[nodiscard]] std::string_view defaultScenarioText();

@@ -18,7 +18,7 @@ bool isContinuation(char character)
     return (static_cast<unsigned char>(character) & 0xC0U) == 0x80;
 }
 
-// The length in bytes of the printable UTF-8 character that the text begins with, 0 when it begins with none.
+// The length in bytes of the printable UTF-8 character at the start of the text; 0 if there is none.
 std::size_t printableLength(std::string_view text)
 {
     const auto lead = static_cast<unsigned char>(text.front());
@@ -29,25 +29,25 @@ std::size_t printableLength(std::string_view text)
         return 0;
     if (!std::all_of(text.begin() + 1, text.begin() + static_cast<std::ptrdiff_t>(length), isContinuation))
         return 0;
-    // Overlong forms, surrogates, what lies beyond Unicode, and the control characters U+0080 to U+009F.
+    // Overlong forms, surrogates, code points above U+10FFFF, and the control characters U+0080 to U+009F.
     const auto second = static_cast<unsigned char>(text[1]);
     const bool isForbidden = (lead == 0xE0 && second < 0xA0) || (lead == 0xED && second >= 0xA0)
         || (lead == 0xF0 && second < 0x90) || (lead == 0xF4 && second >= 0x90) || (lead == 0xC2 && second < 0xA0);
     return isForbidden ? 0 : length;
 }
 
-std::string shownName(std::string_view ssid)
+std::string displayName(std::string_view ssid)
 {
-    std::string shown;
+    std::string text;
     while (!ssid.empty()) {
         const std::size_t length = printableLength(ssid);
         if (length == 0)
-            shown += "\\x" + hexOfBytes(ssid.substr(0, 1));
+            text += "\\x" + hexOfBytes(ssid.substr(0, 1));
         else
-            shown += ssid.substr(0, length);
+            text += ssid.substr(0, length);
         ssid.remove_prefix(std::max<std::size_t>(1, length));
     }
-    return shown;
+    return text;
 }
 
 std::string cipherName(Cipher cipher)
@@ -57,13 +57,12 @@ std::string cipherName(Cipher cipher)
 
 std::string securityName(const ScenarioNetwork& network)
 {
-    constexpr std::size_t shortKeyBytes = 5;
     switch (network.security) {
     case Security::Open:
         return "open";
     case Security::Wep: {
         const auto& key = network.wepKeys[static_cast<std::size_t>(network.transmitKeyIndex)];
-        const std::string bits = key.size() == shortKeyBytes ? "40" : "104";
+        const std::string bits = key.size() == wep40KeyBytes ? "40" : "104";
         return "WEP " + bits + (network.sharedKeyAuthentication ? ", shared" : ", open");
     }
     case Security::WpaPsk:
@@ -88,7 +87,7 @@ std::string wepKeys(const ScenarioNetwork& network)
         const std::string& key = network.wepKeys[i];
         if (key.empty())
             continue;
-        // A space at an end could not be seen.
+        // A space at the start or end would be invisible.
         const bool isText = isPrintableAscii(key) && key.find(' ') == std::string::npos;
         list += (list.empty() ? "" : ", ") + ("key " + std::to_string(i + 1))
             + (isText ? " ASCII " + key : " hexadecimal " + hexOfBytes(key));
@@ -100,13 +99,13 @@ std::string wepKeys(const ScenarioNetwork& network)
     return list;
 }
 
-// The site survey takes the first 32 characters of 64 digits as they stand for the key. Only where those are the bytes
-// that the digits mean, all of them '3', does the network understand it; other digits go into a profile.
-std::string presharedKey(const std::array<std::uint8_t, 32>& key)
+// The site survey uses the first 32 characters of 64 digits as the key bytes, without converting the digits. That gives
+// the right key only if all digits are '3', the character 0x33; other keys must be entered in a profile.
+std::string presharedKey(const PresharedKey& key)
 {
     const std::string digits = hexOfBytes({ reinterpret_cast<const char*>(key.data()), key.size() });
-    const bool isForProfilesOnly = digits != std::string(digits.size(), '3');
-    return (isForProfilesOnly ? "in a profile: 64 digits " : "64 digits ") + digits;
+    const bool needsProfile = digits != std::string(digits.size(), '3');
+    return (needsProfile ? "in a profile: 64 digits " : "64 digits ") + digits;
 }
 
 std::string secret(const ScenarioNetwork& network)
@@ -133,7 +132,7 @@ std::string toType(const ScenarioNetwork& network)
     return what.empty() ? "its name" : "its name, then " + what;
 }
 
-// In characters: bytes that continue one take no room of their own.
+// Counts characters: UTF-8 continuation bytes have no width.
 std::size_t widthOf(const std::string& text)
 {
     return text.size() - static_cast<std::size_t>(std::count_if(text.begin(), text.end(), isContinuation));
@@ -151,7 +150,7 @@ std::string joinHints(const Scenario& scenario)
 {
     std::vector<HintRow> rows { { "Network", "Kind", "To join, type" } };
     for (const ScenarioNetwork& network : scenario.networks)
-        rows.push_back({ shownName(network.ssid), kind(network), toType(network) });
+        rows.push_back({ displayName(network.ssid), kind(network), toType(network) });
     std::size_t nameWidth = 0;
     std::size_t kindWidth = 0;
     for (const HintRow& row : rows) {

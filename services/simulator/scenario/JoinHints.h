@@ -4,6 +4,6 @@
 
 #include <string>
 
-// One line a network, in the order of the scenario: its name, its kind, what a person types to join it. The columns are
-// aligned, the lines end with a line feed. Bytes of a name that are no printable UTF-8 are shown as \xNN.
+// A table with one line per network, in the order of the scenario: name, kind, and what to type to join it. Bytes of a
+// name that are not printable UTF-8 are shown as \xNN. Each line ends with a line feed.
 [[nodiscard]] std::string joinHints(const Scenario& scenario);

@@ -11,11 +11,6 @@
 
 namespace {
 
-constexpr std::size_t longestSsidBytes = 32;
-constexpr std::array<std::size_t, 2> wepKeyBytes { 5, 13 };
-constexpr std::size_t shortestPassphrase = 8;
-constexpr std::size_t longestPassphrase = 63;
-
 ScenarioCard readCard(const toml::table& table, std::optional<ScenarioError>& error)
 {
     static constexpr std::string_view keys[] { "address", "eeprom_major", "eeprom_minor", "eeprom_error",
@@ -35,16 +30,15 @@ ScenarioCard readCard(const toml::table& table, std::optional<ScenarioError>& er
 void readSsid(TableReader& reader, ScenarioNetwork& network)
 {
     if (reader.has("ssid") && reader.has("ssid_hex"))
-        return reader.complain("ssid_hex", "the network has a name already; give either ssid or ssid_hex");
+        return reader.report("ssid_hex", "the network already has a name; give either ssid or ssid_hex");
     const std::string_view key = reader.has("ssid_hex") ? "ssid_hex" : "ssid";
     if (!reader.has(key))
-        return reader.complain(key, "missing; every network has a name, as ssid or as ssid_hex");
+        return reader.report(key, "missing; every network needs a name, as ssid or ssid_hex");
     const auto bytes = key == "ssid" ? reader.text(key) : reader.hexBytes(key);
     if (!bytes)
         return;
-    if (bytes->empty() || bytes->size() > longestSsidBytes)
-        return reader.complain(
-            key, "the name is " + std::to_string(bytes->size()) + " bytes long; allowed are 1 to 32");
+    if (bytes->empty() || bytes->size() > maxSsidBytes)
+        return reader.report(key, "the name has " + std::to_string(bytes->size()) + " bytes; allowed are 1 to 32");
     network.ssid = *bytes;
 }
 
@@ -52,30 +46,30 @@ void readChannel(TableReader& reader, ScenarioNetwork& network)
 {
     const auto number = reader.wholeNumber("channel");
     if (number && !isChannel(*number))
-        reader.complain("channel", std::to_string(*number) + " is no channel; allowed are " + channelList());
+        reader.report("channel", std::to_string(*number) + " is not a channel; allowed are " + channelList());
     else if (number)
         network.channel = static_cast<std::int32_t>(*number);
 }
 
-// Keys are never quoted back: error texts end up in logs.
+// Error texts never quote a key: they end up in logs.
 void readWepKey(TableReader& reader, std::size_t index, ScenarioNetwork& network)
 {
     const std::string textKey = "key_" + std::to_string(index + 1);
     const std::string hexKey = textKey + "_hex";
     if (reader.has(textKey) && reader.has(hexKey))
-        return reader.complain(hexKey, "the key is set already; give either " + textKey + " or " + hexKey);
+        return reader.report(hexKey, "the key is already set; give either " + textKey + " or " + hexKey);
     const bool isHex = reader.has(hexKey);
     const auto bytes = isHex ? reader.hexBytes(hexKey) : reader.text(textKey);
     if (!bytes)
         return;
-    if (std::find(wepKeyBytes.begin(), wepKeyBytes.end(), bytes->size()) == wepKeyBytes.end())
-        return isHex ? reader.complain(hexKey, "expected 10 or 26 hexadecimal digits")
-                     : reader.complain(textKey, "expected 5 or 13 characters");
+    if (bytes->size() != wep40KeyBytes && bytes->size() != wep104KeyBytes)
+        return isHex ? reader.report(hexKey, "expected 10 or 26 hexadecimal digits")
+                     : reader.report(textKey, "expected 5 or 13 characters");
     if (!isHex && !isPrintableAscii(*bytes))
-        return reader.complain(textKey, "expected printable ASCII characters; other keys are given as " + hexKey);
+        return reader.report(textKey, "expected printable ASCII characters; give other keys as " + hexKey);
     const auto differs = [&bytes](const std::string& other) { return !other.empty() && other.size() != bytes->size(); };
     if (std::any_of(network.wepKeys.begin(), network.wepKeys.end(), differs))
-        return reader.complain(isHex ? hexKey : textKey, "the keys of a network are all of one length");
+        return reader.report(isHex ? hexKey : textKey, "all keys of a network must have the same length");
     network.wepKeys[index] = *bytes;
 }
 
@@ -89,8 +83,8 @@ void readWep(TableReader& reader, ScenarioNetwork& network)
     network.transmitKeyIndex = transmitKey - 1;
     const std::string key = "key_" + std::to_string(transmitKey);
     if (network.wepKeys[static_cast<std::size_t>(network.transmitKeyIndex)].empty())
-        reader.complain(
-            reader.has("transmit_key") ? "transmit_key" : key, "the network sends with " + key + ", which is not set");
+        reader.report(reader.has("transmit_key") ? "transmit_key" : key,
+            "the network transmits with " + key + ", which is not set");
 }
 
 void readPassphrase(TableReader& reader, ScenarioNetwork& network)
@@ -98,12 +92,12 @@ void readPassphrase(TableReader& reader, ScenarioNetwork& network)
     const auto passphrase = reader.text("passphrase");
     if (!passphrase)
         return;
-    if (passphrase->size() < shortestPassphrase || passphrase->size() > longestPassphrase)
-        reader.complain("passphrase",
-            "it is " + std::to_string(passphrase->size())
-                + " characters long; allowed are 8 to 63, and 64 digits as preshared_key_hex");
+    if (passphrase->size() < minPassphraseLength || passphrase->size() > maxPassphraseLength)
+        reader.report("passphrase",
+            std::to_string(passphrase->size())
+                + " characters; allowed are 8 to 63, or 64 hexadecimal digits as preshared_key_hex");
     else if (!isPrintableAscii(*passphrase))
-        reader.complain("passphrase", "expected printable ASCII characters");
+        reader.report("passphrase", "expected printable ASCII characters");
     else
         network.passphrase = *passphrase;
 }
@@ -111,11 +105,11 @@ void readPassphrase(TableReader& reader, ScenarioNetwork& network)
 void readPresharedKey(TableReader& reader, ScenarioNetwork& network)
 {
     if (reader.has("passphrase") && reader.has("preshared_key_hex"))
-        return reader.complain("preshared_key_hex", "the network has a passphrase already; give either of the two");
+        return reader.report("preshared_key_hex", "the network already has a passphrase; give only one of the two");
     if (reader.has("passphrase"))
         return readPassphrase(reader, network);
     if (!reader.has("preshared_key_hex"))
-        return reader.complain("passphrase", "missing; the network needs a passphrase or a preshared_key_hex");
+        return reader.report("passphrase", "missing; the network needs a passphrase or a preshared_key_hex");
     const auto bytes = reader.hexBytes("preshared_key_hex");
     if (!bytes)
         return;
@@ -123,7 +117,7 @@ void readPresharedKey(TableReader& reader, ScenarioNetwork& network)
     if (bytes->size() == key.size())
         std::memcpy(key.data(), bytes->data(), key.size());
     else
-        reader.complain("preshared_key_hex", "expected 64 hexadecimal digits");
+        reader.report("preshared_key_hex", "expected 64 hexadecimal digits");
 }
 
 struct KeyUse {
@@ -150,7 +144,7 @@ constexpr KeyUse keyUses[] {
     { "preshared_key_hex", presharedKeys },
 };
 
-void refuseIdleKeys(TableReader& reader, Security security)
+void reportUnusedKeys(TableReader& reader, Security security)
 {
     for (const KeyUse& use : keyUses) {
         if (!reader.has(use.key) || std::find(use.uses.begin(), use.uses.end(), security) != use.uses.end())
@@ -160,14 +154,14 @@ void refuseIdleKeys(TableReader& reader, Security security)
             if (std::find(use.uses.begin(), use.uses.end(), kind) != use.uses.end())
                 kinds.push_back(word);
         }
-        reader.complain(use.key, "of no use here; it goes with the security " + joined(kinds));
+        reader.report(use.key, "not allowed here; it requires the security " + joined(kinds));
     }
 }
 
 void readSecurity(TableReader& reader, ScenarioNetwork& network)
 {
     reader.readWord("security", securityWords(), network.security);
-    refuseIdleKeys(reader, network.security);
+    reportUnusedKeys(reader, network.security);
     reader.readWord("cipher", cipherWords(), network.cipher);
     switch (network.security) {
     case Security::Open:
@@ -177,7 +171,7 @@ void readSecurity(TableReader& reader, ScenarioNetwork& network)
         break;
     case Security::WpaNone:
         if (!network.adHoc)
-            reader.complain("security", "wpa-none is for networks with mode = \"ad-hoc\"");
+            reader.report("security", "wpa-none requires mode = \"ad-hoc\"");
         readPresharedKey(reader, network);
         break;
     case Security::WpaPsk:
@@ -185,7 +179,7 @@ void readSecurity(TableReader& reader, ScenarioNetwork& network)
         [[fallthrough]];
     case Security::WpaEnterprise:
         if (network.adHoc)
-            reader.complain("security", "ad hoc networks are open, wep or wpa-none");
+            reader.report("security", "ad hoc networks must be open, wep or wpa-none");
         break;
     }
 }
@@ -201,7 +195,7 @@ ScenarioNetwork readNetwork(const toml::table& table, std::optional<ScenarioErro
     readSsid(reader, network);
     reader.readAddress("bssid", network.bssid);
     if (!reader.has("bssid"))
-        reader.complain("bssid", "missing; every network has an address");
+        reader.report("bssid", "missing; every network needs an address");
     readChannel(reader, network);
     reader.readNumber("signal_dbm", -100, -10, network.signalDbm);
     reader.readNumber("drift_db", 0, 20, network.driftDb);
@@ -211,24 +205,24 @@ ScenarioNetwork readNetwork(const toml::table& table, std::optional<ScenarioErro
     return network;
 }
 
-// An array of tables, each a network of its own address.
+// An array of tables, each a network with a unique address.
 void readNetworks(const toml::node& node, Scenario& scenario, std::optional<ScenarioError>& error)
 {
     const toml::array* tables = node.as_array();
     if (!tables) {
-        error = errorAt(node.source().begin, "network: expected tables that begin with [[network]]");
+        error = errorAt(node.source().begin, "network: expected tables that start with [[network]]");
         return;
     }
     std::set<MacAddress> addresses;
     for (const toml::node& element : *tables) {
         const toml::table* table = element.as_table();
         if (!table) {
-            error = errorAt(element.source().begin, "network: expected tables that begin with [[network]]");
+            error = errorAt(element.source().begin, "network: expected tables that start with [[network]]");
             return;
         }
         scenario.networks.push_back(readNetwork(*table, error));
         if (!error && !addresses.insert(scenario.networks.back().bssid).second)
-            TableReader(*table, "a network", error).complain("bssid", "another network has this address already");
+            TableReader(*table, "a network", error).report("bssid", "another network already has this address");
         if (error)
             return;
     }
@@ -244,7 +238,7 @@ Scenario readScenario(const toml::table& root, std::optional<ScenarioError>& err
         if (const toml::table* table = card->as_table())
             scenario.card = readCard(*table, error);
         else
-            reader.complain("card", "expected a table that begins with [card]");
+            reader.report("card", "expected a table that starts with [card]");
     }
     const toml::node* networks = root.get("network");
     if (networks && !error)
@@ -257,18 +251,20 @@ Scenario readSingleNetwork(const toml::table& root, std::optional<ScenarioError>
     return { {}, { readNetwork(root, error) } };
 }
 
-ScenarioResult parse(std::string_view text, Scenario (*read)(const toml::table&, std::optional<ScenarioError>&))
-{
+using Reader = Scenario (*)(const toml::table&, std::optional<ScenarioError>&);
+
+// The library reports syntax errors by exception.
+ScenarioResult parse(std::string_view text, Reader read)
+try {
     if (auto error = unfitForParsing(text))
         return { std::nullopt, std::move(*error) };
-    const toml::parse_result parsed = toml::parse(text);
-    if (!parsed)
-        return { std::nullopt, errorAt(parsed.error().source().begin, std::string(parsed.error().description())) };
     std::optional<ScenarioError> error;
-    Scenario scenario = read(parsed.table(), error);
+    Scenario scenario = read(toml::parse(text), error);
     if (error)
         return { std::nullopt, *error };
     return { std::move(scenario), {} };
+} catch (const toml::parse_error& error) {
+    return { std::nullopt, errorAt(error.source().begin, std::string(error.description())) };
 }
 
 } // namespace
@@ -286,7 +282,7 @@ ScenarioResult parseScenarioNetwork(std::string_view toml)
 ScenarioResult loadScenario(const std::string& path)
 {
     std::ifstream file(path, std::ios::binary);
-    std::string text(largestScenarioBytes + 1, '\0');
+    std::string text(maxScenarioBytes + 1, '\0');
     file.read(text.data(), static_cast<std::streamsize>(text.size()));
     if (!file && !file.eof())
         return { std::nullopt, { "cannot be read", 0, 0 } };

@@ -9,14 +9,23 @@
 #include <string_view>
 #include <vector>
 
-// What a scenario file describes (docs/scenario.md): a card and the networks around it.
+// A scenario file describes a card and the networks around it (docs/scenario.md).
+
+inline constexpr std::size_t maxSsidBytes = 32;
+inline constexpr std::size_t wep40KeyBytes = 5;
+inline constexpr std::size_t wep104KeyBytes = 13;
+inline constexpr std::size_t minPassphraseLength = 8;
+inline constexpr std::size_t maxPassphraseLength = 63;
+inline constexpr std::size_t presharedKeyBytes = 32;
+
+using PresharedKey = std::array<std::uint8_t, presharedKeyBytes>;
 
 enum class Security {
     Open,
-    Wep, // 40 or 104 bits, by the length of the keys
+    Wep, // 40 or 104 bits, depending on the key length
     WpaPsk,
     WpaNone,
-    WpaEnterprise, // 802.1X: seen in the list, never joined
+    WpaEnterprise, // 802.1X: listed, but cannot be joined
 };
 
 enum class Cipher {
@@ -29,16 +38,16 @@ struct ScenarioNetwork {
     MacAddress bssid {};
     std::int32_t channel { 1 }; // a channel of ChannelFreqTable
     std::int32_t signalDbm { -60 };
-    std::int32_t driftDb { 0 }; // the signal wanders this far to either side
+    std::int32_t driftDb { 0 }; // maximum deviation from signalDbm
     bool hidden { false };
     bool adHoc { false };
     Security security { Security::Open };
     Cipher cipher { Cipher::Tkip }; // WPA kinds
-    bool sharedKeyAuthentication { false }; // WEP kinds
+    bool sharedKeyAuthentication { false }; // WEP
     std::array<std::string, 4> wepKeys; // bytes, each 0, 5 or 13 long
-    std::int32_t transmitKeyIndex { 0 }; // WEP kinds: the key that the network itself sends with, 0 to 3
-    std::string passphrase; // WPA-PSK and WPA-None: 8 to 63 characters; empty when presharedKey is given
-    std::optional<std::array<std::uint8_t, 32>> presharedKey;
+    std::int32_t transmitKeyIndex { 0 }; // WEP: the key that the network transmits with, 0 to 3
+    std::string passphrase; // WPA-PSK and WPA-None: 8 to 63 characters; empty if presharedKey is set
+    std::optional<PresharedKey> presharedKey;
 };
 
 struct ScenarioCard {
@@ -57,17 +66,17 @@ struct Scenario {
 
 struct ScenarioError {
     std::string text;
-    std::uint32_t line { 0 }; // 1-based; 0 when the place is not known
+    std::uint32_t line { 0 }; // 1-based; 0 if the position is unknown
     std::uint32_t column { 0 };
 };
 
 struct ScenarioResult {
-    std::optional<Scenario> scenario; // nothing on failure
+    std::optional<Scenario> scenario; // std::nullopt on failure
     ScenarioError error;
 };
 
 [[nodiscard]] ScenarioResult parseScenario(std::string_view toml);
 [[nodiscard]] ScenarioResult loadScenario(const std::string& path);
 
-// One network table of a scenario, in the same words, for a network that comes up while the simulator runs.
+// Parses the keys of one network table, for a network that is added while the simulator runs.
 [[nodiscard]] ScenarioResult parseScenarioNetwork(std::string_view toml);

@@ -5,8 +5,8 @@
 #include <optional>
 #include <string_view>
 
-inline constexpr std::size_t largestScenarioBytes = 1'048'576;
+inline constexpr std::size_t maxScenarioBytes = 1'048'576;
 
-// What the TOML library would not survive: files that are too large, and keys of so many dots that letting go of the
-// tables within tables ends the stack. Nothing when the text may be parsed.
+// Rejects input that the TOML library cannot handle: files above the size limit, and dotted keys so deep that destroying
+// the nested tables would overflow the stack. Returns std::nullopt if the text may be parsed.
 [[nodiscard]] std::optional<ScenarioError> unfitForParsing(std::string_view text);

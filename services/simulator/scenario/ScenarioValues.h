@@ -9,7 +9,7 @@
 #include <string_view>
 #include <utility>
 
-// The words of a scenario file and what they stand for.
+// The keywords of a scenario file and their meanings.
 
 template <typename Value> using Word = std::pair<std::string_view, Value>;
 
@@ -22,14 +22,14 @@ template <typename Value> using Word = std::pair<std::string_view, Value>;
 [[nodiscard]] std::string channelList();
 [[nodiscard]] bool isChannel(std::int64_t number);
 
-// An even number of hexadecimal digits; nothing for anything else.
+// Converts an even number of hexadecimal digits; std::nullopt for any other text.
 [[nodiscard]] std::optional<std::string> bytesOfHex(std::string_view digits);
 [[nodiscard]] std::string hexOfBytes(std::string_view bytes);
 
-// Six pairs of hexadecimal digits with hyphens or colons between them.
+// Parses six pairs of hexadecimal digits separated by hyphens or colons.
 [[nodiscard]] std::optional<MacAddress> macAddressOf(std::string_view text);
-// Whether an address can belong to one station: neither a group address nor all zero.
+// Whether an address can belong to a station: neither a group address nor all zero.
 [[nodiscard]] bool isStationAddress(const MacAddress& address);
 
-// Characters 32 to 126, those that a passphrase of IEEE 802.11i is made of.
+// Characters 32 to 126, the ones that IEEE 802.11i allows in a passphrase.
 [[nodiscard]] bool isPrintableAscii(std::string_view text);

@@ -17,7 +17,7 @@ const Scenario& defaultScenario()
     return result.scenario ? *result.scenario : none;
 }
 
-bool holds(const std::function<bool(const ScenarioNetwork&)>& description)
+bool has(const std::function<bool(const ScenarioNetwork&)>& description)
 {
     const auto& networks = defaultScenario().networks;
     return std::any_of(networks.begin(), networks.end(), description);
@@ -29,77 +29,77 @@ bool isWep(const ScenarioNetwork& network, std::size_t keyBytes)
         && network.wepKeys[static_cast<std::size_t>(network.transmitKeyIndex)].size() == keyBytes;
 }
 
-TEST(DefaultScenario, HoldsOpenNetworksOnBothBands)
+TEST(DefaultScenario, HasOpenNetworksOnBothBands)
 {
     const auto isOpen = [](const ScenarioNetwork& n) { return n.security == Security::Open && !n.adHoc && !n.hidden; };
-    EXPECT_TRUE(holds([&](const auto& n) { return isOpen(n) && n.channel <= 14; }));
-    EXPECT_TRUE(holds([&](const auto& n) { return isOpen(n) && n.channel > 14; }));
+    EXPECT_TRUE(has([&](const auto& n) { return isOpen(n) && n.channel <= 14; }));
+    EXPECT_TRUE(has([&](const auto& n) { return isOpen(n) && n.channel > 14; }));
 }
 
-TEST(DefaultScenario, HoldsWepOfBothLengthsAndAuthentications)
+TEST(DefaultScenario, HasWepOfBothLengthsAndAuthentications)
 {
     for (const std::size_t keyBytes : { 5u, 13u }) {
         for (const bool isShared : { false, true })
-            EXPECT_TRUE(holds([&](const auto& n) {
+            EXPECT_TRUE(has([&](const auto& n) {
                 return isWep(n, keyBytes) && n.sharedKeyAuthentication == isShared && !n.adHoc && !n.hidden;
             })) << keyBytes
                 << isShared;
     }
 }
 
-TEST(DefaultScenario, HoldsWepKeysThatAreTypedAsTextAndAsDigits)
+TEST(DefaultScenario, HasWepKeysTypedAsTextAndAsDigits)
 {
     const auto isText = [](const ScenarioNetwork& n) { return isPrintableAscii(n.wepKeys[0]); };
     for (const std::size_t keyBytes : { 5u, 13u }) {
-        EXPECT_TRUE(holds([&](const auto& n) { return isWep(n, keyBytes) && isText(n); })) << keyBytes;
-        EXPECT_TRUE(holds([&](const auto& n) { return isWep(n, keyBytes) && !isText(n); })) << keyBytes;
+        EXPECT_TRUE(has([&](const auto& n) { return isWep(n, keyBytes) && isText(n); })) << keyBytes;
+        EXPECT_TRUE(has([&](const auto& n) { return isWep(n, keyBytes) && !isText(n); })) << keyBytes;
     }
 }
 
-TEST(DefaultScenario, HoldsANetworkWithAllFourKeysThatSendsWithAnotherThanTheFirst)
+TEST(DefaultScenario, HasANetworkWithFourKeysThatTransmitsWithAnotherThanTheFirst)
 {
-    EXPECT_TRUE(holds([](const auto& n) {
+    EXPECT_TRUE(has([](const auto& n) {
         return n.security == Security::Wep && n.transmitKeyIndex != 0
             && std::none_of(n.wepKeys.begin(), n.wepKeys.end(), [](const auto& key) { return key.empty(); });
     }));
 }
 
-TEST(DefaultScenario, HoldsPresharedKeysOfEachKind)
+TEST(DefaultScenario, HasPresharedKeysOfEachKind)
 {
     const auto isPsk = [](const ScenarioNetwork& n) { return n.security == Security::WpaPsk && !n.hidden; };
     for (const Cipher cipher : { Cipher::Tkip, Cipher::Aes })
-        EXPECT_TRUE(holds([&](const auto& n) { return isPsk(n) && n.cipher == cipher && !n.passphrase.empty(); }));
-    EXPECT_TRUE(holds([&](const auto& n) { return isPsk(n) && n.presharedKey.has_value(); }));
+        EXPECT_TRUE(has([&](const auto& n) { return isPsk(n) && n.cipher == cipher && !n.passphrase.empty(); }));
+    EXPECT_TRUE(has([&](const auto& n) { return isPsk(n) && n.presharedKey.has_value(); }));
 }
 
-TEST(DefaultScenario, HoldsANetworkWithEnterpriseSecurity)
+TEST(DefaultScenario, HasANetworkWithEnterpriseSecurity)
 {
-    EXPECT_TRUE(holds([](const auto& n) { return n.security == Security::WpaEnterprise; }));
+    EXPECT_TRUE(has([](const auto& n) { return n.security == Security::WpaEnterprise; }));
 }
 
-TEST(DefaultScenario, HoldsAdHocNetworksOfEachKind)
+TEST(DefaultScenario, HasAdHocNetworksOfEachKind)
 {
     const auto isAdHoc = [](const ScenarioNetwork& n, Security security) { return n.adHoc && n.security == security; };
-    EXPECT_TRUE(holds([&](const auto& n) { return isAdHoc(n, Security::Open); }));
-    EXPECT_TRUE(holds([&](const auto& n) { return isAdHoc(n, Security::Wep); }));
+    EXPECT_TRUE(has([&](const auto& n) { return isAdHoc(n, Security::Open); }));
+    EXPECT_TRUE(has([&](const auto& n) { return isAdHoc(n, Security::Wep); }));
     for (const Cipher cipher : { Cipher::Tkip, Cipher::Aes })
-        EXPECT_TRUE(holds([&](const auto& n) { return isAdHoc(n, Security::WpaNone) && n.cipher == cipher; }));
+        EXPECT_TRUE(has([&](const auto& n) { return isAdHoc(n, Security::WpaNone) && n.cipher == cipher; }));
 }
 
-TEST(DefaultScenario, HoldsHiddenNetworksOfEachKind)
+TEST(DefaultScenario, HasHiddenNetworksOfEachKind)
 {
     for (const Security security : { Security::Open, Security::Wep, Security::WpaPsk })
-        EXPECT_TRUE(holds([&](const auto& n) { return n.hidden && !n.adHoc && n.security == security; }));
+        EXPECT_TRUE(has([&](const auto& n) { return n.hidden && !n.adHoc && n.security == security; }));
 }
 
-TEST(DefaultScenario, HoldsNamesOfEveryKind)
+TEST(DefaultScenario, HasNamesOfEveryKind)
 {
-    EXPECT_TRUE(holds([](const auto& n) { return n.ssid.size() == 32; }));
-    EXPECT_TRUE(holds([](const auto& n) { return n.ssid == "F\xC3\xA4hre \xC3\x86r\xC3\xB8 \xE2\x9A\x93"; }));
-    EXPECT_TRUE(holds([](const auto& n) { return n.ssid == "Caf\xE9"; }));
+    EXPECT_TRUE(has([](const auto& n) { return n.ssid.size() == 32; }));
+    EXPECT_TRUE(has([](const auto& n) { return n.ssid == "F\xC3\xA4hre \xC3\x86r\xC3\xB8 \xE2\x9A\x93"; }));
+    EXPECT_TRUE(has([](const auto& n) { return n.ssid == "Caf\xE9"; }));
 }
 
-TEST(DefaultScenario, IsAliveAndMostlyWithinRange)
+TEST(DefaultScenario, HasDriftAndMostlyClearSignals)
 {
     const auto& networks = defaultScenario().networks;
     EXPECT_TRUE(std::all_of(networks.begin(), networks.end(), [](const auto& n) { return n.driftDb > 0; }));
@@ -108,8 +108,8 @@ TEST(DefaultScenario, IsAliveAndMostlyWithinRange)
     EXPECT_GE(clear + 1, std::ssize(networks));
 }
 
-// Names tell the networks apart where a person is to choose one.
-TEST(DefaultScenario, HasNoNameTwice)
+// Users choose networks by name.
+TEST(DefaultScenario, HasUniqueNames)
 {
     std::vector<std::string> names;
     for (const ScenarioNetwork& network : defaultScenario().networks)

@@ -34,7 +34,7 @@ bool endsWith(const std::string& text, const std::string& end)
     return text.size() >= end.size() && text.compare(text.size() - end.size(), end.size(), end) == 0;
 }
 
-TEST(JoinHints, AreOneAlignedLineANetwork)
+TEST(JoinHints, AreOneAlignedLinePerNetwork)
 {
     ScenarioNetwork wep = network("Pearl Diver", Security::Wep);
     wep.wepKeys[0] = "pearl";
@@ -44,12 +44,12 @@ TEST(JoinHints, AreOneAlignedLineANetwork)
         "Pearl Diver  WEP 40, open  key 1 ASCII pearl\n");
 }
 
-TEST(JoinHints, OfNoNetworksAreTheHeadAlone)
+TEST(JoinHints, WithoutNetworksAreTheHeader)
 {
     EXPECT_EQ(joinHints({}), "Network  Kind  To join, type\n");
 }
 
-TEST(JoinHints, NameEveryKeyAndTheOneToSelect)
+TEST(JoinHints, ListEveryKeyAndTheOneToSelect)
 {
     ScenarioNetwork wep = network("n", Security::Wep);
     wep.sharedKeyAuthentication = true;
@@ -66,7 +66,7 @@ TEST(JoinHints, ShowKeysWithSpacesAsDigits)
     EXPECT_TRUE(endsWith(hintFor(wep), "key 1 hexadecimal 6162636420"));
 }
 
-TEST(JoinHints, NamePassphrasesAndKeys)
+TEST(JoinHints, ShowPassphrasesAndPresharedKeys)
 {
     ScenarioNetwork psk = network("n", Security::WpaPsk);
     psk.passphrase = "anchor and chain";
@@ -101,27 +101,27 @@ TEST(JoinHints, AskForTheNameOfAHiddenNetworkFirst)
     EXPECT_TRUE(endsWith(hintFor(hidden), "hidden  its name, then passphrase bread and honey"));
 }
 
-TEST(JoinHints, ShowTheBytesOfANameThatCannotBePrinted)
+TEST(JoinHints, EscapeUnprintableBytesOfANetworkName)
 {
     const struct {
         std::string ssid;
-        std::string shown;
+        std::string displayName;
     } cases[] {
         { "Caf\xE9", "Caf\\xE9" }, // Latin-1
         { std::string("a\0b\x7F\n", 5), "a\\x00b\\x7F\\x0A" }, // control characters
-        { "a\\b", "a\\x5Cb" }, // what marks the others
-        { "\xC2\x85", "\\xC2\\x85" }, // a control character beyond ASCII
+        { "a\\b", "a\\x5Cb" }, // the escape character itself
+        { "\xC2\x85", "\\xC2\\x85" }, // a control character above ASCII
         { "\xC0\xAF", "\\xC0\\xAF" }, // overlong
         { "\xE0\x80\xAF", "\\xE0\\x80\\xAF" },
         { "\xED\xA0\x80", "\\xED\\xA0\\x80" }, // a surrogate
-        { "\xF4\x90\x80\x80", "\\xF4\\x90\\x80\\x80" }, // beyond Unicode
+        { "\xF4\x90\x80\x80", "\\xF4\\x90\\x80\\x80" }, // above U+10FFFF
         { "\xF5\x80\x80\x80", "\\xF5\\x80\\x80\\x80" },
-        { "\xE2\x9A", "\\xE2\\x9A" }, // cut off
+        { "\xE2\x9A", "\\xE2\\x9A" }, // truncated
         { "\xE2\x9A\x93", "\xE2\x9A\x93" },
         { "\xF0\x9F\x9A\xA2", "\xF0\x9F\x9A\xA2" },
     };
     for (const auto& name : cases)
-        EXPECT_EQ(hintFor(network(name.ssid)).rfind(name.shown + "  ", 0), 0u) << name.shown;
+        EXPECT_EQ(hintFor(network(name.ssid)).rfind(name.displayName + "  ", 0), 0u) << name.displayName;
 }
 
 } // namespace

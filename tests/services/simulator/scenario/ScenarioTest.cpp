@@ -64,7 +64,7 @@ hardware_radio_on = false
     EXPECT_FALSE(scenario->card.hardwareRadioOn);
 }
 
-TEST(Scenario, KeepsItsNetworksInOrder)
+TEST(Scenario, KeepsTheOrderOfNetworks)
 {
     const auto scenario = parseScenario(R"(
 [[network]]
@@ -85,14 +85,14 @@ bssid = "0A-00-00-00-00-03"
     EXPECT_EQ(scenario->networks[2].bssid[5], 3);
 }
 
-TEST(Scenario, TakesNetworksInOneArrayToo)
+TEST(Scenario, AcceptsNetworksAsAnInlineArray)
 {
     const auto scenario = parseScenario(R"(network = [{ ssid = "a", bssid = "0A-00-00-00-00-01" }])").scenario;
     ASSERT_TRUE(scenario.has_value());
     EXPECT_EQ(scenario->networks.size(), 1u);
 }
 
-TEST(ScenarioNetwork, NeedsNoMoreThanANameAndAnAddress)
+TEST(ScenarioNetwork, NeedsOnlyANameAndAnAddress)
 {
     const ScenarioNetwork network = networkOf(named);
     EXPECT_EQ(network.ssid, "Quay");
@@ -105,7 +105,7 @@ TEST(ScenarioNetwork, NeedsNoMoreThanANameAndAnAddress)
     EXPECT_EQ(network.security, Security::Open);
 }
 
-TEST(ScenarioNetwork, HasAPlaceInTheAir)
+TEST(ScenarioNetwork, ReadsChannelSignalAndMode)
 {
     const ScenarioNetwork network
         = networkOf(named + "channel = 161\nsignal_dbm = -10\ndrift_db = 20\nhidden = true\nmode = \"ad-hoc\"\n");
@@ -117,7 +117,7 @@ TEST(ScenarioNetwork, HasAPlaceInTheAir)
     EXPECT_EQ(networkOf(named + "signal_dbm = -100\ndrift_db = 0\nmode = \"infrastructure\"\n").signalDbm, -100);
 }
 
-TEST(ScenarioNetwork, HasANameOfBytes)
+TEST(ScenarioNetwork, ReadsNamesAsTextOrBytes)
 {
     const std::string address = "bssid = \"0A-00-00-00-00-01\"\n";
     EXPECT_EQ(networkOf(address + "ssid = \"F\xC3\xA4hre\"\n").ssid, "F\xC3\xA4hre");
@@ -127,7 +127,7 @@ TEST(ScenarioNetwork, HasANameOfBytes)
     EXPECT_EQ(networkOf(address + "ssid_hex = \"" + std::string(64, 'F') + "\"\n").ssid, std::string(32, '\xFF'));
 }
 
-TEST(ScenarioNetwork, HasWepKeysAsTextOrDigits)
+TEST(ScenarioNetwork, ReadsWepKeysAsTextOrDigits)
 {
     const ScenarioNetwork network
         = networkOf(wep + "key_1 = \"pearl\"\nkey_2_hex = \"00ff10Ab7f\"\nkey_4 = \"a b c\"\n");
@@ -140,7 +140,7 @@ TEST(ScenarioNetwork, HasWepKeysAsTextOrDigits)
     EXPECT_FALSE(network.sharedKeyAuthentication);
 }
 
-TEST(ScenarioNetwork, SendsWithAnyOfItsWepKeys)
+TEST(ScenarioNetwork, ReadsTheTransmitKey)
 {
     for (int key = 1; key <= 4; ++key) {
         const std::string number = std::to_string(key);
@@ -151,14 +151,14 @@ TEST(ScenarioNetwork, SendsWithAnyOfItsWepKeys)
     }
 }
 
-TEST(ScenarioNetwork, AuthenticatesWithTheSharedKeyOrWithout)
+TEST(ScenarioNetwork, ReadsOpenAndSharedKeyAuthentication)
 {
     EXPECT_TRUE(networkOf(wep + "key_1 = \"pearl\"\nauthentication = \"shared\"\n").sharedKeyAuthentication);
     EXPECT_FALSE(networkOf(wep + "key_1 = \"pearl\"\nauthentication = \"open\"\n").sharedKeyAuthentication);
     EXPECT_TRUE(networkOf(wep + "mode = \"ad-hoc\"\nkey_1 = \"pearl\"\n").adHoc);
 }
 
-TEST(ScenarioNetwork, HasAPassphrase)
+TEST(ScenarioNetwork, ReadsAPassphrase)
 {
     const ScenarioNetwork network = networkOf(wpaPsk + "cipher = \"aes\"\npassphrase = \"anchor and chain\"\n");
     EXPECT_EQ(network.security, Security::WpaPsk);
@@ -170,7 +170,7 @@ TEST(ScenarioNetwork, HasAPassphrase)
     EXPECT_EQ(networkOf(wpaPsk + "passphrase = '" + std::string(63, '~') + "'\n").passphrase, std::string(63, '~'));
 }
 
-TEST(ScenarioNetwork, HasAPresharedKey)
+TEST(ScenarioNetwork, ReadsAPresharedKey)
 {
     const ScenarioNetwork network
         = networkOf(wpaPsk + "preshared_key_hex = \"00112233445566778899aabbccddeeff" + std::string(32, 'A') + "\"\n");
@@ -181,7 +181,7 @@ TEST(ScenarioNetwork, HasAPresharedKey)
     EXPECT_TRUE(network.passphrase.empty());
 }
 
-TEST(ScenarioNetwork, HasWpaNoneBetweenStationsAlone)
+TEST(ScenarioNetwork, ReadsWpaNoneOfAdHocNetworks)
 {
     const ScenarioNetwork network = networkOf(wpaNone + "cipher = \"aes\"\npassphrase = \"paddle alone\"\n");
     EXPECT_EQ(network.security, Security::WpaNone);
@@ -189,7 +189,7 @@ TEST(ScenarioNetwork, HasWpaNoneBetweenStationsAlone)
     EXPECT_TRUE(network.adHoc);
 }
 
-TEST(ScenarioNetwork, HasEnterpriseSecurityWithoutAKey)
+TEST(ScenarioNetwork, ReadsEnterpriseSecurityWithoutAKey)
 {
     const ScenarioNetwork network = networkOf(named + "security = \"wpa-enterprise\"\ncipher = \"aes\"\n");
     EXPECT_EQ(network.security, Security::WpaEnterprise);
@@ -219,7 +219,7 @@ TEST_F(ScenarioFile, IsReadWhole)
     EXPECT_TRUE(loadScenario(write("")).scenario.has_value());
 }
 
-TEST_F(ScenarioFile, ThatCannotBeReadSaysSo)
+TEST_F(ScenarioFile, ThatCannotBeReadIsAnError)
 {
     for (const std::string& path : { std::string(folder / "missing.toml"), folder.string(), std::string() }) {
         const ScenarioResult result = loadScenario(path);
@@ -229,7 +229,7 @@ TEST_F(ScenarioFile, ThatCannotBeReadSaysSo)
     }
 }
 
-TEST_F(ScenarioFile, IsAtMostOneMebibyteLarge)
+TEST_F(ScenarioFile, IsLimitedTo1Mebibyte)
 {
     const std::string comment = "#" + std::string((1U << 20) - 2, 'x') + "\n";
     EXPECT_TRUE(loadScenario(write(comment)).scenario.has_value());

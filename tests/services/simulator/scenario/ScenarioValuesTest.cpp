@@ -4,7 +4,7 @@
 
 namespace {
 
-TEST(HexDigits, StandForBytesBothWays)
+TEST(HexDigits, ConvertBothWays)
 {
     std::string bytes;
     for (int octet = 0; octet < 256; ++octet)
@@ -15,14 +15,14 @@ TEST(HexDigits, StandForBytesBothWays)
     EXPECT_EQ(bytesOfHex(""), "");
 }
 
-TEST(HexDigits, ComeInPairsAndAreHexadecimal)
+TEST(HexDigits, RejectOddLengthsAndOtherCharacters)
 {
     for (const char* text : { "0", "000", "0g", "g0", " 0", "0 ", "0x", "-1", "\xC3\xA4" })
         EXPECT_FALSE(bytesOfHex(text).has_value()) << text;
     EXPECT_FALSE(bytesOfHex(std::string_view("0\0", 2)).has_value());
 }
 
-TEST(MacAddressText, IsSixOctetsWithHyphensOrColons)
+TEST(MacAddressText, AcceptsHyphensAndColons)
 {
     const MacAddress address { 0x00, 0x1A, 0x2B, 0x3C, 0x4D, 0xFE };
     EXPECT_EQ(macAddressOf("00-1A-2B-3C-4D-FE"), address);
@@ -32,7 +32,7 @@ TEST(MacAddressText, IsSixOctetsWithHyphensOrColons)
         EXPECT_FALSE(macAddressOf(text).has_value()) << text;
 }
 
-TEST(StationAddress, IsNeitherAGroupNorZero)
+TEST(StationAddress, IsNeitherAGroupAddressNorZero)
 {
     EXPECT_TRUE(isStationAddress({ 0x02, 0, 0, 0, 0, 0 }));
     EXPECT_TRUE(isStationAddress({ 0, 0, 0, 0, 0, 1 }));
@@ -50,7 +50,7 @@ TEST(PrintableAscii, IsCharacters32To126)
     EXPECT_FALSE(isPrintableAscii(std::string_view("a\0", 2)));
 }
 
-TEST(ChannelWords, AreThoseOfTheTable)
+TEST(Channels, AreThoseOfTheTable)
 {
     EXPECT_TRUE(isChannel(1));
     EXPECT_TRUE(isChannel(14));
