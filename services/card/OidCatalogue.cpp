@@ -7,6 +7,11 @@
 
 namespace {
 
+struct OidName {
+    std::uint32_t oid; // without the set flag
+    std::string_view name;
+};
+
 constexpr std::array names {
     OidName { OID_GEN_MEDIA_CONNECT_STATUS, "OID_GEN_MEDIA_CONNECT_STATUS" },
     OidName { OID_GEN_RCV_OK, "OID_GEN_RCV_OK" },
@@ -59,11 +64,6 @@ std::optional<std::uint32_t> numberFromText(std::string_view text)
 }
 
 } // namespace
-
-std::span<const OidName> oidNames()
-{
-    return names;
-}
 
 std::string_view nameOfOid(std::uint32_t oid)
 {

@@ -19,7 +19,7 @@ template <typename Record> [[nodiscard]] Bytes bytesOf(const Record& record)
     return bytes;
 }
 
-// Nothing when the bytes are fewer than the record.
+// The record at a byte offset; std::nullopt if it does not fit.
 template <typename Record>
 [[nodiscard]] std::optional<Record> recordAt(std::span<const std::byte> bytes, std::size_t offset = 0)
 {
@@ -31,7 +31,7 @@ template <typename Record>
     return record;
 }
 
-// Nothing unless the bytes are exactly the record.
+// Returns std::nullopt unless the bytes are exactly the size of the record.
 template <typename Record> [[nodiscard]] std::optional<Record> recordOf(std::span<const std::byte> bytes)
 {
     return bytes.size() == sizeof(Record) ? recordAt<Record>(bytes) : std::nullopt;

@@ -4,7 +4,6 @@
 
 #include <pthread.h>
 #include <sys/signalfd.h>
-#include <unistd.h>
 
 TerminationSignals::TerminationSignals(std::function<void()> onTermination)
 {
@@ -14,17 +13,9 @@ TerminationSignals::TerminationSignals(std::function<void()> onTermination)
     sigaddset(&signals, SIGINT);
     if (::pthread_sigmask(SIG_BLOCK, &signals, nullptr) != 0)
         return;
-    m_descriptor = ::signalfd(-1, &signals, SFD_CLOEXEC | SFD_NONBLOCK);
-    if (m_descriptor < 0)
+    m_signals = FileDescriptor(::signalfd(-1, &signals, SFD_CLOEXEC | SFD_NONBLOCK));
+    if (!m_signals)
         return;
-    m_notifier = std::make_unique<QSocketNotifier>(m_descriptor, QSocketNotifier::Read);
-    QObject::connect(m_notifier.get(), &QSocketNotifier::activated, m_notifier.get(),
-        [onTermination = std::move(onTermination)] { onTermination(); });
-}
-
-TerminationSignals::~TerminationSignals()
-{
-    m_notifier.reset();
-    if (m_descriptor >= 0)
-        (void)::close(m_descriptor);
+    m_notifier = std::make_unique<QSocketNotifier>(m_signals.get(), QSocketNotifier::Read);
+    QObject::connect(m_notifier.get(), &QSocketNotifier::activated, m_notifier.get(), std::move(onTermination));
 }

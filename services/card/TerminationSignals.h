@@ -1,20 +1,22 @@
 #pragma once
 
+#include "posix/FileDescriptor.h"
+
 #include <QSocketNotifier>
 
 #include <functional>
 #include <memory>
 
-// Turns SIGTERM and SIGINT into a call in the Qt event loop, so that ending cleans up. Before any thread is made: the
-// signals are blocked for those that follow.
+// Turns SIGTERM and SIGINT into a call from the Qt event loop, so that the process can clean up. Create it before any
+// thread: threads inherit the signal mask that blocks both signals.
 class TerminationSignals {
+    Q_DISABLE_COPY_MOVE(TerminationSignals)
+
 public:
     explicit TerminationSignals(std::function<void()> onTermination);
-    ~TerminationSignals();
-    TerminationSignals(const TerminationSignals&) = delete;
-    TerminationSignals& operator=(const TerminationSignals&) = delete;
+    ~TerminationSignals() = default;
 
 private:
-    int m_descriptor { -1 };
+    FileDescriptor m_signals;
     std::unique_ptr<QSocketNotifier> m_notifier;
 };

@@ -19,8 +19,8 @@ std::optional<HeardNetwork> heardAt(const Air& air, const MacAddress& bssid)
 
 } // namespace
 
-Association::Association(const MacAddress& ownBssid)
-    : m_ownBssid(ownBssid)
+Association::Association(const MacAddress& createdBssid)
+    : m_createdBssid(createdBssid)
 {
 }
 
@@ -79,37 +79,37 @@ void Association::advance(std::int64_t nowMs, const CardSettings& settings, cons
     }
 }
 
-// The strongest network that was asked for and takes the settings. Where some were heard and none takes them the
-// answer is no, once and for all: repeating the same settings would not change it.
+// Joins the strongest requested network that accepts the settings. If some were heard but all reject the settings, the
+// request is refused for good: a retry with the same settings would not help.
 void Association::finish(const CardSettings& settings, const Air& air)
 {
     for (const HeardNetwork& heard : air.networks) {
-        if (isAskedFor(heard.network) && settingsFit(settings, heard.network)
+        if (isRequested(heard.network) && settingsFit(settings, heard.network)
             && (!m_peer || heard.signalDbm > m_peer->signalDbm))
             m_peer = heard;
     }
-    if (!m_peer && air.radioOn && !isAskedForOneHeard(air) && mayCreate(settings))
-        m_peer = ownNetwork(settings);
+    if (!m_peer && air.radioOn && !isRequestedHeard(air) && mayCreate(settings))
+        m_peer = createdNetwork(settings);
     if (m_peer) {
-        m_createWhenAbsent = isOwnNetwork();
+        m_createWhenAbsent = isCreatedNetwork();
         m_state = LinkState::Up;
         return;
     }
-    const bool isRefused = isAskedForOneHeard(air) || (air.radioOn && mayCreate(settings));
+    const bool isRefused = isRequestedHeard(air) || (air.radioOn && mayCreate(settings));
     m_state = isRefused ? LinkState::Refused : LinkState::Waiting;
 }
 
 void Association::follow(const Air& air)
 {
-    if (isOwnNetwork() && air.radioOn)
+    if (isCreatedNetwork() && air.radioOn)
         return;
     m_peer = heardAt(air, m_peer->network.bssid);
     if (!m_peer)
         m_state = LinkState::Waiting;
 }
 
-// A hidden network answers only a card that names it, so its address alone does not reach it.
-bool Association::isAskedFor(const ScenarioNetwork& network) const
+// A hidden network answers only a card that sends its name, so a request by address needs the name as well.
+bool Association::isRequested(const ScenarioNetwork& network) const
 {
     if (m_bssid)
         return network.bssid == *m_bssid && (!network.hidden || m_ssid == network.ssid);
@@ -118,26 +118,26 @@ bool Association::isAskedFor(const ScenarioNetwork& network) const
     return m_ssid->empty() ? !network.hidden : *m_ssid == network.ssid;
 }
 
-bool Association::isAnyNetworkAskedFor() const
+bool Association::isAnyNetworkRequested() const
 {
     return !m_bssid && m_ssid && m_ssid->empty();
 }
 
-// Any network at all is not one that could refuse: the card goes on looking.
-bool Association::isAskedForOneHeard(const Air& air) const
+// A request for any network cannot be refused: the card keeps looking.
+bool Association::isRequestedHeard(const Air& air) const
 {
-    return !isAnyNetworkAskedFor()
+    return !isAnyNetworkRequested()
         && std::any_of(air.networks.begin(), air.networks.end(),
-            [this](const HeardNetwork& heard) { return isAskedFor(heard.network); });
+            [this](const HeardNetwork& heard) { return isRequested(heard.network); });
 }
 
 bool Association::isWorthJoining(const CardSettings& settings, const Air& air) const
 {
-    if (mayCreate(settings) || isAskedForOneHeard(air))
+    if (mayCreate(settings) || isRequestedHeard(air))
         return true;
-    return isAnyNetworkAskedFor()
+    return isAnyNetworkRequested()
         && std::any_of(air.networks.begin(), air.networks.end(), [this, &settings](const HeardNetwork& heard) {
-               return isAskedFor(heard.network) && settingsFit(settings, heard.network);
+               return isRequested(heard.network) && settingsFit(settings, heard.network);
            });
 }
 
@@ -146,12 +146,12 @@ bool Association::mayCreate(const CardSettings& settings) const
     return m_createWhenAbsent && settings.infrastructureMode == Ndis802_11IBSS;
 }
 
-std::optional<HeardNetwork> Association::ownNetwork(const CardSettings& settings) const
+std::optional<HeardNetwork> Association::createdNetwork(const CardSettings& settings) const
 {
-    auto network = ownAdHocNetwork(settings);
+    auto network = createdAdHocNetwork(settings);
     if (!network)
         return std::nullopt;
     network->ssid = *m_ssid;
-    network->bssid = m_ownBssid;
+    network->bssid = m_createdBssid;
     return HeardNetwork { *network, network->signalDbm };
 }

@@ -7,8 +7,6 @@
 namespace {
 
 constexpr MacAddress broadcastAddress { 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF };
-constexpr std::size_t wep40Bytes = 5;
-constexpr std::size_t wep104Bytes = 13;
 
 struct KeyRecord {
     NDIS_802_11_KEY head {};
@@ -41,7 +39,7 @@ bool addWepKey(CardSettings& settings, const KeyRecord& key)
     const std::size_t index = key.head.KeyIndex & ~keyIndexTransmit;
     const std::size_t length = key.material.size();
     if (index >= settings.wepKeys.size() || key.head.BSSID != broadcastAddress
-        || (length != wep40Bytes && length != wep104Bytes))
+        || (length != wep40KeyBytes && length != wep104KeyBytes))
         return false;
     settings.wepKeys[index] = key.material;
     if ((key.head.KeyIndex & keyIndexTransmit) != 0)

@@ -6,8 +6,8 @@
 
 namespace {
 
-// The locally administered address next to the card's own, as cards choose it for a network that they put up.
-MacAddress ownNetworkBssid(MacAddress address)
+// Cards use a locally administered variant of their own address for a network that they create.
+MacAddress createdNetworkBssid(MacAddress address)
 {
     address[0] = static_cast<std::uint8_t>((address[0] | 0x02) & ~0x01);
     address[5] = static_cast<std::uint8_t>(address[5] ^ 0x80);
@@ -20,7 +20,7 @@ std::optional<LinkCondition> linkCondition(const CardState& state)
     if (!peer)
         return std::nullopt;
     return LinkCondition { linkRate(peer->network, state.settings.desiredRates, peer->signalDbm), peer->signalDbm,
-        !state.association.isOwnNetwork(), state.settings.rtsThresholdBytes };
+        !state.association.isCreatedNetwork(), state.settings.rtsThresholdBytes };
 }
 
 } // namespace
@@ -28,7 +28,7 @@ std::optional<LinkCondition> linkCondition(const CardState& state)
 CardState::CardState(const Scenario& scenario, std::uint64_t randomSeed)
     : hardware(scenario.card)
     , neighbourhood(scenario.networks, randomSeed)
-    , association(ownNetworkBssid(scenario.card.address))
+    , association(createdNetworkBssid(scenario.card.address))
     , counters(randomSeed)
     , seed(randomSeed)
 {

@@ -9,11 +9,11 @@
 
 #include <cstdint>
 
-// Everything that a simulated card is at a moment. Times are milliseconds of a clock that never runs backwards.
+// The complete state of a simulated card. Times are milliseconds of a monotonic clock.
 struct CardState {
     CardState(const Scenario& scenario, std::uint64_t randomSeed);
 
-    ScenarioCard hardware; // hardwareRadioOn is the switch as it stands now
+    ScenarioCard hardware; // hardwareRadioOn is the current position of the switch
     Neighbourhood neighbourhood;
     CardSettings settings;
     ScanList scanList;
@@ -28,8 +28,8 @@ struct CardState {
     [[nodiscard]] bool isRadioOn() const { return hardware.hardwareRadioOn && settings.radioOn; }
     [[nodiscard]] bool isReady() const { return !isReadyHeld && nowMs >= readyAtMs; }
 
-    // Lets the time up to nowMs pass: scans end, associations come up and go down, counters move.
+    // Simulates the time up to newNowMs: ends scans, brings associations up and down, moves counters.
     void advance(std::int64_t newNowMs);
-    // The state of a card that has just got power; the neighbourhood, the hardware and a held ready flag stay.
+    // Resets the card to its power-up state. The networks, the hardware and a held ready flag do not change.
     void powerUp();
 };

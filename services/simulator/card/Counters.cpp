@@ -9,17 +9,17 @@
 namespace {
 
 constexpr double bytesPerSecondOfRateUnit = 500'000.0 / 8.0;
-// Contention and acknowledgements leave about half of the air's rate; most of it is download.
+// Contention and acknowledgements leave about half of the link rate; most of it is download.
 constexpr double receiveShare = 0.4;
 constexpr double transmitShare = 0.1;
-constexpr double busiestReceiveBytesPerSecond = 600'000.0;
-constexpr double busiestTransmitBytesPerSecond = 120'000.0;
+constexpr double maxReceivedBytesPerSecond = 600'000.0;
+constexpr double maxTransmittedBytesPerSecond = 120'000.0;
 constexpr double bytesPerFrame = 900.0;
 constexpr double multicastReceivedPerSecond = 2.5;
 constexpr double multicastTransmittedPerSecond = 0.2;
 constexpr double withoutBufferShare = 0.0002;
 
-// 0.1 to 1: long swells with shorter ones on them.
+// 0.1 to 1, a slow wave with a faster one on top.
 double activity(std::int64_t nowMs)
 {
     const double seconds = static_cast<double>(nowMs) / 1000.0;
@@ -28,15 +28,10 @@ double activity(std::int64_t nowMs)
     return 0.55 + 0.3 * swell + 0.15 * ripple;
 }
 
-// A 32-bit count as the driver keeps it: it wraps.
+// The driver's 32-bit counters wrap.
 std::uint32_t wrapped(double count)
 {
     return static_cast<std::uint32_t>(static_cast<std::uint64_t>(count));
-}
-
-std::int64_t whole(double count)
-{
-    return static_cast<std::int64_t>(count);
 }
 
 } // namespace
@@ -65,8 +60,8 @@ void Counters::addTraffic(std::int64_t nowMs, double seconds, const LinkConditio
         return;
     const double usable = link.rate * bytesPerSecondOfRateUnit * (1.0 - retryShare(link.signalDbm)) * seconds;
     const double busy = activity(nowMs) * jitter();
-    const double received = std::min(usable * receiveShare, busiestReceiveBytesPerSecond * seconds) * busy;
-    const double transmitted = std::min(usable * transmitShare, busiestTransmitBytesPerSecond * seconds) * busy;
+    const double received = std::min(usable * receiveShare, maxReceivedBytesPerSecond * seconds) * busy;
+    const double transmitted = std::min(usable * transmitShare, maxTransmittedBytesPerSecond * seconds) * busy;
     m_receivedBytes += received;
     m_transmittedBytes += transmitted;
     addFrames(transmitted / bytesPerFrame, received / bytesPerFrame, seconds, link);
@@ -75,25 +70,26 @@ void Counters::addTraffic(std::int64_t nowMs, double seconds, const LinkConditio
 void Counters::addFrames(double transmitted, double received, double seconds, const LinkCondition& link)
 {
     const double retried = retryShare(link.signalDbm) * jitter();
-    m_frames.transmitted += transmitted;
-    m_frames.retries += transmitted * retried;
-    m_frames.multipleRetries += transmitted * retried * retried;
-    m_frames.failed += transmitted * retried * retried * retried;
-    m_frames.multicastTransmitted += multicastTransmittedPerSecond * seconds;
-    m_frames.received += received;
-    m_frames.multicastReceived += multicastReceivedPerSecond * seconds;
-    m_frames.duplicates += received * retried * 0.1;
-    m_frames.checksumErrors += received * retried * 0.5;
-    m_frames.withoutBuffer += received * withoutBufferShare;
+    m_frames[Transmitted].add(transmitted);
+    m_frames[Retries].add(transmitted * retried);
+    m_frames[MultipleRetries].add(transmitted * retried * retried);
+    m_frames[Failed].add(transmitted * retried * retried * retried);
+    m_frames[MulticastTransmitted].add(multicastTransmittedPerSecond * seconds);
+    m_frames[Received].add(received);
+    m_frames[MulticastReceived].add(multicastReceivedPerSecond * seconds);
+    m_frames[Duplicates].add(received * retried * 0.1);
+    m_frames[ChecksumErrors].add(received * retried * 0.5);
+    m_frames[WithoutBuffer].add(received * withoutBufferShare);
     if (link.rtsThresholdBytes < bytesPerFrame) {
-        m_frames.rtsSuccesses += transmitted;
-        m_frames.rtsFailures += transmitted * retried * 0.3;
+        m_frames[RtsSuccesses].add(transmitted);
+        m_frames[RtsFailures].add(transmitted * retried * 0.3);
     }
 }
 
 void Counters::reset()
 {
-    m_frames = {};
+    for (auto& counter : m_frames)
+        counter.reset();
 }
 
 std::uint32_t Counters::transmittedBytes() const
@@ -108,30 +104,35 @@ std::uint32_t Counters::receivedBytes() const
 
 std::uint32_t Counters::receivedFrames() const
 {
-    return wrapped(m_frames.received);
+    return wrapped(m_frames[Received].value());
 }
 
 std::uint32_t Counters::framesWithoutBuffer() const
 {
-    return wrapped(m_frames.withoutBuffer);
+    return wrapped(m_frames[WithoutBuffer].value());
+}
+
+std::int64_t Counters::whole(Frames counter) const
+{
+    return static_cast<std::int64_t>(m_frames[counter].value());
 }
 
 NDIS_802_11_STATISTICS Counters::statistics() const
 {
     NDIS_802_11_STATISTICS statistics {};
     statistics.Length = sizeof(statistics);
-    statistics.TransmittedFragmentCount = whole(m_frames.transmitted);
-    statistics.MulticastTransmittedFrameCount = whole(m_frames.multicastTransmitted);
-    statistics.FailedCount = whole(m_frames.failed);
-    statistics.RetryCount = whole(m_frames.retries);
-    statistics.MultipleRetryCount = whole(m_frames.multipleRetries);
-    statistics.RTSSuccessCount = whole(m_frames.rtsSuccesses);
-    statistics.RTSFailureCount = whole(m_frames.rtsFailures);
-    // Every retry and every failure began with an acknowledgement that did not come.
-    statistics.ACKFailureCount = whole(m_frames.retries + m_frames.failed);
-    statistics.FrameDuplicateCount = whole(m_frames.duplicates);
-    statistics.ReceivedFragmentCount = whole(m_frames.received);
-    statistics.MulticastReceivedFrameCount = whole(m_frames.multicastReceived);
-    statistics.FCSErrorCount = whole(m_frames.checksumErrors);
+    statistics.TransmittedFragmentCount = whole(Transmitted);
+    statistics.MulticastTransmittedFrameCount = whole(MulticastTransmitted);
+    statistics.FailedCount = whole(Failed);
+    statistics.RetryCount = whole(Retries);
+    statistics.MultipleRetryCount = whole(MultipleRetries);
+    statistics.RTSSuccessCount = whole(RtsSuccesses);
+    statistics.RTSFailureCount = whole(RtsFailures);
+    // Every retry and every failure started with a missing acknowledgement.
+    statistics.ACKFailureCount = static_cast<std::int64_t>(m_frames[Retries].value() + m_frames[Failed].value());
+    statistics.FrameDuplicateCount = whole(Duplicates);
+    statistics.ReceivedFragmentCount = whole(Received);
+    statistics.MulticastReceivedFrameCount = whole(MulticastReceived);
+    statistics.FCSErrorCount = whole(ChecksumErrors);
     return statistics;
 }

@@ -9,7 +9,7 @@
 namespace {
 
 constexpr int pbkdf2Rounds = 4096;
-constexpr std::int32_t ownNetworkSignalDbm = -50;
+constexpr std::int32_t createdNetworkSignalDbm = -50;
 
 std::int32_t encryptionOf(Cipher cipher)
 {
@@ -37,8 +37,8 @@ bool wepKeyFits(const CardSettings& settings, const ScenarioNetwork& network, st
             [](char wantedByte, std::uint8_t heldByte) { return static_cast<std::uint8_t>(wantedByte) == heldByte; });
 }
 
-// Each side must be able to read what the other sends: the card's transmit key must be the network's key of that
-// index, and the network's transmit key must be known to the card.
+// Each side must be able to decrypt what the other sends: the card's transmit key must equal the network's key of the
+// same index, and the card must have the network's transmit key.
 bool wepFits(const CardSettings& settings, const ScenarioNetwork& network)
 {
     const std::int32_t wantedAuthentication
@@ -90,19 +90,19 @@ bool settingsFit(const CardSettings& settings, const ScenarioNetwork& network)
     case Security::WpaNone:
         return wpaFits(settings, network, Ndis802_11AuthModeWPANone, settings.adHocWpaKey);
     case Security::WpaEnterprise:
-        return false; // nobody here speaks 802.1X
+        return false; // 802.1X is not simulated
     }
     return false;
 }
 
-std::optional<ScenarioNetwork> ownAdHocNetwork(const CardSettings& settings)
+std::optional<ScenarioNetwork> createdAdHocNetwork(const CardSettings& settings)
 {
     if (settings.infrastructureMode != Ndis802_11IBSS)
         return std::nullopt;
     ScenarioNetwork network;
     network.adHoc = true;
     network.channel = channelOfFrequency(settings.configuration.DSConfig);
-    network.signalDbm = ownNetworkSignalDbm;
+    network.signalDbm = createdNetworkSignalDbm;
     if (settings.encryptionStatus == Ndis802_11Encryption1Enabled) {
         if (!settings.transmitKeyIndex)
             return std::nullopt;
@@ -116,7 +116,7 @@ std::optional<ScenarioNetwork> ownAdHocNetwork(const CardSettings& settings)
         network.cipher = settings.encryptionStatus == Ndis802_11Encryption3Enabled ? Cipher::Aes : Cipher::Tkip;
         network.presharedKey = settings.adHocWpaKey;
     }
-    // The card must fit its own network, which refuses mixtures such as WPA-None without a key.
+    // The card must be able to join the network it creates. This rejects combinations such as WPA-None without a key.
     if (!settingsFit(settings, network))
         return std::nullopt;
     return network;

@@ -5,13 +5,13 @@
 
 #include <optional>
 
-// The 32-byte key that a WPA-PSK or WPA-None network wants: its own, or the one that its passphrase and name give
-// (PBKDF2 with HMAC-SHA1 over 4096 rounds, as IEEE 802.11i has it). Nothing for other networks.
+// The 32-byte key of a WPA-PSK or WPA-None network: its pre-shared key, or the key derived from its passphrase and name
+// (PBKDF2 with HMAC-SHA1, 4096 rounds, IEEE 802.11i). std::nullopt for other networks.
 [[nodiscard]] std::optional<PresharedKey> expectedPresharedKey(const ScenarioNetwork& network);
 
-// Whether a network lets a card with these settings in: infrastructure mode, authentication, encryption and key bytes.
+// Whether a network accepts a card with these settings: infrastructure mode, authentication, encryption and keys.
 [[nodiscard]] bool settingsFit(const CardSettings& settings, const ScenarioNetwork& network);
 
-// The ad hoc network that a card with these settings puts up by itself, name and address left to the caller; nothing
-// when the settings are not those of an ad hoc network or a key that they need is missing.
-[[nodiscard]] std::optional<ScenarioNetwork> ownAdHocNetwork(const CardSettings& settings);
+// The ad hoc network (IBSS) that a card with these settings creates; the caller adds name and address. std::nullopt if
+// the settings are not for an ad hoc network or lack a required key.
+[[nodiscard]] std::optional<ScenarioNetwork> createdAdHocNetwork(const CardSettings& settings);

@@ -1,6 +1,6 @@
 #include "services/simulator/card/LinkModel.h"
 
-#include "services/simulator/card/BssidEncoder.h"
+#include "services/simulator/card/Beacon.h"
 #include "services/simulator/card/Neighbourhood.h"
 
 #include <algorithm>
@@ -12,7 +12,7 @@ constexpr std::uint8_t rateMask = 0x7F; // bit 7 marks a basic rate
 
 struct RateStep {
     std::uint8_t rate; // units of 500 kbit/s
-    std::int32_t weakestDbm; // typical receiver sensitivity, with some margin
+    std::int32_t minSignalDbm; // typical receiver sensitivity plus a margin
 };
 
 constexpr std::array<RateStep, 12> rateSteps { {
@@ -30,13 +30,13 @@ constexpr std::array<RateStep, 12> rateSteps { {
     { 2, -95 },
 } };
 
-std::int32_t weakestSignalFor(std::uint8_t rate)
+std::int32_t minSignalFor(std::uint8_t rate)
 {
     for (const RateStep& step : rateSteps) {
         if (step.rate <= rate)
-            return step.weakestDbm;
+            return step.minSignalDbm;
     }
-    return rateSteps.back().weakestDbm;
+    return rateSteps.back().minSignalDbm;
 }
 
 std::vector<std::uint8_t> allowedRates(const ScenarioNetwork& network, const NDIS_802_11_RATES& desiredRates)
@@ -57,7 +57,7 @@ std::uint32_t linkRate(const ScenarioNetwork& network, const NDIS_802_11_RATES& 
     const std::vector<std::uint8_t> allowed = allowedRates(network, desiredRates);
     std::uint8_t best = *std::min_element(allowed.begin(), allowed.end());
     for (const std::uint8_t rate : allowed) {
-        if (rate > best && signalDbm >= weakestSignalFor(rate))
+        if (rate > best && signalDbm >= minSignalFor(rate))
             best = rate;
     }
     return best;
@@ -65,7 +65,7 @@ std::uint32_t linkRate(const ScenarioNetwork& network, const NDIS_802_11_RATES& 
 
 std::uint32_t channelQuality(std::int32_t signalDbm)
 {
-    return static_cast<std::uint32_t>(std::clamp(2 * (signalDbm - Neighbourhood::weakestSignalDbm), 0, 100));
+    return static_cast<std::uint32_t>(std::clamp(2 * (signalDbm - Neighbourhood::minSignalDbm), 0, 100));
 }
 
 double retryShare(std::int32_t signalDbm)

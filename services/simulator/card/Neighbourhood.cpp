@@ -6,12 +6,12 @@
 
 namespace {
 
-constexpr std::int32_t highestTwoGhzChannel = 14;
-// Two waves of periods without a common multiple look like people walking about, and never leave the given range.
+constexpr std::int32_t maxTwoGhzChannel = 14;
+// The sum of two waves with unrelated periods looks irregular and stays within the range.
 constexpr double slowPeriodMs = 47'000.0;
-constexpr double quickPeriodMs = 13'000.0;
+constexpr double fastPeriodMs = 13'000.0;
 constexpr double slowShare = 0.6;
-constexpr double quickShare = 0.4;
+constexpr double fastShare = 0.4;
 
 std::uint64_t mixed(std::uint64_t value)
 {
@@ -21,7 +21,7 @@ std::uint64_t mixed(std::uint64_t value)
     return value ^ (value >> 31);
 }
 
-// 0 up to a whole turn, different for every network and seed.
+// 0 to 2π, different for each network and seed.
 double phase(const MacAddress& bssid, std::uint64_t seed)
 {
     std::uint64_t hash = mixed(seed);
@@ -44,7 +44,7 @@ auto byBssid(const MacAddress& bssid)
 
 bool isFiveGhz(const ScenarioNetwork& network)
 {
-    return network.channel > highestTwoGhzChannel;
+    return network.channel > maxTwoGhzChannel;
 }
 
 Neighbourhood::Neighbourhood(std::vector<ScenarioNetwork> networks, std::uint64_t seed)
@@ -79,7 +79,7 @@ std::int32_t Neighbourhood::signalDbm(const ScenarioNetwork& network, std::int64
 {
     const double start = phase(network.bssid, m_seed);
     const double offset
-        = slowShare * wave(nowMs, slowPeriodMs, start) + quickShare * wave(nowMs, quickPeriodMs, 2 * start);
+        = slowShare * wave(nowMs, slowPeriodMs, start) + fastShare * wave(nowMs, fastPeriodMs, 2 * start);
     return network.signalDbm + static_cast<std::int32_t>(std::lround(offset * network.driftDb));
 }
 
@@ -88,7 +88,7 @@ std::vector<HeardNetwork> Neighbourhood::inRange(std::int64_t nowMs, bool fiveGh
     std::vector<HeardNetwork> heard;
     for (const ScenarioNetwork& network : m_networks) {
         const std::int32_t signal = signalDbm(network, nowMs);
-        if (signal >= weakestSignalDbm && (fiveGhz || !isFiveGhz(network)))
+        if (signal >= minSignalDbm && (fiveGhz || !isFiveGhz(network)))
             heard.push_back({ network, signal });
     }
     return heard;

@@ -8,13 +8,12 @@
 #include <optional>
 #include <span>
 
-// One function per request of the driver interface (docs/driver-protocol.md), on a card whose time is up to date.
+// Queries and sets of the driver interface (docs/driver-protocol.md), on a card that was advanced to the current time.
 
-// The answer to a query, whose length is the record's; empty where the record is the empty one. Nothing when the card
-// refuses: an unknown OID, one that can only be set, a reply capacity (bytes) below the record, or no link for what
-// only a link has.
+// The record that answers a query. std::nullopt if the card refuses: an unknown OID, an OID that can only be set, a reply
+// capacity (bytes) below the size of the record, or a property of the link while the link is down.
 [[nodiscard]] std::optional<Bytes> answerQuery(CardState& state, std::uint32_t oid, std::uint32_t replyCapacity);
 
-// False, with nothing changed, for an unknown OID, one that can only be queried, an input that is not exactly the
-// record, and a value that no card takes. The set flag is not part of oid.
+// Returns false and changes nothing for an unknown OID, an OID that can only be queried, an input that is not exactly the
+// size of the record, or an invalid value. oid does not contain the set flag.
 [[nodiscard]] bool applySet(CardState& state, std::uint32_t oid, std::span<const std::byte> input);

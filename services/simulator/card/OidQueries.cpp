@@ -1,5 +1,5 @@
 #include "driver/records/Oids.h"
-#include "services/simulator/card/BssidEncoder.h"
+#include "services/simulator/card/Beacon.h"
 #include "services/simulator/card/LinkModel.h"
 #include "services/simulator/card/OidHandlers.h"
 
@@ -52,7 +52,7 @@ Answer ssid(CardState& state)
     return bytesOf(record);
 }
 
-// Reading the flag takes the event back: the utility answers it with one connection, not one per tick.
+// Reading the flag clears it: the utility reacts to each event with one connection, not with one per tick.
 Answer eventFlag(CardState& state)
 {
     const std::uint32_t value = state.isEventRaised ? 1 : 0;
@@ -131,7 +131,7 @@ Answer eepromVersion(CardState& state)
 
 struct QueryRow {
     std::uint32_t oid;
-    std::uint32_t length; // the least reply capacity, in bytes
+    std::uint32_t length; // minimum reply capacity in bytes
     Answer (*answer)(CardState&);
 };
 
@@ -154,8 +154,8 @@ constexpr std::array queries {
     QueryRow { OID_802_11_DESIRED_RATES, sizeof(NDIS_802_11_RATES), settingOf<&CardSettings::desiredRates> },
     QueryRow { OID_802_11_CONFIGURATION, sizeof(NDIS_802_11_CONFIGURATION), configuration },
     QueryRow { OID_802_11_POWER_MODE, 4, settingOf<&CardSettings::powerMode> },
-    QueryRow { OID_802_11_BSSID_LIST, ScanList::chunkBytes, bssidList },
-    QueryRow { VX_OID_802_11_BSSID_LIST_NEXT, ScanList::chunkBytes, bssidListNext },
+    QueryRow { OID_802_11_BSSID_LIST, ListDelivery::chunkBytes, bssidList },
+    QueryRow { VX_OID_802_11_BSSID_LIST_NEXT, ListDelivery::chunkBytes, bssidListNext },
     QueryRow { OID_802_11_STATISTICS, sizeof(NDIS_802_11_STATISTICS), statistics },
     QueryRow { VX_OID_802_11_PREAMBLE, 4, settingOf<&CardSettings::preamble> },
     QueryRow { VX_OID_802_11_LINK_COUNTERS, sizeof(VX_802_11_LINK_COUNTERS), linkCounters },

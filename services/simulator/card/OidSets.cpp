@@ -10,12 +10,12 @@ namespace {
 using Input = std::span<const std::byte>;
 
 constexpr std::uint32_t scanInputBytes = 4;
-constexpr std::uint32_t longestRtsThresholdBytes = 2347;
-constexpr std::uint32_t shortestFragmentBytes = 256;
-constexpr std::int32_t highestTwoGhzChannel = 14;
-constexpr std::uint32_t highestPhyMode = 3;
-constexpr std::uint32_t firstFiveGhzPhyMode = 2;
-constexpr std::uint32_t highestPowerMode = 2;
+constexpr std::uint32_t maxThresholdBytes = 2347;
+constexpr std::uint32_t minFragmentBytes = 256;
+constexpr std::int32_t maxTwoGhzChannel = 14;
+constexpr std::uint32_t maxPhyMode = 3;
+constexpr std::uint32_t minFiveGhzPhyMode = 2;
+constexpr std::uint32_t maxPowerMode = 2;
 
 template <auto member, auto isAllowed> bool setSetting(CardState& state, Input input)
 {
@@ -42,7 +42,7 @@ bool isAuthenticationMode(const CardState&, std::int32_t mode)
     return mode >= Ndis802_11AuthModeOpen && mode <= Ndis802_11AuthModeWPANone;
 }
 
-// The other values tell of an absent key and are only ever reported.
+// The other values report an absent key and cannot be set.
 bool isEncryptionStatus(const CardState&, std::int32_t status)
 {
     return status == Ndis802_11Encryption1Enabled || status == Ndis802_11EncryptionDisabled
@@ -51,17 +51,17 @@ bool isEncryptionStatus(const CardState&, std::int32_t status)
 
 bool isRtsThreshold(const CardState&, std::uint32_t threshold)
 {
-    return threshold <= longestRtsThresholdBytes;
+    return threshold <= maxThresholdBytes;
 }
 
 bool isFragmentationThreshold(const CardState&, std::uint32_t threshold)
 {
-    return threshold == 0 || (threshold >= shortestFragmentBytes && threshold <= longestRtsThresholdBytes);
+    return threshold == 0 || (threshold >= minFragmentBytes && threshold <= maxThresholdBytes);
 }
 
 bool isPowerMode(const CardState&, std::uint32_t mode)
 {
-    return mode <= highestPowerMode;
+    return mode <= maxPowerMode;
 }
 
 bool isTransmitPower(const CardState&, std::uint32_t percent)
@@ -72,14 +72,14 @@ bool isTransmitPower(const CardState&, std::uint32_t percent)
 
 bool isPhyMode(const CardState& state, std::uint32_t mode)
 {
-    return mode <= highestPhyMode && (mode < firstFiveGhzPhyMode || state.hardware.supportsFiveGhz);
+    return mode <= maxPhyMode && (mode < minFiveGhzPhyMode || state.hardware.supportsFiveGhz);
 }
 
 bool isConfiguration(const CardState& state, const NDIS_802_11_CONFIGURATION& record)
 {
     const std::int32_t channel = channelOfFrequency(record.DSConfig);
     return record.Length == sizeof(record) && channel > 0
-        && (channel <= highestTwoGhzChannel || state.hardware.supportsFiveGhz);
+        && (channel <= maxTwoGhzChannel || state.hardware.supportsFiveGhz);
 }
 
 bool setInfrastructureMode(CardState& state, Input input)
@@ -87,7 +87,7 @@ bool setInfrastructureMode(CardState& state, Input input)
     const auto mode = recordOf<std::int32_t>(input);
     if (!mode || *mode < Ndis802_11IBSS || *mode > Ndis802_11AutoUnknown)
         return false;
-    // A link of the other kind cannot live on.
+    // A link of the other mode cannot continue.
     if (*mode != state.settings.infrastructureMode)
         state.association.disassociate();
     state.settings.infrastructureMode = *mode;
@@ -161,7 +161,7 @@ bool setRadio(CardState& state, Input input)
     return true;
 }
 
-// The switch, the reserved word and the errors are the card's own to say.
+// The client cannot set the switch position, the reserved word and the error bits.
 bool setStationConfig(CardState& state, Input input)
 {
     auto record = recordOf<VX_802_11_STA_CONFIG>(input);

@@ -1,9 +1,9 @@
 #include "services/simulator/card/ScanList.h"
 
-#include "services/simulator/card/BssidEncoder.h"
+#include "services/simulator/card/Beacon.h"
 
 #include <algorithm>
-#include <cstring>
+#include <utility>
 
 void ScanList::startScan(std::int64_t nowMs)
 {
@@ -49,27 +49,8 @@ void ScanList::renew(const HeardNetwork& heard)
 
 Bytes ScanList::firstChunk(std::int64_t nowMs)
 {
-    m_delivery.clear();
-    m_delivered = 0;
+    std::vector<Bytes> entries;
     for (const Entry& entry : m_entries)
-        m_delivery.push_back(encodeBssidEntry(entry.heard, nowMs));
-    return takeChunk();
-}
-
-Bytes ScanList::nextChunk()
-{
-    return m_delivered < m_delivery.size() ? takeChunk() : Bytes {};
-}
-
-Bytes ScanList::takeChunk()
-{
-    NDIS_802_11_BSSID_LIST head { 0 };
-    Bytes chunk = bytesOf(head);
-    while (m_delivered < m_delivery.size() && chunk.size() + m_delivery[m_delivered].size() <= chunkBytes) {
-        const Bytes& entry = m_delivery[m_delivered++];
-        chunk.insert(chunk.end(), entry.begin(), entry.end());
-        ++head.NumberOfItems;
-    }
-    std::memcpy(chunk.data(), &head, sizeof(head));
-    return chunk;
+        entries.push_back(encodeBssidEntry(beaconOf(entry.heard, nowMs)));
+    return m_delivery.start(std::move(entries));
 }

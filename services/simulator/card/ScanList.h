@@ -1,37 +1,36 @@
 #pragma once
 
-#include "services/card/RecordBytes.h"
+#include "services/card/ListDelivery.h"
 #include "services/simulator/card/Neighbourhood.h"
 
 #include <cstdint>
 #include <optional>
 #include <vector>
 
-// What the scans of the card have found, and its delivery in pieces.
+// The networks that the card's scans have found, and their delivery to the client.
 class ScanList {
 public:
     static constexpr std::int64_t scanDurationMs = 1500;
-    // A network that this many scans in a row did not see is taken off the list.
+    // A network missed by this many scans in a row leaves the list.
     static constexpr std::int32_t scansUntilForgotten = 3;
-    static constexpr std::size_t chunkBytes = 4096;
 
-    // A request while a scan runs is part of that scan.
+    // A request during a scan is served by that scan.
     void startScan(std::int64_t nowMs);
     [[nodiscard]] bool isScanDone(std::int64_t nowMs) const;
-    // Ends a scan with what it has seen: seen entries are renewed, the others age.
+    // Ends a scan: renews the entries it has seen and ages the others.
     void finishScan(const std::vector<HeardNetwork>& seen);
-    // The network that the card is associated with is heard all the time, whatever the scans say.
+    // The card hears the network it is associated with all the time, whatever the scans find.
     void keep(const HeardNetwork& associated);
-    // Empties the list and gives up a running scan, as a card does that loses its radio.
+    // Clears the list and cancels a running scan, as a card does when its radio is switched off.
     void forgetAll();
 
     [[nodiscard]] std::size_t size() const { return m_entries.size(); }
 
-    // The list as it is now, in the order in which the networks were first seen: an NDIS_802_11_BSSID_LIST with as
-    // many whole entries as a chunk takes. Further chunks carry the rest of that same list.
+    // The list as it is now, in the order in which the networks were first seen. Further chunks carry the rest of that
+    // same list, even if a scan ends in between.
     [[nodiscard]] Bytes firstChunk(std::int64_t nowMs);
-    // Empty when the whole list was delivered.
-    [[nodiscard]] Bytes nextChunk();
+    // Empty once the whole list has been delivered.
+    [[nodiscard]] Bytes nextChunk() { return m_delivery.next(); }
 
 private:
     struct Entry {
@@ -40,10 +39,8 @@ private:
     };
 
     void renew(const HeardNetwork& heard);
-    [[nodiscard]] Bytes takeChunk();
 
     std::vector<Entry> m_entries;
     std::optional<std::int64_t> m_scanStartMs;
-    std::vector<Bytes> m_delivery;
-    std::size_t m_delivered { 0 };
+    ListDelivery m_delivery;
 };

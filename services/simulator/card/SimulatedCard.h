@@ -11,23 +11,21 @@ struct CardAnswer {
     Bytes output; // empty for sets and refused requests
 };
 
-// A card in its neighbourhood: answers driver requests and takes what happens to it from outside. Every operation
-// carries the time at which it happens, in milliseconds of a clock that never runs backwards; what was due earlier
-// happens first.
+// A simulated card: answers driver requests and reacts to changes from outside. Every operation takes the current time in
+// milliseconds of a monotonic clock and first advances the card to it.
 class SimulatedCard {
 public:
     static constexpr std::int64_t resetDurationMs = 500;
 
     SimulatedCard(const Scenario& scenario, std::uint64_t seed);
 
-    // One structure call: an OID with or without the set flag, the caller's buffer, the reply capacity in bytes.
+    // One structure call: the OID with or without the set flag, the client's buffer, the reply capacity in bytes.
     [[nodiscard]] CardAnswer answer(
         std::uint32_t oid, std::span<const std::byte> input, std::uint32_t replyCapacity, std::int64_t nowMs);
 
-    // The card as it is when it gets power.
     void powerUp(std::int64_t nowMs);
-    // The card loses its settings and, once it is ready again, wants the profile re-applied: the event flag is raised
-    // and the ready flag reads 0 for a while.
+    // Resets the settings and raises the event flag, so that the utility re-applies the profile. The ready flag reads 0
+    // for resetDurationMs.
     void reset(std::int64_t nowMs);
     void setHardwareRadio(bool isOn, std::int64_t nowMs);
     void raiseEvent();
@@ -36,7 +34,6 @@ public:
     [[nodiscard]] bool removeNetwork(const MacAddress& bssid, std::int64_t nowMs);
     [[nodiscard]] bool moveNetwork(const MacAddress& bssid, std::int32_t signalDbm, std::int64_t nowMs);
 
-    // The card at a time.
     [[nodiscard]] const CardState& stateAt(std::int64_t nowMs);
 
 private:

@@ -20,7 +20,7 @@ QString addressText(const MacAddress& address)
     return octets.join(QLatin1Char('-'));
 }
 
-// The name twice: as text, in which bytes that are no UTF-8 are lost, and as the bytes it is.
+// The name as text, which loses bytes that are not UTF-8, and as hexadecimal bytes.
 void addName(QJsonObject& object, const std::string& ssid)
 {
     object.insert(QStringLiteral("ssid"), text(ssid));
@@ -44,9 +44,26 @@ QLatin1String nameOfSecurity(Security security)
     return {};
 }
 
+QLatin1String nameOfLinkState(LinkState state)
+{
+    switch (state) {
+    case LinkState::Idle:
+        return QLatin1String("idle");
+    case LinkState::Joining:
+        return QLatin1String("joining");
+    case LinkState::Up:
+        return QLatin1String("up");
+    case LinkState::Waiting:
+        return QLatin1String("waiting");
+    case LinkState::Refused:
+        return QLatin1String("refused");
+    }
+    return {};
+}
+
 QJsonObject associationReport(const CardState& state)
 {
-    QJsonObject report { { QStringLiteral("state"), text(nameOfLinkState(state.association.state())) } };
+    QJsonObject report { { QStringLiteral("state"), nameOfLinkState(state.association.state()) } };
     const auto& peer = state.association.peer();
     if (!peer)
         return report;
@@ -54,7 +71,7 @@ QJsonObject associationReport(const CardState& state)
     report.insert(QStringLiteral("bssid"), addressText(peer->network.bssid));
     report.insert(QStringLiteral("channel"), peer->network.channel);
     report.insert(QStringLiteral("signal_dbm"), peer->signalDbm);
-    report.insert(QStringLiteral("own_network"), state.association.isOwnNetwork());
+    report.insert(QStringLiteral("own_network"), state.association.isCreatedNetwork());
     report.insert(QStringLiteral("rate"),
         static_cast<int>(linkRate(peer->network, state.settings.desiredRates, peer->signalDbm)));
     return report;
@@ -70,7 +87,7 @@ QJsonArray networkReports(const CardState& state)
         report.insert(QStringLiteral("bssid"), addressText(network.bssid));
         report.insert(QStringLiteral("channel"), network.channel);
         report.insert(QStringLiteral("signal_dbm"), signal);
-        report.insert(QStringLiteral("in_range"), signal >= Neighbourhood::weakestSignalDbm);
+        report.insert(QStringLiteral("in_range"), signal >= Neighbourhood::minSignalDbm);
         report.insert(QStringLiteral("hidden"), network.hidden);
         report.insert(QStringLiteral("ad_hoc"), network.adHoc);
         report.insert(QStringLiteral("security"), nameOfSecurity(network.security));
@@ -115,23 +132,6 @@ QJsonArray faultReports(const Faults& faults)
 }
 
 } // namespace
-
-std::string_view nameOfLinkState(LinkState state)
-{
-    switch (state) {
-    case LinkState::Idle:
-        return "idle";
-    case LinkState::Joining:
-        return "joining";
-    case LinkState::Up:
-        return "up";
-    case LinkState::Waiting:
-        return "waiting";
-    case LinkState::Refused:
-        return "refused";
-    }
-    return {};
-}
 
 QJsonObject statusReport(SimulatorService& service)
 {

@@ -4,9 +4,5 @@
 
 #include <QJsonObject>
 
-#include <string_view>
-
-// The state of the simulator as simctl shows it. Of keys it gives the lengths alone.
+// The state of the simulator as pellvane-simctl shows it. Keys are reported as lengths only.
 [[nodiscard]] QJsonObject statusReport(SimulatorService& service);
-
-[[nodiscard]] std::string_view nameOfLinkState(LinkState state);

@@ -1,6 +1,6 @@
 #include "services/simulator/service/ListFaults.h"
 
-#include "services/simulator/card/BssidEncoder.h"
+#include "services/simulator/card/Beacon.h"
 
 #include <cstring>
 
@@ -20,7 +20,7 @@ Bytes chunkOfOne()
     heard.network.security = Security::WpaPsk;
     heard.signalDbm = heard.network.signalDbm;
     Bytes chunk = bytesOf(NDIS_802_11_BSSID_LIST { 1 });
-    const Bytes entry = encodeBssidEntry(heard, 0);
+    const Bytes entry = encodeBssidEntry(beaconOf(heard, 0));
     chunk.insert(chunk.end(), entry.begin(), entry.end());
     return chunk;
 }
@@ -49,7 +49,7 @@ Bytes spoiledChunk(const Bytes& chunk, FaultKind kind)
         putAt(spoiled, firstEntry + offsetof(WLAN_BSSID_EX, IELength), elementBytesPastEnd);
         spoiled[firstElementLengthByte] = std::byte { 0xFF };
         break;
-    case FaultKind::ListEndless: // a continuation that has something to say, always
+    case FaultKind::ListEndless: // a continuation that always has an entry
     case FaultKind::RefuseClients:
     case FaultKind::HangAll:
     case FaultKind::Fail:

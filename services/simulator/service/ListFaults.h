@@ -3,8 +3,5 @@
 #include "services/card/RecordBytes.h"
 #include "services/simulator/service/Faults.h"
 
-#include <cstdint>
-
-// Spoils a chunk of a scan result as the list faults say. A chunk without an entry is given one first, so that there is
-// something to lie about.
+// Applies a list fault to a chunk of a scan result. A chunk without entries gets one first, for the fault to spoil.
 [[nodiscard]] Bytes spoiledChunk(const Bytes& chunk, FaultKind kind);

@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr MacAddress ownBssid { 0x02, 0, 0, 0, 0, 0x01 };
+constexpr MacAddress createdBssid { 0x02, 0, 0, 0, 0, 0x01 };
 
 Air airOf(const std::vector<ScenarioNetwork>& networks)
 {
@@ -18,13 +18,13 @@ Air airOf(const std::vector<ScenarioNetwork>& networks)
 
 class AssociationTest : public testing::Test {
 protected:
-    void advance(std::int64_t milliseconds)
+    void advance(std::int64_t elapsedMs)
     {
-        nowMs += milliseconds;
+        nowMs += elapsedMs;
         association.advance(nowMs, settings, air);
     }
 
-    Association association { ownBssid };
+    Association association { createdBssid };
     CardSettings settings;
     Air air { airOf({ openNetwork("cafe", 1, -80), openNetwork("cafe", 2, -50), openNetwork("other", 3) }) };
     std::int64_t nowMs { 0 };
@@ -32,14 +32,14 @@ protected:
 
 } // namespace
 
-TEST_F(AssociationTest, DoesNothingUnasked)
+TEST_F(AssociationTest, StaysIdleWithoutARequest)
 {
     advance(60'000);
     EXPECT_EQ(association.state(), LinkState::Idle);
     EXPECT_FALSE(association.peer());
 }
 
-TEST_F(AssociationTest, TakesAMomentAndTheStrongestOfTheName)
+TEST_F(AssociationTest, JoinsTheStrongestNetworkOfTheNameAfter700Ms)
 {
     association.joinSsid("cafe", nowMs);
     advance(699);
@@ -50,7 +50,7 @@ TEST_F(AssociationTest, TakesAMomentAndTheStrongestOfTheName)
     EXPECT_EQ(association.peer()->network.bssid[5], 2);
 }
 
-TEST_F(AssociationTest, JoinsTheOneOfTheAddress)
+TEST_F(AssociationTest, JoinsByAddress)
 {
     association.joinBssid(openNetwork("", 1).bssid, nowMs);
     advance(700);
@@ -58,7 +58,7 @@ TEST_F(AssociationTest, JoinsTheOneOfTheAddress)
     EXPECT_EQ(association.peer()->signalDbm, -80);
 }
 
-TEST_F(AssociationTest, ANewRequestDropsTheLinkAtOnce)
+TEST_F(AssociationTest, NewRequestDropsTheLinkAtOnce)
 {
     association.joinSsid("cafe", nowMs);
     advance(700);
@@ -68,7 +68,7 @@ TEST_F(AssociationTest, ANewRequestDropsTheLinkAtOnce)
     EXPECT_EQ(association.peer()->network.ssid, "other");
 }
 
-TEST_F(AssociationTest, ARefusalIsFinalUntilAskedAnew)
+TEST_F(AssociationTest, StaysRefusedUntilTheNextRequest)
 {
     settings.encryptionStatus = Ndis802_11Encryption1Enabled;
     association.joinSsid("cafe", nowMs);
@@ -82,7 +82,7 @@ TEST_F(AssociationTest, ARefusalIsFinalUntilAskedAnew)
     EXPECT_EQ(association.state(), LinkState::Up);
 }
 
-TEST_F(AssociationTest, WaitsForANetworkThatIsNotThere)
+TEST_F(AssociationTest, WaitsForANetworkOutOfRange)
 {
     association.joinSsid("away", nowMs);
     advance(700);
@@ -94,7 +94,7 @@ TEST_F(AssociationTest, WaitsForANetworkThatIsNotThere)
     EXPECT_EQ(association.state(), LinkState::Up);
 }
 
-TEST_F(AssociationTest, LosesANetworkAndComesBackToIt)
+TEST_F(AssociationTest, RejoinsANetworkThatReturns)
 {
     association.joinSsid("cafe", nowMs);
     advance(700);
@@ -109,7 +109,7 @@ TEST_F(AssociationTest, LosesANetworkAndComesBackToIt)
     EXPECT_EQ(association.state(), LinkState::Up);
 }
 
-TEST_F(AssociationTest, FollowsTheSignalOfItsNetwork)
+TEST_F(AssociationTest, FollowsTheSignalOfThePeer)
 {
     association.joinSsid("other", nowMs);
     advance(700);
@@ -118,7 +118,7 @@ TEST_F(AssociationTest, FollowsTheSignalOfItsNetwork)
     EXPECT_EQ(association.peer()->signalDbm, -88);
 }
 
-TEST_F(AssociationTest, TheRadioTakesTheLinkAndBringsItBack)
+TEST_F(AssociationTest, RejoinsWhenTheRadioIsSwitchedOn)
 {
     association.joinSsid("cafe", nowMs);
     advance(700);
@@ -134,7 +134,7 @@ TEST_F(AssociationTest, TheRadioTakesTheLinkAndBringsItBack)
     EXPECT_EQ(association.state(), LinkState::Up);
 }
 
-TEST_F(AssociationTest, DisassociatingForgetsWhatWasAskedFor)
+TEST_F(AssociationTest, DisassociatingDropsTheRequest)
 {
     association.joinSsid("cafe", nowMs);
     advance(700);
@@ -144,7 +144,7 @@ TEST_F(AssociationTest, DisassociatingForgetsWhatWasAskedFor)
     EXPECT_FALSE(association.peer());
 }
 
-TEST_F(AssociationTest, AHiddenNetworkAnswersItsNameAlone)
+TEST_F(AssociationTest, JoinsAHiddenNetworkOnlyByName)
 {
     ScenarioNetwork hidden = openNetwork("hidden", 7);
     hidden.hidden = true;
@@ -155,7 +155,7 @@ TEST_F(AssociationTest, AHiddenNetworkAnswersItsNameAlone)
     association.joinSsid("hidden", nowMs);
     advance(700);
     EXPECT_EQ(association.state(), LinkState::Up);
-    association.joinBssid(hidden.bssid, nowMs); // the name is known from before
+    association.joinBssid(hidden.bssid, nowMs); // with the name requested before
     advance(700);
     EXPECT_EQ(association.state(), LinkState::Up);
     association.disassociate();
@@ -165,9 +165,9 @@ TEST_F(AssociationTest, AHiddenNetworkAnswersItsNameAlone)
     EXPECT_EQ(association.state(), LinkState::Waiting);
 }
 
-TEST_F(AssociationTest, AnEmptyNameStandsForAnyNetworkThatFits)
+TEST_F(AssociationTest, EmptyNameJoinsAnyNetworkThatAccepts)
 {
-    air.networks[1].network.security = Security::WpaPsk; // the strongest takes nobody without a key
+    air.networks[1].network.security = Security::WpaPsk; // the strongest network needs a key
     association.joinSsid("", nowMs);
     advance(700);
     ASSERT_EQ(association.state(), LinkState::Up);
@@ -182,15 +182,15 @@ TEST_F(AssociationTest, AnEmptyNameStandsForAnyNetworkThatFits)
     EXPECT_EQ(association.state(), LinkState::Up);
 }
 
-TEST_F(AssociationTest, PutsUpAnAdHocNetworkThatNobodyElseHas)
+TEST_F(AssociationTest, CreatesAnAdHocNetworkOfAnUnknownName)
 {
     settings.infrastructureMode = Ndis802_11IBSS;
     association.joinSsid("mine", nowMs);
     advance(700);
     ASSERT_EQ(association.state(), LinkState::Up);
-    EXPECT_TRUE(association.isOwnNetwork());
+    EXPECT_TRUE(association.isCreatedNetwork());
     EXPECT_EQ(association.peer()->network.ssid, "mine");
-    EXPECT_EQ(association.peer()->network.bssid, ownBssid);
+    EXPECT_EQ(association.peer()->network.bssid, createdBssid);
 
     air.radioOn = false;
     air.networks.clear();
@@ -202,7 +202,7 @@ TEST_F(AssociationTest, PutsUpAnAdHocNetworkThatNobodyElseHas)
     EXPECT_EQ(association.state(), LinkState::Up);
 }
 
-TEST_F(AssociationTest, AnAdHocNetworkThatLeftIsWaitedForAndNotReplaced)
+TEST_F(AssociationTest, WaitsForAnAdHocNetworkOfOthersToReturn)
 {
     settings.infrastructureMode = Ndis802_11IBSS;
     ScenarioNetwork friends = openNetwork("friends", 6);
@@ -210,7 +210,7 @@ TEST_F(AssociationTest, AnAdHocNetworkThatLeftIsWaitedForAndNotReplaced)
     air = airOf({ friends });
     association.joinSsid("friends", nowMs);
     advance(700);
-    EXPECT_FALSE(association.isOwnNetwork());
+    EXPECT_FALSE(association.isCreatedNetwork());
     air.networks.clear();
     advance(1);
     advance(60'000);
@@ -221,7 +221,7 @@ TEST_F(AssociationTest, AnAdHocNetworkThatLeftIsWaitedForAndNotReplaced)
     EXPECT_EQ(association.state(), LinkState::Up);
 }
 
-TEST_F(AssociationTest, AskingForAnAccessPointAsAdHocOrTheOtherWayIsRefused)
+TEST_F(AssociationTest, RefusesNetworksOfTheOtherMode)
 {
     settings.infrastructureMode = Ndis802_11IBSS;
     association.joinSsid("cafe", nowMs);
@@ -235,7 +235,7 @@ TEST_F(AssociationTest, AskingForAnAccessPointAsAdHocOrTheOtherWayIsRefused)
     EXPECT_EQ(association.state(), LinkState::Refused);
 }
 
-TEST_F(AssociationTest, TheBroadcastAddressGivesTheChoiceBackToTheName)
+TEST_F(AssociationTest, BroadcastAddressRequestsTheNameAgain)
 {
     association.joinSsid("cafe", nowMs);
     association.joinBssid(openNetwork("", 1).bssid, nowMs);

@@ -15,7 +15,7 @@ std::string text(const std::vector<std::uint8_t>& bytes)
 
 } // namespace
 
-TEST(CardSettings, KeepsWepKeysByIndexWithTheTransmitBit)
+TEST(CardSettings, StoresWepKeysByIndex)
 {
     CardSettings settings;
     EXPECT_TRUE(addKey(settings, keyRecord(0, "abcde")));
@@ -26,7 +26,7 @@ TEST(CardSettings, KeepsWepKeysByIndexWithTheTransmitBit)
     EXPECT_EQ(text(settings.wepKeys[3]), "0123456789abc");
 }
 
-TEST(CardSettings, RemovingTheTransmitKeyLeavesNone)
+TEST(CardSettings, RemovingTheTransmitKeyClearsTheTransmitIndex)
 {
     CardSettings settings;
     EXPECT_TRUE(addKey(settings, keyRecord(keyIndexTransmit | 1, "abcde")));
@@ -39,7 +39,7 @@ TEST(CardSettings, RemovingTheTransmitKeyLeavesNone)
     EXPECT_FALSE(removeKey(settings, bytesOf(removeKeyRecord(4))));
 }
 
-TEST(CardSettings, KeepsThePresharedKeysOfTheTwoKindsApart)
+TEST(CardSettings, StoresWpaPskAndWpaNoneKeysSeparately)
 {
     CardSettings settings;
     EXPECT_TRUE(addWpaKey(settings, keyRecord(keyIndexTransmit, pmk, false)));
@@ -50,14 +50,14 @@ TEST(CardSettings, KeepsThePresharedKeysOfTheTwoKindsApart)
     EXPECT_EQ(settings.wpaKey->front(), 0x5A);
 }
 
-TEST(CardSettings, RefusesKeysOfOtherLengthsAndIndices)
+TEST(CardSettings, RejectsInvalidKeyLengthsAndIndices)
 {
     CardSettings settings;
     for (const std::size_t length : { 0U, 1U, 4U, 6U, 10U, 12U, 14U, 16U, 31U, 33U })
         EXPECT_FALSE(addKey(settings, keyRecord(0, std::string(length, 'k')))) << length;
     EXPECT_FALSE(addKey(settings, keyRecord(4, "abcde")));
     EXPECT_FALSE(addKey(settings, keyRecord(0x40000000, "abcde")));
-    EXPECT_FALSE(addKey(settings, keyRecord(0, "abcde", false))); // the address of WEP keys is broadcast
+    EXPECT_FALSE(addKey(settings, keyRecord(0, "abcde", false))); // WEP keys need the broadcast address
     EXPECT_FALSE(addKey(settings, keyRecord(1, pmk, false)));
     EXPECT_FALSE(addWpaKey(settings, keyRecord(keyIndexTransmit, "abcde")));
     EXPECT_FALSE(addWpaKey(settings, keyRecord(0, pmk, false)));
@@ -67,7 +67,7 @@ TEST(CardSettings, RefusesKeysOfOtherLengthsAndIndices)
         EXPECT_TRUE(key.empty());
 }
 
-TEST(CardSettings, RefusesRecordsWhoseLengthsLie)
+TEST(CardSettings, RejectsRecordsWithWrongLengths)
 {
     CardSettings settings;
     Bytes record = keyRecord(0, "abcde");
@@ -83,7 +83,7 @@ TEST(CardSettings, RefusesRecordsWhoseLengthsLie)
     record[8] = std::byte { 0xFF }; // KeyLength
     record[9] = record[10] = record[11] = std::byte { 0xFF };
     EXPECT_FALSE(addKey(settings, record));
-    record[0] = std::byte { 0x26 }; // Length = KeyLength + 39 after the wrap
+    record[0] = std::byte { 0x26 }; // Length = KeyLength + 39 after the overflow
     record[1] = record[2] = record[3] = std::byte { 0 };
     record.resize(0x26);
     EXPECT_FALSE(addKey(settings, record));

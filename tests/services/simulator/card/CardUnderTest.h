@@ -8,14 +8,13 @@
 #include <optional>
 #include <string>
 
-// A field of a packed record by value: the comparisons of the test library take references, and a packed field need not
-// lie where a reference may point.
+// Copies a field of a packed record: test assertions bind references, which a misaligned field does not allow.
 template <typename Value> [[nodiscard]] Value valueOf(Value value)
 {
     return value;
 }
 
-// A simulated card with the time in the test's hand, asked in records.
+// A simulated card whose clock the test controls.
 class CardUnderTest {
 public:
     explicit CardUnderTest(const Scenario& scenario, std::uint64_t seed = 1)
@@ -23,7 +22,7 @@ public:
     {
     }
 
-    void pass(std::int64_t milliseconds) { nowMs += milliseconds; }
+    void pass(std::int64_t elapsedMs) { nowMs += elapsedMs; }
 
     [[nodiscard]] std::optional<Bytes> queryBytes(std::uint32_t oid, std::uint32_t capacity)
     {
@@ -52,7 +51,7 @@ public:
         return query<std::uint32_t>(OID_GEN_MEDIA_CONNECT_STATUS) == NdisMediaStateConnected;
     }
 
-    // The requests of a full scan, until its result is there.
+    // Requests a scan and waits for its result.
     void scan()
     {
         (void)set(OID_802_11_BSSID_LIST_SCAN, std::uint32_t { 0 });

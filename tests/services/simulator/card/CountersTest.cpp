@@ -22,7 +22,7 @@ NDIS_802_11_STATISTICS statisticsAt(std::int32_t signalDbm)
 
 } // namespace
 
-TEST(Counters, StandStillWithoutALink)
+TEST(Counters, DoNotMoveWithoutALink)
 {
     Counters counters(1);
     run(counters, std::nullopt, 100);
@@ -32,33 +32,33 @@ TEST(Counters, StandStillWithoutALink)
     EXPECT_EQ(valueOf(counters.statistics().Length), 100U);
 }
 
-TEST(Counters, TheFirstMomentCountsNothing)
+TEST(Counters, FirstAdvanceCountsNothing)
 {
     Counters counters(1);
     counters.advance(1'000'000, LinkCondition { 108, -50 });
     EXPECT_EQ(counters.receivedBytes(), 0U);
 }
 
-TEST(Counters, NobodyTalksToALonelyCard)
+TEST(Counters, CountNoTrafficWithoutPeers)
 {
     Counters counters(1);
     run(counters, LinkCondition { 108, -50, false }, 100);
     EXPECT_EQ(counters.receivedBytes(), 0U);
 }
 
-TEST(Counters, TrafficStaysBelowTheRateOfTheLink)
+TEST(Counters, TrafficStaysBelowTheLinkRate)
 {
     for (const std::uint32_t rate : { 2U, 22U, 108U }) {
         Counters counters(1);
         run(counters, LinkCondition { rate, -60 }, 100);
-        const double bytesOfTheAir = rate * 500'000.0 / 8.0 * 100.0;
+        const double linkBytes = rate * 500'000.0 / 8.0 * 100.0;
         EXPECT_GT(counters.receivedBytes(), 0U);
         EXPECT_GT(counters.receivedBytes(), counters.transmittedBytes());
-        EXPECT_LT(counters.receivedBytes() + counters.transmittedBytes(), bytesOfTheAir / 2);
+        EXPECT_LT(counters.receivedBytes() + counters.transmittedBytes(), linkBytes / 2);
     }
 }
 
-TEST(Counters, AWeakSignalCostsRetriesAndErrors)
+TEST(Counters, WeakSignalCausesRetriesAndErrors)
 {
     const NDIS_802_11_STATISTICS strong = statisticsAt(-50);
     const NDIS_802_11_STATISTICS weak = statisticsAt(-88);
@@ -69,7 +69,7 @@ TEST(Counters, AWeakSignalCostsRetriesAndErrors)
     EXPECT_GE(valueOf(weak.ACKFailureCount), valueOf(weak.RetryCount));
 }
 
-TEST(Counters, RtsFramesAreCountedWhereTheThresholdAsksForThem)
+TEST(Counters, CountRtsFramesOnlyBelowTheThreshold)
 {
     EXPECT_EQ(valueOf(statisticsAt(-60).RTSSuccessCount), 0);
     Counters counters(1);
@@ -78,7 +78,7 @@ TEST(Counters, RtsFramesAreCountedWhereTheThresholdAsksForThem)
     EXPECT_LT(valueOf(counters.statistics().RTSFailureCount), valueOf(counters.statistics().RTSSuccessCount));
 }
 
-TEST(Counters, ResettingZeroesTheFramesAndLetsTheBytesRunOn)
+TEST(Counters, ResetClearsFramesButNotBytes)
 {
     Counters counters(1);
     run(counters, LinkCondition { 108, -60 }, 100);
@@ -91,7 +91,7 @@ TEST(Counters, ResettingZeroesTheFramesAndLetsTheBytesRunOn)
     EXPECT_EQ(counters.receivedBytes(), bytes);
 }
 
-TEST(Counters, AClockThatStandsStillOrJumpsBackAddsNothing)
+TEST(Counters, CountNothingIfTheClockStopsOrGoesBack)
 {
     Counters counters(1);
     run(counters, LinkCondition { 108, -60 }, 10);

@@ -46,15 +46,15 @@ CardSettings pskSettings()
 
 } // namespace
 
-TEST(JoinRules, DerivesTheKeyOfTheStandardsExample)
+TEST(JoinRules, DerivesTheKeyOfTheIeeeTestVector)
 {
-    // IEEE 802.11i, the first test vector of the pass-phrase mapping
+    // IEEE 802.11i, first test vector of the passphrase mapping
     const PresharedKey expected { 0xF4, 0x2C, 0x6F, 0xC5, 0x2D, 0xF0, 0xEB, 0xEF, 0x9E, 0xBB, 0x4B, 0x90, 0xB3, 0x8A,
         0x5F, 0x90, 0x2E, 0x83, 0xFE, 0x1B, 0x13, 0x5A, 0x70, 0xE2, 0x3A, 0xED, 0x76, 0x2E, 0x97, 0x10, 0xA1, 0x2E };
     EXPECT_EQ(expectedPresharedKey(pskNetwork()), expected);
 }
 
-TEST(JoinRules, AGivenKeyComesBeforeAPassphrase)
+TEST(JoinRules, PresharedKeyTakesPrecedenceOverPassphrase)
 {
     ScenarioNetwork network = pskNetwork();
     network.presharedKey.emplace().fill(7);
@@ -62,7 +62,7 @@ TEST(JoinRules, AGivenKeyComesBeforeAPassphrase)
     EXPECT_FALSE(expectedPresharedKey(openNetwork("open", 1)));
 }
 
-TEST(JoinRules, AnOpenNetworkWantsNoEncryption)
+TEST(JoinRules, OpenNetworkRejectsEncryption)
 {
     CardSettings settings;
     EXPECT_TRUE(settingsFit(settings, openNetwork("open", 1)));
@@ -72,7 +72,7 @@ TEST(JoinRules, AnOpenNetworkWantsNoEncryption)
     EXPECT_FALSE(settingsFit(settings, openNetwork("open", 1)));
 }
 
-TEST(JoinRules, TheModeMustBeTheNetworks)
+TEST(JoinRules, ModeMustMatch)
 {
     ScenarioNetwork network = openNetwork("open", 1);
     CardSettings settings;
@@ -86,29 +86,29 @@ TEST(JoinRules, TheModeMustBeTheNetworks)
     EXPECT_FALSE(settingsFit(settings, network));
 }
 
-TEST(JoinRules, WepWantsBothTransmitKeys)
+TEST(JoinRules, WepRequiresBothTransmitKeys)
 {
     EXPECT_TRUE(settingsFit(wepSettings(), wepNetwork()));
 
     CardSettings settings = wepSettings();
-    settings.wepKeys[2][4] ^= 1; // the one that the network sends with
+    settings.wepKeys[2][4] ^= 1; // the network's transmit key
     EXPECT_FALSE(settingsFit(settings, wepNetwork()));
     settings = wepSettings();
-    settings.wepKeys[0][0] ^= 1; // the one that the card sends with
+    settings.wepKeys[0][0] ^= 1; // the card's transmit key
     EXPECT_FALSE(settingsFit(settings, wepNetwork()));
     settings = wepSettings();
-    settings.wepKeys[3].clear(); // one that nobody sends with
+    settings.wepKeys[3].clear(); // a key that neither side transmits with
     EXPECT_TRUE(settingsFit(settings, wepNetwork()));
     settings.transmitKeyIndex = 3;
     EXPECT_FALSE(settingsFit(settings, wepNetwork()));
     settings = wepSettings();
-    settings.transmitKeyIndex = 1; // neither side has it, which is no agreement
+    settings.transmitKeyIndex = 1; // neither side has this key, which must not count as a match
     EXPECT_FALSE(settingsFit(settings, wepNetwork()));
     settings.transmitKeyIndex.reset();
     EXPECT_FALSE(settingsFit(settings, wepNetwork()));
 }
 
-TEST(JoinRules, WepWantsItsAuthenticationAndEncryption)
+TEST(JoinRules, WepRequiresMatchingAuthenticationAndEncryption)
 {
     CardSettings settings = wepSettings();
     settings.authenticationMode = Ndis802_11AuthModeShared;
@@ -122,7 +122,7 @@ TEST(JoinRules, WepWantsItsAuthenticationAndEncryption)
     EXPECT_FALSE(settingsFit(settings, shared));
 }
 
-TEST(JoinRules, WpaWantsAuthenticationCipherAndKey)
+TEST(JoinRules, WpaRequiresMatchingAuthenticationCipherAndKey)
 {
     EXPECT_TRUE(settingsFit(pskSettings(), pskNetwork()));
     CardSettings settings = pskSettings();
@@ -135,11 +135,11 @@ TEST(JoinRules, WpaWantsAuthenticationCipherAndKey)
     settings.wpaKey->back() ^= 1;
     EXPECT_FALSE(settingsFit(settings, pskNetwork()));
     settings = pskSettings();
-    settings.adHocWpaKey.swap(settings.wpaKey); // came by the wrong request
+    settings.adHocWpaKey.swap(settings.wpaKey); // set by the wrong request
     EXPECT_FALSE(settingsFit(settings, pskNetwork()));
 }
 
-TEST(JoinRules, NobodyJoinsAnEnterpriseNetwork)
+TEST(JoinRules, EnterpriseNetworksCannotBeJoined)
 {
     ScenarioNetwork network = pskNetwork();
     network.security = Security::WpaEnterprise;
@@ -148,24 +148,24 @@ TEST(JoinRules, NobodyJoinsAnEnterpriseNetwork)
     EXPECT_FALSE(settingsFit(settings, network));
 }
 
-TEST(JoinRules, AnOwnNetworkIsWhatTheSettingsSay)
+TEST(JoinRules, CreatedNetworkFollowsTheSettings)
 {
     CardSettings settings = wepSettings();
-    EXPECT_FALSE(ownAdHocNetwork(settings));
+    EXPECT_FALSE(createdAdHocNetwork(settings));
     settings.infrastructureMode = Ndis802_11IBSS;
     settings.configuration.DSConfig = 2462000;
-    const auto own = ownAdHocNetwork(settings);
-    ASSERT_TRUE(own);
-    EXPECT_TRUE(own->adHoc);
-    EXPECT_EQ(own->channel, 11);
-    EXPECT_EQ(own->security, Security::Wep);
-    EXPECT_EQ(own->wepKeys[0], "key-0");
+    const auto created = createdAdHocNetwork(settings);
+    ASSERT_TRUE(created);
+    EXPECT_TRUE(created->adHoc);
+    EXPECT_EQ(created->channel, 11);
+    EXPECT_EQ(created->security, Security::Wep);
+    EXPECT_EQ(created->wepKeys[0], "key-0");
 
     settings.transmitKeyIndex.reset();
-    EXPECT_FALSE(ownAdHocNetwork(settings));
+    EXPECT_FALSE(createdAdHocNetwork(settings));
     settings.encryptionStatus = Ndis802_11Encryption2Enabled;
     settings.authenticationMode = Ndis802_11AuthModeWPANone;
-    EXPECT_FALSE(ownAdHocNetwork(settings)); // no key yet
+    EXPECT_FALSE(createdAdHocNetwork(settings)); // no key yet
     settings.adHocWpaKey.emplace().fill(1);
-    EXPECT_EQ(ownAdHocNetwork(settings)->security, Security::WpaNone);
+    EXPECT_EQ(createdAdHocNetwork(settings)->security, Security::WpaNone);
 }

@@ -10,7 +10,7 @@ constexpr NDIS_802_11_RATES automatic { 108, 96, 72, 48, 22, 11, 4, 2 };
 
 } // namespace
 
-TEST(LinkModel, TheRateFallsWithTheSignal)
+TEST(LinkModel, RateFallsWithTheSignal)
 {
     const ScenarioNetwork network = openNetwork("cafe", 1);
     EXPECT_EQ(linkRate(network, automatic, -50), 108U);
@@ -23,19 +23,19 @@ TEST(LinkModel, TheRateFallsWithTheSignal)
     }
 }
 
-TEST(LinkModel, TheRateIsOneThatBothSidesHave)
+TEST(LinkModel, RateIsOfferedAndAllowed)
 {
     ScenarioNetwork adHoc = openNetwork("old", 1);
     adHoc.adHoc = true;
     EXPECT_EQ(linkRate(adHoc, automatic, -40), 22U);
     EXPECT_EQ(linkRate(openNetwork("cafe", 1), { 36 }, -40), 36U);
-    EXPECT_EQ(linkRate(openNetwork("cafe", 1), { 36 }, -94), 36U); // a fixed rate stays, well or badly
+    EXPECT_EQ(linkRate(openNetwork("cafe", 1), { 36 }, -94), 36U); // a fixed rate does not adapt to the signal
     EXPECT_EQ(linkRate(openNetwork("cafe", 1), { 0x80 | 36 }, -40), 36U);
     EXPECT_EQ(linkRate(adHoc, { 108 }, -40), 22U);
     EXPECT_EQ(linkRate(adHoc, {}, -40), 22U);
 }
 
-TEST(LinkModel, QualityRunsFromNothingToFull)
+TEST(LinkModel, QualityRangesFrom0To100)
 {
     EXPECT_EQ(channelQuality(-100), 0U);
     EXPECT_EQ(channelQuality(-95), 0U);

@@ -15,7 +15,7 @@ ScenarioNetwork drifting()
 
 } // namespace
 
-TEST(Neighbourhood, KeepsADriftingSignalWithinItsRangeAndMovesIt)
+TEST(Neighbourhood, DriftStaysWithinItsRange)
 {
     const Neighbourhood neighbourhood({ drifting() }, 5);
     std::set<std::int32_t> seen;
@@ -26,7 +26,7 @@ TEST(Neighbourhood, KeepsADriftingSignalWithinItsRangeAndMovesIt)
     EXPECT_GE(seen.size(), 9U);
 }
 
-TEST(Neighbourhood, DriftsTheSameForTheSameSeedAndDifferentlyForAnother)
+TEST(Neighbourhood, DriftDependsOnTheSeed)
 {
     const Neighbourhood first({ drifting() }, 5);
     const Neighbourhood same({ drifting() }, 5);
@@ -39,7 +39,7 @@ TEST(Neighbourhood, DriftsTheSameForTheSameSeedAndDifferentlyForAnother)
     EXPECT_TRUE(differs);
 }
 
-TEST(Neighbourhood, HearsDownToTheWeakestSignalAndNoFurther)
+TEST(Neighbourhood, HearsSignalsDownToTheMinimum)
 {
     const Neighbourhood neighbourhood({ openNetwork("edge", 1, -95), openNetwork("gone", 2, -96) }, 1);
     const auto heard = neighbourhood.inRange(0, true);
@@ -48,7 +48,7 @@ TEST(Neighbourhood, HearsDownToTheWeakestSignalAndNoFurther)
     EXPECT_EQ(heard[0].signalDbm, -95);
 }
 
-TEST(Neighbourhood, HearsFiveGhzOnlyWithSuchARadio)
+TEST(Neighbourhood, HearsFiveGhzOnlyWithAFiveGhzRadio)
 {
     ScenarioNetwork high = openNetwork("high", 1);
     high.channel = 36;
@@ -59,7 +59,7 @@ TEST(Neighbourhood, HearsFiveGhzOnlyWithSuchARadio)
     EXPECT_EQ(heard[0].network.ssid, "low");
 }
 
-TEST(Neighbourhood, KnowsANetworkByItsBssidAlone)
+TEST(Neighbourhood, IdentifiesNetworksByBssid)
 {
     Neighbourhood neighbourhood({ openNetwork("one", 1) }, 1);
     EXPECT_FALSE(neighbourhood.add(openNetwork("other name, same address", 1)));

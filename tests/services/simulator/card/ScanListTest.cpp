@@ -35,27 +35,19 @@ void runScan(ScanList& list, const std::vector<HeardNetwork>& seen)
 
 } // namespace
 
-TEST(ScanList, TakesItsTimeToScan)
+TEST(ScanList, ScanTakes1500Ms)
 {
     ScanList list;
     EXPECT_FALSE(list.isScanDone(10'000));
     list.startScan(1000);
-    list.startScan(2000); // part of the one that runs
+    list.startScan(2000); // joins the running scan
     EXPECT_FALSE(list.isScanDone(2499));
     EXPECT_TRUE(list.isScanDone(2500));
     list.finishScan({});
     EXPECT_FALSE(list.isScanDone(2500));
 }
 
-TEST(ScanList, AnEmptyListIsAHeadAloneAndThenTheEnd)
-{
-    ScanList list;
-    EXPECT_TRUE(list.nextChunk().empty());
-    EXPECT_EQ(list.firstChunk(0), bytesOf(NDIS_802_11_BSSID_LIST { 0 }));
-    EXPECT_TRUE(list.nextChunk().empty());
-}
-
-TEST(ScanList, ForgetsWhatThreeScansInARowDidNotSee)
+TEST(ScanList, DropsANetworkMissedByThreeScansInARow)
 {
     ScanList list;
     runScan(list, { heard(1), heard(2) });
@@ -68,7 +60,7 @@ TEST(ScanList, ForgetsWhatThreeScansInARowDidNotSee)
     EXPECT_EQ(left[0].MacAddress, heard(2).network.bssid);
 }
 
-TEST(ScanList, SeeingANetworkAgainRenewsIt)
+TEST(ScanList, SeeingANetworkAgainRenewsItsEntry)
 {
     ScanList list;
     runScan(list, { heard(1, -60) });
@@ -82,7 +74,7 @@ TEST(ScanList, SeeingANetworkAgainRenewsIt)
     EXPECT_EQ(valueOf(left[0].Rssi), -70);
 }
 
-TEST(ScanList, KeepsTheAssociatedNetworkWhateverTheScansSay)
+TEST(ScanList, KeepsTheAssociatedNetwork)
 {
     ScanList list;
     for (int i = 0; i < 10; ++i) {
@@ -92,31 +84,7 @@ TEST(ScanList, KeepsTheAssociatedNetworkWhateverTheScansSay)
     EXPECT_EQ(list.size(), 1U);
 }
 
-TEST(ScanList, DeliversALongListInChunksOfWholeEntriesInOrder)
-{
-    ScanList list;
-    std::vector<HeardNetwork> many;
-    for (std::uint8_t i = 0; i < 100; ++i)
-        many.push_back(heard(i));
-    runScan(list, many);
-
-    std::vector<WLAN_BSSID_EX> all;
-    int chunks = 0;
-    for (Bytes chunk = list.firstChunk(0); !chunk.empty(); chunk = list.nextChunk()) {
-        EXPECT_LE(chunk.size(), 4096U);
-        const auto some = entries(chunk);
-        EXPECT_FALSE(some.empty());
-        all.insert(all.end(), some.begin(), some.end());
-        ++chunks;
-    }
-    EXPECT_GE(chunks, 4);
-    ASSERT_EQ(all.size(), 100U);
-    for (std::uint8_t i = 0; i < 100; ++i)
-        EXPECT_EQ(all[i].MacAddress[5], i);
-    EXPECT_TRUE(list.nextChunk().empty());
-}
-
-TEST(ScanList, TheFirstChunkStartsAnewAndAScanInBetweenDoesNotMixIn)
+TEST(ScanList, AScanBetweenChunksDoesNotChangeTheDelivery)
 {
     ScanList list;
     std::vector<HeardNetwork> many;
@@ -129,7 +97,7 @@ TEST(ScanList, TheFirstChunkStartsAnewAndAScanInBetweenDoesNotMixIn)
     EXPECT_EQ(entries(list.firstChunk(0)).size(), first);
 }
 
-TEST(ScanList, ForgettingAllEndsARunningScan)
+TEST(ScanList, ForgettingAllCancelsARunningScan)
 {
     ScanList list;
     runScan(list, { heard(1) });

@@ -30,131 +30,9 @@ protected:
     CardUnderTest card { scenario() };
 };
 
-// Every request of the driver interface with its record's length.
-struct OidCase {
-    const char* name;
-    std::uint32_t oid;
-    std::uint32_t queryLength; // 0: cannot be queried
-    Bytes setInput; // a valid one; empty with isSet false: cannot be set
-    bool isSet { false };
-    bool needsLink { false };
-};
-
-template <typename Record> OidCase setOnly(const char* name, std::uint32_t oid, const Record& input)
-{
-    return { name, oid, 0, bytesOf(input), true, false };
-}
-
-template <typename Record> OidCase both(const char* name, std::uint32_t oid, const Record& input)
-{
-    return { name, oid, sizeof(Record), bytesOf(input), true, false };
-}
-
-OidCase queryOnly(const char* name, std::uint32_t oid, std::uint32_t length, bool needsLink = false)
-{
-    return { name, oid, length, {}, false, needsLink };
-}
-
-std::vector<OidCase> everyOid()
-{
-    const CardSettings defaults;
-    std::vector<OidCase> cases {
-        queryOnly("OID_GEN_MEDIA_CONNECT_STATUS", 0x00010114, 4),
-        queryOnly("OID_GEN_RCV_OK", 0x00020102, 4),
-        queryOnly("OID_GEN_RCV_NO_BUFFER", 0x00020105, 4),
-        queryOnly("OID_802_3_CURRENT_ADDRESS", 0x01010102, 6),
-        both("OID_802_11_BSSID", 0x0D010101, openNetwork("", 1).bssid),
-        both("OID_802_11_SSID", 0x0D010102, ssidRecord("cafe")),
-        both<std::uint32_t>("OID_802_11_INFRASTRUCTURE_MODE", 0x0D010108, 1),
-        setOnly<std::uint32_t>("OID_802_11_DISASSOCIATE", 0x0D010115, 0xDEAD),
-        both<std::uint32_t>("OID_802_11_AUTHENTICATION_MODE", 0x0D010118, 4),
-        setOnly<std::uint32_t>("OID_802_11_BSSID_LIST_SCAN", 0x0D01011A, 0xBEEF),
-        both<std::uint32_t>("OID_802_11_ENCRYPTION_STATUS", 0x0D01011B, 6),
-        { "OID_802_11_ADD_KEY", 0x0D01011D, 0, keyRecord(keyIndexTransmit, "abcde"), true, false },
-        setOnly("OID_802_11_REMOVE_KEY", 0x0D01011E, removeKeyRecord(3)),
-        queryOnly("VX_OID_802_11_EVENT_FLAG", 0x0D010120, 4),
-        queryOnly("VX_OID_802_11_READY_FLAG", 0x0D010121, 4),
-        queryOnly("OID_802_11_NETWORK_TYPES_SUPPORTED", 0x0D010203, 20),
-        queryOnly("OID_802_11_RSSI", 0x0D010206, 4, true),
-        both<std::uint32_t>("OID_802_11_FRAGMENTATION_THRESHOLD", 0x0D010209, 0),
-        both<std::uint32_t>("OID_802_11_RTS_THRESHOLD", 0x0D01020A, 2347),
-        both("OID_802_11_DESIRED_RATES", 0x0D010210, NDIS_802_11_RATES { 22 }),
-        both("OID_802_11_CONFIGURATION", 0x0D010211, defaults.configuration),
-        both<std::uint32_t>("OID_802_11_POWER_MODE", 0x0D010216, 2),
-        queryOnly("OID_802_11_BSSID_LIST", 0x0D010217, 4096),
-        queryOnly("VX_OID_802_11_BSSID_LIST_NEXT", 0x0D010218, 4096),
-        queryOnly("OID_802_11_STATISTICS", 0x0D020212, 100),
-        both<std::uint32_t>("VX_OID_802_11_PREAMBLE", 0x0D710101, 2),
-        queryOnly("VX_OID_802_11_LINK_COUNTERS", 0x0D710102, 16),
-        { "VX_OID_802_11_RESET_COUNTERS", 0x0D710103, 0, {}, true, false },
-        both<std::uint32_t>("VX_OID_802_11_RADIO", 0x0D710108, 1),
-        both<std::uint32_t>("VX_OID_802_11_PHY_MODE", 0x0D71010C, 3),
-        both("VX_OID_802_11_STA_CONFIG", 0x0D710111, VX_802_11_STA_CONFIG {}),
-        { "VX_OID_802_11_ADD_WPA", 0x0D710116, 0, keyRecord(keyIndexTransmit, std::string(32, 'p'), false), true,
-            false },
-        both<std::uint32_t>("VX_OID_802_11_TX_POWER", 0x0D710118, 12),
-        queryOnly("VX_OID_802_11_EEPROM_VERSION", 0x0D710119, 4),
-    };
-    for (OidCase& row : cases)
-        row.needsLink = row.needsLink || row.oid == OID_802_11_BSSID;
-    return cases;
-}
-
-class EveryOid : public testing::TestWithParam<OidCase> {
-protected:
-    CardUnderTest card { scenario() };
-};
-
 } // namespace
 
-TEST_P(EveryOid, AnswersItsQueryWithItsRecordAndRefusesLessRoom)
-{
-    const OidCase& row = GetParam();
-    if (row.needsLink) {
-        EXPECT_FALSE(card.queryBytes(row.oid, row.queryLength));
-        ASSERT_TRUE(card.set(OID_802_11_SSID, ssidRecord("cafe")));
-        card.pass(1000);
-    }
-    card.scan();
-    const auto reply = card.queryBytes(row.oid, std::max(row.queryLength, 4U));
-    ASSERT_EQ(reply.has_value(), row.queryLength != 0);
-    if (!reply)
-        return;
-    const bool isList = row.queryLength == 4096;
-    if (isList)
-        EXPECT_LE(reply->size(), row.queryLength);
-    else
-        EXPECT_EQ(reply->size(), row.queryLength);
-    EXPECT_FALSE(card.queryBytes(row.oid, row.queryLength - 1));
-    EXPECT_FALSE(card.queryBytes(row.oid, 0));
-    EXPECT_TRUE(card.queryBytes(row.oid, row.queryLength + 1));
-}
-
-TEST_P(EveryOid, TakesItsRecordAndNoOtherLength)
-{
-    const OidCase& row = GetParam();
-    EXPECT_EQ(card.setBytes(row.oid, row.setInput), row.isSet);
-    Bytes input = row.setInput;
-    input.push_back({});
-    EXPECT_FALSE(card.setBytes(row.oid, input));
-    if (row.setInput.empty())
-        return;
-    input.resize(row.setInput.size() - 1);
-    EXPECT_FALSE(card.setBytes(row.oid, input));
-    EXPECT_FALSE(card.setBytes(row.oid, {}));
-}
-
-INSTANTIATE_TEST_SUITE_P(Catalogue, EveryOid, testing::ValuesIn(everyOid()),
-    [](const testing::TestParamInfo<OidCase>& info) { return std::string(info.param.name); });
-
-TEST_F(SimulatedCardTest, RefusesUnknownObjects)
-{
-    EXPECT_FALSE(card.queryBytes(0x0D010999, 4));
-    EXPECT_FALSE(card.setBytes(0x0D010999, Bytes(4)));
-    EXPECT_FALSE(card.queryBytes(0, 4096));
-}
-
-TEST_F(SimulatedCardTest, SaysWhatItIs)
+TEST_F(SimulatedCardTest, ReportsItsHardware)
 {
     EXPECT_EQ(card.query<MacAddress>(OID_802_3_CURRENT_ADDRESS), scenario().card.address);
     using FourBytes = std::array<std::uint8_t, 4>;
@@ -165,7 +43,7 @@ TEST_F(SimulatedCardTest, SaysWhatItIs)
     EXPECT_EQ(valueOf(types->NetworkType), (std::array<std::uint32_t, 4> { 1, 3, 2, 0 }));
 }
 
-TEST_F(SimulatedCardTest, ACardWithoutFiveGhzHasNoneOfIt)
+TEST_F(SimulatedCardTest, WithoutA5GhzRadioRejects5GhzSettings)
 {
     Scenario low = scenario();
     low.card.supportsFiveGhz = false;
@@ -183,7 +61,7 @@ TEST_F(SimulatedCardTest, ACardWithoutFiveGhzHasNoneOfIt)
     EXPECT_EQ(lowCard.card.stateAt(lowCard.nowMs).scanList.size(), 1U);
 }
 
-TEST_F(SimulatedCardTest, ShowsTheOldListUntilTheScanIsDone)
+TEST_F(SimulatedCardTest, ReportsTheOldListUntilTheScanIsDone)
 {
     EXPECT_EQ(listed(), 0U);
     EXPECT_TRUE(card.set(OID_802_11_BSSID_LIST_SCAN, std::uint32_t { 0 }));
@@ -202,20 +80,17 @@ TEST_F(SimulatedCardTest, ContinuesALongListUntilAnEmptyReply)
     CardUnderTest crowded(crowd);
     crowded.scan();
     std::uint32_t entries = 0;
-    int replies = 0;
-    for (std::uint32_t oid = OID_802_11_BSSID_LIST; replies < 100; oid = VX_OID_802_11_BSSID_LIST_NEXT) {
-        const auto chunk = crowded.queryBytes(oid, 4096);
-        ASSERT_TRUE(chunk);
-        if (chunk->empty())
-            break;
+    std::vector<std::size_t> sizes;
+    for (auto chunk = crowded.queryBytes(OID_802_11_BSSID_LIST, 4096); chunk && !chunk->empty() && sizes.size() < 10;
+         chunk = crowded.queryBytes(VX_OID_802_11_BSSID_LIST_NEXT, 4096)) {
         entries += recordAt<NDIS_802_11_BSSID_LIST>(*chunk)->NumberOfItems;
-        ++replies;
+        sizes.push_back(chunk->size());
     }
     EXPECT_EQ(entries, 60U);
-    EXPECT_EQ(replies, 3);
+    EXPECT_EQ(sizes.size(), 3U);
 }
 
-TEST_F(SimulatedCardTest, AJoinShowsInEveryAnswer)
+TEST_F(SimulatedCardTest, ReportsTheLinkInEveryAnswer)
 {
     EXPECT_FALSE(card.isLinkUp());
     EXPECT_EQ(valueOf(card.query<NDIS_802_11_SSID>(OID_802_11_SSID)->SsidLength), 0U);
@@ -232,7 +107,7 @@ TEST_F(SimulatedCardTest, AJoinShowsInEveryAnswer)
     EXPECT_EQ(valueOf(counters->ChannelQuality), 70U);
     EXPECT_GT(valueOf(counters->TxCount), 0U);
     EXPECT_GT(valueOf(counters->RxCount), 0U);
-    EXPECT_EQ(listed(), 1U); // the network of the link is heard without a scan
+    EXPECT_EQ(listed(), 1U); // the peer is heard without a scan
 }
 
 TEST_F(SimulatedCardTest, DisassociatingKeepsTheKeys)
@@ -244,7 +119,7 @@ TEST_F(SimulatedCardTest, DisassociatingKeepsTheKeys)
     EXPECT_EQ(card.card.stateAt(card.nowMs).settings.transmitKeyIndex, 2U);
 }
 
-TEST_F(SimulatedCardTest, AChangedModeEndsTheLinkAndTheSameOneDoesNot)
+TEST_F(SimulatedCardTest, OnlyAChangedModeDropsTheLink)
 {
     join("cafe");
     EXPECT_TRUE(card.set<std::uint32_t>(OID_802_11_INFRASTRUCTURE_MODE, Ndis802_11Infrastructure));
@@ -253,7 +128,7 @@ TEST_F(SimulatedCardTest, AChangedModeEndsTheLinkAndTheSameOneDoesNot)
     EXPECT_FALSE(card.isLinkUp());
 }
 
-TEST_F(SimulatedCardTest, RefusesValuesThatNoCardTakes)
+TEST_F(SimulatedCardTest, RejectsInvalidValues)
 {
     EXPECT_FALSE(card.set<std::uint32_t>(OID_802_11_INFRASTRUCTURE_MODE, 3));
     EXPECT_FALSE(card.set<std::uint32_t>(OID_802_11_AUTHENTICATION_MODE, 6));
@@ -269,17 +144,17 @@ TEST_F(SimulatedCardTest, RefusesValuesThatNoCardTakes)
     tooLong.SsidLength = 33;
     EXPECT_FALSE(card.set(OID_802_11_SSID, tooLong));
     NDIS_802_11_CONFIGURATION configuration = CardSettings().configuration;
-    configuration.DSConfig = 0; // what a join from the site survey sends
+    configuration.DSConfig = 0; // the utility sends 0 for a join from the site survey
     EXPECT_FALSE(card.set(OID_802_11_CONFIGURATION, configuration));
     EXPECT_EQ(valueOf(card.query<NDIS_802_11_CONFIGURATION>(OID_802_11_CONFIGURATION)->DSConfig), 2412000U);
 }
 
-TEST_F(SimulatedCardTest, TheSoftwareRadioTakesLinkAndListAndGivesTheLinkBack)
+TEST_F(SimulatedCardTest, SoftwareRadioDropsLinkAndListAndRestoresTheLink)
 {
     card.scan();
     join("cafe");
     using Word = std::array<std::uint8_t, 4>;
-    EXPECT_TRUE(card.set(VX_OID_802_11_RADIO, Word { 0, 1, 1, 1 })); // the first byte alone counts
+    EXPECT_TRUE(card.set(VX_OID_802_11_RADIO, Word { 0, 1, 1, 1 })); // only the first byte counts
     EXPECT_FALSE(card.isLinkUp());
     EXPECT_EQ(listed(), 0U);
     card.scan();
@@ -290,7 +165,7 @@ TEST_F(SimulatedCardTest, TheSoftwareRadioTakesLinkAndListAndGivesTheLinkBack)
     EXPECT_EQ(listed(), 2U);
 }
 
-TEST_F(SimulatedCardTest, TheSwitchOnTheCardIsReportedAndCannotBeSet)
+TEST_F(SimulatedCardTest, ReportsTheRadioSwitchWhichCannotBeSet)
 {
     join("cafe");
     card.card.setHardwareRadio(false, card.nowMs);
@@ -306,7 +181,7 @@ TEST_F(SimulatedCardTest, TheSwitchOnTheCardIsReportedAndCannotBeSet)
     EXPECT_EQ(read->SystemErrorBitmap, 0U);
 }
 
-TEST_F(SimulatedCardTest, ABadEepromIsReported)
+TEST_F(SimulatedCardTest, ReportsAnEepromError)
 {
     Scenario bad = scenario();
     bad.card.eepromError = true;
@@ -314,7 +189,7 @@ TEST_F(SimulatedCardTest, ABadEepromIsReported)
     EXPECT_EQ(badCard.query<VX_802_11_STA_CONFIG>(VX_OID_802_11_STA_CONFIG)->SystemErrorBitmap, 1U);
 }
 
-TEST_F(SimulatedCardTest, AnEventIsReadOnce)
+TEST_F(SimulatedCardTest, ClearsTheEventFlagWhenItIsRead)
 {
     EXPECT_EQ(card.query<std::uint32_t>(VX_OID_802_11_EVENT_FLAG), 0U);
     card.card.raiseEvent();
@@ -322,7 +197,7 @@ TEST_F(SimulatedCardTest, AnEventIsReadOnce)
     EXPECT_EQ(card.query<std::uint32_t>(VX_OID_802_11_EVENT_FLAG), 0U);
 }
 
-TEST_F(SimulatedCardTest, AResetCardLosesItsSettingsAndAsksForThemWhenReady)
+TEST_F(SimulatedCardTest, ResetClearsSettingsAndRaisesTheEventFlag)
 {
     EXPECT_TRUE(card.set<std::uint32_t>(OID_802_11_AUTHENTICATION_MODE, 4));
     join("cafe");
@@ -335,7 +210,7 @@ TEST_F(SimulatedCardTest, AResetCardLosesItsSettingsAndAsksForThemWhenReady)
     EXPECT_EQ(card.query<std::uint32_t>(VX_OID_802_11_READY_FLAG), 1U);
 }
 
-TEST_F(SimulatedCardTest, AHeldReadyFlagStaysDownUntilItIsReleased)
+TEST_F(SimulatedCardTest, HoldsTheReadyFlagUntilItIsReleased)
 {
     card.card.holdReady(true);
     card.pass(100'000);
@@ -344,7 +219,7 @@ TEST_F(SimulatedCardTest, AHeldReadyFlagStaysDownUntilItIsReleased)
     EXPECT_EQ(card.query<std::uint32_t>(VX_OID_802_11_READY_FLAG), 1U);
 }
 
-TEST_F(SimulatedCardTest, NetworksComeGoAndMoveUnderTheLink)
+TEST_F(SimulatedCardTest, LinkFollowsNetworksThatMoveAppearAndDisappear)
 {
     join("cafe");
     EXPECT_TRUE(card.card.moveNetwork(openNetwork("", 1).bssid, -110, card.nowMs));
@@ -362,7 +237,7 @@ TEST_F(SimulatedCardTest, NetworksComeGoAndMoveUnderTheLink)
     EXPECT_TRUE(card.isLinkUp());
 }
 
-TEST_F(SimulatedCardTest, ARemovedNetworkLeavesTheListWithTheThirdScan)
+TEST_F(SimulatedCardTest, RemovedNetworkLeavesTheListAfterThreeScans)
 {
     card.scan();
     EXPECT_TRUE(card.card.removeNetwork(openNetwork("", 2).bssid, card.nowMs));
@@ -373,7 +248,7 @@ TEST_F(SimulatedCardTest, ARemovedNetworkLeavesTheListWithTheThirdScan)
     EXPECT_EQ(listed(), 1U);
 }
 
-TEST_F(SimulatedCardTest, ResettingTheCountersIsARequestWithoutInput)
+TEST_F(SimulatedCardTest, ResetsTheFrameCounters)
 {
     join("cafe");
     card.pass(60'000);

@@ -5,21 +5,21 @@
 
 #include <string>
 
-// The requests with which the utility joins a network, in its order.
+// The settings that the utility sends to join a network.
 struct UtilityJoin {
     std::int32_t networkType { Ndis802_11Infrastructure };
     std::int32_t authentication { Ndis802_11AuthModeOpen };
     std::int32_t encryption { Ndis802_11EncryptionDisabled };
     std::array<std::string, 4> wepKeys;
     std::size_t transmitKey { 0 };
-    std::string presharedKey; // 32 bytes
+    std::string presharedKey;
     bool byBssid { true };
     std::string ssid;
     MacAddress bssid {};
 };
 
-// What a person who knows everything about a network would enter.
-[[nodiscard]] inline UtilityJoin rightJoin(const ScenarioNetwork& network)
+// The settings of a user who knows everything about the network.
+[[nodiscard]] inline UtilityJoin correctJoin(const ScenarioNetwork& network)
 {
     UtilityJoin join;
     join.networkType = network.adHoc ? Ndis802_11IBSS : Ndis802_11Infrastructure;
@@ -63,7 +63,7 @@ inline void sendKeys(CardUnderTest& card, const UtilityJoin& join)
     }
 }
 
-// Sends them and waits for the outcome.
+// Sends the requests in the utility's order and returns whether the link comes up.
 [[nodiscard]] inline bool comesUp(CardUnderTest& card, const UtilityJoin& join)
 {
     (void)card.set(OID_802_11_DISASSOCIATE, std::uint32_t { 0 });
@@ -78,7 +78,7 @@ inline void sendKeys(CardUnderTest& card, const UtilityJoin& join)
     if (join.networkType != Ndis802_11IBSS) {
         (void)card.set(OID_802_11_POWER_MODE, std::uint32_t { 0 });
     } else if (auto configuration = card.query<NDIS_802_11_CONFIGURATION>(OID_802_11_CONFIGURATION)) {
-        configuration->DSConfig = 0; // no channel is chosen in the site survey
+        configuration->DSConfig = 0; // the site survey sends no channel
         (void)card.set(OID_802_11_CONFIGURATION, *configuration);
     }
     if (join.byBssid)

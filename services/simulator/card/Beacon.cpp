@@ -1,14 +1,12 @@
-#include "services/simulator/card/BssidEncoder.h"
+#include "services/simulator/card/Beacon.h"
 
 #include "driver/records/ChannelTable.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace {
 
 constexpr std::uint16_t beaconIntervalKusec = 100;
-constexpr std::size_t fixedElementBytes = 12; // timestamp, beacon interval, capabilities
 constexpr std::uint8_t basicRate = 0x80;
 constexpr std::size_t ratesInFirstElement = 8;
 
@@ -22,18 +20,12 @@ constexpr std::uint8_t elementErp = 42;
 constexpr std::uint8_t elementExtendedRates = 50;
 constexpr std::uint8_t elementVendor = 221;
 
-// Capability bits of IEEE 802.11
-constexpr std::uint16_t capabilityEss = 0x0001;
-constexpr std::uint16_t capabilityIbss = 0x0002;
-constexpr std::uint16_t capabilityPrivacy = 0x0010;
-constexpr std::uint16_t capabilityShortPreamble = 0x0020;
-
-// Last octets of the suites under 00-50-F2
+// Suite types of the OUI 00-50-F2
 constexpr std::uint8_t suiteNone = 0;
-constexpr std::uint8_t suiteTkip = 2;
-constexpr std::uint8_t suiteCcmp = 4;
-constexpr std::uint8_t suiteEnterprise = 1;
-constexpr std::uint8_t suitePresharedKey = 2;
+constexpr std::uint8_t cipherTkip = 2;
+constexpr std::uint8_t cipherCcmp = 4;
+constexpr std::uint8_t akmEnterprise = 1;
+constexpr std::uint8_t akmPsk = 2;
 
 using Octets = std::vector<std::uint8_t>;
 
@@ -44,13 +36,13 @@ void appendElement(Octets& elements, std::uint8_t id, const Octets& content)
     elements.insert(elements.end(), content.begin(), content.end());
 }
 
-std::uint8_t authenticationSuite(Security security)
+std::uint8_t akmSuite(Security security)
 {
     switch (security) {
     case Security::WpaPsk:
-        return suitePresharedKey;
+        return akmPsk;
     case Security::WpaEnterprise:
-        return suiteEnterprise;
+        return akmEnterprise;
     case Security::Open:
     case Security::Wep:
     case Security::WpaNone:
@@ -64,24 +56,24 @@ bool isWpa(Security security)
     return security == Security::WpaPsk || security == Security::WpaNone || security == Security::WpaEnterprise;
 }
 
-// WPA 1: version, group suite, one pairwise suite, one authentication suite. An ad hoc network has no pairwise keys
-// and names no pairwise suite of its own.
+// WPA 1: version, group cipher suite, one pairwise cipher suite, one AKM suite. WPA-None has no pairwise keys, so its
+// pairwise suite is "none".
 Octets wpaContent(const ScenarioNetwork& network)
 {
-    const std::uint8_t cipher = network.cipher == Cipher::Aes ? suiteCcmp : suiteTkip;
+    const std::uint8_t cipher = network.cipher == Cipher::Aes ? cipherCcmp : cipherTkip;
     const std::uint8_t pairwise = network.security == Security::WpaNone ? suiteNone : cipher;
     return {
-        0x00, 0x50, 0xF2, 0x01, // organisation and type
+        0x00, 0x50, 0xF2, 0x01, // OUI and type
         0x01, 0x00, // version
-        0x00, 0x50, 0xF2, cipher, // group
-        0x01, 0x00, // pairwise suites
+        0x00, 0x50, 0xF2, cipher, // group suite
+        0x01, 0x00, // number of pairwise suites
         0x00, 0x50, 0xF2, pairwise, //
-        0x01, 0x00, // authentication suites
-        0x00, 0x50, 0xF2, authenticationSuite(network.security) //
+        0x01, 0x00, // number of AKM suites
+        0x00, 0x50, 0xF2, akmSuite(network.security) //
     };
 }
 
-// The first four rates are basic ones; those that do not fit the first element go into the extended one.
+// The first four rates are basic rates.
 Octets markedRates(const ScenarioNetwork& network)
 {
     Octets rates = supportedRates(network);
@@ -100,13 +92,14 @@ std::uint32_t networkType(const ScenarioNetwork& network)
 Octets variableElements(const ScenarioNetwork& network)
 {
     Octets elements;
-    // First, because the utility steps from element to element by the length byte alone, two octets short of the next
-    // one: an element behind others is found only by luck.
+    // The WPA element comes first: the utility advances by the length byte of an element without its two header bytes,
+    // so it would find the WPA element after other elements only by luck.
     if (isWpa(network.security))
         appendElement(elements, elementVendor, wpaContent(network));
 
     appendElement(elements, elementSsid, network.hidden ? Octets {} : Octets(network.ssid.begin(), network.ssid.end()));
 
+    // Rates that do not fit into the first element go into the extended one.
     const Octets rates = markedRates(network);
     const auto split = rates.begin() + static_cast<std::ptrdiff_t>(std::min(ratesInFirstElement, rates.size()));
     appendElement(elements, elementSupportedRates, Octets(rates.begin(), split));
@@ -133,34 +126,6 @@ std::uint16_t capabilities(const ScenarioNetwork& network)
     return bits;
 }
 
-WLAN_BSSID_EX fixedPart(const HeardNetwork& heard, std::size_t variableBytes, std::int64_t nowMs)
-{
-    const ScenarioNetwork& network = heard.network;
-    WLAN_BSSID_EX entry {};
-    entry.Length = static_cast<std::uint32_t>(sizeof(entry) + variableBytes);
-    entry.MacAddress = network.bssid;
-    if (!network.hidden) {
-        entry.Ssid.SsidLength = static_cast<std::uint32_t>(std::min(network.ssid.size(), entry.Ssid.Ssid.size()));
-        std::memcpy(entry.Ssid.Ssid.data(), network.ssid.data(), entry.Ssid.SsidLength);
-    }
-    entry.Privacy = network.security == Security::Open ? 0 : 1;
-    entry.Rssi = heard.signalDbm;
-    entry.NetworkTypeInUse = networkType(network);
-    entry.Configuration.Length = sizeof(NDIS_802_11_CONFIGURATION);
-    entry.Configuration.BeaconPeriod = beaconIntervalKusec;
-    entry.Configuration.DSConfig = frequencyOfChannel(network.channel);
-    entry.Configuration.FHConfig.Length = sizeof(NDIS_802_11_CONFIGURATION_FH);
-    entry.InfrastructureMode = network.adHoc ? Ndis802_11IBSS : Ndis802_11Infrastructure;
-    const Octets rates = markedRates(network);
-    std::copy(rates.begin(), rates.end(), entry.SupportedRates.begin());
-    entry.IELength = static_cast<std::uint32_t>(fixedElementBytes + variableBytes);
-    const std::int64_t timestampUs = nowMs * 1000;
-    std::memcpy(entry.Timestamp.data(), &timestampUs, sizeof(timestampUs));
-    entry.BeaconInterval = beaconIntervalKusec;
-    entry.Capabilities = capabilities(network);
-    return entry;
-}
-
 } // namespace
 
 std::vector<std::uint8_t> supportedRates(const ScenarioNetwork& network)
@@ -181,11 +146,20 @@ std::uint32_t frequencyOfChannel(std::int32_t channel)
     return 0;
 }
 
-Bytes encodeBssidEntry(const HeardNetwork& heard, std::int64_t nowMs)
+BssDescription beaconOf(const HeardNetwork& heard, std::int64_t nowMs)
 {
-    const Octets elements = variableElements(heard.network);
-    Bytes bytes = bytesOf(fixedPart(heard, elements.size(), nowMs));
-    for (const std::uint8_t octet : elements)
-        bytes.push_back(std::byte { octet });
-    return bytes;
+    const ScenarioNetwork& network = heard.network;
+    BssDescription bss;
+    bss.bssid = network.bssid;
+    if (!network.hidden)
+        bss.ssid.assign(network.ssid.begin(), network.ssid.end());
+    bss.rssiDbm = heard.signalDbm;
+    bss.networkType = networkType(network);
+    bss.frequencyKhz = frequencyOfChannel(network.channel);
+    bss.beaconIntervalKusec = beaconIntervalKusec;
+    bss.capabilities = capabilities(network);
+    bss.timestampUs = static_cast<std::uint64_t>(nowMs) * 1000;
+    bss.rates = markedRates(network);
+    bss.elements = variableElements(network);
+    return bss;
 }

@@ -1,4 +1,4 @@
-#include "services/simulator/card/BssidEncoder.h"
+#include "services/simulator/card/Beacon.h"
 
 #include "tests/services/simulator/card/CardUnderTest.h"
 
@@ -13,9 +13,9 @@ std::uint8_t octet(const Bytes& bytes, std::size_t offset)
     return offset < bytes.size() ? std::to_integer<std::uint8_t>(bytes[offset]) : std::uint8_t { 0 };
 }
 
-// The utility's way through the elements: by the length byte alone, without the two octets of the head. Returns the
-// entry offset of the first element that looks like a WPA element, 0 for none.
-std::size_t wpaElementAsTheUtilityFindsIt(const Bytes& entry)
+// Walks the elements like the utility, which advances by the length byte without the two header bytes. Returns the
+// offset of the first element that looks like a WPA element, 0 if there is none.
+std::size_t findWpaElementLikeTheUtility(const Bytes& entry)
 {
     const auto head = recordAt<WLAN_BSSID_EX>(entry);
     std::size_t position = 12;
@@ -30,7 +30,7 @@ std::size_t wpaElementAsTheUtilityFindsIt(const Bytes& entry)
     return 0;
 }
 
-// The elements as IEEE 802.11 has them, which must fill the entry to its end.
+// Walks the elements as IEEE 802.11 defines them; they must fill the entry exactly.
 std::vector<std::uint8_t> elementIds(const Bytes& entry)
 {
     std::vector<std::uint8_t> ids;
@@ -43,9 +43,9 @@ std::vector<std::uint8_t> elementIds(const Bytes& entry)
     return ids;
 }
 
-HeardNetwork heard(const ScenarioNetwork& network)
+Bytes encoded(const ScenarioNetwork& network)
 {
-    return { network, network.signalDbm };
+    return encodeBssidEntry(beaconOf({ network, network.signalDbm }, 1234));
 }
 
 ScenarioNetwork wpaNetwork(Security security, Cipher cipher)
@@ -66,14 +66,14 @@ struct WpaCase {
     std::uint8_t authentication;
 };
 
-class BssidEncoderWpa : public testing::TestWithParam<WpaCase> { };
+class BeaconWpa : public testing::TestWithParam<WpaCase> { };
 
 } // namespace
 
-TEST(BssidEncoder, LaysOutAnOpenNetworkFieldByField)
+TEST(Beacon, DescribesAnOpenNetwork)
 {
     const ScenarioNetwork network = openNetwork("cafe", 0x55, -63);
-    const Bytes bytes = encodeBssidEntry(heard(network), 1234);
+    const Bytes bytes = encoded(network);
     const auto entry = recordAt<WLAN_BSSID_EX>(bytes);
     ASSERT_TRUE(entry);
     EXPECT_EQ(valueOf(entry->Length), bytes.size());
@@ -93,24 +93,24 @@ TEST(BssidEncoder, LaysOutAnOpenNetworkFieldByField)
     EXPECT_EQ(entry->SupportedRates[11], 108);
     EXPECT_EQ(entry->Capabilities & 0x0013, 0x0001);
     EXPECT_EQ(elementIds(bytes), (std::vector<std::uint8_t> { 0, 1, 3, 5, 42, 50 }));
-    EXPECT_EQ(wpaElementAsTheUtilityFindsIt(bytes), 0U);
+    EXPECT_EQ(findWpaElementLikeTheUtility(bytes), 0U);
 }
 
-TEST(BssidEncoder, MarksPrivacyOfAWepNetworkWithoutAWpaElement)
+TEST(Beacon, SetsPrivacyButNoWpaElementForWep)
 {
     ScenarioNetwork network = openNetwork("wep", 1);
     network.security = Security::Wep;
-    const Bytes bytes = encodeBssidEntry(heard(network), 0);
+    const Bytes bytes = encoded(network);
     EXPECT_EQ(valueOf(recordAt<WLAN_BSSID_EX>(bytes)->Privacy), 1U);
     EXPECT_EQ(recordAt<WLAN_BSSID_EX>(bytes)->Capabilities & 0x0010, 0x0010);
-    EXPECT_EQ(wpaElementAsTheUtilityFindsIt(bytes), 0U);
+    EXPECT_EQ(findWpaElementLikeTheUtility(bytes), 0U);
 }
 
-TEST(BssidEncoder, HidesNameAndLengthOfAHiddenNetwork)
+TEST(Beacon, OmitsNameAndLengthOfAHiddenNetwork)
 {
     ScenarioNetwork network = openNetwork("secret", 1);
     network.hidden = true;
-    const Bytes bytes = encodeBssidEntry(heard(network), 0);
+    const Bytes bytes = encoded(network);
     const auto entry = recordAt<WLAN_BSSID_EX>(bytes);
     EXPECT_EQ(valueOf(entry->Ssid.SsidLength), 0U);
     EXPECT_EQ(entry->Ssid.Ssid, (std::array<std::uint8_t, 32> {}));
@@ -118,43 +118,43 @@ TEST(BssidEncoder, HidesNameAndLengthOfAHiddenNetwork)
     EXPECT_EQ(everything.find("secret"), std::string::npos);
 }
 
-TEST(BssidEncoder, CarriesAllThirtyTwoBytesOfAName)
+TEST(Beacon, ReportsAllThirtyTwoBytesOfAName)
 {
     const std::string name = "0123456789abcdef0123456789ABCDE\xFF";
-    const Bytes bytes = encodeBssidEntry(heard(openNetwork(name, 1)), 0);
+    const Bytes bytes = encoded(openNetwork(name, 1));
     const auto entry = recordAt<WLAN_BSSID_EX>(bytes);
     EXPECT_EQ(valueOf(entry->Ssid.SsidLength), 32U);
     EXPECT_EQ(entry->Ssid.Ssid[31], 0xFF);
-    EXPECT_EQ(valueOf(entry->Privacy), 0U); // the name did not run over its field
+    EXPECT_EQ(valueOf(entry->Privacy), 0U); // the name did not overflow its field
 }
 
-TEST(BssidEncoder, TellsFiveGhzAndAdHocNetworksApart)
+TEST(Beacon, ReportsTypesOfFiveGhzAndAdHocNetworks)
 {
     ScenarioNetwork high = openNetwork("high", 1);
     high.channel = 149;
-    const Bytes highBytes = encodeBssidEntry(heard(high), 0);
+    const Bytes highBytes = encoded(high);
     EXPECT_EQ(valueOf(recordAt<WLAN_BSSID_EX>(highBytes)->NetworkTypeInUse), Ndis802_11OFDM5);
     EXPECT_EQ(valueOf(recordAt<WLAN_BSSID_EX>(highBytes)->Configuration.DSConfig), 5745000U);
     EXPECT_EQ(elementIds(highBytes), (std::vector<std::uint8_t> { 0, 1, 5 }));
 
     ScenarioNetwork adHoc = openNetwork("adhoc", 2);
     adHoc.adHoc = true;
-    const Bytes adHocBytes = encodeBssidEntry(heard(adHoc), 0);
+    const Bytes adHocBytes = encoded(adHoc);
     EXPECT_EQ(valueOf(recordAt<WLAN_BSSID_EX>(adHocBytes)->NetworkTypeInUse), Ndis802_11DS);
     EXPECT_EQ(valueOf(recordAt<WLAN_BSSID_EX>(adHocBytes)->InfrastructureMode), Ndis802_11IBSS);
     EXPECT_EQ(recordAt<WLAN_BSSID_EX>(adHocBytes)->Capabilities & 0x0003, 0x0002);
     EXPECT_EQ(elementIds(adHocBytes), (std::vector<std::uint8_t> { 0, 1, 3, 6 }));
 }
 
-TEST_P(BssidEncoderWpa, PutsTheWpaElementWhereTheUtilityFindsIt)
+TEST_P(BeaconWpa, PutsTheWpaElementFirst)
 {
     const WpaCase& expected = GetParam();
-    const Bytes bytes = encodeBssidEntry(heard(wpaNetwork(expected.security, expected.cipher)), 0);
-    const std::size_t element = wpaElementAsTheUtilityFindsIt(bytes);
+    const Bytes bytes = encoded(wpaNetwork(expected.security, expected.cipher));
+    const std::size_t element = findWpaElementLikeTheUtility(bytes);
     ASSERT_NE(element, 0U);
     const std::array<std::uint8_t, 24> golden {
         221, 22, // id, length
-        0x00, 0x50, 0xF2, 0x01, // organisation, type
+        0x00, 0x50, 0xF2, 0x01, // OUI, type
         0x01, 0x00, // version
         0x00, 0x50, 0xF2, expected.group, //
         0x01, 0x00, 0x00, 0x50, 0xF2, expected.pairwise, //
@@ -165,7 +165,7 @@ TEST_P(BssidEncoderWpa, PutsTheWpaElementWhereTheUtilityFindsIt)
     EXPECT_EQ(elementIds(bytes).front(), 221);
 }
 
-INSTANTIATE_TEST_SUITE_P(Kinds, BssidEncoderWpa,
+INSTANTIATE_TEST_SUITE_P(Kinds, BeaconWpa,
     testing::Values(WpaCase { Security::WpaPsk, Cipher::Tkip, 2, 2, 2 },
         WpaCase { Security::WpaPsk, Cipher::Aes, 4, 4, 2 }, WpaCase { Security::WpaNone, Cipher::Tkip, 2, 0, 0 },
         WpaCase { Security::WpaNone, Cipher::Aes, 4, 0, 0 }, WpaCase { Security::WpaEnterprise, Cipher::Tkip, 2, 2, 1 },
