@@ -1,17 +1,18 @@
 #include "services/card/RequestRecorder.h"
 
 #include "driver/records/Oids.h"
+#include "posix/FileDescriptor.h"
 #include "services/card/OidCatalogue.h"
+#include "services/host/LastError.h"
 
 #include <array>
 
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 namespace {
 
-std::string hexadecimal(const std::vector<std::byte>& bytes)
+std::string hexDigits(const std::vector<std::byte>& bytes)
 {
     constexpr std::string_view digits = "0123456789ABCDEF";
     std::string text;
@@ -23,14 +24,14 @@ std::string hexadecimal(const std::vector<std::byte>& bytes)
     return text;
 }
 
-std::string eightDigits(std::uint32_t value)
+std::string hexNumber(std::uint32_t value)
 {
     std::array<char, 11> text {};
     (void)std::snprintf(text.data(), text.size(), "0x%08X", static_cast<unsigned>(value));
     return text.data();
 }
 
-std::string whatIsCalled(const ServiceRequest& request)
+std::string calledFields(const ServiceRequest& request)
 {
     switch (request.kind) {
     case RequestKind::Open:
@@ -41,7 +42,7 @@ std::string whatIsCalled(const ServiceRequest& request)
         break;
     }
     const bool isSet = (request.selector & oidSetFlag) != 0;
-    return "\"kind\":\"structure\",\"oid\":\"" + eightDigits(request.selector) + "\",\"name\":\""
+    return "\"kind\":\"structure\",\"oid\":\"" + hexNumber(request.selector) + "\",\"name\":\""
         + std::string(nameOfOid(request.selector)) + "\",\"set\":" + (isSet ? "true" : "false");
 }
 
@@ -49,28 +50,23 @@ std::string whatIsCalled(const ServiceRequest& request)
 
 std::string recordedLine(const ServiceRequest& request, std::int64_t nowMs)
 {
-    return "{\"time_ms\":" + std::to_string(nowMs) + ',' + whatIsCalled(request) + ",\"capacity\":"
-        + std::to_string(request.replyCapacity) + ",\"input\":\"" + hexadecimal(request.input) + "\"}";
+    return "{\"time_ms\":" + std::to_string(nowMs) + ',' + calledFields(request)
+        + ",\"capacity\":" + std::to_string(request.replyCapacity) + ",\"input\":\"" + hexDigits(request.input) + "\"}";
 }
 
-bool RequestRecorder::start(const std::string& path)
+std::error_code RequestRecorder::start(const std::string& path)
 {
     stop();
-    const int descriptor = ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, 0600);
-    if (descriptor < 0)
-        return false;
-    // A file that was there before keeps its mode otherwise.
-    if (::fchmod(descriptor, 0600) != 0) {
-        (void)::close(descriptor);
-        return false;
-    }
-    m_file.reset(::fdopen(descriptor, "w"));
-    if (!m_file) {
-        (void)::close(descriptor);
-        return false;
-    }
+    FileDescriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, 0600));
+    // An existing file would keep its mode.
+    if (!file || ::fchmod(file.get(), 0600) != 0)
+        return lastError();
+    m_file.reset(::fdopen(file.get(), "w"));
+    if (!m_file)
+        return lastError();
+    (void)file.release(); // the stream closes it now
     m_path = path;
-    return true;
+    return {};
 }
 
 void RequestRecorder::stop()
@@ -85,6 +81,6 @@ void RequestRecorder::record(const ServiceRequest& request, std::int64_t nowMs)
         return;
     const std::string line = recordedLine(request, nowMs) + '\n';
     (void)std::fwrite(line.data(), 1, line.size(), m_file.get());
-    // Whoever waits for the next line reads whole lines.
+    // A reader that polls the file must see whole lines.
     (void)std::fflush(m_file.get());
 }

@@ -6,19 +6,20 @@
 #include <cstdio>
 #include <memory>
 #include <string>
+#include <system_error>
 
-// Writes every request to a file, one JSON object a line, for tests that look at what the utility sends. The input
-// bytes are written as they come, KEY MATERIAL INCLUDED: the file is made for its owner alone (0600), and nothing is
-// recorded unless it was asked for.
+// Writes every request to a file, one JSON object per line, for tests that check what the utility sends. The input bytes
+// are written unchanged, KEY MATERIAL INCLUDED: only the owner can read the file (mode 0600), and nothing is recorded
+// unless recording was started.
 class RequestRecorder {
 public:
-    // Starts a new recording in place of the file's contents. False, with errno set, when the file cannot be made.
-    [[nodiscard]] bool start(const std::string& path);
+    // Starts a new recording and truncates the file. Does not follow a symbolic link.
+    [[nodiscard]] std::error_code start(const std::string& path);
     void stop();
-    [[nodiscard]] bool isRecording() const { return m_file != nullptr; }
+    // Empty unless a recording runs.
     [[nodiscard]] const std::string& path() const { return m_path; }
 
-    // Does nothing while no recording runs.
+    // No-op unless a recording runs.
     void record(const ServiceRequest& request, std::int64_t nowMs);
 
 private:
@@ -30,7 +31,7 @@ private:
     std::string m_path;
 };
 
-// The line of one request, without its end: {"time_ms":…,"kind":"structure","oid":"0x0D810102","name":
+// The line of one request, without its line feed: {"time_ms":…,"kind":"structure","oid":"0x0D810102","name":
 // "OID_802_11_SSID","set":true,"capacity":0,"input":"04000000…"}; open and scalar calls have a "selector" instead of
-// the OID's three fields.
+// the three OID fields.
 [[nodiscard]] std::string recordedLine(const ServiceRequest& request, std::int64_t nowMs);

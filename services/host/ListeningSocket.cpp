@@ -1,6 +1,7 @@
 #include "services/host/ListeningSocket.h"
 
-#include <cerrno>
+#include "services/host/LastError.h"
+
 #include <cstring>
 #include <utility>
 
@@ -18,55 +19,55 @@ bool isFileName(const std::string& name)
         && name.find_first_of(std::string("/\0", 2)) == std::string::npos;
 }
 
-bool makeFolder(int parent, const std::string& path)
+std::error_code makeDirectory(int parent, const std::string& path)
 {
-    return ::mkdirat(parent, path.c_str(), 0700) == 0 || errno == EEXIST;
+    if (::mkdirat(parent, path.c_str(), 0700) != 0 && errno != EEXIST)
+        return lastError();
+    return {};
 }
 
-// Whoever may write to the folder could put a socket of his own in the place of ours.
-bool isTrusted(int folder)
+// Anyone who may write to the directory could replace our socket with their own.
+std::error_code checkTrusted(int directory)
 {
     struct stat status { };
-    if (::fstat(folder, &status) != 0)
-        return false;
+    if (::fstat(directory, &status) != 0)
+        return lastError();
     const bool isOwned = status.st_uid == 0 || status.st_uid == ::geteuid();
-    if (isOwned && (status.st_mode & (S_IWGRP | S_IWOTH)) == 0)
-        return true;
-    errno = EPERM;
-    return false;
+    if (!isOwned || (status.st_mode & (S_IWGRP | S_IWOTH)) != 0)
+        return std::make_error_code(std::errc::operation_not_permitted);
+    return {};
 }
 
-FileDescriptor openClassFolder(const std::string& root, const std::string& className)
+std::error_code openClassDirectory(const std::string& root, const std::string& className, FileDescriptor& directory)
 {
-    if (!makeFolder(AT_FDCWD, root))
-        return {};
-    const FileDescriptor rootFolder(::open(root.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
-    if (!rootFolder || !makeFolder(rootFolder.get(), className))
-        return {};
-    FileDescriptor folder(
-        ::openat(rootFolder.get(), className.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
-    if (!folder || !isTrusted(folder.get()))
-        return {};
-    return folder;
+    if (const auto error = makeDirectory(AT_FDCWD, root))
+        return error;
+    const FileDescriptor rootDirectory(::open(root.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+    if (!rootDirectory)
+        return lastError();
+    if (const auto error = makeDirectory(rootDirectory.get(), className))
+        return error;
+    directory = FileDescriptor(
+        ::openat(rootDirectory.get(), className.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+    return directory ? checkTrusted(directory.get()) : lastError();
 }
 
-// Socket addresses hold 107 bytes, paths of a registry may be longer: the folder is named by its descriptor.
-bool makeAddress(int folder, const std::string& name, sockaddr_un& address)
+// Socket addresses hold at most 107 bytes, but registry paths may be longer: the address names the directory by its
+// descriptor.
+std::error_code makeAddress(int directory, const std::string& name, sockaddr_un& address)
 {
-    const std::string path = "/proc/self/fd/" + std::to_string(folder) + '/' + name;
-    if (path.size() >= sizeof(address.sun_path)) {
-        errno = ENAMETOOLONG;
-        return false;
-    }
+    const std::string path = "/proc/self/fd/" + std::to_string(directory) + '/' + name;
+    if (path.size() >= sizeof(address.sun_path))
+        return std::make_error_code(std::errc::filename_too_long);
     address = {};
     address.sun_family = AF_UNIX;
     std::memcpy(address.sun_path, path.c_str(), path.size() + 1);
-    return true;
+    return {};
 }
 
-FileDescriptor makeSocket()
+FileDescriptor makeSocket(int type)
 {
-    return FileDescriptor(::socket(AF_UNIX, SOCK_SEQPACKET | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
+    return FileDescriptor(::socket(AF_UNIX, type | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
 }
 
 const sockaddr* generic(const sockaddr_un& address)
@@ -74,82 +75,91 @@ const sockaddr* generic(const sockaddr_un& address)
     return reinterpret_cast<const sockaddr*>(&address);
 }
 
-// True when the name is free afterwards. Only a socket that refuses connections is swept away.
-bool sweepStaleSocket(int folder, const std::string& name, const sockaddr_un& address)
+// On success the name is free. Removes only a socket that refuses connections.
+std::error_code removeStaleSocket(int directory, const std::string& name, int type, const sockaddr_un& address)
 {
     struct stat status { };
-    if (::fstatat(folder, name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0)
-        return errno == ENOENT;
-    if (!S_ISSOCK(status.st_mode)) {
-        errno = EEXIST;
-        return false;
-    }
-    const FileDescriptor probe = makeSocket();
+    if (::fstatat(directory, name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0)
+        return errno == ENOENT ? std::error_code() : lastError();
+    if (!S_ISSOCK(status.st_mode))
+        return std::make_error_code(std::errc::file_exists);
+    const FileDescriptor probe = makeSocket(type);
     if (!probe)
-        return false;
-    if (::connect(probe.get(), generic(address), sizeof(address)) == 0 || errno != ECONNREFUSED) {
-        errno = EADDRINUSE;
-        return false;
-    }
-    return ::unlinkat(folder, name.c_str(), 0) == 0;
+        return lastError();
+    if (::connect(probe.get(), generic(address), sizeof(address)) == 0 || errno != ECONNREFUSED)
+        return std::make_error_code(std::errc::address_in_use);
+    return ::unlinkat(directory, name.c_str(), 0) == 0 ? std::error_code() : lastError();
 }
 
-bool bindAndListen(int folder, const std::string& name, int socket)
+std::error_code bindAndListen(int directory, const std::string& name, int type, int socket)
 {
     sockaddr_un address {};
-    if (!makeAddress(folder, name, address) || !sweepStaleSocket(folder, name, address))
-        return false;
-    return ::bind(socket, generic(address), sizeof(address)) == 0 && ::listen(socket, SOMAXCONN) == 0;
+    if (const auto error = makeAddress(directory, name, address))
+        return error;
+    if (const auto error = removeStaleSocket(directory, name, type, address))
+        return error;
+    if (::bind(socket, generic(address), sizeof(address)) != 0 || ::listen(socket, SOMAXCONN) != 0)
+        return lastError();
+    return {};
 }
 
-// Between the look at a stale socket and its removal no other service may come up under the name.
-class FolderLock {
+// Held while a stale socket is examined and removed, so that no other service takes the name in between.
+class DirectoryLock {
 public:
-    explicit FolderLock(int folder)
-        : m_folder(folder)
+    explicit DirectoryLock(int directory)
+        : m_directory(directory)
     {
-        while (::flock(m_folder, LOCK_EX) != 0 && errno == EINTR) { }
+        while (::flock(m_directory, LOCK_EX) != 0 && errno == EINTR) { }
     }
-    ~FolderLock()
-    {
-        const int error = errno;
-        ::flock(m_folder, LOCK_UN);
-        errno = error;
-    }
-    FolderLock(const FolderLock&) = delete;
-    FolderLock& operator=(const FolderLock&) = delete;
+    ~DirectoryLock() { ::flock(m_directory, LOCK_UN); }
+    DirectoryLock(const DirectoryLock&) = delete;
+    DirectoryLock& operator=(const DirectoryLock&) = delete;
 
 private:
-    int m_folder;
+    int m_directory;
 };
 
 } // namespace
 
 std::optional<ListeningSocket> ListeningSocket::publish(
-    const std::string& root, const std::string& className, const std::string& instanceName)
+    const std::string& root, const std::string& className, const std::string& instanceName, std::error_code& error)
 {
-    if (!isFileName(className) || !isFileName(instanceName)) {
-        errno = EINVAL;
+    error = std::make_error_code(std::errc::invalid_argument);
+    if (!isFileName(className) || !isFileName(instanceName))
+        return std::nullopt;
+    FileDescriptor directory;
+    error = openClassDirectory(root, className, directory);
+    if (error)
+        return std::nullopt;
+    return listen(std::move(directory), instanceName, SOCK_SEQPACKET, error);
+}
+
+std::optional<ListeningSocket> ListeningSocket::listen(
+    FileDescriptor directory, const std::string& name, int type, std::error_code& error)
+{
+    error = isFileName(name) ? std::error_code() : std::make_error_code(std::errc::invalid_argument);
+    if (error)
+        return std::nullopt;
+    FileDescriptor socket = makeSocket(type);
+    if (!socket) {
+        error = lastError();
         return std::nullopt;
     }
-    FileDescriptor folder = openClassFolder(root, className);
-    if (!folder)
-        return std::nullopt;
-    FileDescriptor socket = makeSocket();
-    if (!socket)
-        return std::nullopt;
-    const FolderLock lock(folder.get());
-    if (!bindAndListen(folder.get(), instanceName, socket.get()))
+    const DirectoryLock lock(directory.get());
+    error = bindAndListen(directory.get(), name, type, socket.get());
+    if (error)
         return std::nullopt;
     struct stat status { };
-    if (::fstatat(folder.get(), instanceName.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0)
+    if (::fstatat(directory.get(), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0) {
+        error = lastError();
         return std::nullopt;
-    return ListeningSocket(std::move(folder), std::move(socket), instanceName, status.st_dev, status.st_ino);
+    }
+    return ListeningSocket(std::move(directory), std::move(socket), name, status.st_dev, status.st_ino);
 }
 
 ListeningSocket::ListeningSocket(
-    FileDescriptor folder, FileDescriptor socket, std::string name, dev_t device, ino_t inode)
-    : m_folder(std::move(folder))
+    FileDescriptor directory, FileDescriptor socket, std::string name, dev_t device, ino_t inode)
+    : m_directory(std::move(directory))
     , m_socket(std::move(socket))
     , m_name(std::move(name))
     , m_device(device)
@@ -157,19 +167,21 @@ ListeningSocket::ListeningSocket(
 {
 }
 
-// The inode cannot be given to another file while the socket is bound to it, so the comparison is certain.
+// The inode cannot be reused while the socket is bound to it, so the comparison is reliable.
 ListeningSocket::~ListeningSocket()
 {
     if (!m_socket)
         return;
-    const FolderLock lock(m_folder.get());
+    const DirectoryLock lock(m_directory.get());
     struct stat status { };
-    if (::fstatat(m_folder.get(), m_name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0 && status.st_dev == m_device
+    if (::fstatat(m_directory.get(), m_name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0 && status.st_dev == m_device
         && status.st_ino == m_inode)
-        ::unlinkat(m_folder.get(), m_name.c_str(), 0);
+        ::unlinkat(m_directory.get(), m_name.c_str(), 0);
 }
 
-FileDescriptor ListeningSocket::accept() const
+FileDescriptor ListeningSocket::accept(std::error_code& error) const
 {
-    return FileDescriptor(::accept4(m_socket.get(), nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC));
+    FileDescriptor connection(::accept4(m_socket.get(), nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC));
+    error = connection ? std::error_code() : lastError();
+    return connection;
 }

@@ -4,18 +4,28 @@
 
 #include <optional>
 #include <string>
+#include <system_error>
 
 #include <sys/types.h>
 
-// A listening socket with a name in a folder of the I/O registry. The name goes with it, unless another service has
-// taken it meanwhile.
+// A non-blocking listening AF_UNIX socket with a name in a directory. Destroying it removes the name, unless another
+// service has taken the name in the meantime.
 class ListeningSocket {
 public:
-    // Nothing, with errno set, when the folder cannot be made or is not to be trusted (EPERM), the name is no file name
-    // (EINVAL) or too long for a socket address (ENAMETOOLONG), belongs to a live service (EADDRINUSE) or to something
-    // that is no socket (EEXIST).
+    // Publishes a SOCK_SEQPACKET socket as ROOT/CLASS/INSTANCE, creating missing directories with mode 0700. Fails with
+    // operation_not_permitted for a class directory that someone else owns or that group or others may write to, and
+    // like listen() below.
     [[nodiscard]] static std::optional<ListeningSocket> publish(
-        const std::string& root, const std::string& className, const std::string& instanceName);
+        const std::string& root, const std::string& className, const std::string& instanceName, std::error_code& error);
+
+    // Listens under a name in an open directory, with a socket of this type (SOCK_STREAM or SOCK_SEQPACKET), and
+    // replaces a socket left behind by a dead process. Fails with
+    //   invalid_argument for a name that is not a file name,
+    //   filename_too_long for a name that does not fit a socket address,
+    //   address_in_use if a live service has the name,
+    //   file_exists if something other than a socket has it.
+    [[nodiscard]] static std::optional<ListeningSocket> listen(
+        FileDescriptor directory, const std::string& name, int type, std::error_code& error);
 
     ~ListeningSocket();
     ListeningSocket(ListeningSocket&&) noexcept = default;
@@ -24,13 +34,13 @@ public:
     ListeningSocket& operator=(const ListeningSocket&) = delete;
 
     [[nodiscard]] int descriptor() const { return m_socket.get(); }
-    // Not valid, with errno set, when nobody is waiting. Never blocks.
-    [[nodiscard]] FileDescriptor accept() const;
+    // Never blocks: fails with resource_unavailable_try_again if no client is waiting.
+    [[nodiscard]] FileDescriptor accept(std::error_code& error) const;
 
 private:
-    ListeningSocket(FileDescriptor folder, FileDescriptor socket, std::string name, dev_t device, ino_t inode);
+    ListeningSocket(FileDescriptor directory, FileDescriptor socket, std::string name, dev_t device, ino_t inode);
 
-    FileDescriptor m_folder;
+    FileDescriptor m_directory;
     FileDescriptor m_socket;
     std::string m_name;
     dev_t m_device;

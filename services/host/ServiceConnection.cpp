@@ -1,9 +1,9 @@
 #include "services/host/ServiceConnection.h"
 
+#include "services/host/LastError.h"
 #include "services/host/TransportPackets.h"
 
 #include <array>
-#include <cerrno>
 #include <utility>
 
 #include <sys/socket.h>
@@ -19,23 +19,23 @@ ServiceReply::Connection::Connection(
 
 void ServiceReply::Connection::start()
 {
-    // Held for as long as a notifier calls: a request may end the connection, the host, or both.
+    // Keeps the connection alive during the call: a request may close the connection, destroy the host, or both.
     const std::weak_ptr<Connection> weak = weak_from_this();
-    const auto whileNotified = [weak](void (Connection::*what)()) {
+    const auto inNotifier = [weak](void (Connection::*function)()) {
         const auto self = weak.lock();
         if (!self)
             return;
-        const bool wasNotified = std::exchange(self->m_isNotified, true);
-        (self.get()->*what)();
-        self->m_isNotified = wasNotified;
+        const bool wasInNotifier = std::exchange(self->m_isInNotifier, true);
+        (self.get()->*function)();
+        self->m_isInNotifier = wasInNotifier;
     };
     m_readable = std::make_unique<QSocketNotifier>(m_socket.get(), QSocketNotifier::Read);
     QObject::connect(m_readable.get(), &QSocketNotifier::activated, m_readable.get(),
-        [whileNotified] { whileNotified(&Connection::readPacket); });
+        [inNotifier] { inNotifier(&Connection::readPacket); });
     m_writable = std::make_unique<QSocketNotifier>(m_socket.get(), QSocketNotifier::Write);
     m_writable->setEnabled(false);
     QObject::connect(m_writable.get(), &QSocketNotifier::activated, m_writable.get(),
-        [whileNotified] { whileNotified(&Connection::writePackets); });
+        [inNotifier] { inNotifier(&Connection::writePackets); });
 }
 
 void ServiceReply::Connection::close()
@@ -43,18 +43,18 @@ void ServiceReply::Connection::close()
     m_state = State::Closed;
     m_isUnanswered = false;
     m_closed = nullptr;
-    discard(m_readable);
-    discard(m_writable);
+    deleteNotifier(m_readable);
+    deleteNotifier(m_writable);
     m_unsent.clear();
     m_socket.reset();
 }
 
-void ServiceReply::Connection::discard(std::unique_ptr<QSocketNotifier>& notifier) const
+void ServiceReply::Connection::deleteNotifier(std::unique_ptr<QSocketNotifier>& notifier) const
 {
     if (!notifier)
         return;
     notifier->setEnabled(false);
-    if (m_isNotified)
+    if (m_isInNotifier)
         notifier.release()->deleteLater();
     else
         notifier.reset();
@@ -71,8 +71,8 @@ void ServiceReply::Connection::hangUp()
 
 void ServiceReply::Connection::readPacket()
 {
-    // The request is copied out before anything else can be read.
-    static thread_local std::array<std::byte, requestHeaderBytes + largestPayloadBytes> packet;
+    // Shared by all connections of the thread: servePacket() copies the request before another read can happen.
+    static thread_local std::array<std::byte, requestHeaderBytes + maxPayloadBytes> packet;
     iovec block { packet.data(), packet.size() };
     msghdr message {};
     message.msg_iov = &block;
@@ -80,7 +80,7 @@ void ServiceReply::Connection::readPacket()
     const ssize_t size = ::recvmsg(m_socket.get(), &message, 0);
     if (size < 0 && (errno == EAGAIN || errno == EINTR))
         return;
-    // Nothing to read is the end of the client, and an empty packet cannot be told from it.
+    // recvmsg() returns 0 both at the end of the connection and for an empty packet, which is malformed anyway.
     if (size <= 0 || (message.msg_flags & MSG_TRUNC) != 0) {
         hangUp();
         return;
@@ -129,24 +129,23 @@ void ServiceReply::Connection::answer(std::vector<std::byte> packet)
 void ServiceReply::Connection::writePackets()
 {
     while (!m_unsent.empty()) {
-        if (sendNow(m_unsent.front())) {
-            m_unsent.pop_front();
-            continue;
-        }
-        if (errno != EAGAIN) {
+        const std::error_code error = sendNow(m_unsent.front());
+        if (error == std::errc::resource_unavailable_try_again)
+            break;
+        if (error) {
             hangUp();
             return;
         }
-        break;
+        m_unsent.pop_front();
     }
     m_writable->setEnabled(!m_unsent.empty());
 }
 
-bool ServiceReply::Connection::sendNow(std::span<const std::byte> packet)
+std::error_code ServiceReply::Connection::sendNow(std::span<const std::byte> packet)
 {
     ssize_t size = 0;
     do {
         size = ::send(m_socket.get(), packet.data(), packet.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
     } while (size < 0 && errno == EINTR);
-    return size >= 0;
+    return size < 0 ? lastError() : std::error_code();
 }

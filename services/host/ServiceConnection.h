@@ -11,34 +11,35 @@
 #include <functional>
 #include <memory>
 #include <span>
+#include <system_error>
 #include <vector>
 
-// One user client, as the service sees it. Requests and replies alternate: a packet that comes before the reply to the
-// one before it is as malformed as one that does not parse, and ends the connection.
+// The connection of one user client. Requests and replies alternate: a request that arrives before the reply to the
+// previous one was sent is malformed and closes the connection, like one that does not parse.
 class ServiceReply::Connection : public std::enable_shared_from_this<ServiceReply::Connection> {
 public:
     using Closed = std::function<void(const std::shared_ptr<Connection>&)>;
 
-    // The handler is shared because it has to outlive the call of it that ends the host. closed tells the owner that
-    // the connection is of no more use.
+    // The handler is shared because it must outlive a call that destroys the host. closed is called when the client or
+    // an error ends the connection.
     Connection(FileDescriptor socket, std::shared_ptr<const ServiceHost::Handler> handler, Closed closed);
 
-    // Begins to serve; the connection must be owned by then.
+    // Starts serving; call it once a shared_ptr owns the connection.
     void start();
-    // Ends the connection without telling the owner.
+    // Closes the connection without calling closed.
     void close();
 
-    // The running number of the request that waits for its reply, 0 when none does.
+    // The serial number of the request that awaits its reply; 0 if there is none.
     [[nodiscard]] std::uint64_t unansweredRequest() const { return m_isUnanswered ? m_requestNumber : 0; }
     void answer(std::vector<std::byte> packet);
     void hangUp();
 
 private:
     enum class State {
-        New, // only open is understood
+        New, // accepts only open
         Opening,
-        Open, // only calls are
-        Refused, // nothing is
+        Open, // accepts only calls
+        Refused, // accepts nothing
         Closed,
     };
 
@@ -46,8 +47,8 @@ private:
     void servePacket(std::span<const std::byte> packet);
     [[nodiscard]] bool isInTurn(RequestKind kind) const;
     void writePackets();
-    [[nodiscard]] bool sendNow(std::span<const std::byte> packet);
-    void discard(std::unique_ptr<QSocketNotifier>& notifier) const;
+    [[nodiscard]] std::error_code sendNow(std::span<const std::byte> packet);
+    void deleteNotifier(std::unique_ptr<QSocketNotifier>& notifier) const;
 
     FileDescriptor m_socket;
     std::shared_ptr<const ServiceHost::Handler> m_handler;
@@ -58,5 +59,5 @@ private:
     State m_state { State::New };
     std::uint64_t m_requestNumber { 0 };
     bool m_isUnanswered { false };
-    bool m_isNotified { false }; // a notifier is calling, and cannot be deleted now
+    bool m_isInNotifier { false }; // a notifier is on the call stack and must not be deleted
 };

@@ -1,25 +1,11 @@
 #include "services/host/ServiceHost.h"
 
-#include "services/host/ListeningSocket.h"
+#include "services/host/ConnectionAcceptor.h"
 #include "services/host/ServiceConnection.h"
 #include "services/host/TransportPackets.h"
 
-#include <QSocketNotifier>
-#include <QTimer>
-
-#include <algorithm>
-#include <cerrno>
-#include <chrono>
 #include <optional>
 #include <utility>
-
-namespace {
-
-// Connections that cannot be accepted for want of descriptors stay in the queue; asking for them again at once would
-// keep the processor busy.
-constexpr std::chrono::milliseconds pauseWithoutDescriptors { 100 };
-
-} // namespace
 
 ServiceReply::ServiceReply(std::weak_ptr<Connection> connection, std::uint32_t replyCapacity)
     : m_connection(std::move(connection))
@@ -49,6 +35,8 @@ void ServiceReply::hangUp()
 }
 
 class ServiceHost::Private {
+    Q_DISABLE_COPY_MOVE(Private)
+
 public:
     using Connection = ServiceReply::Connection;
 
@@ -57,43 +45,36 @@ public:
     {
     }
     ~Private() { withdraw(); }
-    Private(const Private&) = delete;
-    Private& operator=(const Private&) = delete;
 
-    bool publish(const std::string& root, const std::string& className, const std::string& instanceName);
+    std::error_code publish(const std::string& root, const std::string& className, const std::string& instanceName);
     void withdraw();
     void dropConnections();
-    bool isPublished() const { return m_socket.has_value(); }
+    bool isPublished() const { return m_acceptor.has_value(); }
 
 private:
-    void acceptConnection();
+    void addConnection(FileDescriptor socket);
 
     std::shared_ptr<const Handler> m_handler;
-    std::optional<ListeningSocket> m_socket;
-    std::unique_ptr<QSocketNotifier> m_notifier;
+    std::optional<ConnectionAcceptor> m_acceptor;
     std::vector<std::shared_ptr<Connection>> m_connections;
 };
 
-bool ServiceHost::Private::publish(
+std::error_code ServiceHost::Private::publish(
     const std::string& root, const std::string& className, const std::string& instanceName)
 {
-    if (m_socket) {
-        errno = EALREADY;
-        return false;
-    }
-    auto socket = ListeningSocket::publish(root, className, instanceName);
-    if (!socket)
-        return false;
-    m_socket.emplace(std::move(*socket));
-    m_notifier = std::make_unique<QSocketNotifier>(m_socket->descriptor(), QSocketNotifier::Read);
-    QObject::connect(m_notifier.get(), &QSocketNotifier::activated, m_notifier.get(), [this] { acceptConnection(); });
-    return true;
+    if (m_acceptor)
+        return std::make_error_code(std::errc::already_connected);
+    std::error_code error;
+    auto socket = ListeningSocket::publish(root, className, instanceName, error);
+    if (socket)
+        m_acceptor.emplace(
+            std::move(*socket), [this](FileDescriptor connection) { addConnection(std::move(connection)); });
+    return error;
 }
 
 void ServiceHost::Private::withdraw()
 {
-    m_notifier.reset();
-    m_socket.reset();
+    m_acceptor.reset();
     dropConnections();
 }
 
@@ -103,17 +84,8 @@ void ServiceHost::Private::dropConnections()
         connection->close();
 }
 
-void ServiceHost::Private::acceptConnection()
+void ServiceHost::Private::addConnection(FileDescriptor socket)
 {
-    FileDescriptor socket = m_socket->accept();
-    if (!socket) {
-        if (errno == EMFILE || errno == ENFILE || errno == ENOBUFS || errno == ENOMEM) {
-            m_notifier->setEnabled(false);
-            QTimer::singleShot(pauseWithoutDescriptors, m_notifier.get(),
-                [notifier = m_notifier.get()] { notifier->setEnabled(true); });
-        }
-        return;
-    }
     const auto connection = std::make_shared<Connection>(
         std::move(socket), m_handler, [this](const auto& closed) { std::erase(m_connections, closed); });
     m_connections.push_back(connection);
@@ -127,7 +99,8 @@ ServiceHost::ServiceHost(Handler handler)
 
 ServiceHost::~ServiceHost() = default;
 
-bool ServiceHost::publish(const std::string& root, const std::string& className, const std::string& instanceName)
+std::error_code ServiceHost::publish(
+    const std::string& root, const std::string& className, const std::string& instanceName)
 {
     return m_private->publish(root, className, instanceName);
 }

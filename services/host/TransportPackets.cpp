@@ -33,7 +33,7 @@ std::optional<ServiceRequest> parseRequest(std::span<const std::byte> packet)
     const std::uint32_t inputSize = wordAt(packet, 8);
     const std::uint32_t replyCapacity = wordAt(packet, 12);
     const std::span<const std::byte> input = packet.subspan(requestHeaderBytes);
-    if (!kind || inputSize != input.size() || inputSize > largestPayloadBytes || replyCapacity > largestPayloadBytes)
+    if (!kind || inputSize != input.size() || inputSize > maxPayloadBytes || replyCapacity > maxPayloadBytes)
         return std::nullopt;
     if (*kind != RequestKind::StructureCall && (inputSize != 0 || replyCapacity != 0))
         return std::nullopt;
@@ -46,8 +46,8 @@ std::vector<std::byte> makeReply(std::uint32_t result, std::span<const std::byte
     const std::uint32_t words[] { result, static_cast<std::uint32_t>(size) };
     std::vector<std::byte> packet(replyHeaderBytes);
     std::memcpy(packet.data(), words, sizeof(words));
-    const auto sent = output.first(size);
-    packet.insert(packet.end(), sent.begin(), sent.end());
+    const auto carried = output.first(size);
+    packet.insert(packet.end(), carried.begin(), carried.end());
     return packet;
 }
 

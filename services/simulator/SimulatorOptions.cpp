@@ -1,6 +1,6 @@
 #include "services/simulator/SimulatorOptions.h"
 
-#include "services/simulator/control/ControlSocket.h"
+#include "services/simulator/control/ControlPath.h"
 
 #include <QCommandLineParser>
 #include <QStandardPaths>
@@ -9,12 +9,12 @@ namespace {
 
 constexpr quint64 defaultSeed = 7100;
 
-SimulatorCommandLine failure(const QString& why)
+SimulatorCommandLine failure(const QString& error)
 {
-    return { std::nullopt, QStringLiteral("pellvane-sim: %1 (see --help)\n").arg(why), true };
+    return { std::nullopt, QStringLiteral("pellvane-sim: %1 (see --help)\n").arg(error), true };
 }
 
-// The instance is the last part of two paths.
+// The instance name becomes the last component of two paths.
 bool isInstanceName(const QString& name)
 {
     return !name.isEmpty() && !name.startsWith(QLatin1Char('.')) && !name.contains(QLatin1Char('/'));
@@ -23,10 +23,11 @@ bool isInstanceName(const QString& name)
 void describe(QCommandLineParser& parser)
 {
     parser.setApplicationDescription(
-        QStringLiteral("Simulates a wireless card and the networks around it, as a driver service of its own process.\n"
-                       "Ends on SIGTERM and SIGINT; pellvane-simctl changes it while it runs."));
+        QStringLiteral("Simulates a wireless card and the networks around it as a driver service.\n"
+                       "Ends on SIGTERM and SIGINT; pellvane-simctl changes the card while it runs."));
     parser.addOptions({
-        { QStringLiteral("scenario"), QStringLiteral("The card and its networks (default: the built-in scenario)."),
+        { QStringLiteral("scenario"),
+            QStringLiteral("The card and the networks to simulate (default: the built-in scenario)."),
             QStringLiteral("FILE") },
         { QStringLiteral("instance"), QStringLiteral("Name of the service (default: simulated)."),
             QStringLiteral("NAME"), QStringLiteral("simulated") },
@@ -37,12 +38,13 @@ void describe(QCommandLineParser& parser)
             QStringLiteral("Control socket (default: pellvane-sim/NAME.control in the user's runtime directory)."),
             QStringLiteral("PATH") },
         { QStringLiteral("record"),
-            QStringLiteral("Record every request, KEYS INCLUDED, as JSON lines in a file for the owner alone."),
+            QStringLiteral(
+                "Record every request, KEYS INCLUDED, as JSON lines in a file that only its owner can read."),
             QStringLiteral("FILE") },
-        { QStringLiteral("seed"), QStringLiteral("Seed of drift and traffic (default: 7100)."), QStringLiteral("N"),
-            QString::number(defaultSeed) },
-        { QStringLiteral("ejected"), QStringLiteral("Start with the card out of its slot.") },
-        { QStringLiteral("quiet"), QStringLiteral("Print nothing but the line \"ready\" and errors.") },
+        { QStringLiteral("seed"), QStringLiteral("Seed of signal drift and traffic (default: 7100)."),
+            QStringLiteral("N"), QString::number(defaultSeed) },
+        { QStringLiteral("ejected"), QStringLiteral("Start with the card ejected.") },
+        { QStringLiteral("quiet"), QStringLiteral("Print only the line \"ready\" and errors.") },
     });
 }
 
@@ -67,20 +69,20 @@ SimulatorCommandLine readSimulatorArguments(const QStringList& arguments)
     options.scenarioFile = parser.value(QStringLiteral("scenario"));
     options.instance = parser.value(QStringLiteral("instance"));
     if (!isInstanceName(options.instance))
-        return failure(QStringLiteral("\"%1\" is no name for an instance").arg(options.instance));
+        return failure(QStringLiteral("\"%1\" is not an instance name").arg(options.instance));
     options.root = parser.value(QStringLiteral("root"));
     if (options.root.isEmpty())
         options.root
             = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation) + QStringLiteral("/io-registry");
     options.controlPath = parser.value(QStringLiteral("control"));
     if (options.controlPath.isEmpty())
-        options.controlPath = QString::fromStdString(defaultControlPath(options.instance.toStdString()));
+        options.controlPath = defaultControlPath(options.instance);
     options.recordFile = parser.value(QStringLiteral("record"));
     options.isQuiet = parser.isSet(QStringLiteral("quiet"));
     options.startsEjected = parser.isSet(QStringLiteral("ejected"));
     bool isNumber = false;
     options.seed = parser.value(QStringLiteral("seed")).toULongLong(&isNumber);
     if (!isNumber)
-        return failure(QStringLiteral("\"%1\" is no seed").arg(parser.value(QStringLiteral("seed"))));
+        return failure(QStringLiteral("\"%1\" is not a seed").arg(parser.value(QStringLiteral("seed"))));
     return { options, {}, false };
 }

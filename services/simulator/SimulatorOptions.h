@@ -6,24 +6,24 @@
 #include <cstdint>
 #include <optional>
 
-// A command line of pellvane-sim, read.
+// The options of pellvane-sim.
 struct SimulatorOptions {
     QString scenarioFile; // empty: the built-in scenario
     QString instance;
     QString root;
     QString controlPath;
-    QString recordFile; // empty: nothing is recorded
+    QString recordFile; // empty: no recording
     std::uint64_t seed { 0 };
     bool isQuiet { false };
     bool startsEjected { false };
 };
 
-// What the command line comes to: options, or a text to print before ending.
+// The result of parsing the command line: options, or a text to print before exiting.
 struct SimulatorCommandLine {
     std::optional<SimulatorOptions> options;
     QString text;
     bool isError { false };
 };
 
-// The arguments with the program's name in front.
+// The arguments include the program name.
 [[nodiscard]] SimulatorCommandLine readSimulatorArguments(const QStringList& arguments);

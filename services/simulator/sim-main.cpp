@@ -8,12 +8,9 @@
 
 #include <QCoreApplication>
 
-#include <cerrno>
 #include <chrono>
 #include <cstdio>
-#include <cstring>
-
-#include <sys/stat.h>
+#include <system_error>
 
 namespace {
 
@@ -23,15 +20,15 @@ enum ExitCode {
     Usage = 2,
 };
 
-int complain(const std::string& what)
+int fail(const std::string& error)
 {
-    (void)std::fprintf(stderr, "pellvane-sim: %s\n", what.c_str());
+    (void)std::fprintf(stderr, "pellvane-sim: %s\n", error.c_str());
     return Failed;
 }
 
-int complainOfSystem(const std::string& what)
+int fail(const std::string& what, std::error_code error)
 {
-    return complain(what + ": " + std::strerror(errno));
+    return fail(what + ": " + error.message());
 }
 
 std::int64_t steadyMs()
@@ -48,7 +45,7 @@ std::string describe(const std::string& file, const ScenarioError& error)
     return text + ": " + error.text;
 }
 
-void introduce(const SimulatorService& service, const SimulatorOptions& options, const Scenario& scenario)
+void printIntroduction(const SimulatorService& service, const SimulatorOptions& options, const Scenario& scenario)
 {
     (void)std::printf("card:    %s\ncontrol: %s\n\n%s\n", service.socketPath().c_str(),
         options.controlPath.toStdString().c_str(), joinHints(scenario).c_str());
@@ -56,23 +53,23 @@ void introduce(const SimulatorService& service, const SimulatorOptions& options,
 
 int runSimulator(const SimulatorOptions& options, const Scenario& scenario)
 {
-    // The class folder is the host's to make, the registry is ours.
-    if (::mkdir(options.root.toStdString().c_str(), 0700) != 0 && errno != EEXIST)
-        return complainOfSystem(options.root.toStdString());
-
     SimulatorService service(
         scenario, options.seed, options.root.toStdString(), options.instance.toStdString(), steadyMs);
-    if (!options.recordFile.isEmpty() && !service.recorder().start(options.recordFile.toStdString()))
-        return complainOfSystem(options.recordFile.toStdString());
+    if (!options.recordFile.isEmpty()) {
+        if (const auto error = service.recorder().start(options.recordFile.toStdString()))
+            return fail(options.recordFile.toStdString(), error);
+    }
     ControlServer control([&service](const QByteArray& line) { return answerControlLine(service, line); });
-    if (!control.listen(options.controlPath.toStdString()))
-        return complainOfSystem(options.controlPath.toStdString());
-    if (!options.startsEjected && !service.insert())
-        return complainOfSystem(service.socketPath());
+    if (const auto error = control.listen(options.controlPath.toStdString()))
+        return fail(options.controlPath.toStdString(), error);
+    if (!options.startsEjected) {
+        if (const auto error = service.insert())
+            return fail(service.socketPath(), error);
+    }
 
     if (!options.isQuiet)
-        introduce(service, options, scenario);
-    // Scripts wait for this line: from here on the card can be found and simctl is heard.
+        printIntroduction(service, options, scenario);
+    // Scripts wait for this line: from now on the card can be found and pellvane-simctl is answered.
     (void)std::puts("ready");
     (void)std::fflush(stdout);
     const int result = QCoreApplication::exec();
@@ -96,7 +93,7 @@ int main(int argumentCount, char** arguments)
     const ScenarioResult scenario = options.scenarioFile.isEmpty() ? parseScenario(defaultScenarioText())
                                                                    : loadScenario(options.scenarioFile.toStdString());
     if (!scenario.scenario)
-        return complain(describe(
+        return fail(describe(
             options.scenarioFile.isEmpty() ? "built-in scenario" : options.scenarioFile.toStdString(), scenario.error));
     return runSimulator(options, *scenario.scenario);
 }

@@ -1,4 +1,4 @@
-// Whatever a client sends: no request, or one that is the packet it came from.
+// Any packet is either rejected or parsed into a request that encodes to the same packet.
 
 #include "services/host/TransportPackets.h"
 
@@ -23,7 +23,7 @@ void check(const ServiceRequest& request, std::span<const std::byte> packet)
     require(packet.size() == requestHeaderBytes + request.input.size());
     require(std::memcmp(header, packet.data(), sizeof(header)) == 0);
     require(std::equal(request.input.begin(), request.input.end(), packet.begin() + requestHeaderBytes));
-    require(inputSize <= largestPayloadBytes && request.replyCapacity <= largestPayloadBytes);
+    require(inputSize <= maxPayloadBytes && request.replyCapacity <= largestPayloadBytes);
     require(request.kind == RequestKind::StructureCall || (inputSize == 0 && request.replyCapacity == 0));
     const auto reply = makeReply(0, request.input, request.replyCapacity);
     require(reply.size() == replyHeaderBytes + std::min(inputSize, request.replyCapacity) && isSuccessReply(reply));

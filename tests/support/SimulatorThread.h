@@ -10,9 +10,10 @@
 #include <atomic>
 #include <memory>
 
-// The simulator behind its real sockets, on a thread and on a time of its own: a test passes the time, and waits for
-// none.
+// The simulator with its real sockets, on its own thread and with a clock that the test controls.
 class SimulatorThread {
+    Q_DISABLE_COPY_MOVE(SimulatorThread)
+
 public:
     SimulatorThread()
         : m_scenario(*parseScenario(defaultScenarioText()).scenario)
@@ -21,7 +22,7 @@ public:
         run([this] {
             m_service = std::make_unique<SimulatorService>(
                 m_scenario, 1, m_root.path().toStdString(), "simulated", [this] { return m_nowMs.load(); });
-            m_published = m_service->insert();
+            m_published = !m_service->insert();
         });
     }
 
@@ -32,15 +33,12 @@ public:
         m_thread.wait();
     }
 
-    SimulatorThread(const SimulatorThread&) = delete;
-    SimulatorThread& operator=(const SimulatorThread&) = delete;
-
-    void passTime(std::int64_t milliseconds) { m_nowMs += milliseconds; }
+    void passTime(std::int64_t elapsedMs) { m_nowMs += elapsedMs; }
     [[nodiscard]] bool isPublished() const { return m_published; }
     [[nodiscard]] std::string root() const { return m_root.path().toStdString(); }
     [[nodiscard]] const Scenario& scenario() const { return m_scenario; }
 
-    // Carries out on the simulator's thread, and waits for it.
+    // Runs the action on the simulator's thread and waits for it.
     template <typename Action> void run(Action action)
     {
         QMetaObject::invokeMethod(m_context.get(), action, Qt::BlockingQueuedConnection);

@@ -2,298 +2,331 @@
 
 #include "services/card/OidCatalogue.h"
 #include "services/simulator/control/StatusReport.h"
+#include "services/simulator/scenario/ScenarioValues.h"
 
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
-#include <cstring>
 #include <limits>
 #include <optional>
 
 namespace {
 
-constexpr std::int32_t weakestMoveDbm = -120;
-constexpr std::int32_t strongestMoveDbm = 0;
-constexpr qint64 longestDelayMs = 600'000;
+constexpr std::int32_t minMoveDbm = -120;
+constexpr std::int32_t maxMoveDbm = 0;
+constexpr qint64 maxDelayMs = 600'000;
 
-// The reason of a failure; empty for success.
-using Outcome = QString;
-
-QString memberText(const QJsonObject& command, const char* member)
+CommandOutcome refused(const QString& error)
 {
-    return command.value(QLatin1String(member)).toString();
+    return { error, false };
 }
 
-std::optional<qint64> memberNumber(const QJsonObject& command, const char* member)
+CommandOutcome misused(const QString& error)
 {
-    const QJsonValue value = command.value(QLatin1String(member));
-    if (!value.isDouble() || value.toDouble() != static_cast<double>(value.toInteger()))
-        return std::nullopt;
-    return value.toInteger();
+    return { error, true };
 }
 
-// One of two words; nothing for any other.
-std::optional<bool> memberChoice(const QJsonObject& command, const char* member, const char* yes, const char* no)
+CommandOutcome outcomeOf(const QString& what, std::error_code error)
 {
-    const QString text = memberText(command, member);
-    if (text == QLatin1String(yes))
+    return error ? refused(what + QStringLiteral(": ") + QString::fromStdString(error.message())) : CommandOutcome();
+}
+
+// Whether a word is the first of two allowed ones; std::nullopt and a reason if it is neither.
+std::optional<bool> readChoice(const QString& word, const char* yes, const char* no, CommandOutcome& outcome)
+{
+    if (word == QLatin1String(yes))
         return true;
-    if (text == QLatin1String(no))
+    if (word == QLatin1String(no))
         return false;
+    outcome
+        = refused(QStringLiteral("\"%1\" must be \"%2\" or \"%3\"").arg(word, QLatin1String(yes), QLatin1String(no)));
     return std::nullopt;
 }
 
-Outcome systemError(const QString& what)
+std::optional<qint64> readNumber(
+    const QString& what, const QString& word, qint64 min, qint64 max, CommandOutcome& outcome)
 {
-    return what + QStringLiteral(": ") + QString::fromLocal8Bit(std::strerror(errno));
+    bool isNumber = false;
+    const qint64 number = word.toLongLong(&isNumber);
+    if (isNumber && number >= min && number <= max)
+        return number;
+    outcome = isNumber ? refused(QStringLiteral("%1 must be %2 to %3").arg(what).arg(min).arg(max))
+                       : misused(QStringLiteral("%1 \"%2\" is not a number").arg(what, word));
+    return std::nullopt;
 }
 
-std::optional<MacAddress> addressFromText(const QString& text)
+// Finds a network by its BSSID or by a name that only one network has.
+std::optional<MacAddress> findNetwork(SimulatorService& service, const QString& text, CommandOutcome& outcome)
 {
-    QString digits = text;
-    digits.remove(QLatin1Char('-')).remove(QLatin1Char(':'));
-    const QByteArray octets = QByteArray::fromHex(digits.toLatin1());
-    MacAddress address {};
-    if (digits.size() != 12 || static_cast<std::size_t>(octets.size()) != address.size())
-        return std::nullopt;
-    std::copy(octets.begin(), octets.end(), address.begin());
-    return address;
-}
-
-// A network by its BSSID or by a name that only one has.
-std::optional<MacAddress> networkMeant(SimulatorService& service, const QString& text, Outcome& why)
-{
-    const auto& networks = service.card().stateAt(service.nowMs()).neighbourhood.networks();
-    const auto address = addressFromText(text);
     const std::string name = text.toStdString();
-    std::optional<MacAddress> meant;
-    for (const ScenarioNetwork& network : networks) {
+    const auto address = macAddressOf(name);
+    std::optional<MacAddress> found;
+    for (const ScenarioNetwork& network : service.card().stateAt(service.nowMs()).neighbourhood.networks()) {
         if (network.bssid == address)
             return network.bssid;
         if (network.ssid != name)
             continue;
-        if (meant) {
-            why = QStringLiteral("several networks are named \"%1\"; give the BSSID").arg(text);
+        if (found) {
+            outcome = refused(QStringLiteral("several networks are named \"%1\"; give the BSSID").arg(text));
             return std::nullopt;
         }
-        meant = network.bssid;
+        found = network.bssid;
     }
-    if (!meant)
-        why = QStringLiteral("there is no network \"%1\"").arg(text);
-    return meant;
+    if (!found)
+        outcome = refused(QStringLiteral("there is no network \"%1\"").arg(text));
+    return found;
 }
 
-Outcome insert(SimulatorService& service, const QJsonObject&)
+CommandOutcome insert(SimulatorService& service, const CommandWords&)
 {
-    return service.insert() ? Outcome() : systemError(QStringLiteral("the card cannot be inserted"));
+    return outcomeOf(QStringLiteral("the card cannot be inserted"), service.insert());
 }
 
-Outcome eject(SimulatorService& service, const QJsonObject&)
+CommandOutcome eject(SimulatorService& service, const CommandWords&)
 {
     service.eject();
     return {};
 }
 
-Outcome hardwareRadio(SimulatorService& service, const QJsonObject& command)
+CommandOutcome hardwareRadio(SimulatorService& service, const CommandWords& words)
 {
-    const auto isOn = memberChoice(command, "state", "on", "off");
-    if (!isOn)
-        return QStringLiteral("\"state\" must be \"on\" or \"off\"");
-    service.card().setHardwareRadio(*isOn, service.nowMs());
-    return {};
+    CommandOutcome outcome;
+    if (const auto isOn = readChoice(words.arguments[0], "on", "off", outcome))
+        service.card().setHardwareRadio(*isOn, service.nowMs());
+    return outcome;
 }
 
-Outcome addNetwork(SimulatorService& service, const QJsonObject& command)
+CommandOutcome addNetwork(SimulatorService& service, const CommandWords& words)
 {
-    const ScenarioResult result = parseScenarioNetwork(memberText(command, "toml").toStdString());
-    if (!result.scenario || result.scenario->networks.empty()) {
+    if (words.options.isEmpty())
+        return misused(QStringLiteral("add-network needs a file or --toml"));
+    const ScenarioResult result = parseScenarioNetwork(words.options.first().toStdString());
+    if (!result.scenario) {
         const QString text = QString::fromStdString(result.error.text);
-        return result.error.line == 0
-            ? text
-            : QStringLiteral("%1:%2: %3").arg(result.error.line).arg(result.error.column).arg(text);
+        return refused(result.error.line == 0
+                ? text
+                : QStringLiteral("%1:%2: %3").arg(result.error.line).arg(result.error.column).arg(text));
     }
     return service.card().addNetwork(result.scenario->networks.front(), service.nowMs())
-        ? Outcome()
-        : QStringLiteral("a network with this BSSID is there already");
+        ? CommandOutcome()
+        : refused(QStringLiteral("a network with this BSSID already exists"));
 }
 
-Outcome removeNetwork(SimulatorService& service, const QJsonObject& command)
+CommandOutcome removeNetwork(SimulatorService& service, const CommandWords& words)
 {
-    Outcome why;
-    if (const auto bssid = networkMeant(service, memberText(command, "network"), why))
+    CommandOutcome outcome;
+    if (const auto bssid = findNetwork(service, words.arguments[0], outcome))
         (void)service.card().removeNetwork(*bssid, service.nowMs());
-    return why;
+    return outcome;
 }
 
-Outcome move(SimulatorService& service, const QJsonObject& command)
+CommandOutcome move(SimulatorService& service, const CommandWords& words)
 {
-    const auto signal = memberNumber(command, "signal_dbm");
-    if (!signal || *signal < weakestMoveDbm || *signal > strongestMoveDbm)
-        return QStringLiteral("\"signal_dbm\" must be %1 to %2").arg(weakestMoveDbm).arg(strongestMoveDbm);
-    Outcome why;
-    if (const auto bssid = networkMeant(service, memberText(command, "network"), why))
+    CommandOutcome outcome;
+    const auto signal = readNumber(QStringLiteral("the signal"), words.arguments[1], minMoveDbm, maxMoveDbm, outcome);
+    if (!signal)
+        return outcome;
+    if (const auto bssid = findNetwork(service, words.arguments[0], outcome))
         (void)service.card().moveNetwork(*bssid, static_cast<std::int32_t>(*signal), service.nowMs());
-    return why;
+    return outcome;
 }
 
-Outcome raiseEvent(SimulatorService& service, const QJsonObject&)
+CommandOutcome raiseEvent(SimulatorService& service, const CommandWords& words)
 {
+    if (words.arguments[0] != QLatin1String("raise"))
+        return misused(QStringLiteral("an event can only be raised"));
     service.card().raiseEvent();
     return {};
 }
 
-Outcome ready(SimulatorService& service, const QJsonObject& command)
+CommandOutcome ready(SimulatorService& service, const CommandWords& words)
 {
-    const auto isHeld = memberChoice(command, "action", "hold", "release");
-    if (!isHeld)
-        return QStringLiteral("\"action\" must be \"hold\" or \"release\"");
-    service.card().holdReady(*isHeld);
-    return {};
+    CommandOutcome outcome;
+    if (const auto isHeld = readChoice(words.arguments[0], "hold", "release", outcome))
+        service.card().holdReady(*isHeld);
+    return outcome;
 }
 
-Outcome reset(SimulatorService& service, const QJsonObject&)
+CommandOutcome reset(SimulatorService& service, const CommandWords&)
 {
     service.card().reset(service.nowMs());
     return {};
 }
 
-Outcome readDirection(const QJsonObject& command, Fault& fault)
+CommandOutcome readDirection(const QString& word, Fault& fault)
 {
-    const QString direction = memberText(command, "on");
-    if (direction == QLatin1String("query"))
+    if (word == QLatin1String("query"))
         fault.direction = FaultDirection::Query;
-    else if (direction == QLatin1String("set"))
+    else if (word == QLatin1String("set"))
         fault.direction = FaultDirection::Set;
-    else if (!direction.isEmpty() && direction != QLatin1String("both"))
-        return QStringLiteral("\"on\" must be \"query\", \"set\" or \"both\"");
+    else if (!word.isEmpty() && word != QLatin1String("both"))
+        return refused(QStringLiteral("--on must be \"query\", \"set\" or \"both\""));
     return {};
 }
 
-Outcome readArgument(const QJsonObject& command, const char* member, qint64 highest, Fault& fault)
+CommandOutcome readArgument(const CommandWords& words, const QString& option, qint64 max, Fault& fault)
 {
-    const auto argument = memberNumber(command, member);
-    if (!argument || *argument < 0 || *argument > highest)
-        return QStringLiteral("\"%1\" must be 0 to %2").arg(QLatin1String(member)).arg(highest);
-    fault.argument = static_cast<std::uint32_t>(*argument);
-    return {};
+    CommandOutcome outcome;
+    if (!words.options.contains(option))
+        return refused(QStringLiteral("%1 must be 0 to %2").arg(option).arg(max));
+    if (const auto number = readNumber(option, words.options[option], 0, max, outcome))
+        fault.argument = static_cast<std::uint32_t>(*number);
+    return outcome;
 }
 
-Outcome readTimes(const QJsonObject& command, Fault& fault)
+CommandOutcome readTimes(const QString& word, Fault& fault)
 {
-    if (!command.contains(QLatin1String("times")))
-        return {};
-    const auto times = memberNumber(command, "times");
-    if (!times || *times < 1 || *times > std::numeric_limits<std::uint32_t>::max())
-        return QStringLiteral("\"times\" must be 1 or more");
-    fault.remainingTimes = static_cast<std::uint32_t>(*times);
-    return {};
+    CommandOutcome outcome;
+    if (word.isEmpty())
+        return outcome;
+    constexpr qint64 max = std::numeric_limits<std::uint32_t>::max();
+    if (const auto times = readNumber(QStringLiteral("--times"), word, 1, max, outcome))
+        fault.remainingTimes = static_cast<std::uint32_t>(*times);
+    return outcome;
 }
 
-Outcome readOid(const QJsonObject& command, Fault& fault)
+CommandOutcome readOid(const QString& word, Fault& fault)
 {
-    const QString text = memberText(command, "oid");
-    if (text.isEmpty() || text == QLatin1String("any"))
+    if (word.isEmpty() || word == QLatin1String("any"))
         return {};
     if (isListFault(fault.kind) || isClientFault(fault.kind))
-        return QStringLiteral("\"%1\" takes no OID").arg(memberText(command, "kind"));
-    fault.oid = oidFromText(text.toStdString());
-    return fault.oid ? Outcome() : QStringLiteral("\"%1\" is no OID").arg(text);
+        return refused(QStringLiteral("this kind of fault takes no OID"));
+    fault.oid = oidFromText(word.toStdString());
+    return fault.oid ? CommandOutcome() : refused(QStringLiteral("\"%1\" is not an OID").arg(word));
 }
 
-Outcome addFault(SimulatorService& service, const QJsonObject& command)
+CommandOutcome addFault(SimulatorService& service, const CommandWords& words)
 {
-    const auto kind = faultFromName(memberText(command, "kind").toStdString());
+    const auto kind = faultFromName(words.arguments[0].toStdString());
     if (!kind)
-        return QStringLiteral("\"%1\" is no kind of fault").arg(memberText(command, "kind"));
+        return refused(QStringLiteral("\"%1\" is not a kind of fault").arg(words.arguments[0]));
     Fault fault;
     fault.kind = *kind;
-    Outcome why;
+    CommandOutcome outcome;
     if (fault.kind == FaultKind::Delay)
-        why = readArgument(command, "ms", longestDelayMs, fault);
+        outcome = readArgument(words, QStringLiteral("--ms"), maxDelayMs, fault);
     if (fault.kind == FaultKind::CutShort)
-        why = readArgument(command, "bytes", std::numeric_limits<std::uint16_t>::max(), fault);
-    for (const auto read : { readOid, readDirection, readTimes }) {
-        if (why.isEmpty())
-            why = read(command, fault);
-    }
-    if (why.isEmpty())
+        outcome = readArgument(words, QStringLiteral("--bytes"), std::numeric_limits<std::uint16_t>::max(), fault);
+    if (outcome.error.isEmpty())
+        outcome = readOid(words.options.value(QStringLiteral("--oid")), fault);
+    if (outcome.error.isEmpty())
+        outcome = readDirection(words.options.value(QStringLiteral("--on")), fault);
+    if (outcome.error.isEmpty())
+        outcome = readTimes(words.options.value(QStringLiteral("--times")), fault);
+    if (outcome.error.isEmpty())
         service.faults().add(fault);
-    return why;
+    return outcome;
 }
 
-Outcome clearFaults(SimulatorService& service, const QJsonObject&)
+CommandOutcome clearFaults(SimulatorService& service, const CommandWords&)
 {
     service.faults().clear();
     return {};
 }
 
-Outcome dropConnections(SimulatorService& service, const QJsonObject&)
+CommandOutcome drop(SimulatorService& service, const CommandWords&)
 {
     service.dropConnections();
     return {};
 }
 
-Outcome record(SimulatorService& service, const QJsonObject& command)
+CommandOutcome record(SimulatorService& service, const CommandWords& words)
 {
-    const auto isOn = memberChoice(command, "state", "on", "off");
-    if (!isOn)
-        return QStringLiteral("\"state\" must be \"on\" or \"off\"");
-    if (!*isOn) {
+    const bool isOn = words.arguments[0] == QLatin1String("on");
+    if (isOn != (words.arguments.size() == 2))
+        return misused(QStringLiteral("use \"record on FILE\" or \"record off\""));
+    if (isOn)
+        return outcomeOf(words.arguments[1], service.recorder().start(words.arguments[1].toStdString()));
+    CommandOutcome outcome;
+    if (readChoice(words.arguments[0], "on", "off", outcome))
         service.recorder().stop();
-        return {};
-    }
-    const QString path = memberText(command, "file");
-    if (path.isEmpty())
-        return QStringLiteral("\"file\" is missing");
-    return service.recorder().start(path.toStdString()) ? Outcome() : systemError(path);
+    return outcome;
 }
 
-struct Command {
-    const char* name;
-    Outcome (*run)(SimulatorService&, const QJsonObject&);
-};
+CommandOutcome status(SimulatorService&, const CommandWords&)
+{
+    return {};
+}
+
+constexpr std::string_view networkOptions[] { "--toml" };
+constexpr std::string_view faultOptions[] { "--oid", "--on", "--times", "--ms", "--bytes" };
 
 constexpr std::array commands {
-    Command { "insert", insert },
-    Command { "eject", eject },
-    Command { "hw-radio", hardwareRadio },
-    Command { "add-network", addNetwork },
-    Command { "remove-network", removeNetwork },
-    Command { "move", move },
-    Command { "event", raiseEvent },
-    Command { "ready", ready },
-    Command { "reset", reset },
-    Command { "fault", addFault },
-    Command { "clear-faults", clearFaults },
-    Command { "drop", dropConnections },
-    Command { "record", record },
-    Command { "status", [](SimulatorService&, const QJsonObject&) { return Outcome(); } },
+    ControlCommand { "insert", "", "insert the card into its slot", 0, 0, {}, insert },
+    ControlCommand { "eject", "", "eject the card: remove its socket and close every connection", 0, 0, {}, eject },
+    ControlCommand { "hw-radio", "on|off", "turn the radio switch of the card on or off", 1, 1, {}, hardwareRadio },
+    ControlCommand { "reset", "", "reset the card: clear settings and link, raise the event flag", 0, 0, {}, reset },
+    ControlCommand {
+        "event", "raise", "raise the event flag: the utility applies its profile again", 1, 1, {}, raiseEvent },
+    ControlCommand { "ready", "hold|release", "hold the ready flag at 0, or release it", 1, 1, {}, ready },
+    ControlCommand { "add-network", "FILE|--toml TEXT", "add a network, given by the keys of one network table", 0, 0,
+        networkOptions, addNetwork, FileArgument::Contents, 1 },
+    ControlCommand { "remove-network", "NETWORK", "remove a network", 1, 1, {}, removeNetwork },
+    ControlCommand { "move", "NETWORK DBM", "change the signal of a network, -120 to 0", 2, 2, {}, move },
+    ControlCommand { "fault", "KIND [OPTION…]", "add a fault", 1, 1, faultOptions, addFault },
+    ControlCommand { "clear-faults", "", "remove all faults", 0, 0, {}, clearFaults },
+    ControlCommand { "drop", "", "close every connection to the card, which stays inserted", 0, 0, {}, drop },
+    ControlCommand { "record", "on FILE|off", "start or stop recording requests, keys included, as JSON lines", 1, 2,
+        {}, record, FileArgument::Path, 2 },
+    ControlCommand {
+        "status", "", "print the state of card and networks as JSON; of keys only the lengths", 0, 0, {}, status },
 };
 
-Outcome run(SimulatorService& service, const QJsonObject& command)
+QStringList wordsOf(const QJsonDocument& document)
 {
-    const QString name = memberText(command, "command");
-    for (const Command& row : commands) {
-        if (name == QLatin1String(row.name))
-            return row.run(service, command);
+    QStringList words;
+    for (const auto& word : document.array()) {
+        if (!word.isString())
+            return {};
+        words.append(word.toString());
     }
-    return QStringLiteral("\"%1\" is no command").arg(name);
+    return words;
+}
+
+CommandOutcome execute(SimulatorService& service, const QStringList& words)
+{
+    if (words.isEmpty())
+        return misused(QStringLiteral("the line is not a JSON array of words"));
+    const ControlCommand* command = findControlCommand(words[0]);
+    if (!command)
+        return misused(QStringLiteral("\"%1\" is not a command").arg(words[0]));
+    QString error;
+    const auto split = splitWords(words.mid(1), command->options, error);
+    if (!split)
+        return misused(error);
+    const qsizetype count = split->arguments.size();
+    if (count < command->minArguments || count > command->maxArguments)
+        return misused(QStringLiteral("wrong number of arguments for %1").arg(words[0]));
+    return command->run(service, *split);
 }
 
 } // namespace
 
+std::span<const ControlCommand> controlCommands()
+{
+    return commands;
+}
+
+const ControlCommand* findControlCommand(const QString& name)
+{
+    const auto found = std::find_if(commands.begin(), commands.end(),
+        [text = name.toStdString()](const ControlCommand& command) { return command.name == text; });
+    return found == commands.end() ? nullptr : &*found;
+}
+
 QByteArray answerControlLine(SimulatorService& service, const QByteArray& line)
 {
-    const QJsonDocument document = QJsonDocument::fromJson(line);
-    const QJsonObject command = document.object();
-    const Outcome why = document.isObject() ? run(service, command) : QStringLiteral("the line is no JSON object");
-    QJsonObject answer { { QStringLiteral("ok"), why.isEmpty() } };
-    if (!why.isEmpty())
-        answer.insert(QStringLiteral("error"), why);
-    else if (memberText(command, "command") == QLatin1String("status"))
+    const QStringList words = wordsOf(QJsonDocument::fromJson(line));
+    const CommandOutcome outcome = execute(service, words);
+    QJsonObject answer { { QStringLiteral("ok"), outcome.error.isEmpty() } };
+    if (!outcome.error.isEmpty())
+        answer.insert(QStringLiteral("error"), outcome.error);
+    else if (words[0] == QLatin1String("status"))
         answer.insert(QStringLiteral("status"), statusReport(service));
+    if (outcome.isMisuse)
+        answer.insert(QStringLiteral("usage"), true);
     return QJsonDocument(answer).toJson(QJsonDocument::Compact);
 }

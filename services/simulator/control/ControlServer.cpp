@@ -1,98 +1,80 @@
 #include "services/simulator/control/ControlServer.h"
 
-#include "services/simulator/control/ControlSocket.h"
+#include "services/host/LastError.h"
 
-#include <cerrno>
+#include <QLocalSocket>
 
+#include <filesystem>
+#include <utility>
+
+#include <fcntl.h>
 #include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
 #include <unistd.h>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::size_t maxSocketPathLength = sizeof(sockaddr_un::sun_path) - 1;
+
+std::error_code openPrivateDirectory(const fs::path& path, FileDescriptor& directory)
+{
+    if (::mkdir(path.c_str(), 0700) != 0 && errno != EEXIST)
+        return lastError();
+    directory = FileDescriptor(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    struct stat status { };
+    if (!directory || ::fstat(directory.get(), &status) != 0)
+        return lastError();
+    const bool isPrivate = status.st_uid == ::geteuid() && (status.st_mode & (S_IRWXG | S_IRWXO)) == 0;
+    return isPrivate ? std::error_code() : std::make_error_code(std::errc::permission_denied);
+}
+
+} // namespace
 
 ControlServer::ControlServer(Answer answer)
     : m_answer(std::move(answer))
 {
 }
 
-ControlServer::~ControlServer()
+std::error_code ControlServer::listen(const std::string& socketPath)
 {
-    close();
+    if (socketPath.size() > maxSocketPathLength)
+        return std::make_error_code(std::errc::filename_too_long);
+    const fs::path path(socketPath);
+    FileDescriptor directory;
+    if (const auto error = openPrivateDirectory(path.has_parent_path() ? path.parent_path() : ".", directory))
+        return error;
+    std::error_code error;
+    auto socket = ListeningSocket::listen(std::move(directory), path.filename(), SOCK_STREAM, error);
+    if (!socket)
+        return error;
+    fs::permissions(path, fs::perms::owner_read | fs::perms::owner_write, error);
+    if (!error)
+        m_acceptor.emplace(std::move(*socket), [this](FileDescriptor client) { addClient(std::move(client)); });
+    return error;
 }
 
-bool ControlServer::listen(const std::string& socketPath)
+void ControlServer::addClient(FileDescriptor connection)
 {
-    if (!makePrivateFolder(socketPath))
-        return false;
-    m_listener = listenControl(socketPath);
-    if (m_listener < 0)
-        return false;
-    m_path = socketPath;
-    m_notifier = std::make_unique<QSocketNotifier>(m_listener, QSocketNotifier::Read);
-    QObject::connect(m_notifier.get(), &QSocketNotifier::activated, m_notifier.get(), [this] { accept(); });
-    return true;
-}
-
-void ControlServer::close()
-{
-    for (auto& [descriptor, conversation] : m_conversations) {
-        conversation.notifier.reset();
-        (void)::close(descriptor);
-    }
-    m_conversations.clear();
-    m_notifier.reset();
-    if (m_listener < 0)
-        return;
-    (void)::unlink(m_path.c_str());
-    (void)::close(m_listener);
-    m_listener = -1;
-}
-
-void ControlServer::accept()
-{
-    const int descriptor = ::accept4(m_listener, nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK);
-    if (descriptor < 0)
-        return;
-    Conversation& conversation = m_conversations[descriptor];
-    conversation.notifier = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Read);
-    QObject::connect(conversation.notifier.get(), &QSocketNotifier::activated, conversation.notifier.get(),
-        [this, descriptor] { read(descriptor); });
-}
-
-void ControlServer::read(int descriptor)
-{
-    char buffer[4096];
-    const ssize_t count = ::recv(descriptor, buffer, sizeof(buffer), 0);
-    if (count < 0 && (errno == EAGAIN || errno == EINTR))
-        return;
-    if (count <= 0) {
-        end(descriptor);
+    auto* const client = new QLocalSocket(&m_clients);
+    if (!client->setSocketDescriptor(connection.get())) {
+        delete client;
         return;
     }
-    QByteArray& received = m_conversations[descriptor].received;
-    received.append(buffer, count);
-    if (!answerLines(descriptor, received) || static_cast<std::size_t>(received.size()) > controlLineBytes)
-        end(descriptor);
+    (void)connection.release();
+    client->setReadBufferSize(maxRequestBytes + 1);
+    QObject::connect(client, &QLocalSocket::readyRead, client, [this, client] { answerLines(*client); });
+    QObject::connect(client, &QLocalSocket::bytesWritten, client, [this, client] { answerLines(*client); });
+    QObject::connect(client, &QLocalSocket::disconnected, client, &QObject::deleteLater);
 }
 
-bool ControlServer::answerLines(int descriptor, QByteArray& received) const
+void ControlServer::answerLines(QLocalSocket& client) const
 {
-    for (qsizetype end = received.indexOf('\n'); end >= 0; end = received.indexOf('\n')) {
-        const QByteArray answer = m_answer(received.left(end)) + '\n';
-        received.remove(0, end + 1);
-        // An answer that the peer does not take in one go is for a peer that does not read.
-        if (::send(descriptor, answer.constData(), static_cast<std::size_t>(answer.size()), MSG_NOSIGNAL)
-            != answer.size())
-            return false;
-    }
-    return true;
-}
-
-void ControlServer::end(int descriptor)
-{
-    const auto found = m_conversations.find(descriptor);
-    if (found == m_conversations.end())
-        return;
-    // The notifier may be the one that is being served.
-    found->second.notifier->setEnabled(false);
-    found->second.notifier.release()->deleteLater();
-    m_conversations.erase(found);
-    (void)::close(descriptor);
+    // A client that does not read its answer gets no further ones, so that unread answers do not pile up.
+    while (client.bytesToWrite() == 0 && client.canReadLine())
+        client.write(m_answer(client.readLine().chopped(1)) + '\n');
+    if (client.bytesAvailable() > maxRequestBytes && !client.canReadLine())
+        client.abort();
 }

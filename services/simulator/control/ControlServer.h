@@ -1,42 +1,43 @@
 #pragma once
 
+#include "services/host/ConnectionAcceptor.h"
+
 #include <QByteArray>
-#include <QSocketNotifier>
+#include <QObject>
 
 #include <functional>
-#include <map>
-#include <memory>
+#include <optional>
 #include <string>
+#include <system_error>
 
-// Answers lines on the control socket, each with one line, in the Qt event loop.
+class QLocalSocket;
+
+// Answers each line that a client sends to the control socket with one line, in the Qt event loop. The socket and its
+// directory are accessible only to the owner.
 class ControlServer {
+    Q_DISABLE_COPY_MOVE(ControlServer)
+
 public:
     using Answer = std::function<QByteArray(const QByteArray& line)>;
 
-    explicit ControlServer(Answer answer);
-    ~ControlServer();
-    ControlServer(const ControlServer&) = delete;
-    ControlServer& operator=(const ControlServer&) = delete;
+    // A client that sends a longer line is disconnected.
+    static constexpr qint64 maxRequestBytes = 1 << 20;
 
-    // False, with errno set, when the socket cannot be made or a live simulator has it.
-    [[nodiscard]] bool listen(const std::string& socketPath);
-    // Removes the socket and ends every conversation.
-    void close();
+    // answer receives a line without its line feed and returns one without a line feed.
+    explicit ControlServer(Answer answer);
+    // Removes the socket and disconnects all clients.
+    ~ControlServer() = default;
+
+    // Creates a missing directory with mode 0700. Fails with permission_denied for a directory that someone else owns or
+    // that group or others can access, with address_in_use if a live simulator has the socket, and with
+    // filename_too_long if clients cannot connect to the path. Replaces the socket of a dead simulator.
+    [[nodiscard]] std::error_code listen(const std::string& socketPath);
 
 private:
-    struct Conversation {
-        QByteArray received;
-        std::unique_ptr<QSocketNotifier> notifier;
-    };
-
-    void accept();
-    void read(int descriptor);
-    [[nodiscard]] bool answerLines(int descriptor, QByteArray& received) const;
-    void end(int descriptor);
+    void addClient(FileDescriptor connection);
+    void answerLines(QLocalSocket& client) const;
 
     Answer m_answer;
-    std::string m_path;
-    int m_listener { -1 };
-    std::unique_ptr<QSocketNotifier> m_notifier;
-    std::map<int, Conversation> m_conversations;
+    QObject m_clients; // parent of their sockets
+    std::optional<ConnectionAcceptor> m_acceptor;
 };

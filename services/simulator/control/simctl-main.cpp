@@ -1,8 +1,10 @@
-#include "services/simulator/control/ControlSocket.h"
+#include "services/simulator/control/ControlClient.h"
 #include "services/simulator/control/SimctlRequest.h"
 
 #include <QCoreApplication>
+#include <QJsonArray>
 #include <QJsonDocument>
+#include <QJsonObject>
 
 #include <cstdio>
 
@@ -20,16 +22,18 @@ void print(std::FILE* stream, const QString& text)
     (void)std::fputs(text.toLocal8Bit().constData(), stream);
 }
 
-int complain(const QString& what, ExitCode code)
+int fail(const QString& error, ExitCode code)
 {
-    print(stderr, QStringLiteral("pellvane-simctl: %1\n").arg(what));
+    const QString hint = code == Usage ? QStringLiteral(" (see --help)") : QString();
+    print(stderr, QStringLiteral("pellvane-simctl: %1%2\n").arg(error, hint));
     return code;
 }
 
 int report(const QJsonObject& answer)
 {
     if (!answer.value(QStringLiteral("ok")).toBool())
-        return complain(answer.value(QStringLiteral("error")).toString(), Refused);
+        return fail(answer.value(QStringLiteral("error")).toString(),
+            answer.value(QStringLiteral("usage")).toBool() ? Usage : Refused);
     const QJsonObject status = answer.value(QStringLiteral("status")).toObject();
     if (!status.isEmpty())
         print(stdout, QString::fromUtf8(QJsonDocument(status).toJson()));
@@ -54,13 +58,8 @@ int main(int argumentCount, char** arguments)
     QString error;
     const auto request = readSimctlArguments(words, error);
     if (!request)
-        return complain(error + QStringLiteral(" (see --help)"), Usage);
-    const std::string path = request->controlPath.isEmpty() ? defaultControlPath(request->instance.toStdString())
-                                                            : request->controlPath.toStdString();
-    std::string reason;
-    const auto answer
-        = callControl(path, QJsonDocument(request->command).toJson(QJsonDocument::Compact) + '\n', reason);
-    if (!answer)
-        return complain(QString::fromStdString(reason), NoSimulator);
-    return report(QJsonDocument::fromJson(*answer).object());
+        return fail(error, Usage);
+    const QByteArray line = QJsonDocument(QJsonArray::fromStringList(request->words)).toJson(QJsonDocument::Compact);
+    const auto answer = callControl(request->controlPath, line, error);
+    return answer ? report(QJsonDocument::fromJson(*answer).object()) : fail(error, NoSimulator);
 }

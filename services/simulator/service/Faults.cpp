@@ -6,30 +6,30 @@
 
 namespace {
 
-struct KindName {
-    FaultKind kind;
-    std::string_view name;
+constexpr std::array kinds {
+    FaultKindRow { FaultKind::RefuseClients, "refuse", "", "refuse to open user clients" },
+    FaultKindRow { FaultKind::HangAll, "hang-all", "", "answer nothing, not even opening a user client" },
+    FaultKindRow { FaultKind::Fail, "fail", "", "refuse the request, which does not reach the card" },
+    FaultKindRow { FaultKind::Delay, "delay", "--ms N", "delay the reply, by at most 600000 ms" },
+    FaultKindRow { FaultKind::Hang, "hang", "", "never answer the request, which does not reach the card" },
+    FaultKindRow {
+        FaultKind::HangUp, "hang-up", "", "close the connection instead of a reply; the card gets the request" },
+    FaultKindRow { FaultKind::CutShort, "cut", "--bytes N", "truncate the reply to N bytes" },
+    FaultKindRow { FaultKind::ShortHeader, "short-header", "", "reply with a packet of 4 bytes" },
+    FaultKindRow { FaultKind::SizeLie, "size-lie", "", "reply with a size field that is 64 too large" },
+    FaultKindRow {
+        FaultKind::OverCapacity, "over-capacity", "", "reply with 64 bytes more than the client has room for" },
+    FaultKindRow {
+        FaultKind::ListZeroLength, "list-zero-length", "", "set the length of each chunk's first entry to 0" },
+    FaultKindRow {
+        FaultKind::ListHugeLength, "list-huge-length", "", "set the length of each chunk's first entry to 4294967280" },
+    FaultKindRow { FaultKind::ListLyingCount, "list-lying-count", "", "set the entry count of each chunk to 1000000" },
+    FaultKindRow { FaultKind::ListElementsPastEnd, "list-elements-past-end", "",
+        "set the elements' length of each chunk's first entry to 60000" },
+    FaultKindRow { FaultKind::ListEndless, "list-endless", "", "continue the list without end" },
 };
 
-constexpr std::array kindNames {
-    KindName { FaultKind::RefuseClients, "refuse" },
-    KindName { FaultKind::HangAll, "hang-all" },
-    KindName { FaultKind::Fail, "fail" },
-    KindName { FaultKind::Delay, "delay" },
-    KindName { FaultKind::Hang, "hang" },
-    KindName { FaultKind::HangUp, "hang-up" },
-    KindName { FaultKind::CutShort, "cut" },
-    KindName { FaultKind::ShortHeader, "short-header" },
-    KindName { FaultKind::SizeLie, "size-lie" },
-    KindName { FaultKind::OverCapacity, "over-capacity" },
-    KindName { FaultKind::ListZeroLength, "list-zero-length" },
-    KindName { FaultKind::ListHugeLength, "list-huge-length" },
-    KindName { FaultKind::ListLyingCount, "list-lying-count" },
-    KindName { FaultKind::ListElementsPastEnd, "list-elements-past-end" },
-    KindName { FaultKind::ListEndless, "list-endless" },
-};
-
-bool meetsDirection(FaultDirection direction, bool isSet)
+bool matchesDirection(FaultDirection direction, bool isSet)
 {
     switch (direction) {
     case FaultDirection::Both:
@@ -47,7 +47,7 @@ bool isListQuery(std::uint32_t selector)
     return selector == OID_802_11_BSSID_LIST || selector == VX_OID_802_11_BSSID_LIST_NEXT;
 }
 
-bool meets(const Fault& fault, const ServiceRequest& request)
+bool appliesTo(const Fault& fault, const ServiceRequest& request)
 {
     if (fault.kind == FaultKind::HangAll)
         return true;
@@ -58,14 +58,19 @@ bool meets(const Fault& fault, const ServiceRequest& request)
     if (isListFault(fault.kind))
         return isListQuery(request.selector);
     return (!fault.oid || *fault.oid == (request.selector & ~oidSetFlag))
-        && meetsDirection(fault.direction, (request.selector & oidSetFlag) != 0);
+        && matchesDirection(fault.direction, (request.selector & oidSetFlag) != 0);
 }
 
 } // namespace
 
+std::span<const FaultKindRow> faultKinds()
+{
+    return kinds;
+}
+
 std::string_view nameOfFault(FaultKind kind)
 {
-    for (const KindName& row : kindNames) {
+    for (const FaultKindRow& row : kinds) {
         if (row.kind == kind)
             return row.name;
     }
@@ -74,19 +79,11 @@ std::string_view nameOfFault(FaultKind kind)
 
 std::optional<FaultKind> faultFromName(std::string_view name)
 {
-    for (const KindName& row : kindNames) {
+    for (const FaultKindRow& row : kinds) {
         if (row.name == name)
             return row.kind;
     }
     return std::nullopt;
-}
-
-std::vector<std::string_view> faultNames()
-{
-    std::vector<std::string_view> names;
-    for (const KindName& row : kindNames)
-        names.push_back(row.name);
-    return names;
 }
 
 bool isListFault(FaultKind kind)
@@ -128,16 +125,16 @@ void Faults::clear()
     m_faults.clear();
 }
 
-std::vector<Fault> Faults::meeting(const ServiceRequest& request)
+std::vector<Fault> Faults::take(const ServiceRequest& request)
 {
-    std::vector<Fault> met;
+    std::vector<Fault> taken;
     for (Fault& fault : m_faults) {
-        if (!meets(fault, request))
+        if (!appliesTo(fault, request))
             continue;
-        met.push_back(fault);
+        taken.push_back(fault);
         if (fault.remainingTimes)
             --*fault.remainingTimes;
     }
     std::erase_if(m_faults, [](const Fault& fault) { return fault.remainingTimes == 0U; });
-    return met;
+    return taken;
 }

@@ -14,9 +14,9 @@ struct ReplyHeader {
 };
 
 constexpr std::size_t shortHeaderBytes = 4;
-constexpr std::uint32_t untruthfulBytes = 64;
+constexpr std::uint32_t excessBytes = 64;
 
-// A successful reply whose header gives one size and which carries another.
+// A success reply whose header states a size of its own.
 Bytes packet(const Bytes& output, std::uint32_t statedSize)
 {
     Bytes bytes = bytesOf(ReplyHeader { 0, statedSize });
@@ -24,7 +24,7 @@ Bytes packet(const Bytes& output, std::uint32_t statedSize)
     return bytes;
 }
 
-void takePacket(FaultyReply& reply, Bytes packet)
+void replyWithPacket(FaultyReply& reply, Bytes packet)
 {
     reply.form = FaultyReply::Form::Packet;
     reply.packet = std::move(packet);
@@ -33,7 +33,7 @@ void takePacket(FaultyReply& reply, Bytes packet)
 void spoilList(FaultyReply& reply, const ServiceRequest& request, FaultKind kind)
 {
     const bool isContinuation = request.selector == VX_OID_802_11_BSSID_LIST_NEXT;
-    // An end of the list stays an end, except where endlessness is asked for.
+    // An empty continuation still ends the list, unless the list is to be endless.
     const bool isEnd = isContinuation && reply.answer.output.empty();
     if (reply.answer.accepted && (kind == FaultKind::ListEndless ? isContinuation : !isEnd))
         reply.answer.output = spoiledChunk(reply.answer.output, kind);
@@ -61,14 +61,14 @@ void apply(FaultyReply& reply, const ServiceRequest& request, const Fault& fault
         output.resize(std::min<std::size_t>(output.size(), fault.argument));
         break;
     case FaultKind::ShortHeader:
-        takePacket(reply, Bytes(shortHeaderBytes));
+        replyWithPacket(reply, Bytes(shortHeaderBytes));
         break;
     case FaultKind::SizeLie:
-        takePacket(reply, packet(output, static_cast<std::uint32_t>(output.size()) + untruthfulBytes));
+        replyWithPacket(reply, packet(output, static_cast<std::uint32_t>(output.size()) + excessBytes));
         break;
     case FaultKind::OverCapacity:
-        output.resize(request.replyCapacity + untruthfulBytes);
-        takePacket(reply, packet(output, static_cast<std::uint32_t>(output.size())));
+        output.resize(request.replyCapacity + excessBytes);
+        replyWithPacket(reply, packet(output, static_cast<std::uint32_t>(output.size())));
         break;
     case FaultKind::ListZeroLength:
     case FaultKind::ListHugeLength:

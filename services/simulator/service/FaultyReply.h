@@ -7,11 +7,11 @@
 #include <cstdint>
 #include <vector>
 
-// What becomes of a card's answer under the faults that meet its request.
+// A card's answer after the faults that apply to its request.
 struct FaultyReply {
     enum class Form {
-        Reply, // the answer
-        Packet, // the bytes of packet, which are no proper reply
+        Reply, // answer, as a well-formed reply
+        Packet, // packet, which is malformed
         HangUp,
         Silence,
     };
@@ -22,7 +22,7 @@ struct FaultyReply {
     std::uint32_t delayMs { 0 };
 };
 
-// Whether the card gets to see the request at all.
+// Whether the request reaches the card.
 [[nodiscard]] bool reachesCard(const std::vector<Fault>& faults);
 
 [[nodiscard]] FaultyReply faultyReply(

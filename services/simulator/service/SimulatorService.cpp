@@ -9,14 +9,14 @@ namespace {
 constexpr std::uint32_t refused = 1;
 constexpr std::uint32_t completionMethod = 1;
 
-void deliver(ServiceReply reply, const FaultyReply& what)
+void deliver(ServiceReply reply, const FaultyReply& faulty)
 {
-    switch (what.form) {
+    switch (faulty.form) {
     case FaultyReply::Form::Reply:
-        reply.send(what.answer.accepted ? 0 : refused, what.answer.output);
+        reply.send(faulty.answer.accepted ? 0 : refused, faulty.answer.output);
         break;
     case FaultyReply::Form::Packet:
-        reply.sendPacket(what.packet);
+        reply.sendPacket(faulty.packet);
         break;
     case FaultyReply::Form::HangUp:
         reply.hangUp();
@@ -40,10 +40,10 @@ SimulatorService::SimulatorService(
 {
 }
 
-bool SimulatorService::insert()
+std::error_code SimulatorService::insert()
 {
     if (isInserted())
-        return true;
+        return {};
     m_card.powerUp(nowMs());
     return m_host.publish(m_root, className, m_instance);
 }
@@ -61,7 +61,7 @@ std::string SimulatorService::socketPath() const
 void SimulatorService::serve(const ServiceRequest& request, ServiceReply reply)
 {
     m_recorder.record(request, nowMs());
-    const std::vector<Fault> faults = m_faults.meeting(request);
+    const std::vector<Fault> faults = m_faults.take(request);
     CardAnswer answer;
     if (request.kind == RequestKind::Open)
         answer.accepted = true;
@@ -70,10 +70,10 @@ void SimulatorService::serve(const ServiceRequest& request, ServiceReply reply)
     else if (reachesCard(faults))
         answer = m_card.answer(request.selector, request.input, request.replyCapacity, nowMs());
 
-    const FaultyReply what = faultyReply(request, std::move(answer), faults);
-    if (what.delayMs == 0) {
-        deliver(std::move(reply), what);
+    const FaultyReply faulty = faultyReply(request, std::move(answer), faults);
+    if (faulty.delayMs == 0) {
+        deliver(std::move(reply), faulty);
         return;
     }
-    QTimer::singleShot(static_cast<int>(what.delayMs), &m_delays, [reply, what] { deliver(reply, what); });
+    QTimer::singleShot(static_cast<int>(faulty.delayMs), &m_delays, [reply, faulty] { deliver(reply, faulty); });
 }

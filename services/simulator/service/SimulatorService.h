@@ -10,19 +10,22 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <system_error>
 
-// A simulated card in its slot: publishes it as a driver service of the class "Pellvane", lets faults and the recorder
-// see every request, and hands the rest to the card. Needs the Qt event loop.
+// Publishes a simulated card as a driver service of the class "Pellvane". Records requests, applies faults, and passes
+// the requests on to the card. Needs the Qt event loop.
 class SimulatorService {
+    Q_DISABLE_COPY_MOVE(SimulatorService)
+
 public:
-    using Clock = std::function<std::int64_t()>; // milliseconds, never backwards
+    using Clock = std::function<std::int64_t()>; // milliseconds, monotonic
 
     SimulatorService(const Scenario& scenario, std::uint64_t seed, std::string root, std::string instance, Clock clock);
+    ~SimulatorService() = default;
 
-    // Publishes the service, with the card as it is when it gets power; nothing happens to a card that is in its slot
-    // already. False, with errno set, when the service cannot be published.
-    [[nodiscard]] bool insert();
-    // Withdraws the service and ends every connection.
+    // Powers up the card and publishes the service; no-op if the card is inserted.
+    [[nodiscard]] std::error_code insert();
+    // Withdraws the service and closes every connection.
     void eject();
     [[nodiscard]] bool isInserted() const { return m_host.isPublished(); }
     void dropConnections() { m_host.dropConnections(); }
@@ -45,5 +48,5 @@ private:
     Faults m_faults;
     RequestRecorder m_recorder;
     ServiceHost m_host;
-    QObject m_delays; // its end takes back the replies that are still due
+    QObject m_delays; // context of the delayed replies: destroying it cancels them
 };

@@ -33,7 +33,7 @@ std::string contents(const std::string& path)
 
 } // namespace
 
-TEST(RequestRecorder, WritesObjectKindInputAndTime)
+TEST(RequestRecorder, WritesOneJsonObjectPerRequest)
 {
     EXPECT_EQ(recordedLine(setSsid(), 1234),
         R"({"time_ms":1234,"kind":"structure","oid":"0x0D810102","name":"OID_802_11_SSID","set":true,)"
@@ -46,44 +46,45 @@ TEST(RequestRecorder, WritesObjectKindInputAndTime)
     EXPECT_EQ(recordedLine(scalar, 5), R"({"time_ms":5,"kind":"scalar","selector":1,"capacity":0,"input":""})");
 }
 
-TEST(RequestRecorder, RecordsWhileItIsAskedToAndAnew)
+TEST(RequestRecorder, RecordsBetweenStartAndStopAndStartsAnew)
 {
     const QTemporaryDir folder;
     const std::string path = folder.filePath(QStringLiteral("requests.jsonl")).toStdString();
     RequestRecorder recorder;
     recorder.record(setSsid(), 1);
-    ASSERT_TRUE(recorder.start(path));
-    EXPECT_TRUE(recorder.isRecording());
+    ASSERT_EQ(recorder.start(path), std::error_code());
+    EXPECT_EQ(recorder.path(), path);
     recorder.record(setSsid(), 2);
-    EXPECT_EQ(contents(path), recordedLine(setSsid(), 2) + '\n'); // whole lines, at once
+    EXPECT_EQ(contents(path), recordedLine(setSsid(), 2) + '\n'); // whole lines, without delay
     recorder.stop();
     recorder.record(setSsid(), 3);
     EXPECT_EQ(contents(path), recordedLine(setSsid(), 2) + '\n');
-    ASSERT_TRUE(recorder.start(path));
+    ASSERT_EQ(recorder.start(path), std::error_code());
     EXPECT_EQ(contents(path), "");
 }
 
-TEST(RequestRecorder, KeepsTheFileToItsOwnerWhateverItWasBefore)
+TEST(RequestRecorder, MakesAnExistingFilePrivate)
 {
     const QTemporaryDir folder;
     const std::string path = folder.filePath(QStringLiteral("requests.jsonl")).toStdString();
     std::ofstream(path) << "old";
     ASSERT_EQ(::chmod(path.c_str(), 0666), 0);
     RequestRecorder recorder;
-    ASSERT_TRUE(recorder.start(path));
+    ASSERT_EQ(recorder.start(path), std::error_code());
     struct stat status { };
     ASSERT_EQ(::stat(path.c_str(), &status), 0);
     EXPECT_EQ(status.st_mode & 0777U, 0600U);
 }
 
-TEST(RequestRecorder, FollowsNoLinkAndSaysWhenItCannot)
+TEST(RequestRecorder, RejectsSymbolicLinksAndReportsErrors)
 {
     const QTemporaryDir folder;
     const std::string target = folder.filePath(QStringLiteral("target")).toStdString();
     const std::string link = folder.filePath(QStringLiteral("link")).toStdString();
     ASSERT_EQ(::symlink(target.c_str(), link.c_str()), 0);
     RequestRecorder recorder;
-    EXPECT_FALSE(recorder.start(link));
-    EXPECT_FALSE(recorder.isRecording());
-    EXPECT_FALSE(recorder.start(folder.filePath(QStringLiteral("no/such/folder")).toStdString()));
+    EXPECT_EQ(recorder.start(link), std::errc::too_many_symbolic_link_levels);
+    EXPECT_TRUE(recorder.path().empty());
+    EXPECT_EQ(recorder.start(folder.filePath(QStringLiteral("no/such/folder")).toStdString()),
+        std::errc::no_such_file_or_directory);
 }

@@ -2,12 +2,14 @@
 
 #include "tests/services/host/TestClient.h"
 
+#include <QAbstractEventDispatcher>
+#include <QCoreApplication>
 #include <QSocketNotifier>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
-#include <cerrno>
 #include <filesystem>
+#include <system_error>
 
 #include <sys/resource.h>
 #include <sys/socket.h>
@@ -18,13 +20,18 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::uint32_t echo = 0x10;
-constexpr std::uint32_t keep = 0x11; // answered by the test
+constexpr std::uint32_t keep = 0x11; // answered by the test, or by onKeep
 constexpr std::uint32_t refuse = 0x12;
 
-// A host that echoes, refuses, or leaves the reply to the test.
+// The service echoes, refuses, or leaves the reply to the test.
 class ServiceHostTest : public testing::Test {
 protected:
-    void SetUp() override { ASSERT_TRUE(host->publish(root, "Pellvane", "card0")); }
+    void SetUp() override { ASSERT_EQ(publish(*host), std::error_code()); }
+
+    std::error_code publish(ServiceHost& which, const std::string& instance = "card0")
+    {
+        return which.publish(root, "Pellvane", instance);
+    }
 
     void serve(const ServiceRequest& request, ServiceReply reply)
     {
@@ -37,8 +44,8 @@ protected:
             reply.send(0, request.input);
         else if (request.selector == refuse)
             reply.send(5, request.input);
-        else if (onOther)
-            onOther(reply);
+        else if (onKeep)
+            onKeep(reply);
         else
             kept.push_back(reply);
     }
@@ -50,7 +57,15 @@ protected:
         return client;
     }
 
-    // The host must still serve others after whatever a test did to it.
+    // Sends a request that the test answers.
+    void sendKept(TestClient& client)
+    {
+        const std::size_t before = requests.size();
+        ASSERT_TRUE(client.send(callPacket(keep, {}, 16)));
+        ASSERT_TRUE(pumpUntil([this, before] { return requests.size() > before; }));
+    }
+
+    // The host still serves new clients.
     void expectServing()
     {
         TestClient client = openedClient();
@@ -65,12 +80,12 @@ protected:
     std::uint32_t openResult { 0 };
     std::vector<ServiceRequest> requests;
     std::vector<ServiceReply> kept;
-    std::function<void(ServiceReply&)> onOther;
+    std::function<void(ServiceReply&)> onKeep;
     std::unique_ptr<ServiceHost> host = std::make_unique<ServiceHost>(
         [this](const ServiceRequest& request, ServiceReply reply) { serve(request, std::move(reply)); });
 };
 
-TEST_F(ServiceHostTest, ServesOpenCallAndCompletion)
+TEST_F(ServiceHostTest, AnswersOpenStructureCallAndScalarCall)
 {
     TestClient client(path);
     ASSERT_TRUE(client.open());
@@ -93,7 +108,7 @@ TEST_F(ServiceHostTest, ServesOpenCallAndCompletion)
     EXPECT_EQ(requests[2].selector, 1u);
 }
 
-TEST_F(ServiceHostTest, CarriesTheLargestInputAndOutput)
+TEST_F(ServiceHostTest, TransfersInputAndOutputOfMaximumSize)
 {
     TestClient client = openedClient();
     Bytes largest(65'536);
@@ -104,27 +119,7 @@ TEST_F(ServiceHostTest, CarriesTheLargestInputAndOutput)
     EXPECT_EQ(reply->output, largest);
 }
 
-TEST_F(ServiceHostTest, CutsOutputAtTheCapacity)
-{
-    TestClient client = openedClient();
-    const auto reply = client.request(callPacket(echo, bytesOf("abcdef"), 4));
-    ASSERT_TRUE(reply.has_value());
-    EXPECT_EQ(reply->outputSize, 4u);
-    EXPECT_EQ(reply->output, bytesOf("abcd"));
-}
-
-TEST_F(ServiceHostTest, SendsNoOutputWithAFailure)
-{
-    TestClient client = openedClient();
-    const auto reply = client.request(callPacket(refuse, bytesOf("abcdef"), 16));
-    ASSERT_TRUE(reply.has_value());
-    EXPECT_EQ(reply->result, 5u);
-    EXPECT_EQ(reply->outputSize, 0u);
-    EXPECT_TRUE(reply->output.empty());
-    EXPECT_TRUE(client.request(completionPacket()).has_value());
-}
-
-TEST_F(ServiceHostTest, TakesConnectionsThatEndWithoutAMessage)
+TEST_F(ServiceHostTest, AcceptsConnectionsThatEndWithoutARequest)
 {
     for (int i = 0; i < 50; ++i)
         TestClient(path).close();
@@ -133,23 +128,22 @@ TEST_F(ServiceHostTest, TakesConnectionsThatEndWithoutAMessage)
     expectServing();
 }
 
-TEST_F(ServiceHostTest, ServesTwoClientsAtOnce)
+TEST_F(ServiceHostTest, ServesOtherClientsWhileAReplyIsPending)
 {
     TestClient first = openedClient();
     TestClient second = openedClient();
-    ASSERT_TRUE(first.send(callPacket(keep, {}, 16)));
-    ASSERT_TRUE(pumpUntil([this] { return kept.size() == 1; }));
+    sendKept(first);
     const auto quick = second.request(callPacket(echo, bytesOf("two"), 16));
     ASSERT_TRUE(quick.has_value());
     EXPECT_EQ(quick->output, bytesOf("two"));
-    EXPECT_FALSE(first.hasNews());
+    EXPECT_FALSE(first.isReadable());
     kept[0].send(0, bytesOf("one"));
     const auto late = first.receiveReply();
     ASSERT_TRUE(late.has_value());
     EXPECT_EQ(late->output, bytesOf("one"));
 }
 
-TEST_F(ServiceHostTest, EndsTheConnectionOfARefusedUserClientThatGoesOn)
+TEST_F(ServiceHostTest, ClosesTheConnectionOfARefusedClientThatSendsACall)
 {
     openResult = 5;
     TestClient client(path);
@@ -161,71 +155,52 @@ TEST_F(ServiceHostTest, EndsTheConnectionOfARefusedUserClientThatGoesOn)
     EXPECT_EQ(requests.size(), 1u);
 }
 
-struct MalformedCase {
-    const char* name;
-    bool isOpened;
-    Bytes packet;
-};
-
-class MalformedRequest : public ServiceHostTest, public testing::WithParamInterface<MalformedCase> { };
-
-TEST_P(MalformedRequest, EndsItsConnectionAndNoOther)
+TEST_F(ServiceHostTest, ClosesOnlyTheConnectionThatSentAMalformedRequest)
 {
+    const struct {
+        const char* name;
+        bool isOpened;
+        Bytes packet;
+    } cases[] {
+        { "empty", true, {} },
+        { "empty, before open", false, {} },
+        { "short header", true, Bytes(15) },
+        { "above the size limit", true, requestPacket(1, echo, 65'537, 16, Bytes(65'537)) },
+        { "far above the size limit", true, requestPacket(1, echo, 100'000, 16, Bytes(100'000)) },
+        { "valid only if truncated", true, requestPacket(1, echo, 65'536, 16, Bytes(65'540)) },
+        { "structure call before open", false, callPacket(echo, {}, 16) },
+        { "scalar call before open", false, completionPacket() },
+        { "second open", true, openPacket() },
+    };
     TestClient bystander = openedClient();
-    TestClient client(path);
-    if (GetParam().isOpened) {
-        ASSERT_TRUE(client.open());
+    for (const auto& malformed : cases) {
+        TestClient client(path);
+        ASSERT_TRUE(!malformed.isOpened || client.open()) << malformed.name;
+        const std::size_t before = requests.size();
+        ASSERT_TRUE(client.send(malformed.packet)) << malformed.name;
+        EXPECT_TRUE(client.isHungUpOn()) << malformed.name;
+        EXPECT_EQ(requests.size(), before) << malformed.name;
     }
-    const std::size_t before = requests.size();
-    ASSERT_TRUE(client.send(GetParam().packet));
-    EXPECT_TRUE(client.isHungUpOn());
-    EXPECT_EQ(requests.size(), before);
-    const auto reply = bystander.request(callPacket(echo, bytesOf("ok"), 16));
-    ASSERT_TRUE(reply.has_value());
-    EXPECT_EQ(reply->output, bytesOf("ok"));
+    EXPECT_TRUE(bystander.request(callPacket(echo, bytesOf("ok"), 16)).has_value());
     expectServing();
 }
 
-INSTANTIATE_TEST_SUITE_P(OfEachKind, MalformedRequest,
-    testing::Values( //
-        MalformedCase { "Empty", true, {} }, //
-        MalformedCase { "EmptyFirst", false, {} }, //
-        MalformedCase { "OneByte", true, Bytes(1) }, //
-        MalformedCase { "ShortHeader", true, Bytes(15) }, //
-        MalformedCase { "UnknownKind", true, requestPacket(3, 0, 0, 0) }, //
-        MalformedCase { "InputShorterThanItSays", true, requestPacket(1, echo, 9, 16, Bytes(8)) }, //
-        MalformedCase { "InputLongerThanItSays", true, requestPacket(1, echo, 7, 16, Bytes(8)) }, //
-        MalformedCase { "InputAboveTheLargest", true, requestPacket(1, echo, 65'537, 16, Bytes(65'537)) }, //
-        MalformedCase { "InputFarAboveTheLargest", true, requestPacket(1, echo, 100'000, 16, Bytes(100'000)) }, //
-        MalformedCase { "CutPacketThatWouldFit", true, requestPacket(1, echo, 65'536, 16, Bytes(65'540)) }, //
-        MalformedCase { "CapacityAboveTheLargest", true, requestPacket(1, echo, 0, 65'537) }, //
-        MalformedCase { "OpenWithInput", false, requestPacket(0, 0, 4, 0, Bytes(4)) }, //
-        MalformedCase { "OpenWithCapacity", false, requestPacket(0, 0, 0, 4) }, //
-        MalformedCase { "ScalarCallWithInput", true, requestPacket(2, 1, 4, 0, Bytes(4)) }, //
-        MalformedCase { "ScalarCallWithCapacity", true, requestPacket(2, 1, 0, 4) }, //
-        MalformedCase { "StructureCallBeforeOpen", false, callPacket(echo, {}, 16) }, //
-        MalformedCase { "ScalarCallBeforeOpen", false, completionPacket() }, //
-        MalformedCase { "SecondOpen", true, openPacket() }),
-    [](const auto& parameter) { return std::string(parameter.param.name); });
-
-TEST_F(ServiceHostTest, EndsAConnectionThatDoesNotAwaitItsReply)
+TEST_F(ServiceHostTest, ClosesAConnectionThatSendsARequestBeforeTheReply)
 {
     TestClient client = openedClient();
-    ASSERT_TRUE(client.send(callPacket(keep, {}, 16)));
-    ASSERT_TRUE(pumpUntil([this] { return kept.size() == 1; }));
+    sendKept(client);
     ASSERT_TRUE(client.send(callPacket(echo, {}, 16)));
     EXPECT_TRUE(client.isHungUpOn());
     kept[0].send(0, bytesOf("too late"));
     expectServing();
 }
 
-TEST_F(ServiceHostTest, OutlivesAClientThatVanishesWhileItsRequestIsServed)
+TEST_F(ServiceHostTest, SurvivesAClientThatDisconnectsBeforeTheReply)
 {
     TestClient client = openedClient();
-    ASSERT_TRUE(client.send(callPacket(keep, {}, 16)));
-    ASSERT_TRUE(pumpUntil([this] { return kept.size() == 1; }));
+    sendKept(client);
     client.close();
-    kept[0].send(0, bytesOf("nobody hears")); // the host has not noticed yet
+    kept[0].send(0, bytesOf("unheard")); // the host has not noticed the disconnect yet
     pump();
     kept[0].send(0);
     kept[0].sendPacket(bytesOf("nor this"));
@@ -233,7 +208,7 @@ TEST_F(ServiceHostTest, OutlivesAClientThatVanishesWhileItsRequestIsServed)
     expectServing();
 }
 
-TEST_F(ServiceHostTest, OutlivesAClientThatVanishesBehindItsRequest)
+TEST_F(ServiceHostTest, SurvivesAClientThatDisconnectsAfterTheRequest)
 {
     TestClient client = openedClient();
     ASSERT_TRUE(client.send(callPacket(echo, Bytes(60'000), 65'536)));
@@ -242,107 +217,89 @@ TEST_F(ServiceHostTest, OutlivesAClientThatVanishesBehindItsRequest)
     expectServing();
 }
 
-TEST_F(ServiceHostTest, IsNotHeldUpByAClientThatDoesNotRead)
+TEST_F(ServiceHostTest, QueuesPacketsForAClientThatDoesNotRead)
 {
-    TestClient idler = openedClient();
-    onOther = [this](ServiceReply& reply) {
+    TestClient idle = openedClient();
+    onKeep = [this](ServiceReply& reply) {
         for (int i = 0; i < 20; ++i)
             reply.sendPacket(Bytes(65'000, static_cast<std::byte>(i)));
         kept.push_back(reply);
     };
-    ASSERT_TRUE(idler.send(callPacket(keep, {}, 16)));
-    ASSERT_TRUE(pumpUntil([this] { return kept.size() == 1; }));
+    sendKept(idle);
     expectServing();
     for (int i = 0; i < 20; ++i) {
-        const auto packet = idler.receive();
+        const auto packet = idle.receive();
         ASSERT_TRUE(packet.has_value()) << i;
         EXPECT_EQ(*packet, Bytes(65'000, static_cast<std::byte>(i)));
     }
-    EXPECT_TRUE(idler.request(callPacket(echo, bytesOf("awake"), 16)).has_value());
+    EXPECT_TRUE(idle.request(callPacket(echo, bytesOf("awake"), 16)).has_value());
 }
 
-TEST_F(ServiceHostTest, EndsAConnectionThatAsksOnWithoutReading)
+TEST_F(ServiceHostTest, ClosesAConnectionThatSendsRequestsWithoutReadingReplies)
 {
-    TestClient greedy = openedClient();
-    // The replies fill the socket; the host then stops taking requests instead of keeping replies without end.
-    ASSERT_TRUE(pumpUntil([&greedy] {
+    TestClient client = openedClient();
+    // The replies fill the socket buffer; the host must not queue more of them without limit.
+    ASSERT_TRUE(pumpUntil([&client] {
         pump();
-        return !greedy.send(callPacket(echo, Bytes(30'000), 65'536));
+        return !client.send(callPacket(echo, Bytes(30'000), 65'536));
     }));
     EXPECT_LT(requests.size(), 100u);
     expectServing();
 }
 
-TEST_F(ServiceHostTest, AnswersLaterFromTheEventLoop)
+TEST_F(ServiceHostTest, SendsOnlyTheFirstAnswerToARequest)
 {
     TestClient client = openedClient();
-    ASSERT_TRUE(client.send(callPacket(keep, {}, 16)));
-    ASSERT_TRUE(pumpUntil([this] { return kept.size() == 1; }));
-    pump();
-    EXPECT_FALSE(client.hasNews());
-    kept[0].send(0, bytesOf("later"));
-    const auto reply = client.receiveReply();
-    ASSERT_TRUE(reply.has_value());
-    EXPECT_EQ(reply->output, bytesOf("later"));
-    EXPECT_TRUE(client.request(completionPacket()).has_value());
-}
-
-TEST_F(ServiceHostTest, TakesOneAnswerToARequest)
-{
-    TestClient client = openedClient();
-    ASSERT_TRUE(client.send(callPacket(keep, {}, 16)));
-    ASSERT_TRUE(pumpUntil([this] { return kept.size() == 1; }));
+    sendKept(client);
     ServiceReply copy = kept[0];
     kept[0].send(0, bytesOf("first"));
     kept[0].send(0, bytesOf("second"));
     ASSERT_EQ(client.receiveReply().value_or(TestReply {}).output, bytesOf("first"));
-    ASSERT_TRUE(client.send(callPacket(keep, {}, 16)));
-    ASSERT_TRUE(pumpUntil([this] { return kept.size() == 2; }));
+    sendKept(client);
     copy.send(0, bytesOf("third"));
     pump();
-    EXPECT_FALSE(client.hasNews());
+    EXPECT_FALSE(client.isReadable());
     kept[1].send(0, bytesOf("fourth"));
     EXPECT_EQ(client.receiveReply().value_or(TestReply {}).output, bytesOf("fourth"));
 }
 
-TEST_F(ServiceHostTest, LeavesTheClientOfADroppedReplyWaiting)
+TEST_F(ServiceHostTest, SendsNothingIfTheReplyIsDropped)
 {
-    onOther = [](ServiceReply&) {};
+    onKeep = [](ServiceReply&) {};
     TestClient client = openedClient();
-    ASSERT_TRUE(client.send(callPacket(keep, {}, 16)));
-    ASSERT_TRUE(pumpUntil([this] { return requests.size() == 2; }));
+    sendKept(client);
     pump();
-    EXPECT_FALSE(client.hasNews());
+    EXPECT_FALSE(client.isReadable());
     expectServing();
 }
 
-TEST_F(ServiceHostTest, SendsPacketsAsTheyStand)
+TEST_F(ServiceHostTest, SendsRawPacketsUnchanged)
 {
-    onOther = [](ServiceReply& reply) { reply.sendPacket(bytesOf({ 0, 0, 0, 0, 9, 0, 0, 0, 1 })); };
+    onKeep = [](ServiceReply& reply) { reply.sendPacket(bytesOf({ 0, 0, 0, 0, 9, 0, 0, 0, 1 })); };
     TestClient client = openedClient();
     ASSERT_TRUE(client.send(callPacket(keep, {}, 4)));
     EXPECT_EQ(client.receive(), bytesOf({ 0, 0, 0, 0, 9, 0, 0, 0, 1 }));
 }
 
-TEST_F(ServiceHostTest, EndsTheConnectionForAPacketThatNoSocketTakes)
+TEST_F(ServiceHostTest, ClosesTheConnectionIfAPacketCannotBeSent)
 {
-    onOther = [](ServiceReply& reply) { reply.sendPacket(Bytes(16'000'000)); };
+    onKeep = [](ServiceReply& reply) { reply.sendPacket(Bytes(16'000'000)); };
     TestClient client = openedClient();
     ASSERT_TRUE(client.send(callPacket(keep, {}, 4)));
     EXPECT_TRUE(client.isHungUpOn());
     expectServing();
 }
 
-TEST_F(ServiceHostTest, HangsUpOnRequest)
+TEST_F(ServiceHostTest, HangsUp)
 {
-    onOther = [](ServiceReply& reply) { reply.hangUp(); };
+    onKeep = [](ServiceReply& reply) { reply.hangUp(); };
     TestClient client = openedClient();
     ASSERT_TRUE(client.send(callPacket(keep, {}, 16)));
     EXPECT_TRUE(client.isHungUpOn());
     expectServing();
 }
 
-TEST_F(ServiceHostTest, DropsItsConnectionsAndGoesOnListening)
+TEST_F(ServiceHostTest, DropsAllConnectionsAndKeepsListening)
 {
     TestClient first = openedClient();
     TestClient second(path);
@@ -354,9 +311,9 @@ TEST_F(ServiceHostTest, DropsItsConnectionsAndGoesOnListening)
     expectServing();
 }
 
-TEST_F(ServiceHostTest, MayDropItsConnectionsWhileItServesOne)
+TEST_F(ServiceHostTest, CanDropConnectionsFromTheHandler)
 {
-    onOther = [this](ServiceReply& reply) {
+    onKeep = [this](ServiceReply& reply) {
         host->dropConnections();
         reply.send(0);
     };
@@ -366,9 +323,9 @@ TEST_F(ServiceHostTest, MayDropItsConnectionsWhileItServesOne)
     expectServing();
 }
 
-TEST_F(ServiceHostTest, MayEndWhileItServesAConnection)
+TEST_F(ServiceHostTest, CanBeDestroyedFromTheHandler)
 {
-    onOther = [this](ServiceReply& reply) {
+    onKeep = [this](ServiceReply& reply) {
         host.reset();
         reply.send(0);
         kept.push_back(reply);
@@ -383,11 +340,10 @@ TEST_F(ServiceHostTest, MayEndWhileItServesAConnection)
     kept[0].send(0);
 }
 
-TEST_F(ServiceHostTest, IsWithdrawnWithItsSocketAndItsConnections)
+TEST_F(ServiceHostTest, WithdrawsSocketAndConnectionsAndCanBePublishedAgain)
 {
     TestClient client = openedClient();
-    ASSERT_TRUE(client.send(callPacket(keep, {}, 16)));
-    ASSERT_TRUE(pumpUntil([this] { return kept.size() == 1; }));
+    sendKept(client);
     host->withdraw();
     EXPECT_FALSE(host->isPublished());
     EXPECT_FALSE(fs::exists(path));
@@ -395,9 +351,11 @@ TEST_F(ServiceHostTest, IsWithdrawnWithItsSocketAndItsConnections)
     EXPECT_FALSE(TestClient(path).isConnected());
     kept[0].send(0);
     host->withdraw();
+    EXPECT_EQ(publish(*host), std::error_code());
+    expectServing();
 }
 
-TEST_F(ServiceHostTest, HangsUpOnClientsThatWaitToBeAccepted)
+TEST_F(ServiceHostTest, HangsUpOnClientsNotYetAccepted)
 {
     TestClient client(path);
     ASSERT_TRUE(client.isConnected());
@@ -405,33 +363,22 @@ TEST_F(ServiceHostTest, HangsUpOnClientsThatWaitToBeAccepted)
     EXPECT_TRUE(client.isHungUpOn());
 }
 
-TEST_F(ServiceHostTest, CanBePublishedAgain)
+TEST_F(ServiceHostTest, RefusesToBePublishedTwice)
 {
-    for (int i = 0; i < 3; ++i) {
-        host->withdraw();
-        ASSERT_TRUE(host->publish(root, "Pellvane", "card0"));
-        expectServing();
-    }
-}
-
-TEST_F(ServiceHostTest, IsPublishedOnceAtATime)
-{
-    EXPECT_FALSE(host->publish(root, "Pellvane", "card1"));
-    EXPECT_EQ(errno, EALREADY);
+    EXPECT_EQ(publish(*host, "card1"), std::errc::already_connected);
     EXPECT_TRUE(host->isPublished());
     expectServing();
 }
 
-TEST_F(ServiceHostTest, IsNotPublishedUnderTheNameOfALiveService)
+TEST_F(ServiceHostTest, RefusesTheNameOfALiveService)
 {
     ServiceHost other([](const ServiceRequest&, ServiceReply reply) { reply.send(1); });
-    EXPECT_FALSE(other.publish(root, "Pellvane", "card0"));
-    EXPECT_EQ(errno, EADDRINUSE);
+    EXPECT_EQ(publish(other), std::errc::address_in_use);
     EXPECT_FALSE(other.isPublished());
     expectServing();
 }
 
-TEST_F(ServiceHostTest, LeavesNoDescriptorsBehind)
+TEST_F(ServiceHostTest, ClosesAllDescriptors)
 {
     const auto descriptors
         = [] { return std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator()); };
@@ -448,9 +395,9 @@ TEST_F(ServiceHostTest, LeavesNoDescriptorsBehind)
     EXPECT_EQ(descriptors(), before);
 }
 
-TEST_F(ServiceHostTest, GetsOverAShortageOfDescriptors)
+TEST_F(ServiceHostTest, RecoversFromAShortageOfDescriptors)
 {
-    // The sanitizer looks at an object of a type that it has not met before through a pipe, and there will be none.
+    // The undefined-behaviour sanitizer opens a pipe when it first checks a type, so it must see this type beforehand.
     QSocketNotifier(STDIN_FILENO, QSocketNotifier::Exception).setEnabled(false);
     TestClient client(path);
     rlimit usual {};
@@ -459,6 +406,8 @@ TEST_F(ServiceHostTest, GetsOverAShortageOfDescriptors)
     none.rlim_cur = 3;
     ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &none), 0);
     pump();
+    // The event loop blocks instead of trying again and again.
+    EXPECT_FALSE(QCoreApplication::eventDispatcher()->processEvents(QEventLoop::AllEvents));
     ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &usual), 0);
     EXPECT_TRUE(client.open());
 }

@@ -13,17 +13,17 @@
 
 namespace {
 
-constexpr int patienceMs = 5'000;
-constexpr std::size_t roomForAnyPacket = 200'000;
+constexpr int timeoutMs = 5'000;
+constexpr std::size_t maxPacketBytes = 200'000;
 
 FileDescriptor connectTo(const std::string& path)
 {
     const std::size_t slash = path.rfind('/');
-    const FileDescriptor folder(::open(path.substr(0, slash).c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+    const FileDescriptor directory(::open(path.substr(0, slash).c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
     FileDescriptor socket(::socket(AF_UNIX, SOCK_SEQPACKET | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
     sockaddr_un address {};
     address.sun_family = AF_UNIX;
-    const std::string reachable = "/proc/self/fd/" + std::to_string(folder.get()) + path.substr(slash);
+    const std::string reachable = "/proc/self/fd/" + std::to_string(directory.get()) + path.substr(slash);
     if (reachable.size() >= sizeof(address.sun_path))
         return {};
     std::memcpy(address.sun_path, reachable.c_str(), reachable.size() + 1);
@@ -76,7 +76,7 @@ Bytes completionPacket()
 
 bool pumpUntil(const std::function<bool()>& condition)
 {
-    const QDeadlineTimer deadline(patienceMs);
+    const QDeadlineTimer deadline(timeoutMs);
     while (!condition()) {
         if (deadline.hasExpired())
             return false;
@@ -87,7 +87,7 @@ bool pumpUntil(const std::function<bool()>& condition)
 
 void pump()
 {
-    constexpr int rounds = 20; // accepting, reading and closing take one each
+    constexpr int rounds = 20; // accepting, reading and closing take one round each
     for (int i = 0; i < rounds; ++i)
         QCoreApplication::processEvents(QEventLoop::AllEvents);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
@@ -103,7 +103,7 @@ bool TestClient::send(const Bytes& packet)
     return ::send(m_socket.get(), packet.data(), packet.size(), MSG_NOSIGNAL) == static_cast<ssize_t>(packet.size());
 }
 
-bool TestClient::hasNews() const
+bool TestClient::isReadable() const
 {
     pollfd waiting { m_socket.get(), POLLIN, 0 };
     return ::poll(&waiting, 1, 0) == 1;
@@ -111,9 +111,9 @@ bool TestClient::hasNews() const
 
 std::optional<Bytes> TestClient::receive()
 {
-    if (!pumpUntil([this] { return hasNews(); }))
+    if (!pumpUntil([this] { return isReadable(); }))
         return std::nullopt;
-    Bytes packet(roomForAnyPacket);
+    Bytes packet(maxPacketBytes);
     const ssize_t size = ::recv(m_socket.get(), packet.data(), packet.size(), 0);
     if (size <= 0)
         return std::nullopt;
@@ -146,7 +146,7 @@ bool TestClient::open()
 
 bool TestClient::isHungUpOn()
 {
-    if (!pumpUntil([this] { return hasNews(); }))
+    if (!pumpUntil([this] { return isReadable(); }))
         return false;
     std::byte one {};
     const ssize_t size = ::recv(m_socket.get(), &one, 1, MSG_PEEK);

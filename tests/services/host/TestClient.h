@@ -14,7 +14,7 @@ using Bytes = std::vector<std::byte>;
 
 [[nodiscard]] Bytes bytesOf(std::initializer_list<unsigned> octets);
 [[nodiscard]] Bytes bytesOf(const std::string& text);
-// A request packet with exactly these header words, whether they make sense or not.
+// A request packet with exactly these header words, valid or not.
 [[nodiscard]] Bytes requestPacket(std::uint32_t kind, std::uint32_t selector, std::uint32_t inputSize,
     std::uint32_t replyCapacity, const Bytes& input = {});
 [[nodiscard]] Bytes openPacket();
@@ -27,30 +27,29 @@ struct TestReply {
     Bytes output;
 };
 
-// Lets the event loop of the test run until the condition holds; false when that takes unreasonably long.
+// Runs the event loop until the condition holds; returns false after a timeout.
 [[nodiscard]] bool pumpUntil(const std::function<bool()>& condition);
-// Lets every event that is due be handled.
+// Handles all pending events.
 void pump();
 
-// A client that lives in the thread of the host it talks to.
+// A client in the thread of the host; it runs the event loop while it waits.
 class TestClient {
 public:
-    // Not connected when nobody listens at the path, which may be longer than a socket address holds.
+    // The path may be longer than a socket address. Not connected if no service listens there.
     explicit TestClient(const std::string& path);
 
     [[nodiscard]] bool isConnected() const { return static_cast<bool>(m_socket); }
     [[nodiscard]] bool send(const Bytes& packet);
-    // The next packet; nothing when the host hung up instead or none came.
+    // The next packet; std::nullopt if the host hung up or sent nothing in time.
     [[nodiscard]] std::optional<Bytes> receive();
     [[nodiscard]] std::optional<TestReply> receiveReply();
     [[nodiscard]] std::optional<TestReply> request(const Bytes& packet);
     [[nodiscard]] bool open();
-    // Whether a packet, or the end, is there now.
-    [[nodiscard]] bool hasNews() const;
-    // Whether the host ends the connection without another packet.
+    // Whether a packet or the end of the connection can be read now.
+    [[nodiscard]] bool isReadable() const;
+    // Whether the host closes the connection without another packet.
     [[nodiscard]] bool isHungUpOn();
     void close() { m_socket.reset(); }
-    [[nodiscard]] int socket() const { return m_socket.get(); }
 
 private:
     FileDescriptor m_socket;

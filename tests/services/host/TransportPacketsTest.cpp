@@ -6,11 +6,11 @@
 
 namespace {
 
-TEST(RequestPacket, IsReadFieldByField)
+TEST(ParseRequest, ReadsEveryField)
 {
     const Bytes packet = bytesOf({
         1, 0, 0, 0, // structure call
-        0x17, 0x02, 0x01, 0x0D, // selector 0x0D010217
+        0x17, 0x02, 0x01, 0x0D, // selector
         3, 0, 0, 0, // input size
         0x00, 0x10, 0, 0, // reply capacity 4096
         0xAA, 0xBB, 0xCC, // input
@@ -23,7 +23,7 @@ TEST(RequestPacket, IsReadFieldByField)
     EXPECT_EQ(request->input, bytesOf({ 0xAA, 0xBB, 0xCC }));
 }
 
-TEST(RequestPacket, OfOpenAndScalarCallsCarriesTheSelectorAlone)
+TEST(ParseRequest, ReadsTheSelectorOfOpenAndScalarCalls)
 {
     const auto open = parseRequest(requestPacket(0, 7, 0, 0));
     ASSERT_TRUE(open.has_value());
@@ -35,7 +35,7 @@ TEST(RequestPacket, OfOpenAndScalarCallsCarriesTheSelectorAlone)
     EXPECT_EQ(scalar->selector, 1u);
 }
 
-TEST(RequestPacket, OfEveryLengthShortOfAHeaderIsNone)
+TEST(ParseRequest, RejectsAShortHeader)
 {
     const Bytes whole = openPacket();
     for (std::size_t size = 0; size < whole.size(); ++size)
@@ -43,13 +43,13 @@ TEST(RequestPacket, OfEveryLengthShortOfAHeaderIsNone)
     EXPECT_TRUE(parseRequest(whole).has_value());
 }
 
-TEST(RequestPacket, HasOneOfThreeKinds)
+TEST(ParseRequest, RejectsUnknownKinds)
 {
     EXPECT_FALSE(parseRequest(requestPacket(3, 0, 0, 0)).has_value());
     EXPECT_FALSE(parseRequest(requestPacket(0xFFFFFFFF, 0, 0, 0)).has_value());
 }
 
-TEST(RequestPacket, SaysHowMuchInputItCarries)
+TEST(ParseRequest, RejectsAnInputSizeThatDisagreesWithThePacket)
 {
     EXPECT_FALSE(parseRequest(requestPacket(1, 0, 4, 0, Bytes(3))).has_value());
     EXPECT_FALSE(parseRequest(requestPacket(1, 0, 4, 0, Bytes(5))).has_value());
@@ -57,14 +57,14 @@ TEST(RequestPacket, SaysHowMuchInputItCarries)
     EXPECT_TRUE(parseRequest(requestPacket(1, 0, 4, 0, Bytes(4))).has_value());
 }
 
-TEST(RequestPacket, CarriesAndAwaitsAtMost65536Bytes)
+TEST(ParseRequest, LimitsInputAndCapacityTo65536Bytes)
 {
     EXPECT_TRUE(parseRequest(requestPacket(1, 0, 65'536, 65'536, Bytes(65'536))).has_value());
     EXPECT_FALSE(parseRequest(requestPacket(1, 0, 65'537, 0, Bytes(65'537))).has_value());
     EXPECT_FALSE(parseRequest(requestPacket(1, 0, 0, 65'537)).has_value());
 }
 
-TEST(RequestPacket, OfOpenAndScalarCallsHasNeitherInputNorCapacity)
+TEST(ParseRequest, RejectsInputAndCapacityOfOpenAndScalarCalls)
 {
     for (const std::uint32_t kind : { 0u, 2u }) {
         EXPECT_FALSE(parseRequest(requestPacket(kind, 0, 0, 4)).has_value()) << kind;
@@ -72,23 +72,23 @@ TEST(RequestPacket, OfOpenAndScalarCallsHasNeitherInputNorCapacity)
     }
 }
 
-TEST(ReplyPacket, IsResultSizeAndOutput)
+TEST(MakeReply, ConcatenatesResultSizeAndOutput)
 {
     EXPECT_EQ(makeReply(0, bytesOf({ 0xAA, 0xBB }), 4), bytesOf({ 0, 0, 0, 0, 2, 0, 0, 0, 0xAA, 0xBB }));
 }
 
-TEST(ReplyPacket, IsCutAtTheCapacity)
+TEST(MakeReply, TruncatesOutputToTheCapacity)
 {
     EXPECT_EQ(makeReply(0, bytesOf({ 1, 2, 3 }), 2), bytesOf({ 0, 0, 0, 0, 2, 0, 0, 0, 1, 2 }));
     EXPECT_EQ(makeReply(0, bytesOf({ 1, 2, 3 }), 0), bytesOf({ 0, 0, 0, 0, 0, 0, 0, 0 }));
 }
 
-TEST(ReplyPacket, OfAFailureCarriesNothing)
+TEST(MakeReply, DropsTheOutputOfAFailure)
 {
     EXPECT_EQ(makeReply(5, bytesOf({ 1, 2, 3 }), 3), bytesOf({ 5, 0, 0, 0, 0, 0, 0, 0 }));
 }
 
-TEST(ReplyPacket, SaysSuccessOnlyWithAWholeHeader)
+TEST(IsSuccessReply, NeedsACompleteHeaderWithResultZero)
 {
     EXPECT_TRUE(isSuccessReply(bytesOf({ 0, 0, 0, 0, 0, 0, 0, 0 })));
     EXPECT_FALSE(isSuccessReply(bytesOf({ 1, 0, 0, 0, 0, 0, 0, 0 })));

@@ -14,7 +14,7 @@ SimulatorCommandLine read(const QString& words)
 
 } // namespace
 
-TEST(SimulatorOptions, HaveDefaultsThatFindEachOther)
+TEST(SimulatorOptions, HaveDefaults)
 {
     const auto line = read({});
     ASSERT_TRUE(line.options);
@@ -27,7 +27,7 @@ TEST(SimulatorOptions, HaveDefaultsThatFindEachOther)
     EXPECT_FALSE(line.options->startsEjected);
 }
 
-TEST(SimulatorOptions, AreReadFromTheCommandLine)
+TEST(SimulatorOptions, AreParsedFromTheCommandLine)
 {
     const auto line = read(QStringLiteral(
         "--scenario s.toml --instance two --root /r --control /c --record /f --seed 9 --quiet --ejected"));
@@ -42,7 +42,7 @@ TEST(SimulatorOptions, AreReadFromTheCommandLine)
     EXPECT_TRUE(line.options->startsEjected);
 }
 
-TEST(SimulatorOptions, RefuseWhatMakesNoSense)
+TEST(SimulatorOptions, RejectInvalidArguments)
 {
     for (const char* words : { "--nonsense", "stray", "--seed x", "--instance ..", "--instance a/b", "--instance=" }) {
         const auto line = read(QString::fromLatin1(words));
@@ -52,7 +52,7 @@ TEST(SimulatorOptions, RefuseWhatMakesNoSense)
     }
 }
 
-TEST(SimulatorOptions, HelpAndVersionAreNoErrors)
+TEST(SimulatorOptions, PrintHelpAndVersion)
 {
     EXPECT_FALSE(read(QStringLiteral("--help")).isError);
     EXPECT_TRUE(read(QStringLiteral("--help")).text.contains(QStringLiteral("--scenario")));

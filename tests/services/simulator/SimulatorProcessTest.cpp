@@ -22,7 +22,7 @@ namespace {
 
 constexpr int programTimeoutMs = 20'000;
 
-// A user client as the page on the driver's protocol has it, on the bare socket.
+// A user client on a plain socket, written from docs/driver-protocol.md.
 class RawClient {
 public:
     explicit RawClient(const QString& path)
@@ -44,7 +44,7 @@ public:
     [[nodiscard]] bool isConnected() const { return m_isConnected; }
     [[nodiscard]] bool open() { return isSuccess(call(0, 0, {}, 0)); }
 
-    // The reply packet as it came; nothing when none did.
+    // The reply packet; std::nullopt if none arrived.
     [[nodiscard]] std::optional<Bytes> call(
         std::uint32_t kind, std::uint32_t selector, const Bytes& input, std::uint32_t capacity)
     {
@@ -100,7 +100,7 @@ protected:
     [[nodiscard]] QString path(const char* name) const { return m_folder.filePath(QLatin1String(name)); }
     [[nodiscard]] QString cardSocket() const { return path("registry/Pellvane/simulated"); }
 
-    // Runs simctl; its exit code, with what it printed in m_output.
+    // Runs pellvane-simctl; returns its exit code and puts its output into m_output.
     int simctl(const QStringList& words)
     {
         QProcess program;
@@ -113,7 +113,7 @@ protected:
         return program.exitCode();
     }
 
-    // A query on a connection of its own, with the completion call behind it.
+    // A query on a new connection, followed by the scalar call.
     [[nodiscard]] std::optional<Bytes> query(std::uint32_t oid, std::uint32_t length)
     {
         RawClient client(cardSocket());
@@ -131,7 +131,7 @@ protected:
 
 } // namespace
 
-TEST_F(SimulatorProcessTest, AnswersOverItsSocketAndObeysSimctl)
+TEST_F(SimulatorProcessTest, AnswersRequestsAndCommands)
 {
     const auto eeprom = query(VX_OID_802_11_EEPROM_VERSION, 4);
     ASSERT_TRUE(RawClient::isSuccess(eeprom));
@@ -151,7 +151,7 @@ TEST_F(SimulatorProcessTest, AnswersOverItsSocketAndObeysSimctl)
     EXPECT_EQ(simctl({ QStringLiteral("dance") }), 2);
 }
 
-TEST_F(SimulatorProcessTest, IsPulledAndInsertedAgain)
+TEST_F(SimulatorProcessTest, EjectsAndInsertsTheCard)
 {
     EXPECT_EQ(simctl({ QStringLiteral("eject") }), 0);
     EXPECT_FALSE(RawClient(cardSocket()).isConnected());
@@ -160,7 +160,7 @@ TEST_F(SimulatorProcessTest, IsPulledAndInsertedAgain)
     EXPECT_TRUE(RawClient::isSuccess(query(OID_GEN_MEDIA_CONNECT_STATUS, 4)));
 }
 
-TEST_F(SimulatorProcessTest, MisbehavesOnDemand)
+TEST_F(SimulatorProcessTest, InjectsFaults)
 {
     const auto withFault = [this](const QStringList& words) {
         EXPECT_EQ(simctl({ QStringLiteral("clear-faults") }), 0);
@@ -187,11 +187,11 @@ TEST_F(SimulatorProcessTest, MisbehavesOnDemand)
     EXPECT_TRUE(RawClient::isSuccess(query(OID_GEN_RCV_OK, 4)));
     EXPECT_GE(std::chrono::steady_clock::now() - before, std::chrono::milliseconds(300));
     withFault({ QStringLiteral("hang"), QStringLiteral("--times"), QStringLiteral("1") });
-    EXPECT_FALSE(query(OID_GEN_RCV_OK, 4)); // after the client's own two seconds
+    EXPECT_FALSE(query(OID_GEN_RCV_OK, 4)); // after the receive timeout of two seconds
     EXPECT_TRUE(RawClient::isSuccess(query(OID_GEN_RCV_OK, 4)));
 }
 
-TEST_F(SimulatorProcessTest, DropsTheConnectionsItHas)
+TEST_F(SimulatorProcessTest, DropsConnections)
 {
     RawClient client(cardSocket());
     ASSERT_TRUE(client.open());
@@ -200,7 +200,7 @@ TEST_F(SimulatorProcessTest, DropsTheConnectionsItHas)
     EXPECT_TRUE(RawClient::isSuccess(query(OID_GEN_RCV_OK, 4)));
 }
 
-TEST_F(SimulatorProcessTest, RecordsWhatItIsAsked)
+TEST_F(SimulatorProcessTest, RecordsRequests)
 {
     ASSERT_TRUE(RawClient::isSuccess(query(OID_802_3_CURRENT_ADDRESS, 6)));
     QFile file(path("requests.jsonl"));
@@ -213,7 +213,7 @@ TEST_F(SimulatorProcessTest, RecordsWhatItIsAsked)
     EXPECT_EQ(kinds, (QStringList { QStringLiteral("open"), QStringLiteral("structure"), QStringLiteral("scalar") }));
 }
 
-TEST_F(SimulatorProcessTest, ASecondOneOfTheNameDoesNotStart)
+TEST_F(SimulatorProcessTest, DoesNotStartTwiceUnderOneName)
 {
     QProcess second;
     second.start(QStringLiteral(PELLVANE_SIM_PROGRAM),
@@ -229,7 +229,7 @@ TEST_F(SimulatorProcessTest, ASecondOneOfTheNameDoesNotStart)
     EXPECT_TRUE(RawClient::isSuccess(query(OID_GEN_RCV_OK, 4)));
 }
 
-TEST_F(SimulatorProcessTest, EndsCleanlyWhenItIsTold)
+TEST_F(SimulatorProcessTest, CleansUpOnSigterm)
 {
     ASSERT_EQ(::kill(static_cast<pid_t>(m_simulator.processId()), SIGTERM), 0);
     ASSERT_TRUE(m_simulator.waitForFinished(programTimeoutMs));
@@ -240,7 +240,7 @@ TEST_F(SimulatorProcessTest, EndsCleanlyWhenItIsTold)
     EXPECT_EQ(simctl({ QStringLiteral("status") }), 3);
 }
 
-TEST_F(SimulatorProcessTest, TakesThePlaceOfADeadOne)
+TEST_F(SimulatorProcessTest, ReplacesADeadSimulator)
 {
     m_simulator.kill();
     ASSERT_TRUE(m_simulator.waitForFinished(programTimeoutMs));

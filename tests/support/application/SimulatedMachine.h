@@ -16,12 +16,13 @@ struct SimulatedMachine {
     }
     void insert()
     {
-        simulator.run([this] { ASSERT_TRUE(simulator.service().insert()); });
+        simulator.run([this] { ASSERT_EQ(simulator.service().insert(), std::error_code()); });
     }
 
     void startRecording()
     {
-        simulator.run([this] { ASSERT_TRUE(simulator.service().recorder().start(recording.toStdString())); });
+        simulator.run(
+            [this] { ASSERT_EQ(simulator.service().recorder().start(recording.toStdString()), std::error_code()); });
     }
     // The SSIDs that were set since startRecording().
     [[nodiscard]] std::vector<QString> ssidsSet() const { return ssidsSetIn(recordedIn(recording)); }

@@ -19,26 +19,44 @@ Scenario scenario()
 
 class ControlCommandsTest : public testing::Test {
 protected:
-    [[nodiscard]] QJsonObject answer(const char* line)
+    [[nodiscard]] QJsonObject answerTo(const QByteArray& line)
     {
         return QJsonDocument::fromJson(answerControlLine(service, line)).object();
     }
 
-    [[nodiscard]] bool isDone(const char* line) { return answer(line).value(QStringLiteral("ok")).toBool(); }
-
-    [[nodiscard]] std::string errorOf(const char* line)
+    // The words are separated by single spaces.
+    [[nodiscard]] QJsonObject answer(const QString& words)
     {
-        const QJsonObject object = answer(line);
-        EXPECT_FALSE(object.value(QStringLiteral("ok")).toBool());
-        return object.value(QStringLiteral("error")).toString().toStdString();
+        return answerTo(QJsonDocument(QJsonArray::fromStringList(words.split(QLatin1Char(' ')))).toJson());
+    }
+
+    // "done", "refused", "misused"
+    [[nodiscard]] std::string result(const char* words)
+    {
+        const QJsonObject object = answer(QString::fromUtf8(words));
+        if (object.value(QStringLiteral("ok")).toBool())
+            return "done";
+        EXPECT_FALSE(object.value(QStringLiteral("error")).toString().isEmpty());
+        return object.value(QStringLiteral("usage")).toBool() ? "misused" : "refused";
+    }
+
+    [[nodiscard]] bool isDone(const char* words) { return result(words) == "done"; }
+
+    [[nodiscard]] std::string errorOf(const char* words)
+    {
+        return answer(QString::fromUtf8(words)).value(QStringLiteral("error")).toString().toStdString();
     }
 
     [[nodiscard]] QJsonObject status()
     {
-        return answer(R"({"command":"status"})").value(QStringLiteral("status")).toObject();
+        return answer(QStringLiteral("status")).value(QStringLiteral("status")).toObject();
     }
 
     [[nodiscard]] bool statusFlag(const char* name) { return status().value(QLatin1String(name)).toBool(); }
+    [[nodiscard]] const std::vector<ScenarioNetwork>& networks()
+    {
+        return service.card().stateAt(nowMs).neighbourhood.networks();
+    }
 
     QTemporaryDir folder;
     std::int64_t nowMs { 0 };
@@ -50,126 +68,139 @@ protected:
 TEST_F(ControlCommandsTest, InsertsAndEjects)
 {
     EXPECT_FALSE(statusFlag("inserted"));
-    EXPECT_TRUE(isDone(R"({"command":"insert"})"));
-    EXPECT_TRUE(isDone(R"({"command":"insert"})"));
+    EXPECT_TRUE(isDone("insert"));
+    EXPECT_TRUE(isDone("insert"));
     EXPECT_TRUE(statusFlag("inserted"));
-    EXPECT_TRUE(isDone(R"({"command":"drop"})"));
-    EXPECT_TRUE(isDone(R"({"command":"eject"})"));
-    EXPECT_TRUE(isDone(R"({"command":"eject"})"));
+    EXPECT_TRUE(isDone("drop"));
+    EXPECT_TRUE(isDone("eject"));
+    EXPECT_TRUE(isDone("eject"));
     EXPECT_FALSE(statusFlag("inserted"));
 }
 
-TEST_F(ControlCommandsTest, AnInsertedCardHasLostItsSettings)
+TEST_F(ControlCommandsTest, InsertingResetsTheSettings)
 {
-    EXPECT_TRUE(isDone(R"({"command":"insert"})"));
+    EXPECT_TRUE(isDone("insert"));
     (void)service.card().answer(OID_802_11_AUTHENTICATION_MODE | oidSetFlag, bytesOf(std::int32_t { 4 }), 0, nowMs);
-    EXPECT_TRUE(isDone(R"({"command":"eject"})"));
-    EXPECT_TRUE(isDone(R"({"command":"insert"})"));
+    EXPECT_TRUE(isDone("eject"));
+    EXPECT_TRUE(isDone("insert"));
     EXPECT_EQ(service.card().stateAt(nowMs).settings.authenticationMode, 0);
 }
 
-TEST_F(ControlCommandsTest, MovesTheRadioSwitch)
+TEST_F(ControlCommandsTest, SwitchesTheHardwareRadio)
 {
-    EXPECT_TRUE(isDone(R"({"command":"hw-radio","state":"off"})"));
+    EXPECT_TRUE(isDone("hw-radio off"));
     EXPECT_FALSE(statusFlag("hardware_radio"));
-    EXPECT_TRUE(isDone(R"({"command":"hw-radio","state":"on"})"));
+    EXPECT_TRUE(isDone("hw-radio on"));
     EXPECT_TRUE(statusFlag("hardware_radio"));
-    EXPECT_EQ(errorOf(R"({"command":"hw-radio","state":"dim"})"), "\"state\" must be \"on\" or \"off\"");
+    EXPECT_EQ(result("hw-radio dim"), "refused");
+    EXPECT_EQ(result("hw-radio"), "misused");
 }
 
 TEST_F(ControlCommandsTest, RaisesEventsAndHoldsReady)
 {
-    EXPECT_TRUE(isDone(R"({"command":"event"})"));
+    EXPECT_TRUE(isDone("event raise"));
     EXPECT_TRUE(statusFlag("event"));
-    EXPECT_TRUE(isDone(R"({"command":"ready","action":"hold"})"));
+    EXPECT_EQ(result("event lower"), "misused");
+    EXPECT_TRUE(isDone("ready hold"));
     EXPECT_FALSE(statusFlag("ready"));
     EXPECT_TRUE(statusFlag("ready_held"));
-    EXPECT_TRUE(isDone(R"({"command":"ready","action":"release"})"));
+    EXPECT_TRUE(isDone("ready release"));
     EXPECT_TRUE(statusFlag("ready"));
-    EXPECT_NE(errorOf(R"({"command":"ready"})"), "");
-    EXPECT_TRUE(isDone(R"({"command":"reset"})"));
+    EXPECT_EQ(result("ready"), "misused");
+    EXPECT_EQ(result("ready steady"), "refused");
+    EXPECT_TRUE(isDone("reset"));
     EXPECT_FALSE(statusFlag("ready"));
     nowMs += SimulatedCard::resetDurationMs;
     EXPECT_TRUE(statusFlag("ready"));
 }
 
-TEST_F(ControlCommandsTest, MovesAndRemovesANetworkByNameOrAddress)
+TEST_F(ControlCommandsTest, MovesAndRemovesNetworksByNameOrBssid)
 {
-    const auto signalOf
-        = [this](std::size_t index) { return service.card().stateAt(nowMs).neighbourhood.networks()[index].signalDbm; };
-    EXPECT_TRUE(isDone(R"({"command":"move","network":"cafe","signal_dbm":-88})"));
-    EXPECT_EQ(signalOf(0), -88);
-    EXPECT_TRUE(isDone(R"({"command":"move","network":"00:11:22:33:44:03","signal_dbm":-40})"));
-    EXPECT_EQ(signalOf(2), -40);
-    EXPECT_EQ(errorOf(R"({"command":"move","network":"twin","signal_dbm":-40})"),
-        "several networks are named \"twin\"; give the BSSID");
-    EXPECT_EQ(errorOf(R"({"command":"move","network":"none","signal_dbm":-40})"), "there is no network \"none\"");
-    for (const char* line : { R"({"command":"move","network":"cafe","signal_dbm":1})",
-             R"({"command":"move","network":"cafe","signal_dbm":-121})",
-             R"({"command":"move","network":"cafe","signal_dbm":-60.5})", R"({"command":"move","network":"cafe"})" })
-        EXPECT_NE(errorOf(line), "") << line;
-    EXPECT_TRUE(isDone(R"({"command":"remove-network","network":"00-11-22-33-44-01"})"));
-    EXPECT_NE(errorOf(R"({"command":"remove-network","network":"cafe"})"), "");
-    EXPECT_EQ(status().value(QStringLiteral("networks")).toArray().size(), 2);
+    EXPECT_TRUE(isDone("move cafe -88"));
+    EXPECT_EQ(networks()[0].signalDbm, -88);
+    EXPECT_TRUE(isDone("move 00:11:22:33:44:03 0"));
+    EXPECT_EQ(networks()[2].signalDbm, 0);
+    EXPECT_TRUE(isDone("move 00-11-22-33-44-02 -120"));
+    EXPECT_EQ(networks()[1].signalDbm, -120);
+    EXPECT_EQ(errorOf("move twin -40"), "several networks are named \"twin\"; give the BSSID");
+    EXPECT_EQ(errorOf("move none -40"), "there is no network \"none\"");
+    for (const char* words : { "move cafe 1", "move cafe -121", "remove-network none" })
+        EXPECT_EQ(result(words), "refused") << words;
+    for (const char* words : { "move cafe", "move cafe loud", "move cafe -60.5", "move cafe -60 1" })
+        EXPECT_EQ(result(words), "misused") << words;
+    EXPECT_TRUE(isDone("remove-network 00-11-22-33-44-01"));
+    EXPECT_EQ(result("remove-network cafe"), "refused");
+    EXPECT_EQ(networks().size(), 2U);
 }
 
-TEST_F(ControlCommandsTest, SaysWhatIsWrongWithANewNetwork)
+TEST_F(ControlCommandsTest, AddsANetworkOnce)
 {
-    EXPECT_NE(errorOf(R"({"command":"add-network","toml":"ssid = "})"), "");
-    EXPECT_NE(errorOf(R"({"command":"add-network"})"), "");
-    EXPECT_EQ(status().value(QStringLiteral("networks")).toArray().size(), 3);
+    const QString words = QStringLiteral("add-network --toml=ssid='new'\nbssid='0A-00-00-00-00-01'");
+    EXPECT_TRUE(answer(words).value(QStringLiteral("ok")).toBool());
+    EXPECT_EQ(networks().back().ssid, "new");
+    EXPECT_FALSE(answer(words).value(QStringLiteral("ok")).toBool());
+    EXPECT_EQ(networks().size(), 4U);
+}
+
+TEST_F(ControlCommandsTest, RejectsAnInvalidNetwork)
+{
+    EXPECT_EQ(result("add-network --toml ssid="), "refused");
+    EXPECT_EQ(errorOf("add-network --toml ssid=").rfind("1:", 0), 0U); // line and column
+    EXPECT_EQ(result("add-network"), "misused");
+    EXPECT_EQ(result("add-network file --toml x"), "misused");
+    EXPECT_EQ(networks().size(), 3U);
 }
 
 TEST_F(ControlCommandsTest, AddsAndClearsFaults)
 {
-    EXPECT_TRUE(isDone(R"({"command":"fault","kind":"fail","oid":"OID_802_11_SSID","on":"set","times":2})"));
-    EXPECT_TRUE(isDone(R"({"command":"fault","kind":"delay","oid":"any","ms":100})"));
-    EXPECT_TRUE(isDone(R"({"command":"fault","kind":"list-endless"})"));
-    ASSERT_EQ(service.faults().all().size(), 3U);
-    const Fault& fault = service.faults().all()[0];
-    EXPECT_EQ(fault.kind, FaultKind::Fail);
-    EXPECT_EQ(fault.oid, OID_802_11_SSID);
-    EXPECT_EQ(fault.direction, FaultDirection::Set);
-    EXPECT_EQ(fault.remainingTimes, 2U);
-    EXPECT_EQ(service.faults().all()[1].argument, 100U);
-    EXPECT_FALSE(service.faults().all()[1].oid);
+    EXPECT_TRUE(isDone("fault fail --oid OID_802_11_SSID --on set --times=2"));
+    EXPECT_TRUE(isDone("fault delay --oid any --ms 100"));
+    EXPECT_TRUE(isDone("fault list-endless"));
+    const std::vector<Fault>& faults = service.faults().all();
+    ASSERT_EQ(faults.size(), 3U);
+    EXPECT_EQ(faults[0].kind, FaultKind::Fail);
+    EXPECT_EQ(faults[0].oid, OID_802_11_SSID);
+    EXPECT_EQ(faults[0].direction, FaultDirection::Set);
+    EXPECT_EQ(faults[0].remainingTimes, 2U);
+    EXPECT_EQ(faults[1].argument, 100U);
+    EXPECT_FALSE(faults[1].oid);
     EXPECT_EQ(status().value(QStringLiteral("faults")).toArray().size(), 3);
-    EXPECT_TRUE(isDone(R"({"command":"clear-faults"})"));
+    EXPECT_TRUE(isDone("clear-faults"));
     EXPECT_TRUE(service.faults().all().empty());
 }
 
-TEST_F(ControlCommandsTest, RefusesFaultsThatMakeNoSense)
+TEST_F(ControlCommandsTest, RejectsInvalidFaults)
 {
-    for (const char* line : { R"({"command":"fault","kind":"explode"})", R"({"command":"fault"})",
-             R"({"command":"fault","kind":"fail","oid":"OID_NONE"})", R"({"command":"fault","kind":"delay"})",
-             R"({"command":"fault","kind":"delay","ms":-1})", R"({"command":"fault","kind":"delay","ms":600001})",
-             R"({"command":"fault","kind":"cut"})", R"({"command":"fault","kind":"fail","times":0})",
-             R"({"command":"fault","kind":"fail","on":"monday"})",
-             R"({"command":"fault","kind":"refuse","oid":"OID_802_11_SSID"})",
-             R"({"command":"fault","kind":"list-endless","oid":"OID_802_11_SSID"})" })
-        EXPECT_NE(errorOf(line), "") << line;
+    for (const char* words : { "fault explode", "fault fail --oid OID_NONE", "fault delay", "fault delay --ms -1",
+             "fault delay --ms 600001", "fault cut", "fault cut --bytes 65536", "fault fail --times 0",
+             "fault fail --times 4294967296", "fault fail --on monday", "fault refuse --oid OID_802_11_SSID",
+             "fault list-endless --oid OID_802_11_SSID" })
+        EXPECT_EQ(result(words), "refused") << words;
+    for (const char* words : { "fault", "fault fail fail", "fault fail --times many", "fault fail --unknown 1",
+             "fault fail --oid", "fault fail --times 1 --times 2", "status --oid 1" })
+        EXPECT_EQ(result(words), "misused") << words;
     EXPECT_TRUE(service.faults().all().empty());
 }
 
-TEST_F(ControlCommandsTest, RecordsWhereItIsTold)
+TEST_F(ControlCommandsTest, StartsAndStopsRecording)
 {
     const QString path = folder.filePath(QStringLiteral("r.jsonl"));
-    const QByteArray line
-        = QByteArrayLiteral(R"({"command":"record","state":"on","file":")") + path.toUtf8() + QByteArrayLiteral("\"}");
-    EXPECT_TRUE(isDone(line.constData()));
+    EXPECT_TRUE(isDone(("record on " + path.toStdString()).c_str()));
     EXPECT_EQ(status().value(QStringLiteral("recording")).toString(), path);
-    EXPECT_TRUE(isDone(R"({"command":"record","state":"off"})"));
+    EXPECT_TRUE(isDone("record off"));
     EXPECT_EQ(status().value(QStringLiteral("recording")).toString(), QString());
-    EXPECT_NE(errorOf(R"({"command":"record","state":"on"})"), "");
-    EXPECT_NE(errorOf(R"({"command":"record","state":"on","file":"/no/such/folder/r"})"), "");
+    for (const char* words : { "record on", "record off file", "record" })
+        EXPECT_EQ(result(words), "misused") << words;
+    EXPECT_EQ(result("record pause"), "refused");
+    EXPECT_EQ(errorOf("record on /no/such/folder/r"), "/no/such/folder/r: No such file or directory");
 }
 
-TEST_F(ControlCommandsTest, TheStatusTellsOfTheLinkAndOfNoKey)
+TEST_F(ControlCommandsTest, StatusReportsTheLinkButNoKeys)
 {
     (void)service.card().answer(OID_802_11_ADD_KEY | oidSetFlag, keyRecord(keyIndexTransmit | 1, "SeCrE"), 0, nowMs);
     (void)service.card().answer(OID_802_11_SSID | oidSetFlag, bytesOf(ssidRecord("cafe")), 0, nowMs);
     nowMs += 1000;
-    const QByteArray line = answerControlLine(service, R"({"command":"status"})");
+    const QByteArray line = answerControlLine(service, R"(["status"])");
     EXPECT_FALSE(line.contains('\n'));
     EXPECT_FALSE(line.contains("SeCrE"));
     const QJsonObject association = status().value(QStringLiteral("association")).toObject();
@@ -181,10 +212,11 @@ TEST_F(ControlCommandsTest, TheStatusTellsOfTheLinkAndOfNoKey)
     EXPECT_EQ(settings.value(QStringLiteral("wep_key_bytes")).toArray().at(1).toInt(), 5);
 }
 
-TEST_F(ControlCommandsTest, RefusesWhatIsNoCommand)
+TEST_F(ControlCommandsTest, RejectsLinesThatAreNotACommand)
 {
-    EXPECT_EQ(errorOf(R"({"command":"dance"})"), "\"dance\" is no command");
-    EXPECT_EQ(errorOf("[]"), "the line is no JSON object");
-    EXPECT_EQ(errorOf("rubbish"), "the line is no JSON object");
-    EXPECT_EQ(errorOf(""), "the line is no JSON object");
+    EXPECT_EQ(result("dance"), "misused");
+    EXPECT_EQ(errorOf("dance"), "\"dance\" is not a command");
+    EXPECT_EQ(result("eject now"), "misused");
+    for (const char* line : { "[]", "{}", "rubbish", "", R"(["move","cafe",-40])", R"({"command":"eject"})" })
+        EXPECT_TRUE(answerTo(line).value(QStringLiteral("usage")).toBool()) << line;
 }

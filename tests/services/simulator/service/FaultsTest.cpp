@@ -35,69 +35,68 @@ FaultyReply replyUnder(const Fault& fault, const Bytes& output = Bytes(4, std::b
 
 } // namespace
 
-TEST(Faults, MeetTheObjectTheyAreFor)
+TEST(Faults, ApplyToTheirOid)
 {
     Faults faults;
     faults.add(faultOn(FaultKind::Fail, OID_802_11_SSID));
-    EXPECT_EQ(faults.meeting(structureCall(OID_802_11_SSID)).size(), 1U);
-    EXPECT_EQ(faults.meeting(structureCall(OID_802_11_SSID | oidSetFlag)).size(), 1U);
-    EXPECT_TRUE(faults.meeting(structureCall(OID_802_11_BSSID)).empty());
-    EXPECT_TRUE(faults.meeting(openCall()).empty());
+    EXPECT_EQ(faults.take(structureCall(OID_802_11_SSID)).size(), 1U);
+    EXPECT_EQ(faults.take(structureCall(OID_802_11_SSID | oidSetFlag)).size(), 1U);
+    EXPECT_TRUE(faults.take(structureCall(OID_802_11_BSSID)).empty());
+    EXPECT_TRUE(faults.take(openCall()).empty());
     faults.clear();
-    EXPECT_TRUE(faults.meeting(structureCall(OID_802_11_SSID)).empty());
+    EXPECT_TRUE(faults.take(structureCall(OID_802_11_SSID)).empty());
 }
 
-TEST(Faults, MeetQueriesOrSetsAlone)
+TEST(Faults, ApplyToQueriesOrSetsOnly)
 {
     Faults faults;
     Fault fault = faultOn(FaultKind::Fail);
     fault.direction = FaultDirection::Set;
     faults.add(fault);
-    EXPECT_TRUE(faults.meeting(structureCall(OID_802_11_SSID)).empty());
-    EXPECT_EQ(faults.meeting(structureCall(OID_802_11_SSID | oidSetFlag)).size(), 1U);
+    EXPECT_TRUE(faults.take(structureCall(OID_802_11_SSID)).empty());
+    EXPECT_EQ(faults.take(structureCall(OID_802_11_SSID | oidSetFlag)).size(), 1U);
     faults.clear();
     fault.direction = FaultDirection::Query;
     faults.add(fault);
-    EXPECT_EQ(faults.meeting(structureCall(OID_802_11_SSID)).size(), 1U);
-    EXPECT_TRUE(faults.meeting(structureCall(OID_802_11_SSID | oidSetFlag)).empty());
+    EXPECT_EQ(faults.take(structureCall(OID_802_11_SSID)).size(), 1U);
+    EXPECT_TRUE(faults.take(structureCall(OID_802_11_SSID | oidSetFlag)).empty());
 }
 
-TEST(Faults, AreUsedUpAfterTheirTimes)
+TEST(Faults, ExpireAfterTheirTimes)
 {
     Faults faults;
     Fault fault = faultOn(FaultKind::Fail);
     fault.remainingTimes = 2;
     faults.add(fault);
-    EXPECT_EQ(faults.meeting(structureCall(1)).size(), 1U);
-    EXPECT_EQ(faults.meeting(structureCall(1)).size(), 1U);
-    EXPECT_TRUE(faults.meeting(structureCall(1)).empty());
+    EXPECT_EQ(faults.take(structureCall(1)).size(), 1U);
+    EXPECT_EQ(faults.take(structureCall(1)).size(), 1U);
+    EXPECT_TRUE(faults.take(structureCall(1)).empty());
     EXPECT_TRUE(faults.all().empty());
 }
 
-TEST(Faults, OfClientsMeetThemAtTheirKindOfRequest)
+TEST(Faults, ClientFaultsApplyToOpen)
 {
     Faults faults;
     faults.add(faultOn(FaultKind::RefuseClients));
-    EXPECT_EQ(faults.meeting(openCall()).size(), 1U);
-    EXPECT_TRUE(faults.meeting(structureCall(1)).empty());
+    EXPECT_EQ(faults.take(openCall()).size(), 1U);
+    EXPECT_TRUE(faults.take(structureCall(1)).empty());
     faults.clear();
     faults.add(faultOn(FaultKind::HangAll));
-    EXPECT_EQ(faults.meeting(openCall()).size(), 1U);
-    EXPECT_EQ(faults.meeting(structureCall(1)).size(), 1U);
+    EXPECT_EQ(faults.take(openCall()).size(), 1U);
+    EXPECT_EQ(faults.take(structureCall(1)).size(), 1U);
 }
 
-TEST(Faults, EveryKindHasANameThatLeadsBack)
+TEST(Faults, EveryKindHasAUniqueName)
 {
-    EXPECT_EQ(faultNames().size(), 15U);
-    for (const std::string_view name : faultNames()) {
-        const auto kind = faultFromName(name);
-        ASSERT_TRUE(kind);
-        EXPECT_EQ(nameOfFault(*kind), name);
+    EXPECT_EQ(faultKinds().size(), static_cast<std::size_t>(FaultKind::ListEndless) + 1);
+    for (const FaultKindRow& row : faultKinds()) {
+        EXPECT_EQ(faultFromName(row.name), row.kind);
+        EXPECT_EQ(nameOfFault(row.kind), row.name);
     }
     EXPECT_FALSE(faultFromName("nonsense"));
 }
 
-TEST(FaultyReply, WithoutFaultsIsTheAnswer)
+TEST(FaultyReply, IsTheAnswerIfNoFaultApplies)
 {
     const FaultyReply reply = faultyReply(structureCall(1), { true, Bytes(3) }, {});
     EXPECT_EQ(reply.form, FaultyReply::Form::Reply);
@@ -106,7 +105,7 @@ TEST(FaultyReply, WithoutFaultsIsTheAnswer)
     EXPECT_EQ(reply.delayMs, 0U);
 }
 
-TEST(FaultyReply, FailingAndHangingRequestsDoNotReachTheCard)
+TEST(FaultyReply, FailAndHangKeepTheRequestFromTheCard)
 {
     EXPECT_TRUE(reachesCard({}));
     EXPECT_TRUE(reachesCard({ faultOn(FaultKind::Delay), faultOn(FaultKind::HangUp) }));
@@ -115,7 +114,7 @@ TEST(FaultyReply, FailingAndHangingRequestsDoNotReachTheCard)
     EXPECT_FALSE(reachesCard({ faultOn(FaultKind::HangAll) }));
 }
 
-TEST(FaultyReply, TakesTheFormOfItsFault)
+TEST(FaultyReply, AppliesEachFault)
 {
     EXPECT_FALSE(replyUnder(faultOn(FaultKind::Fail)).answer.accepted);
     EXPECT_TRUE(replyUnder(faultOn(FaultKind::Fail)).answer.output.empty());
@@ -131,7 +130,7 @@ TEST(FaultyReply, TakesTheFormOfItsFault)
     EXPECT_EQ(replyUnder(cut, Bytes(2)).answer.output.size(), 2U);
 }
 
-TEST(FaultyReply, MalformedPacketsAreMalformedAsTheirNamesSay)
+TEST(FaultyReply, MalformedPacketsDisagreeWithTheirHeaders)
 {
     EXPECT_EQ(replyUnder(faultOn(FaultKind::ShortHeader)).packet.size(), 4U);
 
@@ -146,7 +145,7 @@ TEST(FaultyReply, MalformedPacketsAreMalformedAsTheirNamesSay)
     EXPECT_EQ(*recordAt<std::uint32_t>(over.packet, 4), over.packet.size() - 8);
 }
 
-TEST(ListFaults, LieAboutTheFirstEntryOrTheCount)
+TEST(ListFaults, SpoilTheFirstEntryOrTheCount)
 {
     const Bytes nothing = bytesOf(NDIS_802_11_BSSID_LIST { 0 });
     const auto entryOf
@@ -159,7 +158,7 @@ TEST(ListFaults, LieAboutTheFirstEntryOrTheCount)
     EXPECT_EQ(recordAt<std::uint32_t>(spoiledChunk(nothing, FaultKind::ListEndless), 0), 1U);
 }
 
-TEST(ListFaults, AnEndlessListGoesOnAndTheOthersStillEnd)
+TEST(ListFaults, OnlyAnEndlessListSuppressesTheEnd)
 {
     const ServiceRequest next = structureCall(VX_OID_802_11_BSSID_LIST_NEXT, 4096);
     for (const FaultKind kind : { FaultKind::ListZeroLength, FaultKind::ListLyingCount, FaultKind::ListHugeLength,
