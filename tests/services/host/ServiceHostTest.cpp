@@ -1,5 +1,6 @@
 #include "services/host/ServiceHost.h"
 
+#include "tests/services/host/DescriptorShortage.h"
 #include "tests/services/host/TestClient.h"
 
 #include <QAbstractEventDispatcher>
@@ -11,7 +12,6 @@
 #include <filesystem>
 #include <system_error>
 
-#include <sys/resource.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -400,15 +400,12 @@ TEST_F(ServiceHostTest, RecoversFromAShortageOfDescriptors)
     // The undefined-behaviour sanitizer opens a pipe when it first checks a type, so it must see this type beforehand.
     QSocketNotifier(STDIN_FILENO, QSocketNotifier::Exception).setEnabled(false);
     TestClient client(path);
-    rlimit usual {};
-    ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &usual), 0);
-    rlimit none = usual;
-    none.rlim_cur = 3;
-    ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &none), 0);
-    pump();
-    // The event loop blocks instead of trying again and again.
-    EXPECT_FALSE(QCoreApplication::eventDispatcher()->processEvents(QEventLoop::AllEvents));
-    ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &usual), 0);
+    {
+        const DescriptorShortage shortage;
+        pump();
+        // The host pauses instead of trying again and again.
+        EXPECT_FALSE(QCoreApplication::eventDispatcher()->processEvents(QEventLoop::AllEvents));
+    }
     EXPECT_TRUE(client.open());
 }
 

@@ -1,6 +1,7 @@
 #include "services/simulator/control/ControlServer.h"
 
 #include "services/simulator/control/ControlClient.h"
+#include "tests/services/host/DescriptorShortage.h"
 
 #include <QAbstractEventDispatcher>
 #include <QCoreApplication>
@@ -17,7 +18,6 @@
 #include <optional>
 
 #include <fcntl.h>
-#include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -182,16 +182,13 @@ TEST_F(ControlServerTest, RecoversFromAShortageOfDescriptors)
     ASSERT_EQ(server.listen(path), std::error_code());
     QLocalSocket client;
     connect(client);
-    rlimit usual {};
-    ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &usual), 0);
-    rlimit none = usual;
-    none.rlim_cur = 3;
-    ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &none), 0);
-    for (int i = 0; i < 20; ++i)
-        QCoreApplication::processEvents();
-    // The event loop blocks instead of trying again and again.
-    EXPECT_FALSE(QCoreApplication::eventDispatcher()->processEvents(QEventLoop::AllEvents));
-    ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &usual), 0);
+    {
+        const DescriptorShortage shortage;
+        for (int i = 0; i < 20; ++i)
+            QCoreApplication::processEvents();
+        // The server pauses instead of trying again and again.
+        EXPECT_FALSE(QCoreApplication::eventDispatcher()->processEvents(QEventLoop::AllEvents));
+    }
     client.write("hello\n");
     EXPECT_TRUE(runUntil([&] { return client.canReadLine(); }));
 }
