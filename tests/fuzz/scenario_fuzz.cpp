@@ -18,7 +18,7 @@ void require(bool condition)
 
 void checkNetwork(const ScenarioNetwork& network)
 {
-    require(!network.ssid.empty() && network.ssid.size() <= 32);
+    require(!network.ssid.empty() && network.ssid.size() <= maxSsidBytes);
     require(isStationAddress(network.bssid));
     require(isChannel(network.channel));
     require(network.signalDbm >= -100 && network.signalDbm <= -10);

@@ -23,7 +23,7 @@ void check(const ServiceRequest& request, std::span<const std::byte> packet)
     require(packet.size() == requestHeaderBytes + request.input.size());
     require(std::memcmp(header, packet.data(), sizeof(header)) == 0);
     require(std::equal(request.input.begin(), request.input.end(), packet.begin() + requestHeaderBytes));
-    require(inputSize <= maxPayloadBytes && request.replyCapacity <= largestPayloadBytes);
+    require(inputSize <= maxPayloadBytes && request.replyCapacity <= maxPayloadBytes);
     require(request.kind == RequestKind::StructureCall || (inputSize == 0 && request.replyCapacity == 0));
     const auto reply = makeReply(0, request.input, request.replyCapacity);
     require(reply.size() == replyHeaderBytes + std::min(inputSize, request.replyCapacity) && isSuccessReply(reply));
