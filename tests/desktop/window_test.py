@@ -4,7 +4,7 @@ import sys
 
 import screen_reader as reader
 import steps
-from programs import LIMIT, wait_until
+from programs import LIMIT, holds_within, wait_until
 
 TABS = ["Site Survey", "Profiles", "Link Status", "Statistics", "Advanced Settings", "About"]
 KEYS = ["alt+s", "alt+p", "alt+l", "alt+t", "alt+v", "alt+u"]
@@ -78,9 +78,14 @@ def shows_that_there_is_no_link(top, simulator, utility):
 
 def joins_a_network_chosen_with_the_keyboard(top, simulator, utility):
     network = next(network for network in simulator.status()["networks"] if network["ssid"] == NETWORK)
-    steps.choose_network(top, utility, NETWORK)
-    utility.press("Return")
-    wait_until("the card is associated", lambda: simulator.status()["association"].get("bssid") == network["bssid"])
+
+    def joins():
+        steps.choose_network(top, utility, NETWORK)
+        utility.press("Return")
+        return holds_within(20.0, lambda: simulator.status()["association"].get("bssid") == network["bssid"])
+
+    # Repeated, because a refresh of the list between selection and Return clears the selection.
+    wait_until("the card is associated", joins)
 
 
 def shows_the_link_and_its_figures(top, simulator, utility):
@@ -140,7 +145,10 @@ def shows_that_the_hardware_radio_is_off(top, simulator, utility):
     wait_until("the status is that of the radio", lambda: "Radio Status <--> OFF" in reader.labels(top))
     simulator.control("hw-radio", "on")
     wait_until("the status is \"Disconnected\" again", lambda: "Disconnected" in reader.labels(top))
+    before = len(simulator.structure_calls())
     utility.press(KEYS[0], "F5")
+    # The scan starts with a later tick and clears the selection of the list.
+    wait_until("the rescan is over", lambda: ("VX_OID_802_11_BSSID_LIST_NEXT", False) in simulator.calls(before))
     wait_until("networks are listed with the radio on", lambda: len(listed(top)) > 5)
 
 
