@@ -1,32 +1,51 @@
 #pragma once
 
+#include "driver/records/NdisRecords.h"
+
 #include <QByteArray>
-#include <QByteArrayView>
 #include <QString>
 #include <QStringView>
 
 #include <cstddef>
 #include <span>
 
-// A network name is bytes, usually but not always UTF-8 (IEEE 802.11 does not say). The text that stands for it can
-// be shown, carried by XML 1.0 and turned back into the same bytes.
+// The name (SSID) of a network: bytes, usually but not always UTF-8 (IEEE 802.11 does not define an encoding).
 //
-// Well-formed UTF-8 shows as itself. Every byte of what is not, or of a character that must not be shown or cannot
-// be carried, shows as the private-use character U+EF00 + byte, whose upper half is the range in which OPTU encodings
-// keep raw octets. Such characters are control characters, line and paragraph separators, bidirectional formatting,
-// the byte order mark, U+FFFE and U+FFFF, and U+EF00 to U+EFFF themselves, so that no two names share a text.
+// At most maxLength bytes are sent. Names from a scan list or from a stored profile may be longer, because a list entry
+// is read up to its first zero byte and a stored text is not checked; record() truncates them.
+class NetworkName {
+public:
+    static constexpr qsizetype maxLength = sizeof(NDIS_802_11_SSID::Ssid); // 32 bytes
 
-// Any bytes; zero bytes are characters like others.
-[[nodiscard]] QString textFromBytes(QByteArrayView bytes);
-[[nodiscard]] QString textFromBytes(std::span<const std::byte> bytes);
+    NetworkName() = default;
+    explicit NetworkName(QByteArray bytes);
 
-// The bytes up to the first zero, or all of them.
-[[nodiscard]] QString textUpToZero(std::span<const std::byte> bytes);
+    // A length beyond the record counts as the whole record.
+    [[nodiscard]] static NetworkName fromRecord(const NDIS_802_11_SSID& record);
+    // The bytes before the first zero byte, or all of them.
+    [[nodiscard]] static NetworkName upToZero(std::span<const std::byte> bytes);
+    // From a stored text or one typed by the user.
+    [[nodiscard]] static NetworkName fromText(QStringView text);
 
-// The text as it is meant to be read: a byte that has no character of its own is U+FFFD here, so that this text no
-// longer stands for the name. Any text may be given, also one that a name is part of.
-[[nodiscard]] QString shownText(const QString& text);
+    [[nodiscard]] bool isEmpty() const { return m_bytes.isEmpty(); }
+    [[nodiscard]] const QByteArray& bytes() const { return m_bytes; }
+    [[nodiscard]] NetworkName truncated() const { return NetworkName(m_bytes.left(maxLength)); }
+    // The unused bytes are 0.
+    [[nodiscard]] NDIS_802_11_SSID record() const;
 
-// The bytes that a text stands for, of any text: also one that was typed. An unpaired surrogate, which is
-// no character, becomes a question mark.
-[[nodiscard]] QByteArray bytesFromText(QStringView text);
+    // The text that profiles store and tables and fields edit; fromText() restores the bytes.
+    [[nodiscard]] QString text() const;
+    // The text as the user reads it. Empty for an empty name.
+    [[nodiscard]] QString displayText() const;
+    // What the text does not show: the bytes in hexadecimal for a name with malformed UTF-8, control characters or
+    // surrounding spaces, or that the network hides its name. Empty for a plain name.
+    [[nodiscard]] QString toolTip() const;
+
+    // The placeholder for an empty name.
+    [[nodiscard]] static QString hiddenPlaceholder();
+
+    bool operator==(const NetworkName&) const = default;
+
+private:
+    QByteArray m_bytes;
+};

@@ -1,51 +1,27 @@
 #include "profiles/ProfileConnection.h"
 
-#include "crypto/HexDigits.h"
-#include "crypto/PasswordHash.h"
 #include "driver/records/ChannelTable.h"
 #include "platform/NetworkName.h"
 #include "survey/keys/KeyRecords.h"
 #include "survey/keys/KeyRules.h"
 
-#include <QByteArray>
-
-#include <algorithm>
-#include <array>
 #include <span>
-#include <string>
 
 namespace {
-
-constexpr std::size_t presharedKeyDigits = 64;
 
 const auto yes = QStringLiteral("YES");
 const auto no = QStringLiteral("NO");
 
-NDIS_802_11_SSID ssidRecord(const QByteArray& name)
+NetworkName nameOf(const Profile& profile)
 {
-    NDIS_802_11_SSID record {};
-    record.SsidLength
-        = static_cast<std::uint32_t>(std::min<std::size_t>(static_cast<std::size_t>(name.size()), record.Ssid.size()));
-    std::copy_n(name.begin(), record.SsidLength, record.Ssid.begin());
-    return record;
+    return NetworkName::fromText(profile.text(ProfileKey::ssid));
 }
 
-// A passphrase that the derivation refuses gives a key of zeros.
+// All zeros if the derivation refuses the passphrase.
 PresharedKey presharedKey(const Profile& profile)
 {
-    constexpr std::size_t derivedSize = 40; // the derivation writes two whole digests
-    std::array<std::uint8_t, derivedSize> derived {};
-    const std::string text = bytesFromText(profile.text(ProfileKey::wpaPsk)).toStdString();
-    const QByteArray ssid = bytesFromText(profile.text(ProfileKey::ssid));
-    if (text.size() == presharedKeyDigits)
-        AtoH(std::string_view(text), derived.data(), presharedKeySize);
-    else
-        (void)PasswordHash(text.c_str(), reinterpret_cast<const unsigned char*>(ssid.constData()),
-            static_cast<std::int32_t>(ssid.size()), derived.data());
-
-    PresharedKey key {};
-    std::copy_n(derived.begin(), key.size(), key.begin());
-    return key;
+    const SecretText WPAPSK = keyBytesOf(profile.text(ProfileKey::wpaPsk));
+    return WPAPSK.size() == presharedKeyDigits ? pskFromDigits(WPAPSK) : derivePsk(WPAPSK, nameOf(profile));
 }
 
 void applyWpa(PROFILE_DATA& record, const Profile& profile)
@@ -64,8 +40,8 @@ void applyWep(PROFILE_DATA& record, const Profile& profile)
                                                                           : Ndis802_11Encryption1Enabled;
     const int transmitKey = profile.integer(ProfileKey::wepKeyUse);
     for (std::uint32_t i = 0; i < record.pWepKey.size(); ++i) {
-        const std::string text = bytesFromText(profile.text(ProfileKey::wepKey(i))).toStdString();
-        const WepKey key = wepKeyOf(profile.integer(ProfileKey::wepKeyType(i)), text);
+        const SecretText text = keyBytesOf(profile.text(ProfileKey::wepKey(i)));
+        const WepKey key = wepKeyOf(profile.integer(ProfileKey::wepKeyType(i)), text.view());
         if (key.length > 0)
             record.pWepKey[i]
                 = wepKeyRecord(i, transmitKey == static_cast<int>(i), std::span(key.material).first(key.length));
@@ -108,7 +84,7 @@ Profile entryOf(const QString& flag, int row, const Profile& profile, bool withH
 std::unique_ptr<PROFILE_DATA> profileConnection(const Profile& profile)
 {
     auto record = std::make_unique<PROFILE_DATA>();
-    record->Ssid = ssidRecord(bytesFromText(profile.text(ProfileKey::ssid)));
+    record->Ssid = nameOf(profile).record();
     record->NetworkType = profile.integer(ProfileKey::networkType);
     record->PreambleType = profile.integer(ProfileKey::preambleType);
     record->RtsThreshold = static_cast<std::uint32_t>(profile.integer(ProfileKey::rtsThreshold));

@@ -5,19 +5,18 @@
 
 #include <memory>
 
-// From a stored profile to the settings of its connection. The profile's values are not checked: whatever is stored
-// gives settings, which the driver may refuse.
+// Converts a stored profile to connection settings. The values are not checked; the driver may reject them.
 
-// Always associates by SSID. A WEP key without text, and keys that the security does not use, give no key record. An
-// ad hoc channel selects its row of ChannelFreqTable by position, right for channels 1 to 14 alone; beyond the table
-// there is no frequency (0).
+// Always associates by SSID. Empty WEP keys, and keys that the security settings do not use, give no key record. The
+// channel of an ad hoc network is the position of its row in ChannelFreqTable, which is correct for channels 1 to 14
+// only; beyond the table the frequency is 0.
 [[nodiscard]] std::unique_ptr<PROFILE_DATA> profileConnection(const Profile& profile);
 
-// The record of an active profile: whole, with the row that it was activated from.
+// The entry of the active profile: all values and the row from which it was activated.
 [[nodiscard]] Profile activeEntry(const Profile& profile, int row);
 
-// The same for one that is no longer active; it leaves out "Hidden". entry is the record so far.
+// The entry of a profile that is no longer active, made from the present entry. It has no "Hidden".
 [[nodiscard]] Profile inactiveEntry(const Profile& entry, int row);
 
-// Whether the record is one of a profile to be applied again by itself.
+// Whether the profile of this entry is connected automatically.
 [[nodiscard]] bool isActiveEntry(const Profile& entry);

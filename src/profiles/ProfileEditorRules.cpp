@@ -1,9 +1,10 @@
 #include "profiles/ProfileEditorRules.h"
 
 #include "driver/BssidList.h"
+#include "platform/ByteText.h"
 #include "platform/NetworkName.h"
+#include "survey/connection/ListedName.h"
 #include "survey/keys/KeyRules.h"
-#include "survey/keys/SecurityControlRules.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -11,7 +12,6 @@
 namespace {
 
 const auto namePrefix = QStringLiteral("PROF");
-constexpr qsizetype longestSsid = 32; // bytes, IEEE 802.11
 
 int numberInName(const QString& name)
 {
@@ -19,17 +19,9 @@ int numberInName(const QString& name)
     return upper.contains(namePrefix) ? integerOfText(QStringView(upper).sliced(namePrefix.size())) : 0;
 }
 
-// The family of encryptions that an authentication selects; where none is selected, the one so far.
-int selFlagOf(int authenTypeIndex, int selFlag)
-{
-    if (authenTypeIndex == wpaAuthenTypeIndex)
-        return 1;
-    return authenTypeIndex == 0 || authenTypeIndex == 1 ? 0 : selFlag;
-}
-
 std::optional<int> indexOf(const std::vector<QString>& items, const QString& text)
 {
-    // A scanned name of 32 bytes may carry what lies behind it along.
+    // A scanned name of 32 bytes may continue into the bytes that follow it.
     const auto item = std::find_if(
         items.begin(), items.end(), [&text](const QString& each) { return each == text || fittingSsid(each) == text; });
     return item == items.end() ? std::nullopt : std::optional(static_cast<int>(item - items.begin()));
@@ -39,10 +31,10 @@ std::optional<int> indexOf(const std::vector<QString>& items, const QString& tex
 
 QString GetNextProfileName(const ProfileList& records)
 {
-    int most = 0;
+    int max = 0;
     for (const Profile& profile : records)
-        most = std::max(most, numberInName(profile.text(ProfileKey::profileName)));
-    return namePrefix + QString::number(std::int64_t { most } + 1);
+        max = std::max(max, numberInName(profile.text(ProfileKey::profileName)));
+    return namePrefix + QString::number(std::int64_t { max } + 1);
 }
 
 int authenticationKindOf(int networkTypeIndex)
@@ -60,19 +52,11 @@ int channelIndexOf(int channel)
     return std::max(channel, 0) - 1;
 }
 
-EncryptionList encryptionListAfter(EncryptionList list, int authenTypeIndex, int encryptionCapability)
+int selFlagAfter(int authenTypeIndex, int selFlag)
 {
-    const int selFlag = selFlagOf(authenTypeIndex, list.selFlag);
-    const bool otherFamily = selFlag != list.selFlag;
-    if (otherFamily)
-        list.items.clear();
-    const auto inserted = encryptionItems(authenTypeIndex, encryptionCapability);
-    list.items.insert(list.items.begin(), inserted.begin(), inserted.end());
-    if (otherFamily) {
-        list.selectedIndex = list.items.empty() ? -1 : 0;
-        list.selFlag = selFlag;
-    }
-    return list;
+    if (authenTypeIndex == wpaAuthenTypeIndex)
+        return 1;
+    return authenTypeIndex == 0 || authenTypeIndex == 1 ? 0 : selFlag;
 }
 
 std::vector<QString> GetBssidList(std::span<std::byte> list)
@@ -80,7 +64,7 @@ std::vector<QString> GetBssidList(std::span<std::byte> list)
     std::vector<QString> items;
     BssidListWalk walk(list);
     while (const auto entry = walk.next())
-        items.push_back(textFromBytes(entry->bytesUpToZero(offsetof(WLAN_BSSID_EX, Ssid.Ssid))));
+        items.push_back(listedName(*entry).text());
     return items;
 }
 
@@ -102,7 +86,7 @@ std::optional<SsidSelection> ssidOfScannedNetwork(const std::vector<QString>& it
 QString fittingSsid(const QString& text)
 {
     QString fitting = text;
-    while (bytesFromText(fitting).size() > longestSsid) {
+    while (bytesFromText(fitting).size() > NetworkName::maxLength) {
         const bool pair
             = fitting.back().isLowSurrogate() && fitting.size() > 1 && fitting[fitting.size() - 2].isHighSurrogate();
         fitting.chop(pair ? 2 : 1);
@@ -112,5 +96,5 @@ QString fittingSsid(const QString& text)
 
 int sliderValueOf(const QString& text, ThresholdRange range)
 {
-    return std::clamp(integerOfText(text), range.least, range.most);
+    return std::clamp(integerOfText(text), range.min, range.max);
 }

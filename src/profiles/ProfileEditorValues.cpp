@@ -2,7 +2,7 @@
 
 #include "crypto/HexDigits.h"
 #include "driver/BssidList.h"
-#include "platform/NetworkName.h"
+#include "platform/ByteText.h"
 #include "profiles/ProfileEditorRules.h"
 #include "survey/keys/KeyRules.h"
 
@@ -38,7 +38,7 @@ MacAddress addressOf(const QString& bssid)
 
 bool isPickedFromList(const ProfileControls& controls)
 {
-    // A scanned name of 32 bytes may carry what lies behind it along; the field holds as much as a name can be.
+    // A scanned name of 32 bytes may continue into the bytes that follow it; the field holds at most 32 bytes.
     return controls.ssidIndex >= 0 && controls.SSID == fittingSsid(controls.ssidItem);
 }
 
@@ -59,7 +59,7 @@ Address chooseAddress(const ProfileControls& controls, const ProfileOrigin& orig
     return {};
 }
 
-// What a zero-terminated text keeps of this one.
+// The stored text is zero-terminated.
 QString upToZero(const QString& text)
 {
     return text.section(QChar(u'\0'), 0, 0);
@@ -78,7 +78,7 @@ void setKeys(Profile& profile, const ProfileControls& controls)
 std::optional<std::size_t> transmitKeyOf(const Profile& profile)
 {
     const int key = profile.integer(ProfileKey::wepKeyUse);
-    const bool exists = key >= 0 && static_cast<std::size_t>(key) < ProfileKey::wepKeyCount;
+    const bool exists = key >= 0 && static_cast<std::size_t>(key) < wepKeyCount;
     return exists ? std::optional(static_cast<std::size_t>(key)) : std::nullopt;
 }
 
@@ -113,15 +113,15 @@ KeyControls keyControlsOf(const ProfileControls& controls)
         keyBytesOf(controls.WPAPreSharedKey) };
 }
 
-std::optional<std::array<WepKey, 4>> convertedKeys(const ProfileControls& controls)
+std::optional<std::array<WepKey, wepKeyCount>> convertedKeys(const ProfileControls& controls)
 {
-    // With WPA the second item means AES, and the keys are converted all the same; nothing uses them then.
+    // With WPA index 1 means AES. The keys are converted then too, but not used.
     if (controls.AuthenType != 1 && controls.EncryType != 1)
         return std::nullopt;
-    std::array<WepKey, 4> keys;
+    std::array<WepKey, wepKeyCount> keys;
     const auto rows = wepKeyControlsOf(controls.wepKeys);
     std::transform(rows.begin(), rows.end(), keys.begin(),
-        [](const WepKeyControls& key) { return wepKeyOf(key.formatIndex, key.text); });
+        [](const WepKeyControls& key) { return wepKeyOf(key.formatIndex, key.text.view()); });
     return keys;
 }
 

@@ -12,9 +12,9 @@
 #include <optional>
 #include <span>
 
-// Between the profile editor's controls and a profile, as functions over values.
+// Converts between the profile editor's controls and a profile.
 
-// The controls' values when the editor is confirmed. A box without a selection has index -1.
+// The values of the controls when the user presses OK. The index is -1 without a selection.
 struct ProfileControls {
     QString ProfileName;
     int CamWhenAcPower { 0 }; // state
@@ -30,11 +30,11 @@ struct ProfileControls {
     int ssidIndex { -1 }; // the item selected in the SSID list
     QString ssidItem; // the text of that item
     int TxPower { 0 }; // index
-    std::array<WepKeyRow, 4> wepKeys;
+    std::array<WepKeyRow, wepKeyCount> wepKeys;
     QString WPAPreSharedKey;
 };
 
-// What the editor carries besides its controls.
+// The state of the editor besides its controls.
 struct ProfileOrigin {
     bool IsNewData { true };
     MacAddress copyBSSID {};
@@ -43,22 +43,22 @@ struct ProfileOrigin {
 
 struct CreatedProfile {
     Profile profile;
-    bool bHidden { false }; // for the editor to keep
+    bool bHidden { false }; // the new state of the editor
 };
 
-// The profile of these controls. list is the scan result: a new profile whose name is the selected item of the SSID
-// list has the address of that entry (none when the list has no such entry any more); one whose name was typed
-// belongs to a hidden network, if it is an infrastructure network.
+// Makes a profile of the controls. list is the scan result. If the name of a new profile is the selected item of the SSID
+// list, the profile gets the address of that entry, or no address if the entry has disappeared. A new infrastructure
+// profile with a typed name belongs to a hidden network.
 [[nodiscard]] CreatedProfile createProfileData(
     const ProfileControls& controls, const ProfileOrigin& origin, std::span<std::byte> list);
 
-// The values that are checked before (keyRefusal).
+// The values to check first (keyRefusal).
 [[nodiscard]] KeyControls keyControlsOf(const ProfileControls& controls);
 
-// The bytes of the four keys, as the editor keeps them; nothing where they stay as they were.
-[[nodiscard]] std::optional<std::array<WepKey, 4>> convertedKeys(const ProfileControls& controls);
+// The bytes of the four keys, which the editor keeps; std::nullopt if they do not change.
+[[nodiscard]] std::optional<std::array<WepKey, wepKeyCount>> convertedKeys(const ProfileControls& controls);
 
-// What the controls show of a stored profile. An index may be one that the box does not have.
+// The values of the controls for a stored profile. An index may be out of range.
 struct EditedProfile {
     QString ProfileName;
     int CamWhenAcPower { 0 };
@@ -70,18 +70,18 @@ struct EditedProfile {
     bool PSMode { false }; // otherwise CAM
     int TxPower { 0 };
     QString SSID; // for ssidOfEditedProfile
-    std::array<int, 4> keyFormats {};
-    std::array<QString, 4> keyTexts;
-    std::optional<std::size_t> transmitKey; // nothing: the radio buttons stay as they are
+    std::array<int, wepKeyCount> keyFormats {};
+    std::array<QString, wepKeyCount> keyTexts;
+    std::optional<std::size_t> transmitKey; // std::nullopt: the radio buttons do not change
     QString WPAPreSharedKey;
-    std::optional<MacAddress> copyBSSID; // nothing for ad hoc profiles: it stays as it was
+    std::optional<MacAddress> copyBSSID; // std::nullopt for ad hoc profiles: it does not change
     bool bHidden { false };
 };
 
 [[nodiscard]] EditedProfile editedProfile(const Profile& profile);
 
-// The item of AuthenType for a network's authentication mode, and whether the list is that of infrastructure networks
-// from now on. WPA-None, of which ad hoc networks are, has no item: it counts as "Open".
+// The item of AuthenType for a network's authentication mode, and whether the list changes to that of infrastructure
+// networks. WPA-None, which ad hoc networks use, counts as "Open".
 struct AuthenticationChoice {
     int index { 0 };
     bool infrastructureList { false };
@@ -89,5 +89,5 @@ struct AuthenticationChoice {
 };
 [[nodiscard]] AuthenticationChoice authenticationChoiceOf(std::int32_t authenticationMode);
 
-// The item of EncryType for a network's encryption status, with that item of AuthenType.
+// The item of EncryType for a network's encryption status, with the given item of AuthenType.
 [[nodiscard]] int encryptionIndexOf(std::int32_t encryptionStatus, int authenTypeIndex);

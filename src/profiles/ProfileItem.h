@@ -3,7 +3,7 @@
 #include <QString>
 #include <QStringView>
 
-// One row of the profile table: six display texts, never the numbers behind them.
+// One row of the profile table: six display texts.
 class ProfileItem {
 public:
     ProfileItem() = default; // six empty texts
@@ -27,12 +27,12 @@ public:
     void setencryption(const QString& text) { Encryption = text; }
     void setnetwork(const QString& text) { NetworkType = text; }
 
-    // Access by the column's key: Profile, SSID, Channel, AuthenType, Encryption, NetworkType. Another key has no
-    // value, and setting it does nothing.
+    // Access by column key: Profile, SSID, Channel, AuthenType, Encryption, NetworkType. Any other key has no value, and
+    // setting it is a no-op.
     [[nodiscard]] QString value(QStringView key) const;
     void setValue(QStringView key, const QString& text);
 
-    // Always empty, and not the profile's name.
+    // Always empty.
     [[nodiscard]] QString description() const { return {}; }
 
 private:

@@ -7,7 +7,7 @@
 #include <cstddef>
 #include <vector>
 
-// A connection profile: texts under fixed keys. A key that is missing reads as an empty text and as 0.
+// A connection profile: texts under fixed keys. A missing key reads as an empty text and as 0.
 using Profile = PropertyDictionary;
 using ProfileList = std::vector<Profile>;
 
@@ -23,25 +23,24 @@ inline const QString networkType = QStringLiteral("Network Type"); // 0 ad hoc, 
 inline const QString preambleType = QStringLiteral("Preamble Type");
 inline const QString powerSaveMode = QStringLiteral("Power Save Mode"); // 0 or 1
 inline const QString rtsThreshold = QStringLiteral("RTS Threshold"); // bytes
-inline const QString ssid = QStringLiteral("SSID"); // the text of a network name, platform/NetworkName.h
+inline const QString ssid = QStringLiteral("SSID"); // NetworkName::text()
 inline const QString txPower = QStringLiteral("Tx Power"); // 0 to 4 for 100, 75, 50, 25 and 12 percent
 inline const QString bssid = QStringLiteral("BSSID"); // twelve hexadecimal digits, or empty
-inline const QString hidden = QStringLiteral("Hidden"); // 1: the network does not send its name
+inline const QString hidden = QStringLiteral("Hidden"); // 1: the network does not broadcast its name
 inline const QString wepKeyUse = QStringLiteral("WEPKeyUse"); // the transmit key, 0 to 3
 inline const QString wpaPsk = QStringLiteral("WPAPSK"); // a passphrase, or 64 hexadecimal digits
 
-inline constexpr std::size_t wepKeyCount = 4;
 [[nodiscard]] QString wepKey(std::size_t index); // "WEPKey1" for 0
 [[nodiscard]] QString wepKeyType(std::size_t index); // "WEPKey1 Type" for 0: a format, 0 hexadecimal, 1 ASCII
 
-// Every key of a profile, in the order in which they are written.
+// All keys of a profile in the order of the file.
 [[nodiscard]] const std::vector<QString>& inOrder();
 
-// The same keys in the order in which the record of the active profile has them.
+// The same keys in the order of the active profile's entry.
 [[nodiscard]] const std::vector<QString>& ofActivationInOrder();
 
-// What the record of the active profile has besides.
+// The additional keys of the active profile's entry.
 inline const QString activeProfileFlag = QStringLiteral("Active Profile Flag"); // "YES" or "NO"
-inline const QString selected = QStringLiteral("Selected"); // the profile's row when the record was written
+inline const QString selected = QStringLiteral("Selected"); // the profile's row when the entry was written
 
 } // namespace ProfileKey

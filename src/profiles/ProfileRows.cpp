@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr int wpa = 2; // as "Authentication Type" counts
+constexpr int wpa = 2; // "Authentication Type"
 
 QString authenticationText(const Profile& profile)
 {
@@ -22,7 +22,7 @@ QString authenticationText(const Profile& profile)
     return profile.text(ProfileKey::authenticationType);
 }
 
-// "UnKnown" is what is shown for no encryption, and for whatever an ad hoc network with WPA uses.
+// "UnKnown" means no encryption, and any encryption of an ad hoc network with WPA.
 QString encryptionText(const Profile& profile)
 {
     const int authentication = profile.integer(ProfileKey::authenticationType);
@@ -55,7 +55,7 @@ QString networkTypeText(const Profile& profile)
 
 ProfileItem profileItem(const Profile& profile)
 {
-    // The channel is shown as "Auto" for ad hoc profiles too, although they hold one.
+    // The channel is "Auto" even for ad hoc profiles, which store one.
     return ProfileItem::initWithProfile(profile.text(ProfileKey::profileName), profile.text(ProfileKey::ssid),
         QStringLiteral("Auto"), authenticationText(profile), encryptionText(profile), networkTypeText(profile));
 }

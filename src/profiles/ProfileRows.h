@@ -5,7 +5,7 @@
 
 #include <vector>
 
-// The display texts of a profile. Numbers that have no word are shown as they are stored.
+// The display texts of a profile. Unknown numbers are shown as stored.
 [[nodiscard]] ProfileItem profileItem(const Profile& profile);
 
 [[nodiscard]] std::vector<ProfileItem> profileItems(const ProfileList& profiles);

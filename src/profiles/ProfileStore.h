@@ -5,31 +5,32 @@
 
 #include <QString>
 
-// Where the profiles are kept: a file and the user defaults, always both, the file first. The record of the active
-// profile is in the defaults alone. Failures to write are not reported: whoever saves goes on with the list in memory.
+// Stores the profiles in a file and in the user defaults, in this order. The entry of the active profile is stored in the
+// defaults only. Write errors are not reported: the caller continues with the list in memory.
 class ProfileStore {
 public:
     // The defaults must outlive the store.
     explicit ProfileStore(UserDefaults& prefs, QString recordsFile = defaultRecordsFile());
 
-    // "Library/Preferences/Profile.plist" in the user's home folder.
+    // "Library/Preferences/Profile.plist" in the home directory.
     [[nodiscard]] static QString defaultRecordsFile();
 
-    // The list in the defaults; where they have none, the one in the file; where that cannot be read, an empty one.
+    // The defaults take precedence over the file. An unreadable file gives an empty list.
     [[nodiscard]] ProfileList loadRecords() const;
 
-    // The record of the active profile, a list of at most one. Where the defaults have none, recordActivate stays.
+    // Loads the entry of the active profile, a list of at most one. Without one in the defaults, recordActivate does not
+    // change.
     void loadActivation(ProfileList& recordActivate) const;
 
-    // A file that is there and cannot be read is kept beside before it is replaced.
+    // Backs up an unreadable file before replacing it.
     void saveRecords(const ProfileList& records);
 
-    // Makes this the record of the active profile.
+    // Saves the entry of the active profile.
     void saveActivation(ProfileList& recordActivate, const Profile& entry);
 
-    // Takes the profile out of the list and saves the list. The record of the active profile goes with it when it
-    // was written for this very row: for a profile further up the record stays, and now means the row's new profile.
-    // A row that the list does not have is not deleted.
+    // Deletes the profile and saves the list. Also removes the entry of the active profile if it was written for this
+    // row. After deleting a row above, that entry refers to the profile that moved into its row. A row out of range is
+    // a no-op.
     void deleteRecord(ProfileList& records, ProfileList& recordActivate, int row);
 
 private:

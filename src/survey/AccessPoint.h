@@ -29,8 +29,8 @@ public:
     void setencryption(const QString& text) { Encryption = text; }
     void setnetwork(const QString& text) { NetworkType = text; }
 
-    // Access by the column's key: ssid, bssid, signal, channel, authentication, encryption, network. Another
-    // key has no value, and setting it does nothing.
+    // Access by column key: ssid, bssid, signal, channel, authentication, encryption, network. Any other key has no
+    // value, and setting it is a no-op.
     [[nodiscard]] QString value(QStringView key) const;
     void setValue(QStringView key, const QString& text);
 

@@ -6,10 +6,10 @@
 #include "driver/records/ChannelTable.h"
 #include "driver/records/DisplayNames.h"
 #include "platform/AssertionHandler.h"
-#include "platform/NetworkName.h"
+#include "survey/NetworkSecurity.h"
 #include "survey/WpaElement.h"
+#include "survey/connection/ListedName.h"
 
-#include <cstddef>
 #include <optional>
 
 namespace {
@@ -29,42 +29,23 @@ std::optional<std::int32_t> channelOf(const WLAN_BSSID_EX& network, AssertionHan
     return goOn ? std::optional(ChannelFreqTable.front().channel) : std::nullopt;
 }
 
-// "WPA", "WPA-PSK" or "WPA-NONE"; the text as it is when the element names no known suite. Only the first
-// pairwise suite is ever stepped over, so the count in the list itself is brought down to one for those who
-// read it later.
-QString authenticationText(BssidEntry& entry, const WpaElement& element, bool adHoc, const QString& otherwise)
+// Rewrites the pairwise suite count in the list buffer, also for later readers: at most one suite is skipped.
+WpaClass rewriteAndClassify(BssidEntry& entry)
 {
-    const std::uint16_t pairwiseSuites = pairwiseSuiteCount(entry, element) == 0 ? 0 : 1;
-    setPairwiseSuiteCount(entry, element, pairwiseSuites);
-    const auto suite = firstAuthenticationSuite(entry, element, pairwiseSuites);
-    if (!suite)
-        return otherwise;
-    switch (*suite) {
-    case 1:
-        return QStringLiteral("WPA");
-    case 0:
-    case 2:
-        return adHoc ? QStringLiteral("WPA-NONE") : QStringLiteral("WPA-PSK");
-    default:
-        return otherwise;
-    }
+    const auto element = findWpaElement(entry);
+    if (!element)
+        return WpaClass::NoWpa;
+    const std::uint16_t pairwiseSuites = pairwiseSuiteCount(entry, *element) == 0 ? 0 : 1;
+    setPairwiseSuiteCount(entry, *element, pairwiseSuites);
+    return wpaClassOf(entry, *element, pairwiseSuites);
 }
 
 AccessPoint accessPointRow(BssidEntry& entry, const WLAN_BSSID_EX& network, const QString& signal, std::int32_t channel)
 {
-    QString encryption = displayText(strAryEncryption[network.Privacy != 0 ? 0 : 1]);
-    QString authentication = QStringLiteral("Unknown");
-    if (const auto element = findWpaElement(entry)) {
-        if (const char* const cipher = cipherText(*element))
-            encryption = QLatin1String(cipher);
-        authentication
-            = authenticationText(entry, *element, network.InfrastructureMode == Ndis802_11IBSS, authentication);
-    }
-    // The name runs up to the first zero byte: its length field is not kept by all firmware, and a name of 32
-    // bytes takes the bytes behind it along.
-    const QString name = textFromBytes(entry.bytesUpToZero(offsetof(WLAN_BSSID_EX, Ssid.Ssid)));
-    return AccessPoint::initWithSSID(name, macAddressText(network.MacAddress), signal, QString::number(channel),
-        authentication, encryption, displayText(displayName(strAryNetworkType, network.InfrastructureMode)));
+    const QString authentication = QLatin1String(authenticationText(rewriteAndClassify(entry)));
+    return AccessPoint::initWithSSID(listedName(entry).text(), macAddressText(network.MacAddress), signal,
+        QString::number(channel), authentication, QLatin1String(encryptionTextOf(entry)),
+        displayText(displayName(strAryNetworkType, network.InfrastructureMode)));
 }
 
 } // namespace

@@ -7,14 +7,17 @@
 namespace {
 
 constexpr std::int32_t preambleSetting = 2;
-constexpr std::uint32_t rtsThresholdOff = 2347; // bytes; IEEE 802.11's longest frame and one more
+constexpr std::uint32_t rtsThresholdOff = 2347; // bytes; one more than the maximum frame size of IEEE 802.11
 
 void applyPresharedKey(PROFILE_DATA& record, const NetworkChoice& choice, const SecuritySettings& security)
 {
-    // The length of the text does not come along from the sheet, so every key is taken as a passphrase: one of 64
-    // hexadecimal digits is refused by the derivation, and its first 32 characters become the key.
-    const NDIS_802_11_SSID& salt = choice.ssid;
-    record.pWpaKey = wpaKeyRecord(presharedKeyOfPassphrase(security.WPAPSK, salt.Ssid, salt.SsidLength));
+    // The security sheet does not pass on the length of the text, so every text is taken as a passphrase. If the
+    // derivation refuses it, as it does 64 hexadecimal digits, the text's first 32 bytes become the key.
+    const PresharedKey refused = pskFromBytes(security.WPAPSK);
+    // The length is the driver's and may be invalid.
+    const bool validName = choice.ssid.SsidLength <= NetworkName::maxLength;
+    record.pWpaKey
+        = wpaKeyRecord(validName ? derivePsk(security.WPAPSK, NetworkName::fromRecord(choice.ssid), refused) : refused);
     record.AuthenMode = choice.network.InfrastructureMode != Ndis802_11Infrastructure ? Ndis802_11AuthModeWPANone
                                                                                       : Ndis802_11AuthModeWPAPSK;
     record.EncryStatus = security.EncryType != 0 ? Ndis802_11Encryption3Enabled : Ndis802_11Encryption2Enabled;
@@ -50,8 +53,7 @@ bool isHiddenNetwork(const WLAN_BSSID_EX& network)
 
 bool needsSecuritySettings(const NetworkChoice& choice)
 {
-    return choice.network.Privacy != 0 || choice.wpaClass == WpaClass::PreSharedKey
-        || choice.wpaClass == WpaClass::None;
+    return choice.network.Privacy != 0 || usesPresharedKey(choice.wpaClass);
 }
 
 std::unique_ptr<PROFILE_DATA> connectionRecord(const NetworkChoice& choice, const SecuritySettings* security)

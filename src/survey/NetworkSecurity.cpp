@@ -2,38 +2,51 @@
 
 #include "app/shared/Trace.h"
 #include "driver/records/DisplayNames.h"
-#include "survey/WpaElement.h"
 
-WpaClass wpaClassOf(const BssidEntry& entry)
+WpaClass wpaClassOf(const BssidEntry& entry, const WpaElement& element, std::uint16_t pairwiseSuites)
+{
+    const auto suite = firstAkmSuite(entry, element, pairwiseSuites);
+    if (!suite)
+        return WpaClass::NoWpa;
+    switch (*suite) {
+    case 1:
+        return WpaClass::Enterprise;
+    case 0:
+    case 2:
+        return entry.fixedPart().InfrastructureMode == Ndis802_11IBSS ? WpaClass::WpaNone : WpaClass::PreSharedKey;
+    default:
+        return WpaClass::NoWpa;
+    }
+}
+
+WpaClass IsItemWPA(const BssidEntry& entry)
 {
     traceEntry("SiteSurveyPageController", "IsItemWPA");
     const auto element = findWpaElement(entry);
     if (!element)
-        return WpaClass::Unknown;
+        return WpaClass::NoWpa;
     if (const char* const cipher = cipherText(*element))
         trace("**** SiteSurveyPageController -  RefreshAPList --> strEncryption = %s ****\n", cipher);
+    const WpaClass wpaClass = wpaClassOf(entry, *element, pairwiseSuiteCount(entry, *element));
+    if (wpaClass != WpaClass::NoWpa)
+        trace("**** SiteSurveyPageController -  RefreshAPList --> strAuthentication = %s ****\n",
+            authenticationText(wpaClass));
+    return wpaClass;
+}
 
-    const auto suite = firstAuthenticationSuite(entry, *element, pairwiseSuiteCount(entry, *element));
-    const bool adHoc = entry.fixedPart().InfrastructureMode == Ndis802_11IBSS;
-    if (!suite)
-        return WpaClass::Unknown;
-    WpaClass result = WpaClass::Unknown;
-    const char* text = nullptr;
-    switch (*suite) {
-    case 1:
-        result = WpaClass::Enterprise;
-        text = "WPA";
+const char* authenticationText(WpaClass wpaClass)
+{
+    switch (wpaClass) {
+    case WpaClass::NoWpa:
         break;
-    case 0:
-    case 2:
-        result = adHoc ? WpaClass::None : WpaClass::PreSharedKey;
-        text = adHoc ? "WPA-NONE" : "WPA-PSK";
-        break;
-    default:
-        return WpaClass::Unknown;
+    case WpaClass::Enterprise:
+        return "WPA";
+    case WpaClass::PreSharedKey:
+        return "WPA-PSK";
+    case WpaClass::WpaNone:
+        return "WPA-NONE";
     }
-    trace("**** SiteSurveyPageController -  RefreshAPList --> strAuthentication = %s ****\n", text);
-    return result;
+    return "Unknown";
 }
 
 const char* encryptionTextOf(const BssidEntry& entry)

@@ -1,8 +1,5 @@
 #include "survey/SurveyTexts.h"
 
-#include "platform/NetworkName.h"
-
-#include <QByteArray>
 #include <QCoreApplication>
 
 namespace {
@@ -22,26 +19,6 @@ QString emptyListText(const SurveyState& state)
         return tr("The radio of the wireless card is switched off.");
     if (!state.surveyed)
         return tr("Searching for networks…");
-    // The card's own switch is not asked for: without it, there is nothing in range either.
+    // The card's hardware switch is not queried; while it is off, no network is in range either.
     return tr("No networks in range, or the card's own radio switch is off. Press Rescan to search again.");
-}
-
-QString wordForHiddenNetwork()
-{
-    return tr("(hidden)");
-}
-
-QString shownNetworkName(const QString& text)
-{
-    return text.isEmpty() ? wordForHiddenNetwork() : shownText(text);
-}
-
-QString networkNameToolTip(const QString& text)
-{
-    if (text.isEmpty())
-        return tr("This network does not send its name.");
-    const auto bytes = bytesFromText(text);
-    const QByteArray raw(reinterpret_cast<const char*>(bytes.data()), static_cast<qsizetype>(bytes.size()));
-    const bool plain = raw == text.toUtf8() && text.trimmed() == text;
-    return plain ? QString() : tr("Name in hexadecimal: %1").arg(QString::fromLatin1(raw.toHex(' ')));
 }

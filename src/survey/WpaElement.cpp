@@ -2,32 +2,32 @@
 
 namespace {
 
-// Within an entry.
+// Offsets and sizes within an entry.
 constexpr std::size_t firstElementOffset = sizeof(WLAN_BSSID_EX);
 constexpr std::uint32_t fixedElementsSize = 12; // timestamp, beacon interval, capabilities
-constexpr std::uint32_t shortestEntryWithElements = 104; // Length must be greater
+constexpr std::uint32_t maxLengthWithoutElements = 104; // of an entry
 
-// Within the element.
-constexpr std::size_t organisationOffset = 2;
+// Offsets within the element.
+constexpr std::size_t ouiOffset = 2;
 constexpr std::size_t groupSuiteOffset = 8;
 constexpr std::size_t pairwiseCountOffset = 12;
 constexpr std::size_t pairwiseSuitesOffset = 14;
 constexpr std::size_t suiteSize = 4;
 
 constexpr std::uint8_t vendorElementId = 221;
-constexpr std::uint8_t shortestWpaElement = 15; // its length byte must be greater
-constexpr std::uint32_t wpaOrganisationAndType = 0x0050F201;
-constexpr std::uint32_t suiteOrganisation = 0x0050F200;
-constexpr std::uint32_t organisationMask = 0xFFFFFF00;
+constexpr std::uint8_t maxOtherElementLength = 15; // a WPA element is longer
+constexpr std::uint32_t wpaOuiAndType = 0x0050F201;
+constexpr std::uint32_t suiteOui = 0x0050F200;
+constexpr std::uint32_t ouiMask = 0xFFFFFF00;
 
-// The first element that may be the WPA one, whatever organisation it names.
+// The first vendor-specific element that is long enough, whatever its OUI.
 std::optional<std::size_t> findCandidate(const BssidEntry& entry, std::uint32_t elementsLength)
 {
     std::size_t offset = firstElementOffset;
     std::uint64_t position = fixedElementsSize;
     while (elementsLength > position + 3) {
         const std::uint8_t length = entry.byteAt(offset + 1);
-        if (entry.byteAt(offset) == vendorElementId && length > shortestWpaElement)
+        if (entry.byteAt(offset) == vendorElementId && length > maxOtherElementLength)
             return offset;
         offset += length;
         position += length;
@@ -42,15 +42,15 @@ std::optional<std::size_t> findCandidate(const BssidEntry& entry, std::uint32_t 
 std::optional<WpaElement> findWpaElement(const BssidEntry& entry)
 {
     const WLAN_BSSID_EX fixedPart = entry.fixedPart();
-    if (fixedPart.Length <= shortestEntryWithElements || fixedPart.IELength <= fixedElementsSize)
+    if (fixedPart.Length <= maxLengthWithoutElements || fixedPart.IELength <= fixedElementsSize)
         return std::nullopt;
     const auto offset = findCandidate(entry, fixedPart.IELength);
-    if (!offset || entry.bigEndian32At(*offset + organisationOffset) != wpaOrganisationAndType)
+    if (!offset || entry.bigEndian32At(*offset + ouiOffset) != wpaOuiAndType)
         return std::nullopt;
     const std::uint32_t groupSuite = entry.bigEndian32At(*offset + groupSuiteOffset);
-    if ((groupSuite & organisationMask) != suiteOrganisation)
+    if ((groupSuite & ouiMask) != suiteOui)
         return std::nullopt;
-    return WpaElement { *offset, static_cast<std::uint8_t>(groupSuite & ~organisationMask) };
+    return WpaElement { *offset, static_cast<std::uint8_t>(groupSuite & ~ouiMask) };
 }
 
 const char* cipherText(const WpaElement& element)
@@ -67,16 +67,16 @@ const char* cipherText(const WpaElement& element)
     }
 }
 
-std::optional<std::uint8_t> firstAuthenticationSuite(
+std::optional<std::uint8_t> firstAkmSuite(
     const BssidEntry& entry, const WpaElement& element, std::uint16_t pairwiseSuites)
 {
     const std::size_t countOffset = element.offset + pairwiseSuitesOffset + pairwiseSuites * suiteSize;
     if (entry.littleEndian16At(countOffset) == 0)
         return std::nullopt;
     const std::uint32_t suite = entry.bigEndian32At(countOffset + sizeof(std::uint16_t));
-    if ((suite & organisationMask) != suiteOrganisation)
+    if ((suite & ouiMask) != suiteOui)
         return std::nullopt;
-    return static_cast<std::uint8_t>(suite & ~organisationMask);
+    return static_cast<std::uint8_t>(suite & ~ouiMask);
 }
 
 std::uint16_t pairwiseSuiteCount(const BssidEntry& entry, const WpaElement& element)

@@ -10,7 +10,7 @@
 #include "platform/AssertionHandler.h"
 #include "survey/AccessPointRows.h"
 #include "survey/ConnectionRecord.h"
-#include "survey/ProfileProposal.h"
+#include "survey/ProfileFromScan.h"
 #include "survey/connection/ConnectionTasks.h"
 #include "tests/support/RecordingAlertPanels.h"
 #include "tests/support/RecordingIORegistry.h"
@@ -47,7 +47,7 @@ std::vector<QString> readEntries(std::span<std::byte> list, AssertionHandler& as
     std::vector<QString> addresses;
     BssidListWalk walk(list);
     while (const auto entry = walk.next()) {
-        const NetworkChoice choice { entry->fixedPart(), wpaClassOf(*entry), false, entry->fixedPart().Ssid };
+        const NetworkChoice choice { entry->fixedPart(), IsItemWPA(*entry), false, entry->fixedPart().Ssid };
         require(encryptionTextOf(*entry) != nullptr);
         require(connectionRecord(choice, nullptr)->DisassociateFirst == 1);
         require(profileProposal(*entry, assertions).has_value());
@@ -128,7 +128,7 @@ void joinWithPresharedKey(const NetworkChoice& choice)
     const auto record = connectionRecord(choice, &security);
     require(record->pWpaKey.size() == 71 && record->pWepKey[0].empty());
     const std::byte* const key = record->pWpaKey.data() + sizeof(NDIS_802_11_KEY);
-    require(std::memcmp(key, security.WPAPSK.data(), security.WPAPSK.size()) == 0);
+    require(std::memcmp(key, security.WPAPSK.c_str(), security.WPAPSK.size()) == 0);
 }
 
 void joinEntries(std::vector<std::byte> list)
@@ -136,7 +136,7 @@ void joinEntries(std::vector<std::byte> list)
     BssidListWalk walk(list);
     for (bool first = true; const auto entry = walk.next(); first = false) {
         const WLAN_BSSID_EX network = entry->fixedPart();
-        const NetworkChoice choice { network, wpaClassOf(*entry), isHiddenNetwork(network), network.Ssid };
+        const NetworkChoice choice { network, IsItemWPA(*entry), isHiddenNetwork(network), network.Ssid };
         joinWithWepKeys(choice);
         if (first) // the failed derivation prints errors
             joinWithPresharedKey(choice);

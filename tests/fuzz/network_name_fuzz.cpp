@@ -1,6 +1,6 @@
 // Whatever bytes a network calls itself by: its text is one that XML carries and that leads back to the same bytes.
 
-#include "platform/NetworkName.h"
+#include "platform/ByteText.h"
 
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>

@@ -1,194 +1,86 @@
 #include "platform/NetworkName.h"
 
-#include <QXmlStreamReader>
-#include <QXmlStreamWriter>
 #include <gtest/gtest.h>
 
-#include <array>
-#include <map>
-#include <random>
-#include <string>
-#include <vector>
+#include <algorithm>
+#include <cstring>
+#include <string_view>
 
 namespace {
 
-QString raw(std::initializer_list<int> bytes)
+NetworkName upToZero(std::string_view bytes)
 {
-    QString text;
-    for (const int byte : bytes)
-        text += QChar(static_cast<char16_t>(0xEF00 + byte));
-    return text;
+    return NetworkName::upToZero(std::as_bytes(std::span(bytes)));
 }
 
-QByteArray bytes(std::initializer_list<int> values)
+NDIS_802_11_SSID recordOf(std::string_view bytes, std::uint32_t length)
 {
-    QByteArray result;
-    for (const int value : values)
-        result += static_cast<char>(value);
-    return result;
+    NDIS_802_11_SSID record { length, {} };
+    std::copy(bytes.begin(), bytes.end(), record.Ssid.begin());
+    return record;
 }
 
-QString utf8(const char8_t* text)
+TEST(NetworkName, ReadsAsManyBytesOfARecordAsItsLengthSays)
 {
-    return QString::fromUtf8(text);
+    EXPECT_EQ(NetworkName::fromRecord(recordOf("harbour", 4)).bytes(), "harb");
+    EXPECT_TRUE(NetworkName::fromRecord(recordOf("harbour", 0)).isEmpty());
+    EXPECT_EQ(NetworkName::fromRecord(recordOf({ "a\0b", 3 }, 3)).bytes(), QByteArray("a\0b", 3));
 }
 
-QByteArray utf8Of(char32_t character)
+TEST(NetworkName, DoesNotReadBeyondARecordWhoseLengthIsTooLarge)
 {
-    return QStringView(QChar::fromUcs4(character)).toUtf8();
+    const std::string_view full = "thirty-two letters of a network!";
+    for (const std::uint32_t length : { 32U, 33U, 0x80000000U, 0xFFFFFFFFU })
+        EXPECT_EQ(NetworkName::fromRecord(recordOf(full, length)).bytes(), full.data()) << length;
 }
 
-QString throughXml(const QString& text)
+TEST(NetworkName, ReadsBytesUpToTheFirstZero)
 {
-    QByteArray document;
-    QXmlStreamWriter writer(&document);
-    writer.writeStartDocument();
-    writer.writeTextElement(QStringLiteral("string"), text);
-    writer.writeEndDocument();
-    EXPECT_FALSE(writer.hasError());
-    QXmlStreamReader reader(document);
-    EXPECT_TRUE(reader.readNextStartElement());
-    QString result = reader.readElementText();
-    EXPECT_FALSE(reader.hasError()) << reader.errorString().toStdString();
-    return result;
+    EXPECT_EQ(upToZero({ "ab\0c", 4 }).bytes(), "ab");
+    EXPECT_EQ(upToZero("ab").bytes(), "ab");
+    EXPECT_TRUE(upToZero({ "\0b", 2 }).isEmpty());
+    EXPECT_TRUE(upToZero({}).isEmpty());
 }
 
-// Bytes that are now and then UTF-8 of something odd, and otherwise anything.
-QByteArray randomName(std::mt19937& random)
+TEST(NetworkName, MakesAZeroFilledRecord)
 {
-    static constexpr std::array<char32_t, 24> oddCharacters { 0x00, 0x09, 0x0A, 0x0D, 0x1F, 0x26, 0x3C, 0x7F, 0x85,
-        0x9F, 0xE9, 0x61C, 0x200E, 0x2028, 0x202E, 0x2069, 0xEF00, 0xEF7F, 0xEFFF, 0xFEFF, 0xFFFD, 0xFFFE, 0x1F600,
-        0x10FFFF };
-    QByteArray name;
-    const int pieces = static_cast<int>(random() % 20);
-    for (int piece = 0; piece < pieces; ++piece) {
-        switch (random() % 4) {
-        case 0:
-            name += utf8Of(oddCharacters[random() % oddCharacters.size()]);
-            break;
-        case 1:
-            name += utf8Of(oddCharacters[random() % oddCharacters.size()]).chopped(1);
-            break;
-        default:
-            name += static_cast<char>(random() % 256);
-        }
-    }
-    return name;
+    const NDIS_802_11_SSID record = NetworkName("cafe").record();
+    const NDIS_802_11_SSID expected = recordOf("cafe", 4);
+    EXPECT_EQ(std::memcmp(&record, &expected, sizeof(record)), 0);
 }
 
-TEST(NetworkName, ShowsWellFormedUtf8AsItself)
+TEST(NetworkName, TruncatesARecordTo32Bytes)
 {
-    for (const char8_t* const text : { u8"", u8"home", u8"Caf\u00E9 <&>\" '", u8"  spaces ", u8"\u65E5\u672C\u8A9E",
-             u8"\u00A0\uFFFD\uFDD0", u8"\uEEFF\uF000", u8"\U0001F600 net", u8"\U0010FFFF" }) {
-        const QByteArray name(reinterpret_cast<const char*>(text));
-        EXPECT_EQ(textFromBytes(name), utf8(text)) << name.toStdString();
-        EXPECT_EQ(bytesFromText(utf8(text)), name);
-    }
+    const NetworkName name(QByteArray(31, 'a') + "bc");
+    EXPECT_EQ(NetworkName::fromRecord(name.record()).bytes(), QByteArray(31, 'a') + "b");
+    EXPECT_EQ(name.truncated().bytes(), QByteArray(31, 'a') + "b");
 }
 
-TEST(NetworkName, ShowsEveryByteThatIsNotWellFormedAsAPrivateCharacter)
+TEST(NetworkName, RestoresItsBytesFromItsText)
 {
-    const std::vector<std::pair<QByteArray, QString>> cases {
-        { bytes({ 0xFF }), raw({ 0xFF }) }, { bytes({ 0x80 }), raw({ 0x80 }) },
-        { bytes({ 'a', 0xE9, 'b' }), u"a"_qs + raw({ 0xE9 }) + u"b"_qs }, // Latin-1
-        { bytes({ 0xC0, 0x80 }), raw({ 0xC0, 0x80 }) }, // overlong zero
-        { bytes({ 0xC1, 0xBF }), raw({ 0xC1, 0xBF }) },
-        { bytes({ 0xE0, 0x9F, 0xBF }), raw({ 0xE0, 0x9F, 0xBF }) }, // overlong U+07FF
-        { bytes({ 0xF0, 0x8F, 0xBF, 0xBF }), raw({ 0xF0, 0x8F, 0xBF, 0xBF }) }, // overlong U+FFFF
-        { bytes({ 0xED, 0xA0, 0x80 }), raw({ 0xED, 0xA0, 0x80 }) }, // surrogates
-        { bytes({ 0xED, 0xBF, 0xBF }), raw({ 0xED, 0xBF, 0xBF }) },
-        { bytes({ 0xF4, 0x90, 0x80, 0x80 }), raw({ 0xF4, 0x90, 0x80, 0x80 }) }, // U+110000
-        { bytes({ 0xF5, 0x80, 0x80, 0x80 }), raw({ 0xF5, 0x80, 0x80, 0x80 }) },
-        { bytes({ 0xE2, 0x82 }), raw({ 0xE2, 0x82 }) }, // cut short
-        { bytes({ 0xE2, 0x82, 'x' }), raw({ 0xE2, 0x82 }) + u"x"_qs },
-        { bytes({ 0xE2, 0xC3, 0xA9 }), raw({ 0xE2 }) + QChar(0xE9) }, // a character within a broken one
-    };
-    for (const auto& [name, text] : cases) {
-        EXPECT_EQ(textFromBytes(name), text) << name.toHex().toStdString();
-        EXPECT_EQ(bytesFromText(text), name) << name.toHex().toStdString();
-    }
+    const NetworkName name(QByteArray("caf\xE9\0 ", 6));
+    EXPECT_EQ(NetworkName::fromText(name.text()), name);
+    EXPECT_EQ(name.displayText(), u"caf\uFFFD\uFFFD "_qs);
 }
 
-TEST(NetworkName, ShowsBytesOfCharactersThatMustNotBeShownAsPrivateCharacters)
+TEST(NetworkName, HasNoToolTipForAPlainName)
 {
-    std::vector<char32_t> characters { 0x7F, 0x061C, 0x200E, 0x200F, 0x2028, 0x2029, 0x202A, 0x202E, 0x2066, 0x2069,
-        0xEF00, 0xEF41, 0xEFFF, 0xFEFF, 0xFFFE, 0xFFFF };
-    for (char32_t control = 0; control < 0x20; ++control)
-        characters.push_back(control);
-    for (char32_t control = 0x80; control < 0xA0; ++control)
-        characters.push_back(control);
-    for (const char32_t character : characters) {
-        const QByteArray name = utf8Of(character);
-        QString expected;
-        for (const char byte : name)
-            expected += raw({ static_cast<unsigned char>(byte) });
-        EXPECT_EQ(textFromBytes(name), expected) << std::hex << static_cast<unsigned>(character);
-        EXPECT_EQ(bytesFromText(expected), name);
-    }
+    EXPECT_EQ(NetworkName("cafe").toolTip(), QString());
+    EXPECT_EQ(NetworkName("caf\xC3\xA9").toolTip(), QString());
 }
 
-TEST(NetworkName, LeavesTheNeighboursOfMappedCharactersAlone)
+TEST(NetworkName, ToolTipListsBytesThatTheTextDoesNotShow)
 {
-    for (const char32_t character :
-        { 0x20, 0x7E, 0xA0, 0x061B, 0x061D, 0x200D, 0x2010, 0x2027, 0x202F, 0x2065, 0x206A, 0xEEFF, 0xF000, 0xFFFD }) {
-        const QByteArray name = utf8Of(character);
-        EXPECT_EQ(textFromBytes(name), QString::fromUcs4(&character, 1))
-            << std::hex << static_cast<unsigned>(character);
-    }
+    EXPECT_TRUE(NetworkName("\xFF\x61\xFE").toolTip().endsWith(u"ff 61 fe"_qs));
+    EXPECT_TRUE(NetworkName("a\x07").toolTip().endsWith(u"61 07"_qs));
+    EXPECT_TRUE(NetworkName("a ").toolTip().endsWith(u"61 20"_qs));
 }
 
-TEST(NetworkName, KeepsRandomBytesThroughTextAndXml)
+TEST(NetworkName, EmptyNameHasAPlaceholderAndAToolTip)
 {
-    std::mt19937 random(20240229);
-    std::map<QString, QByteArray> namesByText;
-    for (int round = 0; round < 20000; ++round) {
-        const QByteArray name = randomName(random);
-        const QString text = textFromBytes(name);
-        ASSERT_TRUE(text.isValidUtf16());
-        ASSERT_EQ(bytesFromText(text), name) << name.toHex().toStdString();
-        ASSERT_EQ(bytesFromText(throughXml(text)), name) << name.toHex().toStdString();
-        ASSERT_EQ(namesByText.try_emplace(text, name).first->second, name);
-    }
-}
-
-TEST(NetworkName, CarriesEverySingleCharacterThroughXml)
-{
-    QString all;
-    for (char32_t character = 0; character < 0x11000; ++character) {
-        if (!QChar::isSurrogate(character))
-            all += textFromBytes(utf8Of(character));
-    }
-    EXPECT_EQ(throughXml(all), all);
-}
-
-TEST(NetworkName, TakesTypedTextForWhatItSays)
-{
-    EXPECT_EQ(bytesFromText(u"tab\there"), QByteArray("tab\there"));
-    EXPECT_EQ(bytesFromText(QStringView()), QByteArray());
-    const char16_t unpaired[] { u'a', 0xD800, u'b', 0xDC00 };
-    EXPECT_EQ(bytesFromText(QStringView(unpaired, 4)), QByteArray("a?b?"));
-}
-
-TEST(NetworkName, ShowsAReplacementForBytesThatHaveNoCharacter)
-{
-    EXPECT_EQ(shownText(u"café 中 😀"_qs), u"café 中 😀"_qs);
-    EXPECT_EQ(shownText(textFromBytes(bytes({ 'a', 0xFF, 'b', '\n' }))), u"a�b�"_qs);
-    EXPECT_EQ(shownText(u"Connected to "_qs + raw({ 0x80 }) + u"."_qs), u"Connected to �."_qs);
-    EXPECT_EQ(shownText(QString()), QString());
-}
-
-TEST(NetworkName, EndsAtTheFirstZeroWithinItsBounds)
-{
-    const auto span = [](const QByteArray& name) {
-        return std::as_bytes(std::span(name.data(), static_cast<std::size_t>(name.size())));
-    };
-    EXPECT_EQ(textUpToZero(span(bytes({ 'a', 'b', 0, 'c' }))), u"ab"_qs);
-    EXPECT_EQ(textUpToZero(span(bytes({ 'a', 'b' }))), u"ab"_qs);
-    EXPECT_EQ(textUpToZero(span(bytes({ 0, 'b' }))), QString());
-    EXPECT_EQ(textUpToZero({}), QString());
-    const std::array<std::uint8_t, 3> full { 'x', 'y', 0xC3 }; // a character that the bound cuts
-    EXPECT_EQ(textUpToZero(std::as_bytes(std::span(full))), u"xy"_qs + raw({ 0xC3 }));
-    EXPECT_EQ(textFromBytes(span(bytes({ 'a', 0, 'c' }))), u"a"_qs + raw({ 0 }) + u"c"_qs);
+    EXPECT_EQ(NetworkName::hiddenPlaceholder(), u"(hidden)"_qs);
+    EXPECT_FALSE(NetworkName().toolTip().isEmpty());
+    EXPECT_TRUE(NetworkName().displayText().isEmpty());
 }
 
 } // namespace

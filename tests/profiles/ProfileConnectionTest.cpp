@@ -1,6 +1,6 @@
 #include "profiles/ProfileConnection.h"
 
-#include "platform/NetworkName.h"
+#include "platform/ByteText.h"
 #include "tests/profiles/SampleProfile.h"
 
 #include <gtest/gtest.h>

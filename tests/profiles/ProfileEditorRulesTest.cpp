@@ -63,43 +63,15 @@ TEST(ChannelIndex, IsOneLessThanTheChannel)
         EXPECT_EQ(channelIndexOf(none), -1);
 }
 
-TEST(EncryptionListRule, InsertsAgainWithinAFamilyAndKeepsTheSelectedIndex)
+TEST(SelFlag, IsSetByWpaAndKeptWithoutAnAuthentication)
 {
-    const auto open = encryptionListAfter({ { u"NONE"_qs, u"WEP"_qs }, 1, 0 }, 0, 6);
-    EXPECT_EQ(open, (EncryptionList { { u"NONE"_qs, u"WEP"_qs, u"NONE"_qs, u"WEP"_qs }, 1, 0 }));
-    const auto shared = encryptionListAfter(open, 1, 6);
-    EXPECT_EQ(shared.items.size(), 6u);
-    EXPECT_EQ(shared.selectedIndex, 1);
-}
-
-TEST(EncryptionListRule, FillsTheListAtTheFirstCallWithoutSelecting)
-{
-    EXPECT_EQ(encryptionListAfter({}, 0, 6), (EncryptionList { { u"NONE"_qs, u"WEP"_qs }, -1, 0 }));
-}
-
-TEST(EncryptionListRule, EmptiesTheListBetweenFamilies)
-{
-    const EncryptionList twice { { u"NONE"_qs, u"WEP"_qs, u"NONE"_qs, u"WEP"_qs }, 1, 0 };
-    const auto wpa = encryptionListAfter(twice, 2, 6);
-    EXPECT_EQ(wpa, (EncryptionList { { u"TKIP"_qs, u"AES"_qs }, 0, 1 }));
-    EXPECT_EQ(encryptionListAfter(twice, 2, 4), (EncryptionList { { u"TKIP"_qs }, 0, 1 }));
-    EXPECT_EQ(encryptionListAfter(twice, 2, 5), (EncryptionList { {}, -1, 1 }));
-    EXPECT_EQ(encryptionListAfter({ wpa.items, 1, 1 }, 1, 6), (EncryptionList { { u"NONE"_qs, u"WEP"_qs }, 0, 0 }));
-}
-
-TEST(EncryptionListRule, InsertsAgainWithWpaToo)
-{
-    const auto again = encryptionListAfter({ { u"TKIP"_qs, u"AES"_qs }, 1, 1 }, 2, 6);
-    EXPECT_EQ(again, (EncryptionList { { u"TKIP"_qs, u"AES"_qs, u"TKIP"_qs, u"AES"_qs }, 1, 1 }));
-}
-
-TEST(EncryptionListRule, ChangesNothingWithoutAnAuthentication)
-{
-    for (const int none : { -1, 3 })
-        for (const int selFlag : { 0, 1 }) {
-            const EncryptionList before { { u"TKIP"_qs }, 0, selFlag };
-            EXPECT_EQ(encryptionListAfter(before, none, 6), before);
-        }
+    for (const int selFlag : { 0, 1 }) {
+        EXPECT_EQ(selFlagAfter(0, selFlag), 0);
+        EXPECT_EQ(selFlagAfter(1, selFlag), 0);
+        EXPECT_EQ(selFlagAfter(2, selFlag), 1);
+        EXPECT_EQ(selFlagAfter(-1, selFlag), selFlag);
+        EXPECT_EQ(selFlagAfter(3, selFlag), selFlag);
+    }
 }
 
 TEST(SsidList, HasEveryNameInTheOrderOfTheScan)

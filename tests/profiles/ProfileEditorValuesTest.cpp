@@ -174,7 +174,7 @@ TEST(KeyControlsOf, CarriesTheKeysToTheirRules)
     EXPECT_EQ(keys.wepKeys[1].text, "0123456789");
     EXPECT_EQ(keys.wepKeys[3].formatIndex, 1);
     EXPECT_EQ(selectedKeyIndex(keys.wepKeys), 1);
-    EXPECT_EQ(keys.presharedKey, "password");
+    EXPECT_EQ(keys.WPAPSK, "password");
     EXPECT_EQ(keyRefusal(keys), std::nullopt);
     controls.wepKeys[1].text = u"012345678"_qs;
     EXPECT_EQ(keyRefusal(keyControlsOf(controls)),

@@ -1,4 +1,4 @@
-#include "platform/NetworkName.h"
+#include "platform/ByteText.h"
 #include "platform/store/PropertyListFile.h"
 #include "platform/store/PropertyText.h"
 #include "platform/store/SettingsUserDefaults.h"

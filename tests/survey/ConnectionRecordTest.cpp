@@ -19,7 +19,7 @@ std::uint32_t ssidLength(const PROFILE_DATA& record)
 const Bytes ieeeKey = bytesOf({ 0xf4, 0x2c, 0x6f, 0xc5, 0x2d, 0xf0, 0xeb, 0xef, 0x9e, 0xbb, 0x4b, 0x90, 0xb3, 0x8a,
     0x5f, 0x90, 0x2e, 0x83, 0xfe, 0x1b, 0x13, 0x5a, 0x70, 0xe2, 0x3a, 0xed, 0x76, 0x2e, 0x97, 0x10, 0xa1, 0x2e });
 
-NetworkChoice choiceOf(const EntryBuilder& entry, WpaClass wpaClass = WpaClass::Unknown)
+NetworkChoice choiceOf(const EntryBuilder& entry, WpaClass wpaClass = WpaClass::NoWpa)
 {
     return { entry.fixedPart, wpaClass, false, entry.fixedPart.Ssid };
 }
@@ -31,12 +31,12 @@ EntryBuilder adHoc(std::string_view ssid = "IEEE")
     return entry;
 }
 
-SecuritySettings passphrase(std::string text, std::int32_t encryType = 0)
+SecuritySettings passphrase(std::string_view text, std::int32_t encryType = 0)
 {
     SecuritySettings security;
     security.AuthenType = 2;
     security.EncryType = encryType;
-    security.WPAPSK = std::move(text);
+    security.WPAPSK = text;
     return security;
 }
 
@@ -51,7 +51,7 @@ SecuritySettings wepKey(std::size_t index, std::string_view key, std::int32_t au
     return security;
 }
 
-Bytes wpaRecord(const Bytes& key)
+KeyRecord wpaRecord(const Bytes& key)
 {
     Bytes record = bytesOf({
         71, 0, 0, 0, // Length: 32 + 39
@@ -63,7 +63,7 @@ Bytes wpaRecord(const Bytes& key)
     });
     append(record, key);
     record.resize(71);
-    return record;
+    return { record.begin(), record.end() };
 }
 
 TEST(KeyRecords, WepKeyOf13BytesIs52BytesLong)
@@ -79,9 +79,10 @@ TEST(KeyRecords, WepKeyOf13BytesIs52BytesLong)
         1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, // KeyMaterial
     });
     expected.resize(52);
-    EXPECT_EQ(wepKeyRecord(2, true, key), expected);
-    expected[7] = std::byte { 0 };
-    EXPECT_EQ(wepKeyRecord(2, false, key), expected);
+    KeyRecord record(expected.begin(), expected.end());
+    EXPECT_EQ(wepKeyRecord(2, true, key), record);
+    record[7] = std::byte { 0 };
+    EXPECT_EQ(wepKeyRecord(2, false, key), record);
 }
 
 TEST(KeyRecords, PresharedKeyIs71BytesLong)
@@ -164,7 +165,7 @@ TEST(ConnectionRecord, AesIsEncryptionStatusSix)
 TEST(ConnectionRecord, WpaInAnAdHocNetworkIsWpaNone)
 {
     const auto security = passphrase("password");
-    const auto record = connectionRecord(choiceOf(adHoc(), WpaClass::None), &security);
+    const auto record = connectionRecord(choiceOf(adHoc(), WpaClass::WpaNone), &security);
     EXPECT_EQ(record->AuthenMode, 5);
     EXPECT_EQ(record->pWpaKey, wpaRecord(ieeeKey));
 }
@@ -252,7 +253,7 @@ TEST(NeedsSecuritySettings, ForPrivacyOrAPresharedKey)
 {
     EXPECT_FALSE(needsSecuritySettings(choiceOf(EntryBuilder())));
     EXPECT_TRUE(needsSecuritySettings(choiceOf(EntryBuilder(), WpaClass::PreSharedKey)));
-    EXPECT_TRUE(needsSecuritySettings(choiceOf(EntryBuilder(), WpaClass::None)));
+    EXPECT_TRUE(needsSecuritySettings(choiceOf(EntryBuilder(), WpaClass::WpaNone)));
     EntryBuilder entry;
     entry.fixedPart.Privacy = 1;
     EXPECT_TRUE(needsSecuritySettings(choiceOf(entry)));

@@ -51,7 +51,7 @@ protected:
     {
         return written([&entry] {
             Bytes bytes = bssidList({ entry });
-            (void)wpaClassOf(*BssidListWalk(bytes).next());
+            (void)IsItemWPA(*BssidListWalk(bytes).next());
         });
     }
 

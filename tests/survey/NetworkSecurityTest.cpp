@@ -20,7 +20,7 @@ EntryBuilder wpaEntry(int cipher, int authentication, std::int32_t mode = Ndis80
 WpaClass classOf(const EntryBuilder& entry)
 {
     Bytes buffer = inBuffer(bssidList({ entry }));
-    return wpaClassOf(*BssidListWalk(buffer).next());
+    return IsItemWPA(*BssidListWalk(buffer).next());
 }
 
 std::string encryptionOf(const EntryBuilder& entry)
@@ -31,17 +31,17 @@ std::string encryptionOf(const EntryBuilder& entry)
 
 TEST(WpaClassOf, TellsTheFirstAuthenticationSuite)
 {
-    EXPECT_EQ(classOf(EntryBuilder()), WpaClass::Unknown);
+    EXPECT_EQ(classOf(EntryBuilder()), WpaClass::NoWpa);
     EXPECT_EQ(classOf(wpaEntry(2, 1)), WpaClass::Enterprise);
     EXPECT_EQ(classOf(wpaEntry(2, 2)), WpaClass::PreSharedKey);
     EXPECT_EQ(classOf(wpaEntry(2, 0)), WpaClass::PreSharedKey);
-    EXPECT_EQ(classOf(wpaEntry(2, 9)), WpaClass::Unknown);
+    EXPECT_EQ(classOf(wpaEntry(2, 9)), WpaClass::NoWpa);
 }
 
 TEST(WpaClassOf, PreSharedKeyIsWpaNoneInAnAdHocNetworkOnly)
 {
-    EXPECT_EQ(classOf(wpaEntry(2, 2, Ndis802_11IBSS)), WpaClass::None);
-    EXPECT_EQ(classOf(wpaEntry(2, 0, Ndis802_11IBSS)), WpaClass::None);
+    EXPECT_EQ(classOf(wpaEntry(2, 2, Ndis802_11IBSS)), WpaClass::WpaNone);
+    EXPECT_EQ(classOf(wpaEntry(2, 0, Ndis802_11IBSS)), WpaClass::WpaNone);
     EXPECT_EQ(classOf(wpaEntry(2, 1, Ndis802_11IBSS)), WpaClass::Enterprise);
     EXPECT_EQ(classOf(wpaEntry(2, 2, Ndis802_11AutoUnknown)), WpaClass::PreSharedKey);
 }
@@ -56,7 +56,7 @@ TEST(WpaClassOf, SeesTheCountThatShowingTheListHasRewritten)
     Bytes buffer = inBuffer(bssidList({ wpaEntry(2, 2, Ndis802_11Infrastructure, 2) }));
     RecordingAssertionHandler assertions;
     (void)accessPointRows(buffer, assertions);
-    EXPECT_EQ(wpaClassOf(*BssidListWalk(buffer).next()), WpaClass::Unknown);
+    EXPECT_EQ(IsItemWPA(*BssidListWalk(buffer).next()), WpaClass::NoWpa);
 }
 
 TEST(WpaClassOf, ZeroLengthElementEndsTheWalkAsUnknown)
@@ -64,7 +64,7 @@ TEST(WpaClassOf, ZeroLengthElementEndsTheWalkAsUnknown)
     EntryBuilder entry;
     entry.elements = bytesOf({ 0, 2, 1, 0 });
     append(entry.elements, wpaElement(2, 2));
-    EXPECT_EQ(classOf(entry), WpaClass::Unknown);
+    EXPECT_EQ(classOf(entry), WpaClass::NoWpa);
 }
 
 TEST(EncryptionTextOf, IsTheCipherOfTheElementOrWhatPrivacySays)

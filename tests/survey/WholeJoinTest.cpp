@@ -233,7 +233,7 @@ NetworkChoice choiceOf(const Join& join)
 {
     Bytes list = bssidList({ join.entry });
     const auto entry = BssidListWalk(list).next();
-    NetworkChoice choice { entry->fixedPart(), wpaClassOf(*entry), false, entry->fixedPart().Ssid };
+    NetworkChoice choice { entry->fixedPart(), IsItemWPA(*entry), false, entry->fixedPart().Ssid };
     if (join.typedName) {
         choice.hidden = true;
         choice.ssid = EntryBuilder(*join.typedName).fixedPart.Ssid;

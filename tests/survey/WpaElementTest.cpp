@@ -137,10 +137,10 @@ TEST(FirstAuthenticationSuite, LiesBehindThePairwiseSuitesCounted)
     FoundElement found(entryWith({ wpaElement(tkip, preSharedKey, 3) }));
     ASSERT_TRUE(found.element.has_value());
     EXPECT_EQ(pairwiseSuiteCount(found.firstEntry(), *found.element), 3);
-    EXPECT_EQ(firstAuthenticationSuite(found.firstEntry(), *found.element, 3), 2);
+    EXPECT_EQ(firstAkmSuite(found.firstEntry(), *found.element, 3), 2);
     // Read behind one suite alone, the second suite's first two bytes are taken for a count of authentication suites,
     // and what follows belongs to no organisation.
-    EXPECT_EQ(firstAuthenticationSuite(found.firstEntry(), *found.element, 1), std::nullopt);
+    EXPECT_EQ(firstAkmSuite(found.firstEntry(), *found.element, 1), std::nullopt);
 }
 
 TEST(FirstAuthenticationSuite, IsNothingWhenNoneIsCounted)
@@ -148,13 +148,13 @@ TEST(FirstAuthenticationSuite, IsNothingWhenNoneIsCounted)
     Bytes element = wpaElement(tkip, preSharedKey);
     element[18] = std::byte { 0 };
     FoundElement found(entryWith({ element }));
-    EXPECT_EQ(firstAuthenticationSuite(found.firstEntry(), *found.element, 1), std::nullopt);
+    EXPECT_EQ(firstAkmSuite(found.firstEntry(), *found.element, 1), std::nullopt);
 }
 
 TEST(FirstAuthenticationSuite, StaysInTheBufferForAnyCount)
 {
     FoundElement found(entryWith({ wpaElement(tkip, preSharedKey) }));
-    EXPECT_EQ(firstAuthenticationSuite(found.firstEntry(), *found.element, 65535), std::nullopt);
+    EXPECT_EQ(firstAkmSuite(found.firstEntry(), *found.element, 65535), std::nullopt);
 }
 
 TEST(SetPairwiseSuiteCount, RewritesTheListItself)

@@ -9,6 +9,7 @@
 #include "driver/records/Oids.h"
 #include "driver/records/VxRecords.h"
 #include "platform/AssertionHandler.h"
+#include "platform/ByteText.h"
 #include "platform/NetworkName.h"
 #include "platform/RunLoop.h"
 #include "ui_LinkStatusPage.h"
@@ -120,8 +121,8 @@ std::optional<LinkSample> LinkStatusPageController::showConnected()
     (void)queryRecord(Adapter, OID_802_11_SSID, ssid);
     MacAddress bssid {};
     (void)queryRecord(Adapter, OID_802_11_BSSID, bssid);
-    const QString connection = connectionText(textUpToZero(std::as_bytes(std::span(ssid.Ssid))), bssid);
-    m_ui->Status->setText(shownText(connection));
+    const QString connection = connectionText(NetworkName::upToZero(std::as_bytes(std::span(ssid.Ssid))).text(), bssid);
+    m_ui->Status->setText(displayText(connection));
 
     if (!showChannel())
         return std::nullopt;

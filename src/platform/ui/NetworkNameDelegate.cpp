@@ -1,10 +1,10 @@
 #include "platform/ui/NetworkNameDelegate.h"
 
-#include "platform/NetworkName.h"
+#include "platform/ByteText.h"
 
-NetworkNameDelegate::NetworkNameDelegate(const QString& wordForNone, QObject* parent)
+NetworkNameDelegate::NetworkNameDelegate(const QString& placeholder, QObject* parent)
     : CellDelegate(parent)
-    , m_wordForNone(wordForNone)
+    , m_placeholder(placeholder)
 {
 }
 
@@ -12,10 +12,10 @@ void NetworkNameDelegate::initStyleOption(QStyleOptionViewItem* option, const QM
 {
     CellDelegate::initStyleOption(option, index);
     if (!option->text.isEmpty()) {
-        option->text = shownText(option->text);
+        option->text = ::displayText(option->text);
         return;
     }
-    option->text = m_wordForNone;
+    option->text = m_placeholder;
     option->features |= QStyleOptionViewItem::HasDisplay;
     option->font.setItalic(true);
     option->palette.setBrush(QPalette::Text, option->palette.brush(QPalette::PlaceholderText));

@@ -2,17 +2,17 @@
 
 #include "platform/ui/CellDelegate.h"
 
-// Shows network names as shownText has them; editing works on the name itself.
+// Displays network names as NetworkName::displayText() returns them; editing works on the stored text.
 class NetworkNameDelegate final : public CellDelegate {
     Q_OBJECT
 
 public:
-    // The word stands for a name that is empty, and stands out from a name that reads the same; it may be empty.
-    NetworkNameDelegate(const QString& wordForNone, QObject* parent);
+    // The placeholder for an empty name, in italics to tell it from a name that reads the same; may be empty.
+    NetworkNameDelegate(const QString& placeholder, QObject* parent);
 
 protected:
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
 
 private:
-    QString m_wordForNone;
+    QString m_placeholder;
 };

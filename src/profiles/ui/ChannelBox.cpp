@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr int lastOfferedChannel = 14; // of those whose rows of ChannelFreqTable are in their order
+constexpr int lastSelectableChannel = 14; // up to here channel n is row n of ChannelFreqTable
 const int lastChannel = ChannelFreqTable.back().channel;
 
 } // namespace
@@ -17,20 +17,20 @@ ChannelBox::ChannelBox(QWidget* parent)
 {
     for (int channel = 1; channel <= lastChannel; ++channel) {
         addItemWithObjectValue(QString::number(channel));
-        if (channel > lastOfferedChannel)
-            withdraw(channel - 1);
+        if (channel > lastSelectableChannel)
+            hideItem(channel - 1);
     }
 }
 
 void ChannelBox::showPopup()
 {
     ComboBox::showPopup();
-    // From a row that is not shown no key leads away.
-    if (currentIndex() >= lastOfferedChannel)
-        view()->setCurrentIndex(model()->index(lastOfferedChannel - 1, modelColumn()));
+    // The keyboard cannot leave a hidden row.
+    if (currentIndex() >= lastSelectableChannel)
+        view()->setCurrentIndex(model()->index(lastSelectableChannel - 1, modelColumn()));
 }
 
-void ChannelBox::withdraw(int index)
+void ChannelBox::hideItem(int index)
 {
     qobject_cast<QStandardItemModel*>(model())->item(index)->setEnabled(false);
     qobject_cast<QListView*>(view())->setRowHidden(index, true);

@@ -2,9 +2,9 @@
 
 #include "platform/ui/ComboBox.h"
 
-// The radio channels by their numbers: item n is channel n + 1. The items are always all of them, so that a network or
-// a profile on any channel shows it and keeps it; but the user can choose only those that a new network may be given,
-// 1 to 14: the others do not appear in the list, and the keyboard passes over them.
+// The radio channels by number: item n is channel n + 1. The box has an item for every channel, so that it can show and
+// save any channel of a network or profile. The user can select only the channels of a new network, 1 to 14: the other
+// items are hidden in the list, and the keyboard skips them.
 class ChannelBox final : public ComboBox {
     Q_OBJECT
 
@@ -14,5 +14,5 @@ public:
     void showPopup() override;
 
 private:
-    void withdraw(int index);
+    void hideItem(int index);
 };

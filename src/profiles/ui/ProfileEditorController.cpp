@@ -9,8 +9,7 @@
 #include "platform/ui/NetworkNameDelegate.h"
 #include "profiles/ProfileStore.h"
 #include "profiles/ui/SsidValidator.h"
-#include "survey/ProfileProposal.h"
-#include "survey/SurveyTexts.h"
+#include "survey/connection/ProfileProposal.h"
 #include "survey/keys/SecurityControlRules.h"
 #include "ui_ProfileEditor.h"
 
@@ -34,11 +33,10 @@ ProfileEditorController::ProfileEditorController(
     , m_sheets(sheets)
     , m_alerts(alerts)
     , m_store(store)
-    , m_form(makeForm(*this))
-    , m_rtsThreshold(
-          *m_form->RtsThresholdCheck, *m_form->RtsThresholdSlider, *m_form->RtsThresholdText, rtsThresholdRange)
-    , m_fragThreshold(*m_form->FragThresholdCheck, *m_form->FragThresholdSlider, *m_form->FragThresholdText,
-          fragmentationThresholdRange)
+    , m_ui(makeForm(*this))
+    , m_rtsThreshold(*m_ui->RtsThresholdCheck, *m_ui->RtsThresholdSlider, *m_ui->RtsThresholdText, rtsThresholdRange)
+    , m_fragThreshold(
+          *m_ui->FragThresholdCheck, *m_ui->FragThresholdSlider, *m_ui->FragThresholdText, fragmentationThresholdRange)
 {
     setUpSsidField();
 }
@@ -51,14 +49,14 @@ ProfileEditorController::~ProfileEditorController()
 
 void ProfileEditorController::setUpSsidField()
 {
-    QLineEdit& field = *m_form->SSID->lineEdit();
-    field.setAccessibleName(m_form->SSID->accessibleName());
+    QLineEdit& field = *m_ui->SSID->lineEdit();
+    field.setAccessibleName(m_ui->SSID->accessibleName());
     field.setValidator(new SsidValidator(&field));
-    // A name that is typed stays as typed and is not taken for the entry of the list that reads alike: completion
-    // would turn one network's name into another's, and the box would select such an entry when it is left.
-    m_form->SSID->setCompleter(nullptr);
-    m_form->SSID->setItemDelegate(new NetworkNameDelegate(wordForHiddenNetwork(), m_form->SSID));
-    QObject::disconnect(&field, &QLineEdit::editingFinished, m_form->SSID, nullptr);
+    // Keep a typed name as typed: completion could replace it with another network's name, and on losing focus the box
+    // would select an entry that reads the same.
+    m_ui->SSID->setCompleter(nullptr);
+    m_ui->SSID->setItemDelegate(new NetworkNameDelegate(NetworkName::hiddenPlaceholder(), m_ui->SSID));
+    QObject::disconnect(&field, &QLineEdit::editingFinished, m_ui->SSID, nullptr);
 }
 
 void ProfileEditorController::awakeFromNib()
@@ -67,22 +65,22 @@ void ProfileEditorController::awakeFromNib()
     m_keys = {};
     selFlag = 0;
     m_origin.bHidden = false;
-    m_form->ChannelText->setEnabled(false);
-    m_form->Channel->setEnabled(false);
+    m_ui->ChannelText->setEnabled(false);
+    m_ui->Channel->setEnabled(false);
     connectControls();
 }
 
 void ProfileEditorController::connectControls()
 {
-    connect(m_form->NetworkType, &ComboBox::selectionChosen, this, [this] { OnNetworkType(); });
-    connect(m_form->AuthenType, &ComboBox::selectionChosen, this, [this] { OnAuthType(); });
-    connect(m_form->EncryType, &ComboBox::selectionChosen, this, [this] { OnEncryType(); });
-    connect(m_form->RtsThresholdCheck, &QCheckBox::toggled, this, [this] { OnSelRTS(); });
-    connect(m_form->RtsThresholdSlider, &QSlider::valueChanged, this, [this] { OnRtsSlider(); });
-    connect(m_form->FragThresholdCheck, &QCheckBox::toggled, this, [this] { OnSelFrag(); });
-    connect(m_form->FragThresholdSlider, &QSlider::valueChanged, this, [this] { OnFragSlider(); });
-    connect(m_form->buttons, &QDialogButtonBox::accepted, this, [this] { OnOK(); });
-    connect(m_form->buttons, &QDialogButtonBox::rejected, this, [this] { OnCANCEL(); });
+    connect(m_ui->NetworkType, &ComboBox::selectionChosen, this, [this] { OnNetworkType(); });
+    connect(m_ui->AuthenType, &ComboBox::selectionChosen, this, [this] { OnAuthType(); });
+    connect(m_ui->EncryType, &ComboBox::selectionChosen, this, [this] { OnEncryType(); });
+    connect(m_ui->RtsThresholdCheck, &QCheckBox::toggled, this, [this] { OnSelRTS(); });
+    connect(m_ui->RtsThresholdSlider, &QSlider::valueChanged, this, [this] { OnRtsSlider(); });
+    connect(m_ui->FragThresholdCheck, &QCheckBox::toggled, this, [this] { OnSelFrag(); });
+    connect(m_ui->FragThresholdSlider, &QSlider::valueChanged, this, [this] { OnFragSlider(); });
+    connect(m_ui->buttons, &QDialogButtonBox::accepted, this, [this] { OnOK(); });
+    connect(m_ui->buttons, &QDialogButtonBox::rejected, this, [this] { OnCANCEL(); });
 }
 
 void ProfileEditorController::beginEditing(bool isNewData)
@@ -90,13 +88,13 @@ void ProfileEditorController::beginEditing(bool isNewData)
     m_origin.IsNewData = isNewData;
     records = m_store.loadRecords();
     selectFirstTab();
-    m_form->keyFields->hideKeys();
-    m_form->ProfileName->setFocus();
+    m_ui->keyFields->hideKeys();
+    m_ui->ProfileName->setFocus();
 }
 
 void ProfileEditorController::selectFirstTab()
 {
-    m_form->TabView->setCurrentIndex(0);
+    m_ui->TabView->setCurrentIndex(0);
 }
 
 void ProfileEditorController::AddInit()
@@ -104,22 +102,22 @@ void ProfileEditorController::AddInit()
     traceEntry(className, "AddInit");
     beginEditing(true);
     GetBssidList();
-    m_form->ProfileName->setText(GetNextProfileName());
-    m_form->CamWhenAcPower->setChecked(false);
-    m_form->AuthenType->selectItemAtIndex(0);
+    m_ui->ProfileName->setText(GetNextProfileName());
+    m_ui->CamWhenAcPower->setChecked(false);
+    m_ui->AuthenType->selectItemAtIndex(0);
     OnSelchangeAuthType();
-    m_form->Channel->selectItemAtIndex(0);
-    m_form->EncryType->selectItemAtIndex(0);
+    m_ui->Channel->selectItemAtIndex(0);
+    m_ui->EncryType->selectItemAtIndex(0);
     OnSelchangeEncryptionType();
-    // Without OnNetworkType: the authentications and the channel stay those of the last profile's network type.
-    m_form->NetworkType->selectItemAtIndex(infrastructureItem);
-    m_form->PreambleType->selectItemAtIndex(0);
+    // Without OnNetworkType(): the authentication list and the channel still match the previous network type.
+    m_ui->NetworkType->selectItemAtIndex(infrastructureItem);
+    m_ui->PreambleType->selectItemAtIndex(0);
     showPowerSaving(false);
-    m_form->TxPower->selectItemAtIndex(0);
-    if (m_form->SSID->numberOfItems() > 0)
-        m_form->SSID->setEditText(QString());
+    m_ui->TxPower->selectItemAtIndex(0);
+    if (m_ui->SSID->numberOfItems() > 0)
+        m_ui->SSID->setEditText(QString());
     clearKeys();
-    m_form->ProfileName->selectAll();
+    m_ui->ProfileName->selectAll();
     update();
 }
 
@@ -130,24 +128,24 @@ void ProfileEditorController::EditInit(std::int32_t row)
     beginEditing(false);
     const bool exists = row >= 0 && static_cast<std::size_t>(row) < records->size();
     const EditedProfile profile = editedProfile(exists ? (*records)[static_cast<std::size_t>(row)] : Profile());
-    m_form->ProfileName->setText(profile.ProfileName);
-    m_form->CamWhenAcPower->setChecked(profile.CamWhenAcPower != 0);
-    m_form->NetworkType->selectItemAtIndex(profile.NetworkType);
+    m_ui->ProfileName->setText(profile.ProfileName);
+    m_ui->CamWhenAcPower->setChecked(profile.CamWhenAcPower != 0);
+    m_ui->NetworkType->selectItemAtIndex(profile.NetworkType);
     OnNetworkType();
-    m_form->AuthenType->selectItemAtIndex(profile.AuthenType);
+    m_ui->AuthenType->selectItemAtIndex(profile.AuthenType);
     OnSelchangeAuthType();
-    m_form->Channel->selectItemAtIndex(profile.Channel);
-    m_form->EncryType->selectItemAtIndex(profile.EncryType);
+    m_ui->Channel->selectItemAtIndex(profile.Channel);
+    m_ui->EncryType->selectItemAtIndex(profile.EncryType);
     OnSelchangeEncryptionType();
-    m_form->PreambleType->selectItemAtIndex(profile.PreambleType);
+    m_ui->PreambleType->selectItemAtIndex(profile.PreambleType);
     showPowerSaving(profile.PSMode);
-    m_form->TxPower->selectItemAtIndex(profile.TxPower);
+    m_ui->TxPower->selectItemAtIndex(profile.TxPower);
     GetBssidList();
-    showSsid(ssidOfEditedProfile(m_form->SSID->itemObjectValues(), profile.SSID));
+    showSsid(ssidOfEditedProfile(m_ui->SSID->itemObjectValues(), profile.SSID));
     showKeys(profile);
     m_origin.copyBSSID = profile.copyBSSID.value_or(m_origin.copyBSSID);
     m_origin.bHidden = profile.bHidden;
-    m_form->ProfileName->selectAll();
+    m_ui->ProfileName->selectAll();
     update();
 }
 
@@ -155,24 +153,24 @@ bool ProfileEditorController::AddProfile(const ProfileProposal& proposal)
 {
     traceEntry(className, "AddProfile");
     beginEditing(true);
-    m_form->ProfileName->setText(GetNextProfileName());
-    m_form->CamWhenAcPower->setChecked(false);
+    m_ui->ProfileName->setText(GetNextProfileName());
+    m_ui->CamWhenAcPower->setChecked(false);
     const AuthenticationChoice choice = authenticationChoiceOf(proposal.AuthenMode);
     if (choice.infrastructureList)
         setAuthenTypeComboText(1);
-    m_form->AuthenType->selectItemAtIndex(choice.index);
+    m_ui->AuthenType->selectItemAtIndex(choice.index);
     OnSelchangeAuthType();
-    m_form->Channel->selectItemAtIndex(channelIndexOf(proposal.Channel));
-    m_form->EncryType->selectItemAtIndex(encryptionIndexOf(proposal.EcrypStatus, choice.index));
+    m_ui->Channel->selectItemAtIndex(channelIndexOf(proposal.Channel));
+    m_ui->EncryType->selectItemAtIndex(encryptionIndexOf(proposal.EcrypStatus, choice.index));
     OnSelchangeEncryptionType();
-    m_form->NetworkType->selectItemAtIndex(proposal.Networktype); // without OnNetworkType
-    m_form->PreambleType->selectItemAtIndex(0);
+    m_ui->NetworkType->selectItemAtIndex(proposal.Networktype); // without OnNetworkType
+    m_ui->PreambleType->selectItemAtIndex(0);
     showPowerSaving(false);
-    m_form->TxPower->selectItemAtIndex(0);
+    m_ui->TxPower->selectItemAtIndex(0);
     GetBssidList();
-    showSsid(ssidOfScannedNetwork(m_form->SSID->itemObjectValues(), textFromBytes(QByteArrayView(proposal.SSID))));
+    showSsid(ssidOfScannedNetwork(m_ui->SSID->itemObjectValues(), proposal.SSID.text()));
     clearKeys();
-    m_form->ProfileName->selectAll();
+    m_ui->ProfileName->selectAll();
     update();
     m_origin.copyBSSID = proposal.BSSID;
     return true;
@@ -180,36 +178,36 @@ bool ProfileEditorController::AddProfile(const ProfileProposal& proposal)
 
 void ProfileEditorController::clearKeys()
 {
-    m_form->keyFields->selectHexadecimal();
-    m_form->keyFields->clearTexts();
-    m_form->keyFields->selectTransmitKey(0);
+    m_ui->keyFields->selectHexadecimal();
+    m_ui->keyFields->clearTexts();
+    m_ui->keyFields->selectTransmitKey(0);
 }
 
 void ProfileEditorController::showSsid(const std::optional<SsidSelection>& selection)
 {
     if (!selection)
         return;
-    m_form->SSID->selectItemAtIndex(selection->index);
-    m_form->SSID->setEditText(selection->text);
+    m_ui->SSID->selectItemAtIndex(selection->index);
+    m_ui->SSID->setEditText(selection->text);
 }
 
 void ProfileEditorController::showPowerSaving(bool powerSaving)
 {
-    (powerSaving ? m_form->PSMode : m_form->CAM)->setChecked(true);
+    (powerSaving ? m_ui->PSMode : m_ui->CAM)->setChecked(true);
 }
 
 void ProfileEditorController::showKeys(const EditedProfile& profile)
 {
     for (std::size_t key = 0; key < profile.keyTexts.size(); ++key)
-        m_form->keyFields->setWepKey(key, profile.keyFormats[key], profile.keyTexts[key]);
-    m_form->keyFields->selectTransmitKey(profile.transmitKey);
-    m_form->keyFields->setPresharedKey(profile.WPAPreSharedKey);
+        m_ui->keyFields->setWepKey(key, profile.keyFormats[key], profile.keyTexts[key]);
+    m_ui->keyFields->selectTransmitKey(profile.transmitKey);
+    m_ui->keyFields->setWPAPSK(profile.WPAPreSharedKey);
 }
 
 void ProfileEditorController::GetBssidList()
 {
     traceEntry(className, "GetBssidList");
-    m_form->SSID->setItemObjectValues(::GetBssidList(currentBssidList()));
+    m_ui->SSID->setItemObjectValues(::GetBssidList(currentBssidList()));
 }
 
 QString ProfileEditorController::GetNextProfileName() const
@@ -224,31 +222,31 @@ void ProfileEditorController::setAuthenTypeComboText(int kind)
     const auto items = authenticationItems(kind);
     if (!items)
         return;
-    m_form->AuthenType->setItemObjectValues(*items);
-    m_form->AuthenType->selectItemAtIndex(0);
+    m_ui->AuthenType->setItemObjectValues(*items);
+    m_ui->AuthenType->selectItemAtIndex(0);
 }
 
 void ProfileEditorController::setAuthenTypeCombo(int index)
 {
     traceEntry(className, "setAuthenTypeCombo");
-    m_form->AuthenType->selectItemAtIndex(index);
+    m_ui->AuthenType->selectItemAtIndex(index);
 }
 
 void ProfileEditorController::setEncryTypeCombo(int index)
 {
     traceEntry(className, "setEncryTypeCombo");
-    m_form->EncryType->selectItemAtIndex(index);
+    m_ui->EncryType->selectItemAtIndex(index);
 }
 
 void ProfileEditorController::OnNetworkType()
 {
     traceEntry(className, "OnNetworkType");
-    const int networkType = m_form->NetworkType->indexOfSelectedItem();
+    const int networkType = m_ui->NetworkType->indexOfSelectedItem();
     const bool enabled = channelEnabled(networkType);
-    m_form->preambleLabel->setEnabled(enabled);
-    m_form->PreambleType->setEnabled(enabled);
-    m_form->ChannelText->setEnabled(enabled);
-    m_form->Channel->setEnabled(enabled);
+    m_ui->preambleLabel->setEnabled(enabled);
+    m_ui->PreambleType->setEnabled(enabled);
+    m_ui->ChannelText->setEnabled(enabled);
+    m_ui->Channel->setEnabled(enabled);
     setAuthenTypeComboText(authenticationKindOf(networkType));
     OnSelchangeAuthType();
     update();
@@ -269,10 +267,11 @@ void ProfileEditorController::OnEncryType()
 void ProfileEditorController::OnSelchangeAuthType()
 {
     traceEntry(className, "OnSelchangeAuthType");
-    EncryptionList list { m_form->EncryType->itemObjectValues(), m_form->EncryType->indexOfSelectedItem(), selFlag };
-    list = encryptionListAfter(std::move(list), m_form->AuthenType->indexOfSelectedItem(), G_encryCapa);
-    m_form->EncryType->setItemObjectValues(list.items);
-    m_form->EncryType->selectItemAtIndex(list.selectedIndex);
+    const int authenType = m_ui->AuthenType->indexOfSelectedItem();
+    EncryptionList list { m_ui->EncryType->itemObjectValues(), m_ui->EncryType->indexOfSelectedItem(), selFlag };
+    list = encryptionListAfter(std::move(list), authenType, selFlagAfter(authenType, selFlag), G_encryCapa);
+    m_ui->EncryType->setItemObjectValues(list.items);
+    m_ui->EncryType->selectItemAtIndex(list.selectedIndex);
     selFlag = list.selFlag;
     OnSelchangeEncryptionType();
 }
@@ -280,7 +279,7 @@ void ProfileEditorController::OnSelchangeAuthType()
 void ProfileEditorController::OnSelchangeEncryptionType()
 {
     traceEntry(className, "OnSelchangeEncryptionType");
-    m_form->keyFields->enableFor(m_form->AuthenType->indexOfSelectedItem(), m_form->EncryType->indexOfSelectedItem());
+    m_ui->keyFields->enableFor(m_ui->AuthenType->indexOfSelectedItem(), m_ui->EncryType->indexOfSelectedItem());
 }
 
 void ProfileEditorController::OnSelRTS()
@@ -310,22 +309,22 @@ void ProfileEditorController::OnFragSlider()
 ProfileControls ProfileEditorController::controls() const
 {
     ProfileControls values;
-    values.ProfileName = m_form->ProfileName->text();
-    values.CamWhenAcPower = m_form->CamWhenAcPower->isChecked() ? 1 : 0;
-    values.AuthenType = m_form->AuthenType->indexOfSelectedItem();
-    values.Channel = m_form->Channel->objectValueOfSelectedItem();
-    values.EncryType = m_form->EncryType->indexOfSelectedItem();
-    values.FragThresholdText = m_form->FragThresholdText->text();
-    values.NetworkType = m_form->NetworkType->indexOfSelectedItem();
-    values.PreambleType = m_form->PreambleType->indexOfSelectedItem();
-    values.PSMode = m_form->PSMode->isChecked() ? 1 : 0;
-    values.RtsThresholdText = m_form->RtsThresholdText->text();
-    values.SSID = m_form->SSID->currentText();
-    values.ssidIndex = m_form->SSID->indexOfSelectedItem();
-    values.ssidItem = m_form->SSID->objectValueOfSelectedItem();
-    values.TxPower = m_form->TxPower->indexOfSelectedItem();
-    values.wepKeys = m_form->keyFields->wepKeyRows();
-    values.WPAPreSharedKey = m_form->keyFields->presharedKeyText();
+    values.ProfileName = m_ui->ProfileName->text();
+    values.CamWhenAcPower = m_ui->CamWhenAcPower->isChecked() ? 1 : 0;
+    values.AuthenType = m_ui->AuthenType->indexOfSelectedItem();
+    values.Channel = m_ui->Channel->objectValueOfSelectedItem();
+    values.EncryType = m_ui->EncryType->indexOfSelectedItem();
+    values.FragThresholdText = m_ui->FragThresholdText->text();
+    values.NetworkType = m_ui->NetworkType->indexOfSelectedItem();
+    values.PreambleType = m_ui->PreambleType->indexOfSelectedItem();
+    values.PSMode = m_ui->PSMode->isChecked() ? 1 : 0;
+    values.RtsThresholdText = m_ui->RtsThresholdText->text();
+    values.SSID = m_ui->SSID->currentText();
+    values.ssidIndex = m_ui->SSID->indexOfSelectedItem();
+    values.ssidItem = m_ui->SSID->objectValueOfSelectedItem();
+    values.TxPower = m_ui->TxPower->indexOfSelectedItem();
+    values.wepKeys = m_ui->keyFields->wepKeyRows();
+    values.WPAPreSharedKey = m_ui->keyFields->WPAPSK();
     return values;
 }
 
@@ -358,7 +357,7 @@ void ProfileEditorController::saveProfile()
 void ProfileEditorController::OnOK()
 {
     traceEntry(className, "OnOK");
-    // The key of the button does not take the keyboard out of a field, and the field is put right only as it is left.
+    // The button's shortcut does not move the focus, so the fields have not corrected their text yet.
     m_rtsThreshold.correctText();
     m_fragThreshold.correctText();
     if (!VerifyKey() || !records)

@@ -3,7 +3,7 @@
 #include "profiles/ProfileEditorRules.h"
 #include "profiles/ProfileEditorValues.h"
 #include "profiles/ui/ThresholdFields.h"
-#include "survey/ProfileEditorSheet.h"
+#include "survey/connection/ProfileEditorSheet.h"
 
 #include <QDialog>
 
@@ -20,9 +20,9 @@ namespace Ui {
 class ProfileEditor;
 }
 
-// The sheet in which one profile is made or changed. It works on its own copy of the list, loaded when it is opened
-// and saved by OK. Stops with 1 for OK and 0 for Cancel. One sheet serves every opening: what an opening does not set
-// shows what the one before left.
+// The sheet that creates or edits one profile. It works on its own copy of the list, loaded when the sheet opens and saved
+// by OK. Stops with 1 for OK and 0 for Cancel. The sheet is reused: controls that an opening does not set keep their
+// values.
 class ProfileEditorController final : public QDialog, public ProfileEditorSheet {
     Q_OBJECT
 
@@ -33,14 +33,14 @@ public:
 
     void awakeFromNib();
 
-    // The three openings: for a new profile, for the one in this row of the list, and for a network of a scan.
+    // Prepare the sheet for a new profile, for the profile in a row of the list, and for a scanned network.
     void AddInit();
     void EditInit(std::int32_t row);
     [[nodiscard]] bool AddProfile(const ProfileProposal& proposal) override;
     void selectFirstTab() override;
     [[nodiscard]] QDialog& ProfileEditorWindow() override { return *this; }
 
-    // Keeps the sheet open when a key is refused.
+    // Keeps the sheet open if a key is refused.
     void OnOK();
     void OnCANCEL();
     void OnNetworkType();
@@ -57,13 +57,13 @@ public:
     void GetBssidList();
     [[nodiscard]] QString GetNextProfileName() const;
     [[nodiscard]] Profile createProfileData();
-    // Writes the list; does nothing while there is none.
+    // Writes the list; a no-op while the sheet is closed.
     void saveProfile();
     // 0 lists "WPA-NONE" as the third authentication, 1 "WPA-PSK"; the first item is selected. Other values do nothing.
     void setAuthenTypeComboText(int kind);
     void setAuthenTypeCombo(int index);
     void setEncryTypeCombo(int index);
-    // Shows the alert of the first rule that the keys break.
+    // Shows an alert for the first rule that the keys break.
     [[nodiscard]] bool VerifyKey();
 
 private:
@@ -80,13 +80,13 @@ private:
     ModalSheets& m_sheets;
     AlertPanels& m_alerts;
     ProfileStore& m_store;
-    std::unique_ptr<Ui::ProfileEditor> m_form;
+    std::unique_ptr<Ui::ProfileEditor> m_ui;
     ThresholdFields m_rtsThreshold;
     ThresholdFields m_fragThreshold;
 
-    std::optional<ProfileList> records; // between an opening and its OK or Cancel
+    std::optional<ProfileList> records; // while the sheet is open
     std::int32_t selFlag { 0 }; // 1 when the last authentication choice was WPA
-    std::array<WepKey, 4> m_keys {}; // Key1Material to Key4Material with their lengths, as converted last
+    std::array<WepKey, wepKeyCount> m_keys {}; // the last converted Key1Material to Key4Material with their lengths
     std::int32_t modifyIndex { 0 };
     ProfileOrigin m_origin; // IsNewData, copyBSSID and bHidden
 };

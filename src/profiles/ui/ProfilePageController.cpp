@@ -3,6 +3,7 @@
 #include "app/shared/SharedState.h"
 #include "app/shared/Trace.h"
 #include "platform/AlertPanels.h"
+#include "platform/NetworkName.h"
 #include "platform/RunLoop.h"
 #include "platform/ui/Images.h"
 #include "platform/ui/ModalSheets.h"
@@ -10,7 +11,6 @@
 #include "profiles/ProfileConnection.h"
 #include "profiles/ProfileRows.h"
 #include "profiles/ProfileStore.h"
-#include "survey/SurveyTexts.h"
 #include "survey/connection/ConnectionQueue.h"
 #include "survey/connection/ProfileData.h"
 #include "ui_ProfilePage.h"
@@ -21,6 +21,7 @@
 
 namespace {
 
+const QString PIColumn = QStringLiteral("pi");
 const QString ssidColumn = QStringLiteral("SSID");
 constexpr char className[] = "ProfilePageController";
 constexpr std::chrono::milliseconds timerInterval { 2000 };
@@ -29,10 +30,10 @@ std::vector<TableColumn> columns()
 {
     using Kind = TableColumn::Kind;
     const auto tr = [](const char* text) { return ProfilePageController::tr(text); };
-    // Edited with the edit key of the platform: a double click activates.
+    // The edit key of the platform starts editing; a double click activates the profile.
     constexpr bool editable = true;
     return {
-        { u"pi"_qs, {}, Kind::Image, tr("The profile activated last, checked while it is connected") },
+        { PIColumn, {}, Kind::Image, tr("The profile activated last, checked while it is connected") },
         { u"Profile"_qs, tr("Profile"), Kind::Text, tr("Name of the profile"), editable },
         { ssidColumn, tr("SSID"), Kind::Text, tr("Network name"), editable },
         { u"Channel"_qs, tr("Channel"), Kind::Text, tr("Radio channel"), editable },
@@ -44,49 +45,50 @@ std::vector<TableColumn> columns()
 
 } // namespace
 
-ProfilePageController::ProfilePageController(RunLoop& runLoop, AlertPanels& alerts, ModalSheets& sheets,
-    ProfileStore& store, ConnectionQueue& siteSurveyPage, QWidget* parent)
+ProfilePageController::ProfilePageController(VX7100Access& adapter, RunLoop& runLoop, AlertPanels& alerts,
+    ModalSheets& sheets, ProfileStore& store, ConnectionQueue& siteSurveyPage, QWidget* parent)
     : QWidget(parent)
+    , Adapter(adapter)
     , m_runLoop(runLoop)
     , m_alerts(alerts)
     , m_sheets(sheets)
     , m_store(store)
     , SiteSurveyPage(siteSurveyPage)
-    , m_form(std::make_unique<Ui::ProfilePage>())
+    , m_ui(std::make_unique<Ui::ProfilePage>())
     , ProfileEditor(sheets, alerts, store)
 {
     traceEntry(className, "init");
-    m_form->setupUi(this);
+    m_ui->setupUi(this);
     setUpTable();
 }
 
 ProfilePageController::~ProfilePageController()
 {
-    m_form->profileList->setDataSource(nullptr);
+    m_ui->profileList->setDataSource(nullptr);
 }
 
 void ProfilePageController::setUpTable()
 {
-    m_form->profileList->setTableColumns(columns());
-    m_form->profileList->setDelegateForTableColumn(ssidColumn, new NetworkNameDelegate({}, m_form->profileList));
-    m_form->profileList->setDataSource(this);
+    m_ui->profileList->setTableColumns(columns());
+    m_ui->profileList->setDelegateForTableColumn(ssidColumn, new NetworkNameDelegate({}, m_ui->profileList));
+    m_ui->profileList->setDataSource(this);
     reloadData();
 }
 
 void ProfilePageController::awakeFromNib()
 {
     traceEntry(className, "awakeFromNib");
-    m_form->profileList->setDoubleAction([this] { OnActivate(); });
-    connect(m_form->Add, &QPushButton::clicked, this, [this] { OnAdd(); });
-    connect(m_form->Edit, &QPushButton::clicked, this, [this] { OnEdit(); });
-    connect(m_form->Delete, &QPushButton::clicked, this, [this] { OnDelete(); });
-    connect(m_form->Activate, &QPushButton::clicked, this, [this] { OnActivate(); });
-    // In the list alone: while a cell is edited the key deletes a character.
+    m_ui->profileList->setDoubleAction([this] { OnActivate(); });
+    connect(m_ui->Add, &QPushButton::clicked, this, [this] { OnAdd(); });
+    connect(m_ui->Edit, &QPushButton::clicked, this, [this] { OnEdit(); });
+    connect(m_ui->Delete, &QPushButton::clicked, this, [this] { OnDelete(); });
+    connect(m_ui->Activate, &QPushButton::clicked, this, [this] { OnActivate(); });
+    // Only in the list: while a cell is edited, the key deletes a character.
     auto* const deleteKey
-        = new QShortcut(QKeySequence::Delete, m_form->profileList, nullptr, nullptr, Qt::WidgetShortcut);
+        = new QShortcut(QKeySequence::Delete, m_ui->profileList, nullptr, nullptr, Qt::WidgetShortcut);
     connect(deleteKey, &QShortcut::activated, this, [this] { OnDelete(); });
-    m_form->Delete->setToolTip(
-        tr("%1 (%2)").arg(m_form->Delete->toolTip(), deleteKey->key().toString(QKeySequence::NativeText)));
+    m_ui->Delete->setToolTip(
+        tr("%1 (%2)").arg(m_ui->Delete->toolTip(), deleteKey->key().toString(QKeySequence::NativeText)));
     ProfileEditor.awakeFromNib();
     m_timer = m_runLoop.scheduleRepeatingTimer(timerInterval, [this] { OnTimer(); });
 }
@@ -99,10 +101,10 @@ void ProfilePageController::OnTimer()
 
 void ProfilePageController::reloadData()
 {
-    m_form->profileList->setEmptyText(m_loaded
+    m_ui->profileList->setEmptyText(m_loaded
             ? tr("No profiles yet. Add one here, or from a network of the site survey.")
             : tr("Profiles are shown once a network card has been found."));
-    m_form->profileList->reloadData();
+    m_ui->profileList->reloadData();
 }
 
 void ProfilePageController::ClearProfileList()
@@ -121,7 +123,7 @@ void ProfilePageController::RefreshProfileList()
     ClearProfileList();
     profileData = profileItems(records);
     reloadData();
-    m_form->profileList->deselectAll();
+    m_ui->profileList->deselectAll();
 }
 
 void ProfilePageController::OnAdd()
@@ -148,7 +150,7 @@ void ProfilePageController::OnEdit()
 
 void ProfilePageController::runEditor()
 {
-    // The editor has saved what there is to save: the list is loaded again whatever it ended with.
+    // The editor saves the profile itself, so the list is reloaded after OK and Cancel.
     (void)m_sheets.runModalForWindow(ProfileEditor, *window());
     RefreshProfileList();
 }
@@ -165,7 +167,7 @@ void ProfilePageController::OnDelete()
 
 int ProfilePageController::selectedRowOrAlert(const QString& message)
 {
-    const int row = m_form->profileList->selectedRow();
+    const int row = m_ui->profileList->selectedRow();
     if (row < 0)
         m_alerts.NSRunAlertPanel(QStringLiteral("No selected item"), message, QStringLiteral("OK"));
     return row;
@@ -174,7 +176,7 @@ int ProfilePageController::selectedRowOrAlert(const QString& message)
 void ProfilePageController::OnActivate()
 {
     traceEntry(className, "OnActivate");
-    const int row = m_form->profileList->selectedRow();
+    const int row = m_ui->profileList->selectedRow();
     if (row < 0 || static_cast<std::size_t>(row) >= records.size())
         return;
     CurrentSelectedItem = row;
@@ -218,7 +220,7 @@ int ProfilePageController::numberOfRowsInTableView() const
 
 QVariant ProfilePageController::objectValueForTableColumn(QStringView identifier, int row) const
 {
-    if (identifier != u"pi")
+    if (identifier != PIColumn)
         return profileData[static_cast<std::size_t>(row)].value(identifier);
     if (row != CurrentSelectedItem)
         return {};
@@ -238,8 +240,8 @@ void ProfilePageController::setObjectValue(const QVariant& value, QStringView id
 
 QString ProfilePageController::toolTipForTableColumn(QStringView identifier, int row) const
 {
-    const bool known = row >= 0 && row < numberOfRowsInTableView(); // the table may be older than the rows
+    const bool known = row >= 0 && row < numberOfRowsInTableView(); // the table may still show older rows
     const QString name
         = known && identifier == ssidColumn ? profileData[static_cast<std::size_t>(row)].value(identifier) : QString();
-    return name.isEmpty() ? QString() : networkNameToolTip(name);
+    return name.isEmpty() ? QString() : NetworkName::fromText(name).toolTip();
 }

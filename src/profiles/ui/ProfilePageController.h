@@ -18,19 +18,20 @@ class ModalSheets;
 class ProfileStore;
 class RunLoop;
 class Timer;
+class VX7100Access;
 
 namespace Ui {
 class ProfilePage;
 }
 
-// The page of the stored profiles. Row n of its list is profile n of the store, however the view is sorted.
+// The page that lists the stored profiles. Row n is profile n of the store, however the view is sorted.
 class ProfilePageController final : public QWidget, public ProfilePage, public TableDataSource {
     Q_OBJECT
 
 public:
-    // What is passed outlives the page.
-    ProfilePageController(RunLoop& runLoop, AlertPanels& alerts, ModalSheets& sheets, ProfileStore& store,
-        ConnectionQueue& siteSurveyPage, QWidget* parent = nullptr);
+    // The arguments must outlive the page.
+    ProfilePageController(VX7100Access& adapter, RunLoop& runLoop, AlertPanels& alerts, ModalSheets& sheets,
+        ProfileStore& store, ConnectionQueue& siteSurveyPage, QWidget* parent = nullptr);
     ~ProfilePageController() override;
     Q_DISABLE_COPY_MOVE(ProfilePageController)
 
@@ -41,20 +42,20 @@ public:
     void ClearProfileList();
     // Loads the store and rebuilds the rows.
     void RefreshProfileList() override;
-    // Queues the stored copy of the active profile, if there is one. That copy does not follow later edits.
+    // Queues the stored entry of the active profile, if any. Later edits of the profile do not change that entry.
     void CheckProfileSettingForConnect() override;
     void DisabledActivateProfile() override;
 
     void OnAdd();
     void OnEdit();
-    void OnDelete(); // asks nothing
-    // Queues the selected profile and makes it the active one; without a selection does nothing.
+    void OnDelete(); // without confirmation
+    // Queues the selected profile and makes it the active one; a no-op without a selection.
     void OnActivate();
 
     [[nodiscard]] int numberOfRowsInTableView() const override;
     [[nodiscard]] QVariant objectValueForTableColumn(QStringView identifier, int row) const override;
     [[nodiscard]] QString imageTextForTableColumn(QStringView identifier, int row) const override;
-    // Changes the row that is shown, until the next refresh, and not the profile; saves the list as it is.
+    // Changes the displayed row until the next refresh, not the profile; saves the unchanged list.
     void setObjectValue(const QVariant& value, QStringView identifier, int row) override;
     [[nodiscard]] QString toolTipForTableColumn(QStringView identifier, int row) const override;
 
@@ -62,22 +63,23 @@ private:
     void setUpTable();
     void reloadData();
     void runEditor();
-    // The selected row; -1, after an alert, when none is selected.
+    // The selected row; -1 after an alert if no row is selected.
     [[nodiscard]] int selectedRowOrAlert(const QString& message);
     void queue(const Profile& profile);
 
+    VX7100Access& Adapter;
     RunLoop& m_runLoop;
     AlertPanels& m_alerts;
     ModalSheets& m_sheets;
     ProfileStore& m_store;
     ConnectionQueue& SiteSurveyPage;
-    std::unique_ptr<Ui::ProfilePage> m_form;
+    std::unique_ptr<Ui::ProfilePage> m_ui;
     ProfileEditorController ProfileEditor;
     std::unique_ptr<Timer> m_timer;
 
     std::vector<ProfileItem> profileData;
     ProfileList records;
-    ProfileList recordActivate; // the record of the active profile, or nothing
+    ProfileList recordActivate; // the entry of the active profile, or empty
     bool m_loaded { false };
-    std::int32_t CurrentSelectedItem { -1 }; // the row activated last, which keeps its number when rows move
+    std::int32_t CurrentSelectedItem { -1 }; // the last activated row; does not follow when rows move
 };

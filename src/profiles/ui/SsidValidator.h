@@ -2,8 +2,8 @@
 
 #include <QValidator>
 
-// Lets a network name grow to 32 bytes (IEEE 802.11) and no further. What is added at the end is cut between two
-// characters; what is put in before other text and does not fit is refused, so that nothing is pushed out.
+// Limits a network name to 32 bytes (IEEE 802.11). Input at the end is truncated between two characters. Input before
+// other text is rejected if it does not fit, so that the text after it is not lost.
 class SsidValidator final : public QValidator {
     Q_OBJECT
 

@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr int longestThreshold = 4; // digits
+constexpr int maxDigits = 4;
 
 } // namespace
 
@@ -18,13 +18,13 @@ ThresholdFields::ThresholdFields(QCheckBox& check, QSlider& slider, QLineEdit& t
     , m_slider(slider)
     , m_text(text)
 {
-    m_slider.setRange(range.least, range.most);
-    m_slider.setValue(range.most);
-    m_text.setText(QString::number(range.most));
+    m_slider.setRange(range.min, range.max);
+    m_slider.setValue(range.max);
+    m_text.setText(QString::number(range.max));
     m_text.setValidator(new ThresholdValidator(range, &m_text));
-    m_text.setMaximumWidth(m_text.fontMetrics().horizontalAdvance(QString(longestThreshold + 4, u'0')));
+    m_text.setMaximumWidth(m_text.fontMetrics().horizontalAdvance(QString(maxDigits + 4, u'0')));
     QObject::connect(&m_text, &QLineEdit::textChanged, &m_slider, [&slider, range](const QString& typed) {
-        const QSignalBlocker quiet(slider); // the slider would write the text anew while it is typed
+        const QSignalBlocker blocker(slider); // the slider would overwrite the text while the user types
         slider.setValue(sliderValueOf(typed, range));
     });
     followCheckBox();

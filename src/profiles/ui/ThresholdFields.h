@@ -6,15 +6,15 @@ class QCheckBox;
 class QLineEdit;
 class QSlider;
 
-// One threshold of the editor: the box that allows it to be changed, a slider, and the field whose text is what counts.
+// One threshold of the editor: the check box that enables it, a slider, and the field whose text is saved.
 class ThresholdFields final {
 public:
-    // Starts at the largest value, which means "off". From then on the slider follows the field.
+    // Starts with the maximum, which means "off". The slider follows the field.
     ThresholdFields(QCheckBox& check, QSlider& slider, QLineEdit& text, ThresholdRange range);
 
     void followCheckBox();
     void followSlider();
-    // As when the field is left.
+    // Corrects the text as if the field lost focus.
     void correctText();
 
 private:

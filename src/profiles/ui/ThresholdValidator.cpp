@@ -3,13 +3,13 @@
 #include <QLocale>
 
 ThresholdValidator::ThresholdValidator(ThresholdRange range, QObject* parent)
-    : QIntValidator(range.least, range.most, parent)
+    : QIntValidator(range.min, range.max, parent)
     , m_range(range)
 {
-    setLocale(QLocale::c()); // plain digits, as they are stored
+    setLocale(QLocale::c()); // ASCII digits, as stored
 }
 
 void ThresholdValidator::fixup(QString& text) const
 {
-    text = QString::number(text.isEmpty() ? m_range.most : sliderValueOf(text, m_range));
+    text = QString::number(text.isEmpty() ? m_range.max : sliderValueOf(text, m_range));
 }

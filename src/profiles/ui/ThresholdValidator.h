@@ -4,8 +4,8 @@
 
 #include <QIntValidator>
 
-// Digits of a threshold. When the field is left, a number out of range becomes the nearest that is in range, and an
-// empty field the largest, which means "off".
+// Accepts the digits of a threshold. When the field loses focus, a number out of range is clamped, and an empty field
+// becomes the maximum, which means "off".
 class ThresholdValidator final : public QIntValidator {
     Q_OBJECT
 

@@ -18,21 +18,21 @@ namespace {
 
 constexpr MacAddress anyStation { 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF };
 
-void sendKey(VX7100Access& adapter, std::uint32_t oid, KeyRecord& key)
+void sendKey(VX7100Access& adapter, std::uint32_t oid, KeyRecord& key, std::uint32_t length)
 {
     std::uint32_t returned = 0;
-    (void)adapter.OidSetInformation(oid, key.data(), static_cast<std::uint32_t>(key.size()), &returned, setRetryCount);
+    (void)adapter.OidSetInformation(oid, key.data(), length, &returned, setRetryCount);
 }
 
 void sendWepKeys(VX7100Access& adapter, PROFILE_DATA& record)
 {
     for (std::uint32_t index = 0; index < record.pWepKey.size(); ++index) {
-        KeyRecord& key = record.pWepKey[index];
-        if (key.empty()) {
+        const std::uint32_t length = record.WepKeyLen(index);
+        if (length == 0) {
             const NDIS_802_11_REMOVE_KEY absent { sizeof(NDIS_802_11_REMOVE_KEY), index, anyStation, {} };
             (void)setRecord(adapter, OID_802_11_REMOVE_KEY, absent);
         } else {
-            sendKey(adapter, OID_802_11_ADD_KEY | oidSetFlag, key);
+            sendKey(adapter, OID_802_11_ADD_KEY | oidSetFlag, record.pWepKey[index], length);
         }
     }
 }
@@ -40,9 +40,9 @@ void sendWepKeys(VX7100Access& adapter, PROFILE_DATA& record)
 void sendKeys(VX7100Access& adapter, PROFILE_DATA& record)
 {
     if (record.AuthenMode == Ndis802_11AuthModeWPAPSK)
-        sendKey(adapter, VX_OID_802_11_ADD_WPA | oidSetFlag, record.pWpaKey);
+        sendKey(adapter, VX_OID_802_11_ADD_WPA | oidSetFlag, record.pWpaKey, record.WpaKeyLen());
     else if (record.AuthenMode == Ndis802_11AuthModeWPANone)
-        sendKey(adapter, OID_802_11_ADD_KEY | oidSetFlag, record.pWpaKey);
+        sendKey(adapter, OID_802_11_ADD_KEY | oidSetFlag, record.pWpaKey, record.WpaKeyLen());
     else if (record.AuthenMode == Ndis802_11AuthModeShared || record.EncryStatus == Ndis802_11Encryption1Enabled)
         sendWepKeys(adapter, record);
 }
@@ -87,7 +87,7 @@ void associateByBssid(VX7100Access& adapter, const PROFILE_DATA& record)
     (void)setRecord(adapter, OID_802_11_BSSID, record.Bssid);
 }
 
-// The card takes the settings as they come and starts to associate at the last request.
+// The card applies each setting at once and starts to associate at the last request.
 void sendFullConnection(VX7100Access& adapter, PROFILE_DATA& record)
 {
     sendSettings(adapter, record);
@@ -131,12 +131,10 @@ void runTask(VX7100Access& adapter, std::int32_t taskType, PROFILE_DATA& record)
     }
 }
 
-// The place of the access point with this address in the list.
+// The index of the access point in the scan list.
 std::optional<std::uint32_t> indexInList(const MacAddress& bssid)
 {
-    if (!G_pBssidList)
-        return std::nullopt;
-    BssidListWalk walk(*G_pBssidList);
+    BssidListWalk walk(currentBssidList());
     for (std::uint32_t index = 0; const auto entry = walk.next(); ++index) {
         if (entry->fixedPart().MacAddress == bssid)
             return index;
@@ -150,7 +148,7 @@ void probeConnectedLink(ConnectionState& state, VX7100Access& adapter, SurveyLis
     G_bRescan = 1;
     MacAddress bssid {};
     (void)queryRecord(adapter, OID_802_11_BSSID, bssid);
-    // The name is asked for and not shown: the status line is the link status page's to write.
+    // Queried but not shown: the link status page writes the status line.
     NDIS_802_11_SSID ssid {};
     (void)queryRecord(adapter, OID_802_11_SSID, ssid);
     if (const auto index = indexInList(bssid)) {
@@ -224,10 +222,10 @@ void ProbeConnectStatus(ConnectionState& state, VX7100Access& adapter, SurveyLis
         probeConnectedLink(state, adapter, list);
         return;
     }
-    list.reloadData(); // the mark goes before the scan holds the window up
+    list.reloadData(); // remove the mark before the scan blocks the window
     if (state.TimerCount != -1)
         return;
-    // The link had been up: scan at once, and again at every probe until it returns or the user connects anew.
+    // The link was up before: scan now, and at every probe until it returns or the user connects again.
     queueRescan();
     DoTask(state, adapter);
 }

@@ -7,7 +7,7 @@ namespace {
 constexpr int ticksBeforeFailure = 5;
 constexpr int secondsPerTick = 2;
 
-QString translated(const char* text)
+QString tr(const char* text)
 {
     return QCoreApplication::translate("JoinProgress", text);
 }
@@ -17,7 +17,7 @@ QString translated(const char* text)
 void JoinProgress::begin(const QString& network)
 {
     m_state = State::Queued;
-    m_network = network.isEmpty() ? translated("the network") : QChar(0x201C) + network + QChar(0x201D);
+    m_network = network.isEmpty() ? tr("the network") : QChar(0x201C) + network + QChar(0x201D);
     m_ticksWaited = 0;
 }
 
@@ -55,10 +55,11 @@ QString JoinProgress::text() const
         return {};
     case State::Queued:
     case State::Waiting:
-        return translated("Connecting to %1…").arg(m_network);
+        return tr("Connecting to %1…").arg(m_network);
     case State::Failed:
-        return translated("No connection to %1 after %2 seconds. The key may be wrong, or the network out of range.")
-            .arg(m_network, QString::number(ticksBeforeFailure * secondsPerTick)); // at once: a name may hold "%2"
+        return tr("No connection to %1 after %2 seconds. The key may be wrong, or the network out of range.")
+            .arg(m_network,
+                QString::number(ticksBeforeFailure * secondsPerTick)); // in one call: a name may contain "%2"
     }
     return {};
 }

@@ -2,25 +2,24 @@
 
 #include <QString>
 
-// What to tell the user between a connection's being asked for and the link's coming up. Fed by the ticks of the site
-// survey: it asks nothing of the driver.
+// Tells the user how a connection proceeds until the link is up. Driven by the ticks of the site survey; sends nothing
+// to the driver.
 class JoinProgress {
 public:
-    // A connection was queued. network is its name as it is shown, empty for one that sends none.
+    // A connection was queued. network is the display name; empty if it is unknown.
     void begin(const QString& network);
-    // One tick: whether the link is up, as probed before the tick ran its task, and whether the connection still waits
-    // in the queue behind other tasks.
+    // linkUp: the result of the probe before this tick ran its task. stillQueued: the connection waits for other tasks.
     void tick(bool linkUp, bool stillQueued);
-    // The card is gone, and with it what was asked of it.
+    // The card was removed.
     void reset();
 
-    // Empty while there is nothing to tell.
+    // Empty if no connection is in progress.
     [[nodiscard]] QString text() const;
 
 private:
     enum class State {
         Idle,
-        Queued, // the link that is seen is the one of before, also in the tick that runs the task
+        Queued, // the probe still sees the previous link, also in the tick that runs the task
         Waiting,
         Failed,
     };

@@ -6,7 +6,7 @@
 
 namespace {
 
-// The taking of a record and its release write the same two lines.
+// setProfile() and the destructor write the same two lines.
 void traceStart()
 {
     traceAlways("ProfileDat - setProfile - start\n");

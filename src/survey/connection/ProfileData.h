@@ -2,17 +2,19 @@
 
 #include "driver/records/NdisRecords.h"
 #include "driver/records/VxRecords.h"
+#include "survey/connection/SecureMemory.h"
+
+#include <QtGlobal>
 
 #include <array>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <vector>
 
-// One NDIS_802_11_KEY with its key material, as it goes to the driver; empty for a key that is absent.
-using KeyRecord = std::vector<std::byte>;
+// One NDIS_802_11_KEY with its key material, as sent to the driver; empty if there is no key.
+using KeyRecord = SecretVector<std::byte>;
 
-// One connection's settings. Its records go to the driver unchanged, and it owns its keys.
+// The settings of one connection. Its records are sent to the driver unchanged. It owns its keys.
 struct PROFILE_DATA {
     std::uint8_t ConnectByBssid { 0 }; // 0: associate by Ssid, 1: by Bssid
     NDIS_802_11_SSID Ssid {};
@@ -24,16 +26,23 @@ struct PROFILE_DATA {
     std::uint32_t FragmentThreshold { 0 }; // bytes
     std::int32_t AuthenMode { 0 }; // NDIS_802_11_AUTHENTICATION_MODE
     std::int32_t EncryStatus { 0 }; // NDIS_802_11_ENCRYPTION_STATUS
-    std::uint32_t TxPower { 0 }; // index of a power step: 0 to 4 for 100, 75, 50, 25 and 12 percent
-    KeyRecord pWpaKey; // the 32-byte pre-shared master key, for WPA-PSK and WPA-None
+    std::uint32_t TxPower { 0 }; // power step: 0 to 4 for 100, 75, 50, 25 and 12 percent
+    KeyRecord pWpaKey; // the 32-byte pre-shared key, for WPA-PSK and WPA-None
     std::array<KeyRecord, 4> pWepKey;
     std::int32_t PowerSaveMode { 0 }; // value of OID_802_11_POWER_MODE
     std::uint8_t CamWhenAcPower { 0 }; // carried, not sent
     std::uint32_t ChannelFreq { 0 }; // kHz; the channel of an ad hoc network
-    std::uint8_t SetWirelessMode { 0 }; // non-zero: wireless mode, station configuration and rates are sent too
+    std::uint8_t SetWirelessMode { 0 }; // non-zero: also send wireless mode, station configuration and rates
     NDIS_802_11_RATES DesiredRates {};
     VX_802_11_STA_CONFIG StaConfig {};
-    std::uint8_t DisassociateFirst { 0 }; // non-zero: disassociate before the settings are applied
+    std::uint8_t DisassociateFirst { 0 }; // non-zero: disassociate before applying the settings
+
+    // The byte lengths of the key records; 0 if there is no key.
+    [[nodiscard]] std::uint32_t WpaKeyLen() const { return static_cast<std::uint32_t>(pWpaKey.size()); }
+    [[nodiscard]] std::uint32_t WepKeyLen(std::size_t index) const
+    {
+        return static_cast<std::uint32_t>(pWepKey[index].size());
+    }
 };
 
 enum ConnectionTaskType : std::int32_t {
@@ -43,18 +52,18 @@ enum ConnectionTaskType : std::int32_t {
     CONNECT_TASK_BSSID = 4, // associate by BSSID
 };
 
-// A connection task: a record that it owns, and what is to be done with it.
+// A connection task: a record, which it owns, and what to do with it.
 class ProfileData {
+    Q_DISABLE_COPY_MOVE(ProfileData)
+
 public:
-    // A task over this record, which may be null.
+    // Creates a task with this record, which may be null.
     [[nodiscard]] static std::unique_ptr<ProfileData> setProfileData(std::unique_ptr<PROFILE_DATA> record);
 
     ProfileData(); // holds a placeholder record
     ~ProfileData();
-    ProfileData(const ProfileData&) = delete;
-    ProfileData& operator=(const ProfileData&) = delete;
 
-    // Takes the record in place of the one held so far, which goes.
+    // Replaces and releases the previous record.
     void setProfile(std::unique_ptr<PROFILE_DATA> record);
     [[nodiscard]] PROFILE_DATA* Profile() const { return m_profile.get(); }
 

@@ -5,19 +5,18 @@
 
 class ProfileData;
 
-// The process-wide queue of connection tasks: first in, first out. Null until the one TaskQueue is created; until
-// then nothing can be inserted and there is nothing to get.
+// The process-wide queue of connection tasks: first in, first out. Null until the TaskQueue is created.
 using ConnectionTaskQueue = std::deque<std::shared_ptr<ProfileData>>;
 extern std::unique_ptr<ConnectionTaskQueue> ProfileDataQueue;
 
 class TaskQueue {
 public:
-    TaskQueue(); // begins with an empty queue
+    TaskQueue(); // creates the empty queue
 
-    // A task that is inserted before there is a queue goes at once.
+    // Without a queue the task is discarded.
     static void InsertTaskObject(std::shared_ptr<ProfileData> task);
-    // The oldest task; null when the queue is empty. It stays queued.
+    // The oldest task, which stays queued; null if the queue is empty.
     [[nodiscard]] static std::shared_ptr<ProfileData> GetTaskObject();
-    // Takes the oldest task away; harmless when the queue is empty.
+    // Removes the oldest task; a no-op if the queue is empty.
     static void RemoveTaskObject();
 };

@@ -6,10 +6,10 @@
 
 #include <string_view>
 
-// What to tell the user beside a key that is being typed: what is missing, or what it is. It only informs: what is
-// refused is up to keyRefusal. Never shows any of the key.
+// Hints beside a key field while the user types: what is missing, or what the key is. They only inform; keyRefusal()
+// decides. They never show any part of the key.
 
-// Empty where there is nothing to say: for a key that is neither typed nor selected, and without a format.
+// Empty for an empty key that is not selected, and without a selected format.
 [[nodiscard]] QString wepKeyHint(const WepKeyControls& key, bool selected);
 
 [[nodiscard]] QString presharedKeyHint(std::string_view text);

@@ -1,10 +1,6 @@
 #include "survey/keys/KeyRecords.h"
 
-#include "crypto/PasswordHash.h"
-
-#include <algorithm>
 #include <cstring>
-#include <limits>
 
 namespace {
 
@@ -34,22 +30,4 @@ KeyRecord wpaKeyRecord(const PresharedKey& key)
     NDIS_802_11_KEY head {};
     head.KeyIndex = keyIndexTransmit;
     return keyRecord(head, key);
-}
-
-PresharedKey presharedKeyOfPassphrase(
-    const std::string& passphrase, std::span<const std::uint8_t> ssid, std::uint32_t ssidLength)
-{
-    constexpr std::size_t derivedSize = 40; // the derivation writes two whole digests
-    std::array<std::uint8_t, derivedSize> derived {};
-    std::copy_n(passphrase.begin(), std::min(passphrase.size(), derived.size()), derived.begin());
-    // A length beyond the name's bytes is refused by the derivation as soon as it exceeds 32; the bytes are its salt.
-    const auto length
-        = static_cast<std::int32_t>(std::min<std::uint32_t>(ssidLength, std::numeric_limits<std::int32_t>::max()));
-    std::array<std::uint8_t, 32> salt {};
-    std::copy_n(ssid.begin(), std::min(ssid.size(), salt.size()), salt.begin());
-    (void)PasswordHash(passphrase.c_str(), salt.data(), length, derived.data());
-
-    PresharedKey key {};
-    std::copy_n(derived.begin(), key.size(), key.begin());
-    return key;
 }

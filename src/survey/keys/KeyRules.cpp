@@ -1,7 +1,7 @@
 #include "survey/keys/KeyRules.h"
 
 #include "crypto/HexDigits.h"
-#include "platform/NetworkName.h"
+#include "platform/ByteText.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -9,14 +9,9 @@
 namespace {
 
 constexpr int sharedIndex = 1;
-constexpr int wpaIndex = 2;
 constexpr int wepIndex = 1;
 constexpr int hexadecimalIndex = 0;
 constexpr int asciiIndex = 1;
-
-constexpr std::size_t longestWepKey = 13; // bytes
-constexpr std::size_t shortestPassphrase = 8; // characters
-constexpr std::size_t presharedKeyDigits = 64;
 
 std::string_view upToZero(std::string_view text)
 {
@@ -30,7 +25,7 @@ bool isHexadecimal(std::string_view text)
 
 bool hasKeyLength(const WepKeyControls& key)
 {
-    const std::size_t length = upToZero(key.text).size();
+    const std::size_t length = upToZero(key.text.view()).size();
     if (key.formatIndex == hexadecimalIndex)
         return length == 10 || length == 26;
     if (key.formatIndex == asciiIndex)
@@ -46,22 +41,22 @@ QString wepRefusal(const WepKeyControls& key, std::size_t index)
     return title.arg(index + 1);
 }
 
-// The selected key comes first, and only it has to be there.
-std::optional<QString> wepKeysRefusal(const std::array<WepKeyControls, 4>& keys)
+// The selected key is checked first; it is the only one that must not be empty.
+std::optional<QString> wepKeysRefusal(const std::array<WepKeyControls, wepKeyCount>& keys)
 {
     const auto selected = static_cast<std::size_t>(selectedKeyIndex(keys));
     if (!hasKeyLength(keys[selected]))
         return wepRefusal(keys[selected], selected);
     for (std::size_t i = 0; i < keys.size(); ++i)
-        if (!upToZero(keys[i].text).empty() && !hasKeyLength(keys[i]))
+        if (!upToZero(keys[i].text.view()).empty() && !hasKeyLength(keys[i]))
             return wepRefusal(keys[i], i);
     return std::nullopt;
 }
 
-// No upper bound: a longer text than any passphrase passes here, and is refused when it is to be hashed.
+// No maximum length: the derivation refuses a text that is too long.
 std::optional<QString> presharedKeyRefusal(std::string_view text)
 {
-    if (text.size() < shortestPassphrase)
+    if (text.size() < minPassphraseLength)
         return QStringLiteral("Invalid WPA Pre-Shared key. WPA-PSK used field should use more 8 characters.");
     if (text.size() == presharedKeyDigits && !isHexadecimal(text))
         return QStringLiteral("Invalid WPA Pre-Shared key. WPA-PSK used field should use more 64 hexadecimal digital.");
@@ -70,14 +65,17 @@ std::optional<QString> presharedKeyRefusal(std::string_view text)
 
 } // namespace
 
-std::string keyBytesOf(const QString& text)
+SecretText keyBytesOf(const QString& text)
 {
-    return bytesFromText(text).toStdString();
+    QByteArray bytes = bytesFromText(text);
+    SecretText key(std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())));
+    secureClear(bytes.data(), static_cast<std::size_t>(bytes.size()));
+    return key;
 }
 
-std::array<WepKeyControls, 4> wepKeyControlsOf(const std::array<WepKeyRow, 4>& rows)
+std::array<WepKeyControls, wepKeyCount> wepKeyControlsOf(const std::array<WepKeyRow, wepKeyCount>& rows)
 {
-    std::array<WepKeyControls, 4> keys;
+    std::array<WepKeyControls, wepKeyCount> keys;
     std::transform(rows.begin(), rows.end(), keys.begin(), [](const WepKeyRow& row) {
         return WepKeyControls { row.format, keyBytesOf(row.text), row.radioOn };
     });
@@ -86,8 +84,8 @@ std::array<WepKeyControls, 4> wepKeyControlsOf(const std::array<WepKeyRow, 4>& r
 
 std::optional<QString> keyRefusal(const KeyControls& controls)
 {
-    if (controls.authenTypeIndex >= wpaIndex)
-        return presharedKeyRefusal(upToZero(controls.presharedKey));
+    if (controls.authenTypeIndex >= wpaAuthenTypeIndex)
+        return presharedKeyRefusal(upToZero(controls.WPAPSK.view()));
     if (!usesWepKeys(controls.authenTypeIndex, controls.encryTypeIndex))
         return std::nullopt;
     return wepKeysRefusal(controls.wepKeys);
@@ -95,10 +93,10 @@ std::optional<QString> keyRefusal(const KeyControls& controls)
 
 bool usesWepKeys(int authenTypeIndex, int encryTypeIndex)
 {
-    return authenTypeIndex < wpaIndex && (authenTypeIndex == sharedIndex || encryTypeIndex == wepIndex);
+    return authenTypeIndex < wpaAuthenTypeIndex && (authenTypeIndex == sharedIndex || encryTypeIndex == wepIndex);
 }
 
-std::int32_t selectedKeyIndex(const std::array<WepKeyControls, 4>& keys)
+std::int32_t selectedKeyIndex(const std::array<WepKeyControls, wepKeyCount>& keys)
 {
     for (std::size_t i = 0; i < keys.size(); ++i)
         if (keys[i].radioOn)
@@ -111,7 +109,7 @@ WepKey wepKeyOf(int formatIndex, std::string_view text)
     text = upToZero(text);
     const bool hexadecimal = formatIndex == hexadecimalIndex;
     WepKey key;
-    key.length = static_cast<std::uint8_t>(std::min(hexadecimal ? text.size() / 2 : text.size(), longestWepKey));
+    key.length = static_cast<std::uint8_t>(std::min(hexadecimal ? text.size() / 2 : text.size(), maxWepKeySize));
     if (hexadecimal)
         AtoH(text, key.material.data(), key.length);
     else

@@ -9,7 +9,6 @@
 namespace {
 
 constexpr char className[] = "HiddenSSIDController";
-constexpr qsizetype longestSsid = 32; // bytes, IEEE 802.11
 
 } // namespace
 
@@ -17,14 +16,14 @@ HiddenSSIDController::HiddenSSIDController(ModalSheets& sheets, HiddenSSIDReceiv
     : QDialog(parent)
     , m_sheets(sheets)
     , SiteSurvey(siteSurvey)
-    , m_form(std::make_unique<Ui::HiddenSSID>())
+    , m_ui(std::make_unique<Ui::HiddenSSID>())
 {
-    m_form->setupUi(this);
-    // A name of full length shows whole.
-    QLineEdit& field = *m_form->HiddenSSIDText;
-    field.setMinimumWidth(field.fontMetrics().horizontalAdvance(QString(longestSsid + 2, u'n')));
-    connect(m_form->buttons, &QDialogButtonBox::accepted, this, [this] { OnOK(); });
-    connect(m_form->buttons, &QDialogButtonBox::rejected, this, [this] { OnCANCEL(); });
+    m_ui->setupUi(this);
+    // Wide enough for a name of the maximum length.
+    QLineEdit& field = *m_ui->HiddenSSIDText;
+    field.setMinimumWidth(field.fontMetrics().horizontalAdvance(QString(NetworkName::maxLength + 2, u'n')));
+    connect(m_ui->buttons, &QDialogButtonBox::accepted, this, [this] { OnOK(); });
+    connect(m_ui->buttons, &QDialogButtonBox::rejected, this, [this] { OnCANCEL(); });
 }
 
 HiddenSSIDController::~HiddenSSIDController() = default;
@@ -32,8 +31,7 @@ HiddenSSIDController::~HiddenSSIDController() = default;
 void HiddenSSIDController::OnOK()
 {
     traceEntry(className, "OnOK");
-    const QByteArray name = bytesFromText(m_form->HiddenSSIDText->text()).left(longestSsid);
-    SiteSurvey.ReceiveHiddenSSID(name.toStdString());
+    SiteSurvey.ReceiveHiddenSSID(NetworkName::fromText(m_ui->HiddenSSIDText->text()).truncated());
     m_sheets.stopModalWithCode(sheetAccepted);
 }
 
@@ -45,6 +43,6 @@ void HiddenSSIDController::OnCANCEL()
 
 void HiddenSSIDController::focusName()
 {
-    m_form->HiddenSSIDText->setFocus();
-    m_form->HiddenSSIDText->selectAll();
+    m_ui->HiddenSSIDText->setFocus();
+    m_ui->HiddenSSIDText->selectAll();
 }

@@ -11,24 +11,23 @@ namespace Ui {
 class HiddenSSID;
 }
 
-// Asks for the name of a network that does not send it. Stops with 1 for OK and 0 for Cancel.
+// Asks for the name of a hidden network. Stops with 1 for OK and 0 for Cancel.
 class HiddenSSIDController final : public QDialog {
     Q_OBJECT
 
 public:
     HiddenSSIDController(ModalSheets& sheets, HiddenSSIDReceiver& siteSurvey, QWidget* parent = nullptr);
     ~HiddenSSIDController() override;
-    HiddenSSIDController(const HiddenSSIDController&) = delete;
-    HiddenSSIDController& operator=(const HiddenSSIDController&) = delete;
+    Q_DISABLE_COPY_MOVE(HiddenSSIDController)
 
-    // Hands the name back as it is, cut at 32 bytes; nothing else is asked of it.
+    // Returns the name, truncated to 32 bytes and not checked otherwise.
     void OnOK();
     void OnCANCEL();
-    // The keyboard goes to the name; one typed before is selected, so that typing replaces it.
+    // Focuses the name and selects a previous one, so that typing replaces it.
     void focusName();
 
 private:
     ModalSheets& m_sheets;
     HiddenSSIDReceiver& SiteSurvey;
-    std::unique_ptr<Ui::HiddenSSID> m_form;
+    std::unique_ptr<Ui::HiddenSSID> m_ui;
 };

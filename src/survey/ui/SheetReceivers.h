@@ -1,20 +1,20 @@
 #pragma once
 
+#include "platform/NetworkName.h"
 #include "survey/ConnectionRecord.h"
 
-#include <string>
-
-// Where the sheets of the site survey hand back what was typed.
+// The interfaces through which the sheets of the site survey return what the user entered.
 
 class SecuritySettingsReceiver {
 public:
     virtual ~SecuritySettingsReceiver() = default;
+    // The settings contain keys; do not keep copies.
     virtual void ReceiveWEPsetting(const SecuritySettings& settings) = 0;
 };
 
 class HiddenSSIDReceiver {
 public:
     virtual ~HiddenSSIDReceiver() = default;
-    // The bytes of the name, at most 32; none for an empty name.
-    virtual void ReceiveHiddenSSID(const std::string& HiddenSSIDtext) = 0;
+    // At most NetworkName::maxLength bytes; may be empty.
+    virtual void ReceiveHiddenSSID(const NetworkName& HiddenSSIDtext) = 0;
 };

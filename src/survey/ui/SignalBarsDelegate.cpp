@@ -9,7 +9,7 @@ namespace {
 
 constexpr int qualityPerBar = 100 / signalBars;
 
-// The bars' field, a little less high than the text's line and half as wide again.
+// The size of all bars together: slightly lower than a line of text.
 QSize barsSize(const QFontMetrics& metrics)
 {
     const int height = metrics.ascent();

@@ -2,7 +2,7 @@
 
 #include "platform/ui/NumberDelegate.h"
 
-// Draws a signal quality of 0 to 100 as bars with the figure beside them.
+// Draws a signal quality of 0 to 100 as bars, followed by the number.
 class SignalBarsDelegate final : public NumberDelegate {
     Q_OBJECT
 
@@ -15,5 +15,5 @@ public:
 
 inline constexpr int signalBars = 5;
 
-// How many of the bars a quality fills: every bar begun counts, so that only 0 shows none.
+// The number of filled bars, rounded up, so that only a quality of 0 fills none.
 [[nodiscard]] int filledSignalBars(int quality);

@@ -5,6 +5,7 @@
 #include "driver/BssidList.h"
 #include "driver/MacAddressText.h"
 #include "platform/AlertPanels.h"
+#include "platform/ByteText.h"
 #include "platform/NetworkName.h"
 #include "platform/RunLoop.h"
 #include "platform/ui/Images.h"
@@ -12,10 +13,10 @@
 #include "platform/ui/NetworkNameDelegate.h"
 #include "survey/AccessPointRows.h"
 #include "survey/NetworkSecurity.h"
-#include "survey/ProfileEditorSheet.h"
-#include "survey/ProfileProposal.h"
+#include "survey/ProfileFromScan.h"
 #include "survey/SurveyTexts.h"
 #include "survey/connection/ProfileData.h"
+#include "survey/connection/ProfileEditorSheet.h"
 #include "survey/ui/SignalBarsDelegate.h"
 #include "ui_SiteSurveyPage.h"
 
@@ -29,6 +30,7 @@
 namespace {
 
 constexpr char className[] = "SiteSurveyPageController";
+const QString PIColumn = QStringLiteral("pi");
 constexpr std::chrono::milliseconds timerInterval { 2000 };
 
 std::vector<TableColumn> columns()
@@ -36,7 +38,7 @@ std::vector<TableColumn> columns()
     using Kind = TableColumn::Kind;
     const auto tr = [](const char* text) { return SiteSurveyPageController::tr(text); };
     return {
-        { u"pi"_qs, {}, Kind::Image, tr("The network that the card is connected to") },
+        { PIColumn, {}, Kind::Image, tr("The network that the card is connected to") },
         { u"ssid"_qs, tr("SSID"), Kind::Text, tr("Network name") },
         { u"bssid"_qs, tr("BSSID"), Kind::Text, tr("Address of the access point") },
         { u"signal"_qs, tr("Signal"), Kind::Number, tr("Signal quality, 0 to 100") },
@@ -57,28 +59,28 @@ SiteSurveyPageController::SiteSurveyPageController(VX7100Access& adapter, RunLoo
     , m_assertions(assertions)
     , m_alerts(alerts)
     , m_sheets(sheets)
-    , m_form(std::make_unique<Ui::SiteSurveyPage>())
+    , m_ui(std::make_unique<Ui::SiteSurveyPage>())
     , WEPSetting(sheets, alerts, *this)
     , HiddenSSID(sheets, *this)
 {
     traceEntry(className, "init");
-    m_form->setupUi(this);
+    m_ui->setupUi(this);
     setUpTable();
 }
 
 SiteSurveyPageController::~SiteSurveyPageController()
 {
-    m_form->ApList->setDataSource(nullptr);
+    m_ui->ApList->setDataSource(nullptr);
 }
 
 void SiteSurveyPageController::setUpTable()
 {
-    TableView& list = *m_form->ApList;
+    TableView& list = *m_ui->ApList;
     list.setTableColumns(columns());
-    list.setDelegateForTableColumn(u"ssid", new NetworkNameDelegate(wordForHiddenNetwork(), &list));
+    list.setDelegateForTableColumn(u"ssid", new NetworkNameDelegate(NetworkName::hiddenPlaceholder(), &list));
     list.setDelegateForTableColumn(u"signal", new SignalBarsDelegate(&list));
     list.setDataSource(this);
-    // Nobody tells the page of a card that was found before its first search is over; the window is painted meanwhile.
+    // No signal arrives between finding a card and the end of its first scan, so ask at paint time.
     list.setEmptyTextSource([this] {
         return emptyListText(
             { .deviceExists = G_bDeviceExist != 0, .radioOn = G_bRadio != 0, .surveyed = SiteSurveyTimer != nullptr });
@@ -88,14 +90,14 @@ void SiteSurveyPageController::setUpTable()
 void SiteSurveyPageController::awakeFromNib()
 {
     traceEntry(className, "awakeFromNib");
-    m_form->ApList->setDoubleAction([this] { OnConnect(); });
-    connect(m_form->Connect, &QPushButton::clicked, this, [this] { OnConnect(); });
-    connect(m_form->AddProfile, &QPushButton::clicked, this, [this] { OnAddProfile(); });
-    connect(m_form->Rescan, &QPushButton::clicked, this, [this] { OnRescan(); });
+    m_ui->ApList->setDoubleAction([this] { OnConnect(); });
+    connect(m_ui->Connect, &QPushButton::clicked, this, [this] { OnConnect(); });
+    connect(m_ui->AddProfile, &QPushButton::clicked, this, [this] { OnAddProfile(); });
+    connect(m_ui->Rescan, &QPushButton::clicked, this, [this] { OnRescan(); });
     auto* const rescanKey = new QShortcut(QKeySequence::Refresh, this);
-    connect(rescanKey, &QShortcut::activated, this, [this] { m_form->Rescan->click(); });
-    m_form->Rescan->setToolTip(
-        tr("%1 (%2)").arg(m_form->Rescan->toolTip(), rescanKey->key().toString(QKeySequence::NativeText)));
+    connect(rescanKey, &QShortcut::activated, this, [this] { m_ui->Rescan->click(); });
+    m_ui->Rescan->setToolTip(
+        tr("%1 (%2)").arg(m_ui->Rescan->toolTip(), rescanKey->key().toString(QKeySequence::NativeText)));
     WEPSetting.awakeFromNib();
     showJoinProgress();
 }
@@ -103,10 +105,10 @@ void SiteSurveyPageController::awakeFromNib()
 void SiteSurveyPageController::StartSiteSurveyTimer()
 {
     traceEntry(className, "StartSiteSurveyTimer");
-    // A card that stopped answering for a moment is brought into use again without a stop in between. The new timer
-    // replaces the old one: two of them would probe the link twice as often and could not both be stopped.
+    // A card that briefly stops answering is started again without a stop in between. Replace the timer: two timers
+    // would probe the link twice as often, and only one could be stopped.
     SiteSurveyTimer = m_runLoop.scheduleRepeatingTimer(timerInterval, [this] { OnTimer(); });
-    m_form->ApList->updateEmptyText();
+    m_ui->ApList->updateEmptyText();
 }
 
 void SiteSurveyPageController::StopSiteSurveyTimer()
@@ -114,7 +116,7 @@ void SiteSurveyPageController::StopSiteSurveyTimer()
     traceEntry(className, "StopSiteSurveyTimer");
     SiteSurveyTimer.reset();
     m_joinProgress.reset();
-    m_form->ApList->updateEmptyText();
+    m_ui->ApList->updateEmptyText();
     showJoinProgress();
 }
 
@@ -142,16 +144,14 @@ void SiteSurveyPageController::RefreshAPList()
 
 void SiteSurveyPageController::RescanTimeFunc()
 {
-    traceEntry(className, "RefreshAPList"); // the one line of a refresh
+    traceEntry(className, "RefreshAPList"); // RefreshAPList() itself writes no trace
     clearRows();
-    if (G_pBssidList) {
-        AccessPointRowsResult result = accessPointRows(*G_pBssidList, m_assertions);
-        tableData = std::move(result.rows);
-        if (!result.complete)
-            return;
-    }
+    AccessPointRowsResult result = accessPointRows(currentBssidList(), m_assertions);
+    tableData = std::move(result.rows);
+    if (!result.complete)
+        return;
     reloadData();
-    m_form->ApList->deselectAll();
+    m_ui->ApList->deselectAll();
 }
 
 void SiteSurveyPageController::ClearAPList()
@@ -168,15 +168,15 @@ void SiteSurveyPageController::clearRows()
 
 void SiteSurveyPageController::reloadData()
 {
-    m_form->ApList->reloadData();
-    m_form->ApList->updateEmptyText();
+    m_ui->ApList->reloadData();
+    m_ui->ApList->updateEmptyText();
 }
 
 void SiteSurveyPageController::showJoinProgress()
 {
     const QString text = m_joinProgress.text();
-    m_form->JoinStatus->setText(text);
-    m_form->JoinStatus->setVisible(!text.isEmpty());
+    m_ui->JoinStatus->setText(text);
+    m_ui->JoinStatus->setVisible(!text.isEmpty());
 }
 
 void SiteSurveyPageController::OnConnect()
@@ -187,8 +187,8 @@ void SiteSurveyPageController::OnConnect()
     const auto entry = selectedEntry();
     if (!entry)
         return;
-    // Copied out: a rescan replaces the list while a sheet is open.
-    NetworkChoice choice { entry->fixedPart(), wpaClassOf(*entry), false, {} };
+    // Copied: a rescan may replace the list while a sheet is open.
+    NetworkChoice choice { entry->fixedPart(), IsItemWPA(*entry), false, {} };
     choice.ssid = choice.network.Ssid;
     const bool tkip = std::string_view(encryptionTextOf(*entry)) == "TKIP";
     if (choice.wpaClass == WpaClass::Enterprise) {
@@ -202,8 +202,11 @@ void SiteSurveyPageController::OnConnect()
         join(choice, connectionRecord(choice, nullptr));
         return;
     }
-    if (askForSecuritySettings(choice.wpaClass, tkip))
-        join(choice, connectionRecord(choice, &m_securitySettings));
+    if (!askForSecuritySettings(choice.wpaClass, tkip))
+        return;
+    auto record = connectionRecord(choice, &m_securitySettings);
+    m_securitySettings = {}; // do not keep the keys
+    join(choice, std::move(record));
 }
 
 void SiteSurveyPageController::OnAddProfile()
@@ -223,19 +226,19 @@ void SiteSurveyPageController::OnAddProfile()
 
 std::optional<BssidEntry> SiteSurveyPageController::selectedEntry()
 {
-    CurrentSelectedItem = m_form->ApList->selectedRow() + 1;
+    CurrentSelectedItem = m_ui->ApList->selectedRow() + 1;
     if (CurrentSelectedItem == 0) {
         m_alerts.NSRunAlertPanel(QStringLiteral("No selected item"),
             QStringLiteral("Please select an item to connect to."), QStringLiteral("OK"));
         return std::nullopt;
     }
     const auto entry = bssidEntryAt(currentBssidList(), static_cast<std::uint32_t>(CurrentSelectedItem - 1));
-    // Between a scan and the tick that takes it up the rows are those of the list before: another network than the one
-    // that is shown must not be meant.
+    // Between a scan and the next tick the rows still show the previous list. Do not use an entry that differs from its
+    // row.
     const std::size_t row = static_cast<std::size_t>(CurrentSelectedItem - 1);
-    const bool isShown
+    const bool matchesRow
         = entry && row < tableData.size() && tableData[row].bssid() == macAddressText(entry->fixedPart().MacAddress);
-    return isShown ? entry : std::nullopt;
+    return matchesRow ? entry : std::nullopt;
 }
 
 bool SiteSurveyPageController::askForHiddenName(NetworkChoice& choice)
@@ -244,20 +247,18 @@ bool SiteSurveyPageController::askForHiddenName(NetworkChoice& choice)
     if (m_sheets.runModalForWindow(HiddenSSID, *window()) != sheetAccepted)
         return false;
     choice.hidden = true;
-    choice.ssid = {};
-    choice.ssid.SsidLength = static_cast<std::uint32_t>(std::min(m_hiddenName.size(), choice.ssid.Ssid.size()));
-    std::copy_n(m_hiddenName.begin(), choice.ssid.SsidLength, choice.ssid.Ssid.begin());
+    choice.ssid = m_hiddenName.record();
     return true;
 }
 
 bool SiteSurveyPageController::askForSecuritySettings(WpaClass wpaClass, bool tkip)
 {
-    const bool wpa = wpaClass != WpaClass::Unknown;
+    const bool wpa = wpaClass != WpaClass::NoWpa;
     if (wpa)
-        WEPSetting.setAuthenTypeComboText(wpaClass == WpaClass::None ? 0 : 1);
+        WEPSetting.setAuthenTypeComboText(wpaClass == WpaClass::WpaNone ? 0 : 1);
     WEPSetting.setAuthenTypeCombo(wpa ? wpaAuthenTypeIndex : 0);
     WEPSetting.OnSelchangeAuthType();
-    // WEP for a network without WPA; else the cipher that the network names, AES where that is not TKIP.
+    // WEP without WPA; otherwise the network's cipher, which is AES unless it is TKIP.
     WEPSetting.setEncryTypeCombo(wpa && tkip ? 0 : 1);
     WEPSetting.OnSelchangeEncryptionType();
     WEPSetting.clearText();
@@ -285,7 +286,7 @@ void SiteSurveyPageController::ReceiveWEPsetting(const SecuritySettings& setting
     m_securitySettings = settings;
 }
 
-void SiteSurveyPageController::ReceiveHiddenSSID(const std::string& HiddenSSIDtext)
+void SiteSurveyPageController::ReceiveHiddenSSID(const NetworkName& HiddenSSIDtext)
 {
     traceEntry(className, "ReceiveHiddenSSID");
     m_hiddenName = HiddenSSIDtext;
@@ -294,17 +295,16 @@ void SiteSurveyPageController::ReceiveHiddenSSID(const std::string& HiddenSSIDte
 void SiteSurveyPageController::queueAndFollow(std::unique_ptr<PROFILE_DATA> record, const NDIS_802_11_SSID& ssid)
 {
     m_queuedConnection = queueConnection(std::move(record));
-    if (G_bDeviceExist == 0) // no tick would come to tell how it went
+    if (G_bDeviceExist == 0) // without a card no tick follows the progress
         return;
-    const QString name = textUpToZero(std::as_bytes(std::span(ssid.Ssid)));
-    m_joinProgress.begin(name.isEmpty() ? name : shownNetworkName(name));
+    m_joinProgress.begin(NetworkName::upToZero(std::as_bytes(std::span(ssid.Ssid))).displayText());
     showJoinProgress();
 }
 
 void SiteSurveyPageController::UpdateConnectStatus(const QString& text)
 {
     traceEntry(className, "UpdateConnectStatus");
-    m_form->ConnectStatus->setText(shownText(text));
+    m_ui->ConnectStatus->setText(displayText(text));
 }
 
 void SiteSurveyPageController::DoTask()
@@ -338,7 +338,7 @@ int SiteSurveyPageController::numberOfRowsInTableView() const
 
 QVariant SiteSurveyPageController::objectValueForTableColumn(QStringView identifier, int row) const
 {
-    if (identifier == u"pi")
+    if (identifier == PIColumn)
         return row == G_bCurSelItem ? QVariant(imageNamed(u"HANDSHAK")) : QVariant();
     return tableData[static_cast<std::size_t>(row)].value(identifier);
 }
@@ -355,7 +355,8 @@ void SiteSurveyPageController::setObjectValue(const QVariant& value, QStringView
 
 QString SiteSurveyPageController::toolTipForTableColumn(QStringView identifier, int row) const
 {
-    const bool known = row >= 0 && row < numberOfRowsInTableView(); // the table may be older than the rows
-    return known && identifier == u"ssid" ? networkNameToolTip(tableData[static_cast<std::size_t>(row)].ssid())
-                                          : QString();
+    const bool known = row >= 0 && row < numberOfRowsInTableView(); // the table may still show older rows
+    if (!known || identifier != u"ssid")
+        return {};
+    return NetworkName::fromText(tableData[static_cast<std::size_t>(row)].ssid()).toolTip();
 }

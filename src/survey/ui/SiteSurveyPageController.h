@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/shared/Pages.h"
+#include "platform/NetworkName.h"
 #include "platform/ui/TableDataSource.h"
 #include "survey/AccessPoint.h"
 #include "survey/ConnectionRecord.h"
@@ -16,7 +17,6 @@
 
 #include <memory>
 #include <optional>
-#include <string>
 #include <vector>
 
 class AlertPanels;
@@ -31,7 +31,7 @@ namespace Ui {
 class SiteSurveyPage;
 }
 
-// The page of the networks in range. Row n of its list is entry n of G_pBssidList, however the view is sorted.
+// The page that lists the networks in range. Row n is entry n of the scan list, however the view is sorted.
 class SiteSurveyPageController final : public QWidget,
                                        public SiteSurveyPage,
                                        public TableDataSource,
@@ -45,27 +45,26 @@ public:
     SiteSurveyPageController(VX7100Access& adapter, RunLoop& runLoop, AssertionHandler& assertions, AlertPanels& alerts,
         ModalSheets& sheets, QWidget* parent = nullptr);
     ~SiteSurveyPageController() override;
-    SiteSurveyPageController(const SiteSurveyPageController&) = delete;
-    SiteSurveyPageController& operator=(const SiteSurveyPageController&) = delete;
+    Q_DISABLE_COPY_MOVE(SiteSurveyPageController)
 
     void awakeFromNib();
-    // The page that is told of connections made by hand and of profiles made here; may be absent.
+    // Notified of connections made here and of new profiles; may be null.
     void setProfilePage(ProfilePage* profilePage) { m_profilePage = profilePage; }
-    // May be absent, and no profile can be made here then.
+    // May be null; then no profile can be created here.
     void setProfileEditor(ProfileEditorSheet* profileEditor) { ProfileEditor = profileEditor; }
 
     void StartSiteSurveyTimer() override;
     void StopSiteSurveyTimer() override;
-    // Rebuilds the rows. After a failed assertion the rows made so far stay in tableData, and the table shows none.
+    // Rebuilds the rows. After a failed assertion tableData keeps the rows built so far, and the table shows none.
     void RefreshAPList() override;
     void ClearAPList() override;
     void UpdateConnectStatus(const QString& text) override;
 
     void OnTimer();
     void OnRescan();
-    // Joins the selected network, asking in sheets for what is missing.
+    // Joins the selected network. Sheets ask for a missing name or key.
     void OnConnect();
-    // Opens the profile editor over the selected network. Nothing is sent to the driver.
+    // Opens the profile editor with the selected network. Sends nothing to the driver.
     void OnAddProfile();
     void DoTask();
     void ProbeConnectStatus();
@@ -86,14 +85,14 @@ private:
     void showJoinProgress();
     void queueAndFollow(std::unique_ptr<PROFILE_DATA> record, const NDIS_802_11_SSID& ssid);
 
-    // The entry of the selected row; nothing, after an alert, when no row is selected, and without a word when the list
-    // has no such entry.
+    // The entry of the selected row. Returns std::nullopt after an alert if no row is selected, and without one if the
+    // list has no such entry.
     [[nodiscard]] std::optional<BssidEntry> selectedEntry();
     [[nodiscard]] bool askForHiddenName(NetworkChoice& choice);
     [[nodiscard]] bool askForSecuritySettings(WpaClass wpaClass, bool tkip);
     void join(const NetworkChoice& choice, std::unique_ptr<PROFILE_DATA> record);
     void ReceiveWEPsetting(const SecuritySettings& settings) override;
-    void ReceiveHiddenSSID(const std::string& HiddenSSIDtext) override;
+    void ReceiveHiddenSSID(const NetworkName& HiddenSSIDtext) override;
 
     VX7100Access& Adapter;
     RunLoop& m_runLoop;
@@ -102,17 +101,17 @@ private:
     ModalSheets& m_sheets;
     ProfilePage* m_profilePage { nullptr };
     ProfileEditorSheet* ProfileEditor { nullptr };
-    std::unique_ptr<Ui::SiteSurveyPage> m_form;
+    std::unique_ptr<Ui::SiteSurveyPage> m_ui;
     ::TaskQueue TaskQueue;
     std::unique_ptr<Timer> SiteSurveyTimer;
     std::vector<AccessPoint> tableData;
     ConnectionState m_connection;
     JoinProgress m_joinProgress;
-    std::weak_ptr<ProfileData> m_queuedConnection; // the one that m_joinProgress tells of
+    std::weak_ptr<ProfileData> m_queuedConnection; // the one that m_joinProgress follows
 
     WEPSettingController WEPSetting;
     HiddenSSIDController HiddenSSID;
-    std::int32_t CurrentSelectedItem { 0 }; // 1-based; 0 when no row was selected
-    SecuritySettings m_securitySettings; // as the security sheet delivered them last
-    std::string m_hiddenName; // bytes, as the hidden-SSID sheet delivered it last
+    std::int32_t CurrentSelectedItem { 0 }; // 1-based; 0 if no row was selected
+    SecuritySettings m_securitySettings; // returned by the security sheet; empty again after the join
+    NetworkName m_hiddenName; // as the hidden-SSID sheet last returned it
 };

@@ -20,9 +20,9 @@ WEPSettingController::WEPSettingController(
     , m_sheets(sheets)
     , m_alerts(alerts)
     , SiteSurvey(siteSurvey)
-    , m_form(std::make_unique<Ui::WEPSetting>())
+    , m_ui(std::make_unique<Ui::WEPSetting>())
 {
-    m_form->setupUi(this);
+    m_ui->setupUi(this);
 }
 
 WEPSettingController::~WEPSettingController() = default;
@@ -30,23 +30,23 @@ WEPSettingController::~WEPSettingController() = default;
 void WEPSettingController::awakeFromNib()
 {
     traceEntry(className, "awakeFromNib");
-    m_form->AuthenType->selectItemAtIndex(0);
-    m_form->EncryType->selectItemAtIndex(0);
-    m_form->keyFields->selectHexadecimal();
+    m_ui->AuthenType->selectItemAtIndex(0);
+    m_ui->EncryType->selectItemAtIndex(0);
+    m_ui->keyFields->selectHexadecimal();
     selFlag = 0;
     OnSelchangeAuthType();
-    // Only now does the list have an item to select.
-    m_form->EncryType->selectItemAtIndex(0);
+    // The list was empty before OnSelchangeAuthType().
+    m_ui->EncryType->selectItemAtIndex(0);
     OnSelchangeEncryptionType();
     connectControls();
 }
 
 void WEPSettingController::connectControls()
 {
-    connect(m_form->AuthenType, &ComboBox::selectionChosen, this, [this] { OnAuthType(); });
-    connect(m_form->EncryType, &ComboBox::selectionChosen, this, [this] { OnEncryType(); });
-    connect(m_form->buttons, &QDialogButtonBox::accepted, this, [this] { OnOK(); });
-    connect(m_form->buttons, &QDialogButtonBox::rejected, this, [this] { OnCANCEL(); });
+    connect(m_ui->AuthenType, &ComboBox::selectionChosen, this, [this] { OnAuthType(); });
+    connect(m_ui->EncryType, &ComboBox::selectionChosen, this, [this] { OnEncryType(); });
+    connect(m_ui->buttons, &QDialogButtonBox::accepted, this, [this] { OnOK(); });
+    connect(m_ui->buttons, &QDialogButtonBox::rejected, this, [this] { OnCANCEL(); });
 }
 
 void WEPSettingController::setAuthenTypeComboText(int kind)
@@ -55,40 +55,40 @@ void WEPSettingController::setAuthenTypeComboText(int kind)
     const auto items = authenticationItems(kind);
     if (!items)
         return;
-    m_form->AuthenType->setItemObjectValues(*items);
-    m_form->AuthenType->selectItemAtIndex(0);
+    m_ui->AuthenType->setItemObjectValues(*items);
+    m_ui->AuthenType->selectItemAtIndex(0);
 }
 
 void WEPSettingController::setAuthenTypeCombo(int index)
 {
     traceEntry(className, "setAuthenTypeCombo");
-    m_form->AuthenType->selectItemAtIndex(index);
+    m_ui->AuthenType->selectItemAtIndex(index);
 }
 
 void WEPSettingController::setEncryTypeCombo(int index)
 {
     traceEntry(className, "setEncryTypeCombo");
-    m_form->EncryType->selectItemAtIndex(index);
+    m_ui->EncryType->selectItemAtIndex(index);
 }
 
 int WEPSettingController::getAuthenTypeCombo() const
 {
     traceEntry(className, "getAuthenTypeCombo");
-    return m_form->AuthenType->indexOfSelectedItem();
+    return m_ui->AuthenType->indexOfSelectedItem();
 }
 
 void WEPSettingController::clearText()
 {
     traceEntry(className, "clearText");
-    m_form->keyFields->hideKeys();
-    m_form->keyFields->clearTexts();
+    m_ui->keyFields->hideKeys();
+    m_ui->keyFields->clearTexts();
     OnSelchangeAuthType();
 }
 
 void WEPSettingController::focusFirstKey()
 {
-    if (!m_form->keyFields->focusFirstKey())
-        m_form->AuthenType->setFocus();
+    if (!m_ui->keyFields->focusFirstKey())
+        m_ui->AuthenType->setFocus();
 }
 
 void WEPSettingController::OnAuthType()
@@ -106,28 +106,21 @@ void WEPSettingController::OnEncryType()
 void WEPSettingController::OnSelchangeAuthType()
 {
     traceEntry(className, "OnSelchangeAuthType");
-    const int authenType = m_form->AuthenType->indexOfSelectedItem();
-    const std::int32_t family = authenType == wpaAuthenTypeIndex ? 1 : 0;
-    const bool familyChanged = family != selFlag;
-    if (familyChanged)
-        m_form->EncryType->removeAllItems();
-    // Between "Open" and "Shared" the items are inserted once more: what is selected keeps its number.
-    int place = 0;
-    for (const QString& item : encryptionItems(authenType, G_encryCapa))
-        m_form->EncryType->insertItemWithObjectValue(item, place++);
-    if (familyChanged) {
-        m_form->EncryType->selectItemAtIndex(0);
-        selFlag = family;
-    }
+    const int authenType = m_ui->AuthenType->indexOfSelectedItem();
+    EncryptionList list { m_ui->EncryType->itemObjectValues(), m_ui->EncryType->indexOfSelectedItem(), selFlag };
+    list = encryptionListAfter(std::move(list), authenType, authenType == wpaAuthenTypeIndex ? 1 : 0, G_encryCapa);
+    m_ui->EncryType->setItemObjectValues(list.items);
+    m_ui->EncryType->selectItemAtIndex(list.selectedIndex);
+    selFlag = list.selFlag;
     OnSelchangeEncryptionType();
 }
 
 void WEPSettingController::OnSelchangeEncryptionType()
 {
     traceEntry(className, "OnSelchangeEncryptionType");
-    selAuth = m_form->AuthenType->indexOfSelectedItem();
-    selEncry = m_form->EncryType->indexOfSelectedItem();
-    m_form->keyFields->enableFor(selAuth, selEncry);
+    selAuth = m_ui->AuthenType->indexOfSelectedItem();
+    selEncry = m_ui->EncryType->indexOfSelectedItem();
+    m_ui->keyFields->enableFor(selAuth, selEncry);
 }
 
 bool WEPSettingController::VerifyKey(const KeyControls& controls)
@@ -142,8 +135,8 @@ bool WEPSettingController::VerifyKey(const KeyControls& controls)
 void WEPSettingController::OnOK()
 {
     traceEntry(className, "OnOK");
-    const KeyControls controls = m_form->keyFields->keyControls(
-        m_form->AuthenType->indexOfSelectedItem(), m_form->EncryType->indexOfSelectedItem());
+    const KeyControls controls
+        = m_ui->keyFields->keyControls(m_ui->AuthenType->indexOfSelectedItem(), m_ui->EncryType->indexOfSelectedItem());
     if (controls.authenTypeIndex != selAuth && controls.encryTypeIndex != selEncry) {
         m_alerts.NSRunAlertPanel(
             QStringLiteral("Encryption type is incorrect, please re-select the correct Encryption type."), QString(),
@@ -157,15 +150,19 @@ void WEPSettingController::OnOK()
     m_settings.SelKeyIndex = selectedKeyIndex(controls.wepKeys);
     if (usesWepKeys(controls.authenTypeIndex, controls.encryTypeIndex)) {
         for (std::size_t index = 0; index < controls.wepKeys.size(); ++index)
-            m_settings.WepKeys[index] = wepKeyOf(controls.wepKeys[index].formatIndex, controls.wepKeys[index].text);
+            m_settings.WepKeys[index]
+                = wepKeyOf(controls.wepKeys[index].formatIndex, controls.wepKeys[index].text.view());
     }
-    m_settings.WPAPSK = controls.presharedKey;
+    m_settings.WPAPSK = controls.WPAPSK;
     SiteSurvey.ReceiveWEPsetting(m_settings);
+    m_settings.WPAPSK = {};
+    m_ui->keyFields->clearTexts();
     m_sheets.stopModalWithCode(sheetAccepted);
 }
 
 void WEPSettingController::OnCANCEL()
 {
     traceEntry(className, "OnCANCEL");
+    m_ui->keyFields->clearTexts();
     m_sheets.stopModalWithCode(sheetCancelled);
 }

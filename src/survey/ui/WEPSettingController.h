@@ -15,8 +15,8 @@ namespace Ui {
 class WEPSetting;
 }
 
-// The security sheet: authentication, encryption and the keys of a network to be joined. Stops with 1 for OK, after
-// the settings were handed to the site survey, and with 0 for Cancel.
+// The security sheet: authentication, encryption and keys for joining a network. Stops with 1 for OK, after passing the
+// settings to the site survey, and with 0 for Cancel.
 class WEPSettingController final : public QDialog {
     Q_OBJECT
 
@@ -24,8 +24,7 @@ public:
     WEPSettingController(
         ModalSheets& sheets, AlertPanels& alerts, SecuritySettingsReceiver& siteSurvey, QWidget* parent = nullptr);
     ~WEPSettingController() override;
-    WEPSettingController(const WEPSettingController&) = delete;
-    WEPSettingController& operator=(const WEPSettingController&) = delete;
+    Q_DISABLE_COPY_MOVE(WEPSettingController)
 
     void awakeFromNib();
 
@@ -34,9 +33,9 @@ public:
     void setAuthenTypeCombo(int index);
     void setEncryTypeCombo(int index);
     [[nodiscard]] int getAuthenTypeCombo() const;
-    // Empties the key fields.
+    // Clears the key fields and hides their text.
     void clearText();
-    // The keyboard goes to the field that the user has to fill in.
+    // Focuses the field that the user has to fill in.
     void focusFirstKey();
 
     void OnAuthType();
@@ -48,16 +47,16 @@ public:
 
 private:
     void connectControls();
-    // Shows the alert of the first rule that the keys break.
+    // Shows an alert for the first rule that the keys break.
     [[nodiscard]] bool VerifyKey(const KeyControls& controls);
 
     ModalSheets& m_sheets;
     AlertPanels& m_alerts;
     SecuritySettingsReceiver& SiteSurvey;
-    std::unique_ptr<Ui::WEPSetting> m_form;
+    std::unique_ptr<Ui::WEPSetting> m_ui;
 
-    SecuritySettings m_settings; // keeps the key bytes of the last conversion
+    SecuritySettings m_settings; // keeps the WEP keys of the last conversion; WPAPSK is cleared after use
     std::int32_t selFlag { 0 }; // 1 while the authentication is WPA
-    std::int32_t selAuth { 0 }; // the indices that the fields were last enabled for
+    std::int32_t selAuth { 0 }; // the indices for which the fields were last enabled
     std::int32_t selEncry { 0 };
 };

@@ -1,6 +1,6 @@
 #include "platform/ui/NetworkNameDelegate.h"
 
-#include "platform/NetworkName.h"
+#include "platform/ByteText.h"
 
 #include <QLineEdit>
 #include <QPainter>

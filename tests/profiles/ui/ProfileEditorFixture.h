@@ -5,7 +5,7 @@
 #include "platform/ui/ComboBox.h"
 #include "profiles/ProfileStore.h"
 #include "profiles/ui/ProfileEditorController.h"
-#include "survey/ProfileProposal.h"
+#include "survey/connection/ProfileProposal.h"
 #include "tests/profiles/SampleProfile.h"
 #include "tests/support/BssidListBuilder.h"
 #include "tests/support/InitialSharedState.h"

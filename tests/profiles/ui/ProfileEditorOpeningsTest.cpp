@@ -7,9 +7,9 @@ namespace {
 using ProfileEditorOpeningsTest = ProfileEditorFixture;
 using Items = std::vector<QString>;
 
-ProfileProposal proposal(std::string ssid, std::int32_t networkType = Ndis802_11Infrastructure)
+ProfileProposal proposal(const char* ssid, std::int32_t networkType = Ndis802_11Infrastructure)
 {
-    return { std::move(ssid), { 0x0A, 0x1B, 0x2C, 0x3D, 0x4E, 0x5F }, Ndis802_11EncryptionDisabled,
+    return { NetworkName(ssid), { 0x0A, 0x1B, 0x2C, 0x3D, 0x4E, 0x5F }, Ndis802_11EncryptionDisabled,
         Ndis802_11AuthModeOpen, networkType, 6 };
 }
 

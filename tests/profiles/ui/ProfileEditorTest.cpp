@@ -9,10 +9,10 @@ namespace {
 using ProfileEditorTest = ProfileEditorFixture;
 using Items = std::vector<QString>;
 
-ProfileProposal proposal(std::string ssid, std::int32_t authenMode, std::int32_t ecrypStatus)
+ProfileProposal proposal(const char* ssid, std::int32_t authenMode, std::int32_t ecrypStatus)
 {
-    return { std::move(ssid), { 0x0A, 0x1B, 0x2C, 0x3D, 0x4E, 0x5F }, ecrypStatus, authenMode, Ndis802_11Infrastructure,
-        6 };
+    return { NetworkName(ssid), { 0x0A, 0x1B, 0x2C, 0x3D, 0x4E, 0x5F }, ecrypStatus, authenMode,
+        Ndis802_11Infrastructure, 6 };
 }
 
 TEST_F(ProfileEditorTest, NewProfileStartsFromTheDefaults)

@@ -1,4 +1,4 @@
-#include "survey/ProfileProposal.h"
+#include "survey/connection/ProfileProposal.h"
 #include "survey/ui/SiteSurveyPageController.h"
 #include "tests/profiles/ui/ProfilePageFixture.h"
 #include "tests/support/RecordingAssertionHandler.h"
@@ -144,7 +144,7 @@ public:
     [[nodiscard]] QDialog& ProfileEditorWindow() override { return sheet; }
 
     bool answer { false };
-    std::vector<std::string> proposed;
+    std::vector<NetworkName> proposed;
     int firstTabs { 0 };
     QDialog sheet;
 };
@@ -164,7 +164,7 @@ TEST_F(ProfileFromSurveyTest, EditorThatDeclinesIsNotShown)
     survey.setProfileEditor(&editor);
     survey.setProfilePage(&refreshed);
     addProfileOf(EntryBuilder("declined", 5));
-    EXPECT_EQ(editor.proposed, std::vector<std::string> { "declined" });
+    EXPECT_EQ(editor.proposed, std::vector { NetworkName("declined") });
     EXPECT_EQ(editor.firstTabs, 0);
     EXPECT_TRUE(sheets.shown.empty());
     EXPECT_EQ(refreshed.refreshes, 0);

@@ -100,6 +100,6 @@ protected:
     MemoryUserDefaults prefs;
     ProfileStore store { prefs, recordsFile };
     RecordingConnectionQueue connections;
-    ProfilePageController page { runLoop, alerts, sheets, store, connections };
+    ProfilePageController page { adapter, runLoop, alerts, sheets, store, connections };
     TableView* table { nullptr };
 };

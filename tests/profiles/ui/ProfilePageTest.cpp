@@ -1,4 +1,4 @@
-#include "platform/NetworkName.h"
+#include "platform/ByteText.h"
 #include "platform/ui/Images.h"
 #include "platform/ui/NetworkNameDelegate.h"
 #include "tests/profiles/ui/ProfilePageFixture.h"

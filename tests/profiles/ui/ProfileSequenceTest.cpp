@@ -1,7 +1,7 @@
 // From a stored profile that is activated on its page to every byte that the driver is sent, for each kind of profile.
 // What is expected is written out and made by nothing that the utility itself uses.
 
-#include "platform/NetworkName.h"
+#include "platform/ByteText.h"
 #include "survey/ui/SiteSurveyPageController.h"
 #include "tests/profiles/ui/ProfilePageFixture.h"
 #include "tests/support/ExpectedRequests.h"
@@ -273,7 +273,7 @@ protected:
 
     RecordingAssertionHandler assertions;
     SiteSurveyPageController survey { adapter, runLoop, assertions, alerts, sheets };
-    ProfilePageController profiles { runLoop, alerts, sheets, store, survey };
+    ProfilePageController profiles { adapter, runLoop, alerts, sheets, store, survey };
 };
 
 TEST_P(ProfileSequenceTest, SendsEveryByteInItsOrder)

@@ -4,8 +4,8 @@ namespace {
 
 struct Threshold {
     const char16_t* prefix;
-    int least;
-    int most;
+    int min;
+    int max;
     const char* key;
 };
 
@@ -23,22 +23,22 @@ protected:
     {
         return QString::fromUtf16(GetParam().prefix) + QString::fromUtf16(suffix);
     }
-    [[nodiscard]] static QString most() { return QString::number(GetParam().most); }
+    [[nodiscard]] static QString most() { return QString::number(GetParam().max); }
 
     QCheckBox& check { control<QCheckBox>(name(u"ThresholdCheck")) };
     QSlider& slider { control<QSlider>(name(u"ThresholdSlider")) };
     QLineEdit& text { field(name(u"ThresholdText")) };
 };
 
-TEST_P(ThresholdFieldsTest, StartsOffWithTheLargestValue)
+TEST_P(ThresholdFieldsTest, StartsDisabledWithTheMaximum)
 {
     EXPECT_FALSE(check.isChecked());
     EXPECT_FALSE(slider.isEnabled());
     EXPECT_FALSE(text.isEnabled());
     EXPECT_EQ(text.text(), most());
-    EXPECT_EQ(slider.value(), GetParam().most);
-    EXPECT_EQ(slider.minimum(), GetParam().least);
-    EXPECT_EQ(slider.maximum(), GetParam().most);
+    EXPECT_EQ(slider.value(), GetParam().max);
+    EXPECT_EQ(slider.minimum(), GetParam().min);
+    EXPECT_EQ(slider.maximum(), GetParam().max);
 }
 
 TEST_P(ThresholdFieldsTest, CheckBoxEnablesBoth)
@@ -56,22 +56,22 @@ TEST_P(ThresholdFieldsTest, FieldFollowsTheSlider)
     turnOn();
     slider.setFocus();
     QTest::keyClick(&slider, Qt::Key_Left);
-    EXPECT_EQ(text.text(), QString::number(GetParam().most - 1));
+    EXPECT_EQ(text.text(), QString::number(GetParam().max - 1));
     QTest::keyClick(&slider, Qt::Key_Home);
-    EXPECT_EQ(text.text(), QString::number(GetParam().least));
+    EXPECT_EQ(text.text(), QString::number(GetParam().min));
 }
 
-TEST_P(ThresholdFieldsTest, SliderFollowsTheFieldAndLeavesItsText)
+TEST_P(ThresholdFieldsTest, SliderFollowsTheFieldWithoutChangingItsText)
 {
     turnOn();
     type(text, u"1000"_qs);
     EXPECT_EQ(slider.value(), 1000);
     type(text, u"1"_qs);
     EXPECT_EQ(text.text(), u"1"_qs);
-    EXPECT_EQ(slider.value(), std::max(1, GetParam().least));
+    EXPECT_EQ(slider.value(), std::max(1, GetParam().min));
 }
 
-TEST_P(ThresholdFieldsTest, FieldIsPutRightWhenItIsLeft)
+TEST_P(ThresholdFieldsTest, FieldIsCorrectedWhenItLosesFocus)
 {
     turnOn();
     editor.activateWindow();
@@ -88,10 +88,10 @@ TEST_P(ThresholdFieldsTest, FieldIsPutRightWhenItIsLeft)
     type(text, u"12a4"_qs);
     EXPECT_EQ(text.text(), u"124"_qs) << "digits alone";
     slider.setFocus();
-    EXPECT_EQ(text.text(), QString::number(std::max(124, GetParam().least)));
+    EXPECT_EQ(text.text(), QString::number(std::max(124, GetParam().min)));
 }
 
-TEST_P(ThresholdFieldsTest, TextIsSavedWhateverTheCheckBoxSays)
+TEST_P(ThresholdFieldsTest, TextIsSavedRegardlessOfTheCheckBox)
 {
     turnOn();
     type(text, u"512"_qs);
@@ -100,7 +100,7 @@ TEST_P(ThresholdFieldsTest, TextIsSavedWhateverTheCheckBoxSays)
     EXPECT_EQ(saved().front().text(QString::fromLatin1(GetParam().key)), u"512"_qs);
 }
 
-TEST_P(ThresholdFieldsTest, EditedProfileShowsWhatWasLeftAndIsSavedWithIt)
+TEST_P(ThresholdFieldsTest, EditedProfileShowsAndSavesThePreviousThresholds)
 {
     turnOn();
     type(text, u"777"_qs);

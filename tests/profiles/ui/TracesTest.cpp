@@ -26,8 +26,9 @@ TEST_F(ProfilePageTraces, EveryOperationTellsThatItIsEntered)
 TEST_F(ProfilePageTraces, PageAndItsEditorTellThatTheyAreMade)
 {
     std::unique_ptr<ProfilePageController> made;
-    EXPECT_EQ(
-        tracesOf([&] { made = std::make_unique<ProfilePageController>(runLoop, alerts, sheets, store, connections); }),
+    EXPECT_EQ(tracesOf([&] {
+        made = std::make_unique<ProfilePageController>(adapter, runLoop, alerts, sheets, store, connections);
+    }),
         lines({ "init" }));
     EXPECT_EQ(tracesOf([&] { made->awakeFromNib(); }),
         lines({ "awakeFromNib" }) + entryLines("ProfileEditorController", { "awakeFromNib" }));

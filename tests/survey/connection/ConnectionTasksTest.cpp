@@ -61,13 +61,19 @@ std::unique_ptr<PROFILE_DATA> openRecord()
     return record;
 }
 
-KeyRecord keyRecord(std::uint32_t index, std::size_t keyLength)
+Bytes keyBytes(std::uint32_t index, std::size_t keyLength)
 {
     const auto length = static_cast<std::uint32_t>(keyLength);
     const NDIS_802_11_KEY head { length + keyRecordOverhead, index, length, accessPoint, {}, 0 };
-    KeyRecord record = recordBytes(head);
+    Bytes record = recordBytes(head);
     record.resize(length + keyRecordOverhead, std::byte { 0x5A });
     return record;
+}
+
+KeyRecord keyRecord(std::uint32_t index, std::size_t keyLength)
+{
+    const Bytes bytes = keyBytes(index, keyLength);
+    return { bytes.begin(), bytes.end() };
 }
 
 Bytes removeKey(std::uint32_t index)
@@ -131,7 +137,7 @@ TEST_F(ConnectionTasksTest, SendsAPreSharedKeyAsTheOnlyKeyRequest)
     run(std::move(record));
     const Requests expected { { 0x0D810115, word(0) }, { 0x0D810108, word(1) }, { 0x0DF10101, word(2) },
         { 0x0D81020A, word(2347) }, { 0x0D810209, word(2346) }, { 0x0D810118, word(4) }, { 0x0D81011B, word(4) },
-        { 0x0DF10118, word(75) }, { 0x0DF10116, keyRecord(keyIndexTransmit, 32) }, { 0x0D810216, word(2) },
+        { 0x0DF10118, word(75) }, { 0x0DF10116, keyBytes(keyIndexTransmit, 32) }, { 0x0D810216, word(2) },
         { 0x0D810102, recordBytes(ssid("cafe")) } };
     EXPECT_EQ(requests(), expected);
     EXPECT_EQ(requests()[8].input.size(), 71U);
@@ -144,7 +150,7 @@ TEST_F(ConnectionTasksTest, AddsTheKeyOfAWpaNoneNetwork)
     record->EncryStatus = Ndis802_11Encryption3Enabled;
     record->pWpaKey = keyRecord(keyIndexTransmit, 32);
     run(std::move(record));
-    EXPECT_EQ(keyRequests(), (Requests { { 0x0D81011D, keyRecord(keyIndexTransmit, 32) } }));
+    EXPECT_EQ(keyRequests(), (Requests { { 0x0D81011D, keyBytes(keyIndexTransmit, 32) } }));
 }
 
 TEST_F(ConnectionTasksTest, RemovesTheAbsentKeysOfASharedNetworkInIndexOrder)
@@ -154,7 +160,7 @@ TEST_F(ConnectionTasksTest, RemovesTheAbsentKeysOfASharedNetworkInIndexOrder)
     record->pWepKey[1] = keyRecord(1 | keyIndexTransmit, 13);
     run(std::move(record));
     EXPECT_EQ(keyRequests(),
-        (Requests { { 0x0D81011E, removeKey(0) }, { 0x0D81011D, keyRecord(1 | keyIndexTransmit, 13) },
+        (Requests { { 0x0D81011E, removeKey(0) }, { 0x0D81011D, keyBytes(1 | keyIndexTransmit, 13) },
             { 0x0D81011E, removeKey(2) }, { 0x0D81011E, removeKey(3) } }));
     EXPECT_EQ(keyRequests()[1].input.size(), 52U);
 }
@@ -168,7 +174,7 @@ TEST_F(ConnectionTasksTest, SendsTheFourKeysOfAnOpenWepNetwork)
     run(std::move(record));
     ASSERT_EQ(keyRequests().size(), 4U);
     for (std::uint32_t index = 0; index < 4; ++index)
-        EXPECT_EQ(keyRequests()[index], (DriverRequest { 0x0D81011D, keyRecord(index, 5) }));
+        EXPECT_EQ(keyRequests()[index], (DriverRequest { 0x0D81011D, keyBytes(index, 5) }));
 }
 
 TEST_F(ConnectionTasksTest, SetsTheChannelOfAnAdHocNetworkAndKeepsTheRestOfTheConfiguration)

@@ -51,7 +51,7 @@ std::string presharedKeyVerdict(const std::string& text)
 {
     KeyControls controls;
     controls.authenTypeIndex = wpaIndex;
-    controls.presharedKey = text;
+    controls.WPAPSK = text;
     return verdict(controls);
 }
 
@@ -142,7 +142,7 @@ TEST(KeyRules, FindAWrongKeyThatIsNotSelected)
     EXPECT_EQ(verdict(controls), hexadecimalMessages[2]);
     controls.wepKeys[3] = { asciiIndex, "1234", false };
     EXPECT_EQ(verdict(controls), hexadecimalMessages[2]);
-    controls.wepKeys[2].text.clear();
+    controls.wepKeys[2].text = {};
     EXPECT_EQ(verdict(controls), asciiMessages[3]);
 }
 
@@ -222,7 +222,7 @@ TEST(KeyRules, DoNotLookAtTheWepKeysForWpa)
 {
     KeyControls controls = wepControls(0);
     controls.authenTypeIndex = wpaIndex;
-    controls.presharedKey = "password";
+    controls.WPAPSK = "password";
     controls.wepKeys[0].text = "123";
     EXPECT_EQ(verdict(controls), accepted);
 }

@@ -12,8 +12,8 @@ namespace {
 
 class KeepingReceiver final : public HiddenSSIDReceiver {
 public:
-    void ReceiveHiddenSSID(const std::string& HiddenSSIDtext) override { received.push_back(HiddenSSIDtext); }
-    std::vector<std::string> received;
+    void ReceiveHiddenSSID(const NetworkName& HiddenSSIDtext) override { received.push_back(HiddenSSIDtext.bytes()); }
+    std::vector<QByteArray> received;
 };
 
 class HiddenSSIDTest : public testing::Test {
@@ -39,14 +39,14 @@ TEST_F(HiddenSSIDTest, OkHandsTheNameBack)
 {
     QTest::keyClicks(text, u"attic"_qs);
     QTest::keyClick(text, Qt::Key_Return);
-    EXPECT_EQ(receiver.received, (std::vector<std::string> { "attic" }));
+    EXPECT_EQ(receiver.received, (std::vector<QByteArray> { "attic" }));
     EXPECT_EQ(sheets.stops, (std::vector { 1 }));
 }
 
 TEST_F(HiddenSSIDTest, EmptyNameIsPassedOn)
 {
     press(QDialogButtonBox::Ok);
-    EXPECT_EQ(receiver.received, (std::vector<std::string> { "" }));
+    EXPECT_EQ(receiver.received, (std::vector<QByteArray> { "" }));
     EXPECT_EQ(sheets.stops, (std::vector { 1 }));
 }
 
@@ -57,15 +57,15 @@ TEST_F(HiddenSSIDTest, NameIsCutAt32Bytes)
     text->setText(QString(40, u'é'));
     press(QDialogButtonBox::Ok);
     ASSERT_EQ(receiver.received.size(), 2u);
-    EXPECT_EQ(receiver.received[0], std::string(32, 'x'));
-    EXPECT_EQ(receiver.received[1].size(), 32u);
+    EXPECT_EQ(receiver.received[0], QByteArray(32, 'x'));
+    EXPECT_EQ(receiver.received[1].size(), 32);
 }
 
 TEST_F(HiddenSSIDTest, BytesThatAreNoTextGoAsTheyCame)
 {
     text->setText(u"Caf\uEFE9"_qs); // as the list shows 43 61 66 E9
     press(QDialogButtonBox::Ok);
-    EXPECT_EQ(receiver.received, (std::vector<std::string> { "Caf\xE9" }));
+    EXPECT_EQ(receiver.received, (std::vector<QByteArray> { "Caf\xE9" }));
 }
 
 TEST_F(HiddenSSIDTest, CancelHandsNothingBack)

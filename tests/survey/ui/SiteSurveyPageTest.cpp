@@ -1,4 +1,4 @@
-#include "platform/NetworkName.h"
+#include "platform/ByteText.h"
 #include "platform/ui/TableView.h"
 #include "survey/connection/ProfileData.h"
 #include "survey/ui/SiteSurveyPageController.h"

@@ -13,7 +13,7 @@ namespace {
 class Receiver final : public SecuritySettingsReceiver, public HiddenSSIDReceiver {
 public:
     void ReceiveWEPsetting(const SecuritySettings& /*settings*/) override { }
-    void ReceiveHiddenSSID(const std::string& /*HiddenSSIDtext*/) override { }
+    void ReceiveHiddenSSID(const NetworkName& /*HiddenSSIDtext*/) override { }
 };
 
 class SurveyTraces : public SurveyFixture {

@@ -10,11 +10,11 @@
 
 namespace {
 
-constexpr int longestWepKeyText = 26; // hexadecimal digits
+constexpr int maxWepKeyTextLength = 2 * maxWepKeySize; // hexadecimal digits
 constexpr int hexadecimalFormat = 0;
-constexpr char notAscii[] = "\xC3\xA9"; // a key of which the most is told
+constexpr char notAscii[] = "\xC3\xA9"; // a key with the longest hint
 
-// To those who do not see the hint it is told with the field that it belongs to.
+// Screen readers read the hint with its field.
 void showHint(QLabel& label, QLineEdit& field, const QString& hint)
 {
     label.setText(hint);
@@ -25,14 +25,14 @@ void showHint(QLabel& label, QLineEdit& field, const QString& hint)
 
 KeyFields::KeyFields(QWidget* parent)
     : QWidget(parent)
-    , m_form(std::make_unique<Ui::KeyFields>())
+    , m_ui(std::make_unique<Ui::KeyFields>())
 {
-    m_form->setupUi(this);
+    m_ui->setupUi(this);
     m_rows = { {
-        { m_form->WEPKey1Radio, m_form->WEPKey1Combo, m_form->WEPKey1Text, m_form->WEPKey1Hint },
-        { m_form->WEPKey2Radio, m_form->WEPKey2Combo, m_form->WEPKey2Text, m_form->WEPKey2Hint },
-        { m_form->WEPKey3Radio, m_form->WEPKey3Combo, m_form->WEPKey3Text, m_form->WEPKey3Hint },
-        { m_form->WEPKey4Radio, m_form->WEPKey4Combo, m_form->WEPKey4Text, m_form->WEPKey4Hint },
+        { m_ui->WEPKey1Radio, m_ui->WEPKey1Combo, m_ui->WEPKey1Text, m_ui->WEPKey1Hint },
+        { m_ui->WEPKey2Radio, m_ui->WEPKey2Combo, m_ui->WEPKey2Text, m_ui->WEPKey2Hint },
+        { m_ui->WEPKey3Radio, m_ui->WEPKey3Combo, m_ui->WEPKey3Text, m_ui->WEPKey3Hint },
+        { m_ui->WEPKey4Radio, m_ui->WEPKey4Combo, m_ui->WEPKey4Text, m_ui->WEPKey4Hint },
     } };
     reserveSpace();
     connectControls();
@@ -40,19 +40,19 @@ KeyFields::KeyFields(QWidget* parent)
 
 KeyFields::~KeyFields() = default;
 
-// The longest WEP key shows whole, and nothing in a sheet grows or moves by what is told of a key while it is typed.
+// Reserves space for the longest key and hints, so that the sheet does not change its layout while the user types.
 void KeyFields::reserveSpace()
 {
-    const QString longestKey(longestWepKeyText + 4, u'0');
-    const QString longestHint
-        = wepKeyHint({ .formatIndex = hexadecimalFormat, .text = "0123456789", .radioOn = true }, true);
+    const QString widestKey(maxWepKeyTextLength + 4, u'0');
+    const QString widestHint
+        = wepKeyHint({ .formatIndex = hexadecimalFormat, .text = SecretText("0123456789"), .radioOn = true }, true);
     for (const Row& row : m_rows) {
-        row.text->setMinimumWidth(fontMetrics().horizontalAdvance(longestKey));
-        row.hint->setMinimumSize(fontMetrics().horizontalAdvance(longestHint), fontMetrics().height());
+        row.text->setMinimumWidth(fontMetrics().horizontalAdvance(widestKey));
+        row.hint->setMinimumSize(fontMetrics().horizontalAdvance(widestHint), fontMetrics().height());
     }
-    const QString longestPresharedKeyHint = presharedKeyHint(notAscii);
-    m_form->WPAPreSharedKeyHint->setMinimumSize(
-        fontMetrics().horizontalAdvance(longestPresharedKeyHint), fontMetrics().height());
+    const QString widestPresharedKeyHint = presharedKeyHint(notAscii);
+    m_ui->WPAPreSharedKeyHint->setMinimumSize(
+        fontMetrics().horizontalAdvance(widestPresharedKeyHint), fontMetrics().height());
 }
 
 void KeyFields::changeEvent(QEvent* event)
@@ -65,45 +65,45 @@ void KeyFields::changeEvent(QEvent* event)
 void KeyFields::connectControls()
 {
     for (const Row& row : m_rows) {
-        connect(row.text, &QLineEdit::textChanged, this, [this] { showWhatIsMissing(); });
-        connect(row.format, &ComboBox::currentIndexChanged, this, [this] { showWhatIsMissing(); });
-        connect(row.radio, &QRadioButton::toggled, this, [this] { showWhatIsMissing(); });
+        connect(row.text, &QLineEdit::textChanged, this, [this] { updateHints(); });
+        connect(row.format, &ComboBox::currentIndexChanged, this, [this] { updateHints(); });
+        connect(row.radio, &QRadioButton::toggled, this, [this] { updateHints(); });
     }
-    connect(m_form->WPAPreSharedKey, &QLineEdit::textChanged, this, [this] { showWhatIsMissing(); });
-    connect(m_form->showKeys, &QCheckBox::toggled, this, [this](bool shown) { setKeysShown(shown); });
+    connect(m_ui->WPAPreSharedKey, &QLineEdit::textChanged, this, [this] { updateHints(); });
+    connect(m_ui->showKeys, &QCheckBox::toggled, this, [this](bool shown) { setKeysShown(shown); });
 }
 
 KeyControls KeyFields::keyControls(int authenTypeIndex, int encryTypeIndex) const
 {
-    return { authenTypeIndex, encryTypeIndex, wepKeyControlsOf(wepKeyRows()), keyBytesOf(presharedKeyText()) };
+    return { authenTypeIndex, encryTypeIndex, wepKeyControlsOf(wepKeyRows()), keyBytesOf(WPAPSK()) };
 }
 
-std::array<WepKeyRow, 4> KeyFields::wepKeyRows() const
+std::array<WepKeyRow, wepKeyCount> KeyFields::wepKeyRows() const
 {
-    std::array<WepKeyRow, 4> rows;
+    std::array<WepKeyRow, wepKeyCount> rows;
     std::transform(m_rows.begin(), m_rows.end(), rows.begin(), [](const Row& row) {
         return WepKeyRow { row.format->indexOfSelectedItem(), row.text->text(), row.radio->isChecked() };
     });
     return rows;
 }
 
-QString KeyFields::presharedKeyText() const
+QString KeyFields::WPAPSK() const
 {
-    return m_form->WPAPreSharedKey->text();
+    return m_ui->WPAPreSharedKey->text();
 }
 
 void KeyFields::enableFor(int authenTypeIndex, int encryTypeIndex)
 {
     if (const auto enabled = keyFieldsEnabled(authenTypeIndex, encryTypeIndex)) {
-        m_form->presharedKeyLabel->setEnabled(enabled->presharedKey);
-        m_form->WPAPreSharedKey->setEnabled(enabled->presharedKey);
+        m_ui->presharedKeyLabel->setEnabled(enabled->presharedKey);
+        m_ui->WPAPreSharedKey->setEnabled(enabled->presharedKey);
         for (const Row& row : m_rows) {
             row.radio->setEnabled(enabled->wepKeys);
             row.format->setEnabled(enabled->wepKeys);
             row.text->setEnabled(enabled->wepKeys);
         }
     }
-    showWhatIsMissing();
+    updateHints();
 }
 
 void KeyFields::setWepKey(std::size_t key, int formatIndex, const QString& text)
@@ -118,9 +118,9 @@ void KeyFields::selectTransmitKey(std::optional<std::size_t> key)
         m_rows[*key].radio->setChecked(true);
 }
 
-void KeyFields::setPresharedKey(const QString& text)
+void KeyFields::setWPAPSK(const QString& text)
 {
-    m_form->WPAPreSharedKey->setText(text);
+    m_ui->WPAPreSharedKey->setText(text);
 }
 
 void KeyFields::selectHexadecimal()
@@ -129,30 +129,30 @@ void KeyFields::selectHexadecimal()
         row.format->selectItemAtIndex(hexadecimalFormat);
 }
 
-// A text that is set cannot be undone, and so no key of the network before be had back; clear could be.
+// setText() prevents undo from restoring a cleared key; clear() would not.
 void KeyFields::clearTexts()
 {
-    m_form->WPAPreSharedKey->setText(QString());
+    m_ui->WPAPreSharedKey->setText(QString());
     for (const Row& row : m_rows)
         row.text->setText(QString());
 }
 
 void KeyFields::hideKeys()
 {
-    m_form->showKeys->setChecked(false);
+    m_ui->showKeys->setChecked(false);
 }
 
 void KeyFields::setKeysShown(bool shown)
 {
     const auto echo = shown ? QLineEdit::Normal : QLineEdit::Password;
-    m_form->WPAPreSharedKey->setEchoMode(echo);
+    m_ui->WPAPreSharedKey->setEchoMode(echo);
     for (const Row& row : m_rows)
         row.text->setEchoMode(echo);
 }
 
 bool KeyFields::focusFirstKey()
 {
-    QLineEdit* field = m_form->WPAPreSharedKey;
+    QLineEdit* field = m_ui->WPAPreSharedKey;
     if (!field->isEnabled())
         field = m_rows[static_cast<std::size_t>(selectedKeyIndex(wepKeyControlsOf(wepKeyRows())))].text;
     if (!field->isEnabled())
@@ -161,16 +161,16 @@ bool KeyFields::focusFirstKey()
     return true;
 }
 
-void KeyFields::showWhatIsMissing()
+void KeyFields::updateHints()
 {
-    const std::array<WepKeyControls, 4> wepKeys = wepKeyControlsOf(wepKeyRows());
+    const std::array<WepKeyControls, wepKeyCount> wepKeys = wepKeyControlsOf(wepKeyRows());
     const auto selected = static_cast<std::size_t>(selectedKeyIndex(wepKeys));
     for (std::size_t key = 0; key < m_rows.size(); ++key) {
         const bool inUse = m_rows[key].text->isEnabled();
         const QString hint = inUse ? wepKeyHint(wepKeys[key], key == selected) : QString();
         showHint(*m_rows[key].hint, *m_rows[key].text, hint);
     }
-    const bool inUse = m_form->WPAPreSharedKey->isEnabled();
-    const QString hint = inUse ? presharedKeyHint(keyBytesOf(presharedKeyText())) : QString();
-    showHint(*m_form->WPAPreSharedKeyHint, *m_form->WPAPreSharedKey, hint);
+    const bool inUse = m_ui->WPAPreSharedKey->isEnabled();
+    const QString hint = inUse ? presharedKeyHint(keyBytesOf(WPAPSK()).view()) : QString();
+    showHint(*m_ui->WPAPreSharedKeyHint, *m_ui->WPAPreSharedKey, hint);
 }

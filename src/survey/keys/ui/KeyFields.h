@@ -19,8 +19,8 @@ namespace Ui {
 class KeyFields;
 }
 
-// The keys of a network as they are typed: a WPA pre-shared key, and four WEP keys with their formats and the choice
-// of the one to send with. Beside each key stands what it still lacks. Keys are not readable until that is asked for.
+// The key fields of a network: a WPA pre-shared key, and four WEP keys with their formats and the choice of the transmit
+// key. A hint next to each key says what is missing. The keys are hidden until the user asks to show them.
 class KeyFields final : public QWidget {
     Q_OBJECT
 
@@ -29,23 +29,23 @@ public:
     ~KeyFields() override;
     Q_DISABLE_COPY_MOVE(KeyFields)
 
-    // The values as they are checked and converted, with the choices they belong to.
+    // The values for checking and conversion, with the given selections.
     [[nodiscard]] KeyControls keyControls(int authenTypeIndex, int encryTypeIndex) const;
-    // The texts as they stand in the fields, to be kept.
-    [[nodiscard]] std::array<WepKeyRow, 4> wepKeyRows() const;
-    [[nodiscard]] QString presharedKeyText() const;
-    // Enables what those choices use (keyFieldsEnabled).
+    // The texts of the fields, for storing.
+    [[nodiscard]] std::array<WepKeyRow, wepKeyCount> wepKeyRows() const;
+    [[nodiscard]] QString WPAPSK() const;
+    // Enables the fields that these selections use (keyFieldsEnabled).
     void enableFor(int authenTypeIndex, int encryTypeIndex);
 
     void setWepKey(std::size_t key, int formatIndex, const QString& text); // key 0 to 3
-    // Nothing leaves the choice as it is.
+    // std::nullopt does not change the selection.
     void selectTransmitKey(std::optional<std::size_t> key); // 0 to 3
-    void setPresharedKey(const QString& text);
+    void setWPAPSK(const QString& text);
 
-    void selectHexadecimal(); // as the format of every key
+    void selectHexadecimal(); // for every key
     void clearTexts();
     void hideKeys();
-    // The keyboard goes to the field that has to be filled in. False when none can be typed in.
+    // Focuses the field that the user has to fill in. Returns false if all fields are disabled.
     [[nodiscard]] bool focusFirstKey();
 
 protected:
@@ -62,8 +62,8 @@ private:
     void reserveSpace();
     void connectControls();
     void setKeysShown(bool shown);
-    void showWhatIsMissing();
+    void updateHints();
 
-    std::unique_ptr<Ui::KeyFields> m_form;
-    std::array<Row, 4> m_rows {};
+    std::unique_ptr<Ui::KeyFields> m_ui;
+    std::array<Row, wepKeyCount> m_rows {};
 };

@@ -51,7 +51,7 @@ TEST_F(KeyFieldsTest, GivesBackWhatWasTypedWithTheChoicesItBelongsTo)
     EXPECT_EQ(keys.wepKeys[2].formatIndex, 0);
     EXPECT_EQ(keys.wepKeys[3].formatIndex, 1);
     EXPECT_EQ(keys.wepKeys[0].text, "");
-    EXPECT_EQ(keys.presharedKey, "");
+    EXPECT_EQ(keys.WPAPSK, "");
 }
 
 TEST_F(KeyFieldsTest, ShowsAStoredSetOfKeys)
@@ -59,19 +59,19 @@ TEST_F(KeyFieldsTest, ShowsAStoredSetOfKeys)
     fields.setWepKey(1, 1, u"abcde"_qs);
     fields.selectTransmitKey(1);
     fields.selectTransmitKey(std::nullopt); // stays
-    fields.setPresharedKey(u"north by northwest"_qs);
+    fields.setWPAPSK(u"north by northwest"_qs);
     const KeyControls keys = fields.keyControls(wpa, none);
     EXPECT_EQ(keys.wepKeys[1].formatIndex, 1);
     EXPECT_EQ(keys.wepKeys[1].text, "abcde");
     EXPECT_TRUE(keys.wepKeys[1].radioOn);
-    EXPECT_EQ(keys.presharedKey, "north by northwest");
+    EXPECT_EQ(keys.WPAPSK, "north by northwest");
     fields.clearTexts();
     fields.selectHexadecimal();
     const KeyControls cleared = fields.keyControls(wpa, none);
     EXPECT_EQ(cleared.wepKeys[1].formatIndex, 0);
     EXPECT_EQ(cleared.wepKeys[1].text, "");
     EXPECT_TRUE(cleared.wepKeys[1].radioOn);
-    EXPECT_EQ(cleared.presharedKey, "");
+    EXPECT_EQ(cleared.WPAPSK, "");
 }
 
 TEST_F(KeyFieldsTest, EnablesWhatTheChoicesUseAndTellsOfNothingElse)
@@ -164,9 +164,9 @@ TEST_F(KeyFieldsTest, CountsAndChecksTheBytesThatAKeyIsUsedAs)
     EXPECT_EQ(fields.keyControls(openAuthentication, wep).wepKeys[0].text, "caf\xE9s");
     EXPECT_TRUE(hint(1).startsWith(u"5 of 13 characters, complete"_qs)) << hint(1).toStdString();
     EXPECT_EQ(fields.wepKeyRows()[0].text, u"caf\uEFE9s"_qs);
-    fields.setPresharedKey(u"caf\uEFE9"_qs);
-    EXPECT_EQ(fields.keyControls(wpa, none).presharedKey, "caf\xE9");
-    EXPECT_EQ(fields.presharedKeyText(), u"caf\uEFE9"_qs);
+    fields.setWPAPSK(u"caf\uEFE9"_qs);
+    EXPECT_EQ(fields.keyControls(wpa, none).WPAPSK, "caf\xE9");
+    EXPECT_EQ(fields.WPAPSK(), u"caf\uEFE9"_qs);
 }
 
 TEST_F(KeyFieldsTest, HoldsTheirWidthWhateverIsToldOfAKey)

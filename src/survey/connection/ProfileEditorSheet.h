@@ -3,14 +3,14 @@
 class QDialog;
 struct ProfileProposal;
 
-// The profile editor, as far as the site survey opens it.
+// The part of the profile editor that the site survey uses.
 class ProfileEditorSheet {
 public:
     virtual ~ProfileEditorSheet() = default;
 
-    // Prepares the editor with a network of the list. False when it is not to be shown.
+    // Fills the editor with a scanned network. Returns false if the editor must not be shown.
     [[nodiscard]] virtual bool AddProfile(const ProfileProposal& proposal) = 0;
     virtual void selectFirstTab() = 0;
-    // The sheet to be run; it saves the profile by itself.
+    // The sheet to run. It saves the profile itself.
     [[nodiscard]] virtual QDialog& ProfileEditorWindow() = 0;
 };

@@ -1,24 +1,23 @@
-#include "survey/ProfileProposal.h"
+#include "survey/ProfileFromScan.h"
 
 #include "driver/records/ChannelTable.h"
 #include "platform/AssertionHandler.h"
 #include "survey/NetworkSecurity.h"
+#include "survey/connection/ListedName.h"
 
-#include <cstddef>
 #include <string_view>
 
 namespace {
 
 void proposeSecurity(ProfileProposal& proposal, const BssidEntry& entry, const WLAN_BSSID_EX& network)
 {
-    const WpaClass wpaClass = wpaClassOf(entry);
-    const bool presharedKey = wpaClass == WpaClass::PreSharedKey || wpaClass == WpaClass::None;
-    if (!presharedKey) {
+    const WpaClass wpaClass = IsItemWPA(entry);
+    if (!usesPresharedKey(wpaClass)) {
         proposal.AuthenMode = Ndis802_11AuthModeOpen;
         proposal.EcrypStatus = network.Privacy != 0 ? Ndis802_11Encryption1Enabled : Ndis802_11EncryptionDisabled;
         return;
     }
-    proposal.AuthenMode = wpaClass == WpaClass::None ? Ndis802_11AuthModeWPANone : Ndis802_11AuthModeWPAPSK;
+    proposal.AuthenMode = wpaClass == WpaClass::WpaNone ? Ndis802_11AuthModeWPANone : Ndis802_11AuthModeWPAPSK;
     proposal.EcrypStatus = std::string_view(encryptionTextOf(entry)) == "TKIP" ? Ndis802_11Encryption2Enabled
                                                                                : Ndis802_11Encryption3Enabled;
 }
@@ -29,8 +28,7 @@ std::optional<ProfileProposal> profileProposal(const BssidEntry& entry, Assertio
 {
     const WLAN_BSSID_EX network = entry.fixedPart();
     ProfileProposal proposal;
-    const auto name = entry.bytesUpToZero(offsetof(WLAN_BSSID_EX, Ssid.Ssid));
-    proposal.SSID.assign(reinterpret_cast<const char*>(name.data()), name.size());
+    proposal.SSID = listedName(entry);
     proposal.BSSID = network.MacAddress;
     proposal.Networktype = network.InfrastructureMode;
     proposal.Channel = channelOfFrequency(network.Configuration.DSConfig);

@@ -1,4 +1,4 @@
-#include "survey/ProfileProposal.h"
+#include "survey/ProfileFromScan.h"
 
 #include "tests/support/BssidListBuilder.h"
 #include "tests/support/RecordingAssertionHandler.h"
@@ -45,7 +45,7 @@ TEST(ProfileProposal, OpenAdHocNetwork)
     entry.fixedPart.InfrastructureMode = Ndis802_11IBSS;
     const auto proposal = proposalOf(entry);
     ASSERT_TRUE(proposal.has_value());
-    EXPECT_EQ(proposal->SSID, "peers");
+    EXPECT_EQ(proposal->SSID.bytes(), "peers");
     EXPECT_EQ(proposal->BSSID, (MacAddress { 0x00, 0x11, 0x22, 0x33, 0x44, 7 }));
     EXPECT_EQ(proposal->EcrypStatus, 1);
     EXPECT_EQ(proposal->AuthenMode, 0);
@@ -103,12 +103,12 @@ TEST(ProfileProposal, EveryOtherWpaNetworkKeepsTheDefaults)
 // rows of the survey. The editor cuts it to a name again.
 TEST(ProfileProposal, NameOf32BytesIsReadUpToTheNextZero)
 {
-    const std::string name = "thirty-two letters of a network!";
-    ASSERT_EQ(name.size(), 32u);
-    EntryBuilder entry(name);
-    EXPECT_EQ(proposalOf(entry)->SSID, name);
+    const QByteArray name("thirty-two letters of a network!");
+    ASSERT_EQ(name.size(), NetworkName::maxLength);
+    EntryBuilder entry(std::string_view(name.data(), 32));
+    EXPECT_EQ(proposalOf(entry)->SSID.bytes(), name);
     entry.fixedPart.Privacy = 1;
-    EXPECT_EQ(proposalOf(entry)->SSID, name + '\x01');
+    EXPECT_EQ(proposalOf(entry)->SSID.bytes(), name + '\x01');
 }
 
 TEST(ProfileProposal, UnknownFrequencyIsReported)
