@@ -14,7 +14,7 @@ constexpr int systemCallStop = SIGTRAP | 0x80; // with PTRACE_O_TRACESYSGOOD
 {
     if (::ptrace(PTRACE_TRACEME, 0, nullptr, nullptr) != 0)
         ::_exit(2);
-    (void)::raise(SIGSTOP); // until the tracer is ready
+    (void)::raise(SIGSTOP); // wait for the tracer
     work();
     ::_exit(0);
 }

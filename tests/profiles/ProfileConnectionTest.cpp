@@ -56,7 +56,7 @@ bool hasNoKeys(const PROFILE_DATA& record)
     return record.pWpaKey.empty();
 }
 
-TEST(ProfileConnection, TakesTheSettingsAsTheyAreStored)
+TEST(ProfileConnection, CopiesTheStoredSettings)
 {
     const auto record = profileConnection(sampleProfile());
     EXPECT_EQ(record->ConnectByBssid, 0);
@@ -88,7 +88,7 @@ TEST(ProfileConnection, ReadsMissingKeysAsZero)
     EXPECT_EQ(record->DisassociateFirst, 1);
 }
 
-TEST(ProfileConnection, HasTheBytesOfAName)
+TEST(ProfileConnection, ContainsTheBytesOfTheName)
 {
     const QByteArray bytes("\xFFnet\x01\xC3\xA4", 7);
     const auto record = connectionWith({ { ProfileKey::ssid, textFromBytes(bytes) } });
@@ -96,7 +96,7 @@ TEST(ProfileConnection, HasTheBytesOfAName)
     EXPECT_EQ(std::memcmp(record->Ssid.Ssid.data(), bytes.constData(), 7), 0);
 }
 
-TEST(ProfileConnection, HasAtMostThirtyTwoBytesOfAName)
+TEST(ProfileConnection, TruncatesTheNameToThirtyTwoBytes)
 {
     EXPECT_EQ(+connectionWith({ { ProfileKey::ssid, QString(32, u'a') } })->Ssid.SsidLength, 32u);
     EXPECT_EQ(+connectionWith({ { ProfileKey::ssid, QString(33, u'a') } })->Ssid.SsidLength, 32u);
@@ -114,7 +114,7 @@ struct SecurityCase {
 
 class ProfileSecurity : public testing::TestWithParam<SecurityCase> { };
 
-TEST_P(ProfileSecurity, FollowsAuthenticationEncryptionAndNetwork)
+TEST_P(ProfileSecurity, DependsOnAuthenticationEncryptionAndNetworkType)
 {
     const SecurityCase& expected = GetParam();
     const auto record = connectionWith(
@@ -135,7 +135,7 @@ INSTANTIATE_TEST_SUITE_P(EveryCase, ProfileSecurity,
         SecurityCase { 0, 0, 1, 0, 1, false, false }, SecurityCase { 0, 2, 1, 0, 1, false, false },
         SecurityCase { -1, 1, 1, -1, 0, false, true }, SecurityCase { -1, 0, 1, 0, 1, false, false }));
 
-TEST(ProfileConnection, MakesAWepKeyRecordOfEachKeyWithText)
+TEST(ProfileConnection, MakesAKeyRecordForEachNonEmptyWepKey)
 {
     const auto record = connectionWith({ encryption(1) });
     // Length, KeyIndex, KeyLength, BSSID, padding, KeyRSC, key; as long as Length says.
@@ -171,7 +171,7 @@ TEST(ProfileConnection, MakesAWepKeyRecordOfEachKeyWithText)
     EXPECT_TRUE(record->pWpaKey.empty());
 }
 
-TEST(ProfileConnection, MarksNoKeyWhereTheTransmitKeyIsNone)
+TEST(ProfileConnection, MarksNoKeyIfTheTransmitKeyIsOutOfRange)
 {
     const auto record = connectionWith({ encryption(1), { ProfileKey::wepKeyUse, u"4"_qs } });
     for (const std::size_t i : { 0U, 1U, 3U })
@@ -192,8 +192,8 @@ TEST(ProfileConnection, DoesNotCheckTheLengthOfAStoredKey)
     EXPECT_EQ(record->pWepKey[0].size(), 3u + 39u);
 }
 
-// No check before the record: of a text that is too long it has the first 13 bytes, which is all the key's buffer holds.
-TEST(ProfileConnection, CutsAStoredKeyToThirteenBytes)
+// Stored keys are not checked. The record contains the first 13 bytes of a text that is too long.
+TEST(ProfileConnection, TruncatesAStoredWepKeyToThirteenBytes)
 {
     const QByteArray head = "34000000"
                             "00000000"
@@ -208,7 +208,7 @@ TEST(ProfileConnection, CutsAStoredKeyToThirteenBytes)
     const auto digits = connectionWith(
         { encryption(1), { u"WEPKey1 Type"_qs, u"0"_qs }, { u"WEPKey1"_qs, u"000102030405060708090a0b0c0d0e0f"_qs } });
     EXPECT_EQ(bytesOf(digits->pWepKey[0]), head + "000102030405060708090a0b0c" + fill);
-    // The length is a byte: a text of 256 characters is no key that is not set.
+    // The length is one byte; 256 characters must not wrap to "not set".
     const auto longest = connectionWith({ encryption(1), { u"WEPKey1"_qs, QString(256, u'a') } });
     EXPECT_EQ(bytesOf(longest->pWepKey[0]), head + QByteArray("61").repeated(13) + fill);
 }
@@ -231,7 +231,7 @@ TEST(ProfileConnection, HashesAPassphraseWithTheName)
     EXPECT_TRUE(record->pWepKey[0].empty());
 }
 
-TEST(ProfileConnection, TakesSixtyFourCharactersAsDigits)
+TEST(ProfileConnection, ConvertsSixtyFourCharactersAsDigits)
 {
     const QString digits = u"00112233445566778899aAbBcCdDeEfF"_qs.repeated(2);
     const auto record = connectionWith({ authentication(2), presharedKey(digits) });
@@ -247,7 +247,7 @@ TEST(ProfileConnection, HashesSixtyThreeCharacters)
     EXPECT_NE(presharedKeyIn(*record), QByteArray("aa").repeated(32));
 }
 
-TEST(ProfileConnection, HasAKeyOfZerosForAPassphraseThatIsRefused)
+TEST(ProfileConnection, RefusedPassphraseGivesAKeyOfZeros)
 {
     for (const QString& refused :
         { QString(65, u'a'), QString(1000, u'f'), u"caf\u00E9 au lait"_qs, u"tab\tulator"_qs })
@@ -255,7 +255,7 @@ TEST(ProfileConnection, HasAKeyOfZerosForAPassphraseThatIsRefused)
             QByteArray("00").repeated(32));
 }
 
-// The longest name there is: PBKDF2 with 4096 rounds of HMAC-SHA1, calculated elsewhere.
+// A name of the maximum length. Expected values from another PBKDF2 implementation.
 TEST(ProfileConnection, HashesWithANameOf32Bytes)
 {
     const Profile::Entry ssid { ProfileKey::ssid, u"thirty-two letters of a network!"_qs };
@@ -266,8 +266,8 @@ TEST(ProfileConnection, HashesWithANameOf32Bytes)
         "555ea0d8874b324abb70782e94fe814c29385a4b5e40d784394083586afe5b4c");
 }
 
-// The derivation refuses the whole name, which the record has the first 32 bytes of. Digits need no name.
-TEST(ProfileConnection, HasAKeyOfZerosWhereTheNameIsTooLong)
+// The record contains the first 32 bytes, but the derivation refuses the whole name. Digits need no name.
+TEST(ProfileConnection, NameThatIsTooLongGivesAKeyOfZeros)
 {
     for (const int length : { 33, 1000 }) {
         const Profile::Entry ssid { ProfileKey::ssid, QString(length, u'a') };
@@ -278,13 +278,13 @@ TEST(ProfileConnection, HasAKeyOfZerosWhereTheNameIsTooLong)
         const auto digits = connectionWith({ authentication(2), ssid, presharedKey(u"0f"_qs.repeated(32)) });
         EXPECT_EQ(presharedKeyIn(*digits), QByteArray("0f").repeated(32)) << length;
     }
-    // Bytes count, not characters: 17 letters of two bytes each.
+    // 17 characters of two bytes each: the limit is in bytes.
     const Profile::Entry umlauts { ProfileKey::ssid, QString(17, QChar(0xE4)) };
     EXPECT_EQ(presharedKeyIn(*connectionWith({ authentication(2), umlauts, presharedKey(u"anchor and chain"_qs) })),
         QByteArray("00").repeated(32));
 }
 
-TEST(ProfileConnection, TakesAnAdHocChannelByItsPositionInTheTable)
+TEST(ProfileConnection, UsesAnAdHocChannelAsATablePosition)
 {
     EXPECT_EQ(connectionWith({ network(0), channel("1") })->ChannelFreq, 2412000u);
     EXPECT_EQ(connectionWith({ network(0), channel("14") })->ChannelFreq, 2484000u);
@@ -305,7 +305,7 @@ TEST(ProfileConnection, HasNoFrequencyOutsideAdHocMode)
     EXPECT_EQ(connectionWith({ network(2), channel("6") })->ChannelFreq, 0u);
 }
 
-TEST(ActivationEntry, IsTheWholeProfileWithItsRow)
+TEST(ActivationEntry, ContainsTheWholeProfileAndItsRow)
 {
     const Profile entry = activeEntry(sampleProfile(), 7);
     EXPECT_EQ(entry.size(), 26u);
@@ -316,7 +316,7 @@ TEST(ActivationEntry, IsTheWholeProfileWithItsRow)
     EXPECT_TRUE(isActiveEntry(entry));
 }
 
-TEST(ActivationEntry, LeavesOutHiddenWhenItIsNoLongerActive)
+TEST(ActivationEntry, OmitsHiddenIfInactive)
 {
     const Profile entry = inactiveEntry(activeEntry(sampleProfile(), 7), -1);
     EXPECT_EQ(entry.size(), 25u);
@@ -328,7 +328,7 @@ TEST(ActivationEntry, LeavesOutHiddenWhenItIsNoLongerActive)
     EXPECT_FALSE(isActiveEntry(entry));
 }
 
-TEST(ActivationEntry, HasItsKeysInAnOrderOfItsOwn)
+TEST(ActivationEntry, HasItsOwnKeyOrder)
 {
     std::vector<QString> keys;
     for (const auto& [key, text] : activeEntry(sampleProfile(), 7))
@@ -342,7 +342,7 @@ TEST(ActivationEntry, HasItsKeysInAnOrderOfItsOwn)
     EXPECT_EQ(keys, expected);
 }
 
-TEST(ActivationEntry, CopiesTheKnownKeysAlone)
+TEST(ActivationEntry, CopiesOnlyKnownKeys)
 {
     const Profile entry = activeEntry(Profile { { u"Comment"_qs, u"mine"_qs } }, 0);
     EXPECT_FALSE(entry.contains(u"Comment"));
@@ -350,7 +350,7 @@ TEST(ActivationEntry, CopiesTheKnownKeysAlone)
     EXPECT_TRUE(entry.contains(u"SSID"));
 }
 
-TEST(ActivationEntry, IsActiveWithTheExactWordAlone)
+TEST(ActivationEntry, IsActiveOnlyWithTheExactFlag)
 {
     for (const QString& flag : { u"NO"_qs, u"yes"_qs, u"YES "_qs, u"1"_qs, QString() })
         EXPECT_FALSE(isActiveEntry({ { ProfileKey::activeProfileFlag, flag } }));

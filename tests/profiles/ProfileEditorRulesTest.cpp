@@ -17,19 +17,19 @@ ProfileList named(std::initializer_list<QString> names)
     return list;
 }
 
-TEST(NextProfileName, IsTheFirstForAnEmptyList)
+TEST(NextProfileName, StartsWithOne)
 {
     EXPECT_EQ(GetNextProfileName({}), u"PROF1"_qs);
 }
 
-TEST(NextProfileName, FollowsTheLargestNumber)
+TEST(NextProfileName, IsOneMoreThanTheMaximum)
 {
     EXPECT_EQ(GetNextProfileName(named({ u"Prof7"_qs, u"PROF3"_qs })), u"PROF8"_qs);
     EXPECT_EQ(GetNextProfileName(named({ u"PROF2"_qs, u"prof10"_qs, u"Office"_qs })), u"PROF11"_qs);
     EXPECT_EQ(GetNextProfileName(named({ u"PROF2 at work"_qs })), u"PROF3"_qs);
 }
 
-TEST(NextProfileName, LooksForTheNumberFromTheFifthCharacterOn)
+TEST(NextProfileName, ReadsTheNumberFromTheFifthCharacter)
 {
     EXPECT_EQ(GetNextProfileName(named({ u"MYPROF9"_qs })), u"PROF1"_qs);
     EXPECT_EQ(GetNextProfileName(named({ u"abcd12PROF"_qs })), u"PROF13"_qs);
@@ -39,13 +39,13 @@ TEST(NextProfileName, LooksForTheNumberFromTheFifthCharacterOn)
     EXPECT_EQ(GetNextProfileName(named({ u"1234567"_qs, u"PRO"_qs, QString() })), u"PROF1"_qs);
 }
 
-TEST(NextProfileName, GoesOnBehindTheLargestNumberOfAll)
+TEST(NextProfileName, ContinuesAfterTheMaximumInteger)
 {
     EXPECT_EQ(GetNextProfileName(named({ u"PROF2147483647"_qs })), u"PROF2147483648"_qs);
     EXPECT_EQ(GetNextProfileName(named({ u"PROF99999999999"_qs })), u"PROF2147483648"_qs);
 }
 
-TEST(NetworkTypeRules, AdHocNetworksHaveAChannelAndTheirOwnAuthentications)
+TEST(NetworkTypeRules, AdHocNetworksHaveAChannelAndTheirOwnAuthenticationList)
 {
     EXPECT_TRUE(channelEnabled(0));
     EXPECT_EQ(authenticationKindOf(0), 0);
@@ -55,7 +55,7 @@ TEST(NetworkTypeRules, AdHocNetworksHaveAChannelAndTheirOwnAuthentications)
     }
 }
 
-TEST(ChannelIndex, IsOneLessThanTheChannel)
+TEST(ChannelIndex, IsTheChannelMinusOne)
 {
     EXPECT_EQ(channelIndexOf(1), 0);
     EXPECT_EQ(channelIndexOf(11), 10);
@@ -74,7 +74,7 @@ TEST(SelFlag, IsSetByWpaAndKeptWithoutAnAuthentication)
     }
 }
 
-TEST(SsidList, HasEveryNameInTheOrderOfTheScan)
+TEST(SsidList, HasAllNamesInScanOrder)
 {
     Bytes list = inBuffer(
         bssidList({ EntryBuilder("b"), EntryBuilder(""), EntryBuilder("a"), EntryBuilder("b"), EntryBuilder("x\0y") }));
@@ -82,29 +82,29 @@ TEST(SsidList, HasEveryNameInTheOrderOfTheScan)
     EXPECT_EQ(GetBssidList({}), Items());
 }
 
-TEST(SsidOfEditedProfile, IsTheFirstItemThatMatches)
+TEST(SsidOfEditedProfile, IsTheFirstMatchingItem)
 {
     EXPECT_EQ(ssidOfEditedProfile({ u"a"_qs, u"b"_qs, u"b"_qs }, u"b"_qs), (SsidSelection { 1, u"b"_qs }));
 }
 
-TEST(SsidOfEditedProfile, LeavesTheLastItemSelectedBelowItsOwnName)
+TEST(SsidOfEditedProfile, SelectsTheLastItemWithItsOwnNameWithoutAMatch)
 {
     EXPECT_EQ(ssidOfEditedProfile({ u"a"_qs, u"b"_qs }, u"c"_qs), (SsidSelection { 1, u"c"_qs }));
 }
 
-TEST(SsidOfEditedProfile, IsLeftAloneWithAnEmptyList)
+TEST(SsidOfEditedProfile, DoesNotChangeWithAnEmptyList)
 {
     EXPECT_EQ(ssidOfEditedProfile({}, u"c"_qs), std::nullopt);
 }
 
-TEST(SsidOfScannedNetwork, IsTheItemThatMatchesOrTheFirst)
+TEST(SsidOfScannedNetwork, IsTheMatchingItemOrTheFirst)
 {
     EXPECT_EQ(ssidOfScannedNetwork({ u"a"_qs, u"b"_qs, u"b"_qs }, u"b"_qs), (SsidSelection { 1, u"b"_qs }));
     EXPECT_EQ(ssidOfScannedNetwork({ u"a"_qs, u"b"_qs }, u"c"_qs), (SsidSelection { 0, u"a"_qs }));
     EXPECT_EQ(ssidOfScannedNetwork({}, u"c"_qs), std::nullopt);
 }
 
-TEST(ThresholdSlider, StaysInItsRange)
+TEST(ThresholdSlider, IsClampedToItsRange)
 {
     EXPECT_EQ(sliderValueOf(u"500"_qs, rtsThresholdRange), 500);
     EXPECT_EQ(sliderValueOf(u"9999"_qs, rtsThresholdRange), 2347);
@@ -113,7 +113,7 @@ TEST(ThresholdSlider, StaysInItsRange)
     EXPECT_EQ(sliderValueOf(u"2347"_qs, fragmentationThresholdRange), 2346);
 }
 
-TEST(FittingSsid, IsTheStartOfATextThatFitsInto32Bytes)
+TEST(FittingSsid, IsTruncatedTo32BytesBetweenCharacters)
 {
     EXPECT_EQ(fittingSsid(QString()), QString());
     EXPECT_EQ(fittingSsid(QString(32, u'a')), QString(32, u'a'));
@@ -122,7 +122,7 @@ TEST(FittingSsid, IsTheStartOfATextThatFitsInto32Bytes)
     const QString smile = u"\U0001F600"_qs; // four bytes, two units
     EXPECT_EQ(fittingSsid(QString(30, u'a') + smile), QString(30, u'a'));
     EXPECT_EQ(fittingSsid(smile.repeated(9)), smile.repeated(8));
-    const QString raw(33, QChar(u'\uEFFF')); // a raw byte each
+    const QString raw(33, QChar(u'\uEFFF')); // one malformed byte each
     EXPECT_EQ(fittingSsid(raw), raw.left(32));
 }
 

@@ -9,7 +9,7 @@ namespace {
 
 const MacAddress carried { 0x0A, 0xBC, 0xDE, 0xF0, 0x01, 0x02 };
 
-// What the controls hold for the sample profile.
+// The controls for the sample profile.
 ProfileControls sampleControls()
 {
     ProfileControls controls;
@@ -45,10 +45,10 @@ TEST(CreatedProfileTest, HasEveryKeyInOrder)
     EXPECT_EQ(createProfileData(sampleControls(), origin, {}).profile, sampleProfile());
 }
 
-TEST(CreatedProfileTest, KeepsTheAddressThatTheEditorHoldsWhenItIsEdited)
+TEST(CreatedProfileTest, EditedProfileKeepsTheEditorsAddress)
 {
     ProfileControls controls = sampleControls();
-    controls.ssidIndex = 0; // the list does not matter then
+    controls.ssidIndex = 0; // the list is ignored
     controls.ssidItem = controls.SSID;
     Bytes list = inBuffer(bssidList({ EntryBuilder("home") }));
     for (const bool hidden : { false, true })
@@ -61,7 +61,7 @@ TEST(CreatedProfileTest, KeepsTheAddressThatTheEditorHoldsWhenItIsEdited)
         }
 }
 
-TEST(CreatedProfileTest, HasTheAddressOfTheEntryThatWasPicked)
+TEST(CreatedProfileTest, HasTheAddressOfThePickedEntry)
 {
     Bytes list = inBuffer(bssidList({ EntryBuilder("home", 1), EntryBuilder("home", 0xE2), EntryBuilder("c", 3) }));
     ProfileControls controls = sampleControls();
@@ -76,10 +76,10 @@ TEST(CreatedProfileTest, HasTheAddressOfTheEntryThatWasPicked)
     }
 }
 
-TEST(CreatedProfileTest, KnowsAPickedNameThatCarriesMoreThanANameCanHold)
+TEST(CreatedProfileTest, RecognisesAPickedNameThatContinuesPast32Bytes)
 {
     EntryBuilder full(std::string(32, 'n'), 0xE2);
-    full.fixedPart.Privacy = 1; // its bytes follow the name without a zero between
+    full.fixedPart.Privacy = 1; // follows the name without a zero byte in between
     Bytes list = inBuffer(bssidList({ full }));
     ProfileControls controls = sampleControls();
     controls.ssidIndex = 0;
@@ -90,7 +90,7 @@ TEST(CreatedProfileTest, KnowsAPickedNameThatCarriesMoreThanANameCanHold)
     EXPECT_EQ(hiddenIn(created), u"0"_qs);
 }
 
-TEST(CreatedProfileTest, HasNoAddressWhenThePickedEntryIsGone)
+TEST(CreatedProfileTest, HasNoAddressIfThePickedEntryDisappeared)
 {
     Bytes list = inBuffer(bssidList({ EntryBuilder("home", 1) }));
     ProfileControls controls = sampleControls();
@@ -101,7 +101,7 @@ TEST(CreatedProfileTest, HasNoAddressWhenThePickedEntryIsGone)
     EXPECT_EQ(hiddenIn(created), u"0"_qs);
 }
 
-TEST(CreatedProfileTest, BelongsToAHiddenNetworkWhenItsNameWasTyped)
+TEST(CreatedProfileTest, IsHiddenIfTheNameWasTyped)
 {
     ProfileControls controls = sampleControls();
     controls.ssidIndex = 0;
@@ -112,7 +112,7 @@ TEST(CreatedProfileTest, BelongsToAHiddenNetworkWhenItsNameWasTyped)
     EXPECT_TRUE(created.bHidden);
 }
 
-TEST(CreatedProfileTest, HasNoAddressWhenTheNameOfAnAdHocNetworkWasTyped)
+TEST(CreatedProfileTest, HasNoAddressIfAnAdHocNameWasTyped)
 {
     ProfileControls controls = sampleControls();
     for (const int networkType : { 0, 2, -1 }) {
@@ -124,14 +124,14 @@ TEST(CreatedProfileTest, HasNoAddressWhenTheNameOfAnAdHocNetworkWasTyped)
     }
 }
 
-TEST(CreatedProfileTest, DoesNotTakeAnEmptyNameForAnItemWhenNoneIsSelected)
+TEST(CreatedProfileTest, EmptyNameWithoutASelectionIsNotAPickedItem)
 {
     ProfileControls controls = sampleControls();
     controls.SSID.clear();
     EXPECT_EQ(hiddenIn(createProfileData(controls, { true, carried, false }, {})), u"1"_qs);
 }
 
-TEST(CreatedProfileTest, TransmitsWithTheFirstKeyWhoseButtonIsOn)
+TEST(CreatedProfileTest, TransmitKeyIsTheFirstSelectedButton)
 {
     const auto keyUse = [](std::array<bool, 4> on) {
         ProfileControls controls;
@@ -153,7 +153,7 @@ TEST(CreatedProfileTest, EndsAWepKeyAtAZero)
     EXPECT_EQ(createProfileData(controls, {}, {}).profile.text(u"WEPKey1"), u"ab"_qs);
 }
 
-TEST(CreatedProfileTest, StoresWhatTheControlsHoldUnchecked)
+TEST(CreatedProfileTest, StoresTheControlsWithoutChecks)
 {
     ProfileControls controls;
     controls.AuthenType = -1;
@@ -164,7 +164,7 @@ TEST(CreatedProfileTest, StoresWhatTheControlsHoldUnchecked)
     EXPECT_EQ(profile.text(ProfileKey::channel), QString());
 }
 
-TEST(KeyControlsOf, CarriesTheKeysToTheirRules)
+TEST(KeyControlsOf, CopiesTheKeys)
 {
     ProfileControls controls = sampleControls();
     controls.AuthenType = 1;
@@ -181,7 +181,7 @@ TEST(KeyControlsOf, CarriesTheKeysToTheirRules)
         u"Invalid WEP key 2 length. WEP should be 10 or 26 hexadecimal digits."_qs);
 }
 
-TEST(ConvertedKeys, AreMadeWithSharedOrTheSecondEncryption)
+TEST(ConvertedKeys, AreConvertedWithSharedOrTheSecondEncryption)
 {
     ProfileControls controls = sampleControls();
     EXPECT_EQ(convertedKeys(controls), std::nullopt);
@@ -199,7 +199,7 @@ TEST(ConvertedKeys, AreMadeWithSharedOrTheSecondEncryption)
     EXPECT_EQ((*keys)[3].length, 13);
 }
 
-TEST(EditedProfileTest, ShowsWhatIsStored)
+TEST(EditedProfileTest, ShowsTheStoredValues)
 {
     const EditedProfile values = editedProfile(with(sampleProfile(), { { ProfileKey::channel, u"11"_qs } }));
     EXPECT_EQ(values.ProfileName, u"PROF1"_qs);
@@ -220,7 +220,7 @@ TEST(EditedProfileTest, ShowsWhatIsStored)
     EXPECT_TRUE(values.bHidden);
 }
 
-TEST(EditedProfileTest, ComesBackAsTheSameProfile)
+TEST(EditedProfileTest, RoundTripsTheProfile)
 {
     const EditedProfile values = editedProfile(sampleProfile());
     ASSERT_TRUE(values.copyBSSID);
@@ -228,7 +228,7 @@ TEST(EditedProfileTest, ComesBackAsTheSameProfile)
     EXPECT_EQ(created.profile, sampleProfile());
 }
 
-TEST(EditedProfileTest, ChangesTheTransmitKeyForOneThatExistsAlone)
+TEST(EditedProfileTest, ChangesTheTransmitKeyOnlyToAnExistingOne)
 {
     const auto transmitKey = [](const QString& stored) {
         return editedProfile({ { ProfileKey::wepKeyUse, stored } }).transmitKey;
@@ -240,13 +240,13 @@ TEST(EditedProfileTest, ChangesTheTransmitKeyForOneThatExistsAlone)
     EXPECT_EQ(transmitKey(QString()), 0u);
 }
 
-TEST(EditedProfileTest, LeavesTheAddressForAdHocProfiles)
+TEST(EditedProfileTest, KeepsTheAddressForAdHocProfiles)
 {
     EXPECT_EQ(editedProfile(with(sampleProfile(), { { ProfileKey::networkType, u"0"_qs } })).copyBSSID, std::nullopt);
     EXPECT_TRUE(editedProfile(with(sampleProfile(), { { ProfileKey::networkType, u"2"_qs } })).copyBSSID);
 }
 
-TEST(EditedProfileTest, TakesMissingDigitsOfAnAddressAsZeros)
+TEST(EditedProfileTest, MissingDigitsOfAnAddressAreZeros)
 {
     const auto address = [](const QString& stored) {
         return editedProfile(with(sampleProfile(), { { ProfileKey::bssid, stored } })).copyBSSID;
@@ -263,7 +263,7 @@ TEST(EditedProfileTest, SavesPowerForEveryOtherMode)
     EXPECT_FALSE(editedProfile({}).PSMode);
 }
 
-TEST(AuthenticationChoiceTest, FollowsTheNetworksMode)
+TEST(AuthenticationChoiceTest, DependsOnTheNetworksMode)
 {
     EXPECT_EQ(authenticationChoiceOf(0), (AuthenticationChoice { 0, false }));
     EXPECT_EQ(authenticationChoiceOf(1), (AuthenticationChoice { 1, false }));
@@ -274,7 +274,7 @@ TEST(AuthenticationChoiceTest, FollowsTheNetworksMode)
     EXPECT_EQ(authenticationChoiceOf(-1), (AuthenticationChoice { 0, false }));
 }
 
-TEST(EncryptionIndexTest, FollowsTheNetworksStatus)
+TEST(EncryptionIndexTest, DependsOnTheNetworksStatus)
 {
     for (const int authentication : { 0, 1, -1 })
         for (int status = -1; status < 9; ++status)

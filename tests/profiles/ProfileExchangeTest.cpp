@@ -14,15 +14,15 @@
 #include <algorithm>
 #include <functional>
 
-// Both homes of the profiles are property lists that another implementation, Python's plistlib, reads and writes as we
-// do, whatever was typed into a profile. It sees the escapes of what XML cannot carry.
+// Python's plistlib reads and writes the file and the defaults like this program,
+// with any text in a profile. It sees the escaped form of characters that XML cannot contain.
 
 namespace {
 
 const auto profilesKey = QStringLiteral("Profiles");
 const auto settingKey = QStringLiteral("Profile Setting");
 
-// A name of the full 32 bytes, most of them no text.
+// A name of 32 bytes, most of them malformed.
 QString longestName(RandomTexts& texts)
 {
     QByteArray bytes;
@@ -31,7 +31,7 @@ QString longestName(RandomTexts& texts)
     return textFromBytes(bytes);
 }
 
-// Every key of a profile in its place, and under each a number or the worst of texts.
+// All keys of a profile, each with a number or a difficult text.
 Profile randomProfile(RandomTexts& texts)
 {
     Profile profile;
@@ -50,7 +50,7 @@ ProfileList randomProfiles(unsigned seed)
     return list;
 }
 
-// The texts as they stand in a file.
+// The texts as stored in a file.
 ProfileList carriable(ProfileList list)
 {
     for (Profile& profile : list) {
@@ -61,7 +61,7 @@ ProfileList carriable(ProfileList list)
     return list;
 }
 
-// Without carriage returns, which Python writes as line feeds.
+// Without carriage returns, which Python converts to line feeds.
 ProfileList withoutReturns(ProfileList list)
 {
     for (Profile& profile : list) {
@@ -87,7 +87,7 @@ protected:
     QString json { folder.filePath(QStringLiteral("exchanged.json")) };
 };
 
-TEST_F(ProfileExchange, ProfilesAreTheTextsThatFilesHandleWorst)
+TEST_F(ProfileExchange, ProfilesContainDifficultTexts)
 {
     const ProfileList list = randomProfiles(21);
     EXPECT_TRUE(hasText(list, [](const QString& text) { return text.isEmpty(); }));
@@ -99,7 +99,7 @@ TEST_F(ProfileExchange, ProfilesAreTheTextsThatFilesHandleWorst)
         EXPECT_EQ(profile.size(), 24u);
 }
 
-TEST_F(ProfileExchange, PythonReadsBothHomes)
+TEST_F(ProfileExchange, PythonReadsFileAndDefaults)
 {
     const ProfileList list = randomProfiles(22);
     const ProfileList setting { activeEntry(list.back(), 199) };
@@ -123,7 +123,7 @@ TEST_F(ProfileExchange, PythonReadsBothHomes)
     EXPECT_NE(arrays.at(0).toArray().at(0), arrays.at(1).toArray().at(0));
 }
 
-TEST_F(ProfileExchange, FileOfPythonIsReadAndReplacedAsOurs)
+TEST_F(ProfileExchange, FileWrittenByPythonIsReadAndReplaced)
 {
     const ProfileList list = withoutReturns(randomProfiles(23));
     ASSERT_TRUE(writeJson(json, jsonOf(carriable(list))));
@@ -136,7 +136,7 @@ TEST_F(ProfileExchange, FileOfPythonIsReadAndReplacedAsOurs)
     EXPECT_EQ(readDictionariesFile(file), ProfileList());
 }
 
-TEST_F(ProfileExchange, DefaultsOfPythonAreReadAndReplacedAsOurs)
+TEST_F(ProfileExchange, DefaultsWrittenByPythonAreReadAndReplaced)
 {
     const ProfileList list = withoutReturns(randomProfiles(24));
     const ProfileList setting { activeEntry(list.front(), 0) };

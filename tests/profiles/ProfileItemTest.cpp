@@ -14,14 +14,14 @@ ProfileItem sixTexts()
     return ProfileItem::initWithProfile(u"p"_qs, u"s"_qs, u"c"_qs, u"a"_qs, u"e"_qs, u"n"_qs);
 }
 
-TEST(ProfileItem, BeginsWithSixEmptyTexts)
+TEST(ProfileItem, StartsWithSixEmptyTexts)
 {
     const ProfileItem item;
     for (const QString& column : columns)
         EXPECT_EQ(item.value(column), QString());
 }
 
-TEST(ProfileItem, GivesEachTextUnderItsColumn)
+TEST(ProfileItem, HasAValueForEachColumn)
 {
     const ProfileItem item = sixTexts();
     const std::array<QString, 6> texts { u"p"_qs, u"s"_qs, u"c"_qs, u"a"_qs, u"e"_qs, u"n"_qs };
@@ -32,7 +32,7 @@ TEST(ProfileItem, GivesEachTextUnderItsColumn)
     EXPECT_EQ(accessed, texts);
 }
 
-TEST(ProfileItem, TakesAnotherTextForOneColumnAlone)
+TEST(ProfileItem, SetsOnlyOneColumn)
 {
     for (const QString& changed : columns) {
         ProfileItem item = sixTexts();
@@ -42,7 +42,7 @@ TEST(ProfileItem, TakesAnotherTextForOneColumnAlone)
     }
 }
 
-TEST(ProfileItem, HasNoValueUnderAnotherKey)
+TEST(ProfileItem, HasNoValueForAnUnknownKey)
 {
     ProfileItem item = sixTexts();
     item.setValue(u"pi", u"new"_qs);
@@ -51,7 +51,7 @@ TEST(ProfileItem, HasNoValueUnderAnotherKey)
     EXPECT_EQ(item.value(u"Profile"), u"p"_qs);
 }
 
-TEST(ProfileItem, SetsEachTextByItsOperation)
+TEST(ProfileItem, SettersSetEachText)
 {
     ProfileItem item;
     item.setprofile(u"p"_qs);
@@ -64,7 +64,7 @@ TEST(ProfileItem, SetsEachTextByItsOperation)
         EXPECT_EQ(item.value(column), sixTexts().value(column));
 }
 
-TEST(ProfileItem, DescribesItselfAsNothing)
+TEST(ProfileItem, DescriptionIsEmpty)
 {
     EXPECT_EQ(sixTexts().description(), QString());
 }

@@ -20,7 +20,7 @@ TEST(ProfileRows, ShowNameAndSsidAsStored)
     EXPECT_EQ(item.ssid(), u"home"_qs);
 }
 
-TEST(ProfileRows, ShowAnAutomaticChannelWhateverIsStored)
+TEST(ProfileRows, AlwaysShowAnAutomaticChannel)
 {
     EXPECT_EQ(profileItem(sampleProfile()).channel(), u"Auto"_qs);
     EXPECT_EQ(rowOf(u"0"_qs, u"0"_qs, u"0"_qs).channel(), u"Auto"_qs);

@@ -24,22 +24,22 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-// What is left of the profiles when a save comes to a sudden end: in each of the two homes the list as it was or the
-// new one, whole, and nothing that others could read.
+// The profiles after an interrupted save: file and defaults each contain the old or the new list, complete, and other
+// users can read nothing.
 
 namespace {
 
 const auto profilesKey = QStringLiteral("Profiles");
 const auto settingKey = QStringLiteral("Profile Setting");
 
-// A user's folders. Settings remember in the process what they have read, so every start gets a home of its own.
+// A user's home directory. QSettings caches in the process what it has read, so every start gets a new one.
 struct Home {
     QString path;
 
     [[nodiscard]] QString file() const { return preferencesFile(QStringLiteral("Profile.plist"), path); }
     [[nodiscard]] QString defaultsFile() const { return path + QStringLiteral("/config/settings.plist"); }
 
-    // Files as a running program left them; an empty one is none.
+    // Writes the files of an earlier run; empty content means no file.
     void write(const QByteArray& fileContent, const QByteArray& defaultsContent) const
     {
         EXPECT_TRUE(fileContent.isEmpty() || writeFileAtomically(file(), fileContent));
@@ -58,7 +58,7 @@ QStringList filesBelow(const QString& folder)
     return names;
 }
 
-// Whether each is its user's alone, half written ones included.
+// Whether only the user can access them, temporary files included.
 bool arePrivate(const QString& folder)
 {
     QDirIterator files(folder, QDir::Files | QDir::Hidden | QDir::System, QDirIterator::Subdirectories);
@@ -71,7 +71,7 @@ bool arePrivate(const QString& folder)
 }
 
 struct Stored {
-    std::optional<ProfileList> file; // nothing: missing or not whole
+    std::optional<ProfileList> file; // std::nullopt: missing or incomplete
     std::optional<ProfileList> defaults;
     std::optional<ProfileList> setting;
     bool operator==(const Stored&) const = default;
@@ -97,7 +97,7 @@ void run(const Home& home, const Operation& operation)
     operation(store);
 }
 
-// In memory where there is such a folder: every save waits for its disk several times.
+// Preferably in memory, because every save syncs the disk several times.
 QString temporaryFolder()
 {
     const auto memory = QStringLiteral("/dev/shm");
@@ -113,10 +113,10 @@ protected:
         return { path };
     }
 
-    // A home with the old list, active profile included; its files are the start of every other one.
+    // A home directory with the old list and active profile; its files are copied to every other one.
     void SetUp() override
     {
-        m_umask = ::umask(0); // whatever is made readable to all, is
+        m_umask = ::umask(0); // so that the mode of a new file is exactly the requested one
         const Home home = newHome();
         run(home, [this](ProfileStore& store) {
             store.saveRecords(oldList);
@@ -129,9 +129,9 @@ protected:
     }
     void TearDown() override { (void)::umask(m_umask); }
 
-    // Ends the operation at each of its system calls in turn.
+    // Kills the operation at each of its system calls in turn.
     void killEverywhere(const Operation& operation, const Stored& start, const Stored& end, bool empty = false);
-    // Runs it in a process of its own, prepared like this, and looks at the home afterwards.
+    // Runs the operation in a prepared child process and checks the home directory afterwards.
     void runApart(const std::function<bool()>& prepare, const Operation& operation, const Home& home);
 
     QTemporaryDir folder { temporaryFolder() };
@@ -159,11 +159,13 @@ void expectOldOrNew(const Stored& found, const Stored& start, const Stored& end)
 
 void ProfileStoreFailure::killEverywhere(const Operation& operation, const Stored& start, const Stored& end, bool empty)
 {
-    constexpr int mostCalls = 5000;
+    constexpr int maxCalls = 5000;
     const QStringList bothFiles { QStringLiteral("Profile.plist"), QStringLiteral("settings.plist") };
     bool leftSomething = false;
+    bool foundStart = false;
+    bool foundEnd = false;
     int calls = 1;
-    for (; calls < mostCalls; ++calls) {
+    for (; calls < maxCalls; ++calls) {
         SCOPED_TRACE(calls);
         const Home home = newHome();
         if (!empty)
@@ -176,22 +178,25 @@ void ProfileStoreFailure::killEverywhere(const Operation& operation, const Store
             || std::any_of(left.begin(), left.end(), [&](const QString& name) { return !bothFiles.contains(name); });
         const Stored found = storedIn(home);
         expectOldOrNew(found, start, end);
+        foundStart = foundStart || found == start;
+        foundEnd = foundEnd || found == end;
         if (outcome == KilledOutcome::Finished) {
             EXPECT_EQ(found, end);
             break;
         }
-        run(home, operation); // nothing that was left behind is in the way of the next start
+        run(home, operation); // remaining temporary files do not disturb the next start
         EXPECT_EQ(readDictionariesFile(home.file()), end.file.value_or(ProfileList()));
         EXPECT_EQ(filesBelow(home.path), bothFiles);
         if (testing::Test::HasFailure())
             return;
     }
-    EXPECT_GT(calls, 20); // as many calls at least does it take to replace a file safely
-    EXPECT_LT(calls, mostCalls);
+    EXPECT_TRUE(foundStart);
+    EXPECT_TRUE(foundEnd);
+    EXPECT_LT(calls, maxCalls);
     EXPECT_TRUE(leftSomething); // for the next save to remove
 }
 
-TEST_F(ProfileStoreFailure, KilledAtAnyPointOfASaveLeavesTheOldOrTheNewList)
+TEST_F(ProfileStoreFailure, KilledSaveLeavesTheOldOrTheNewList)
 {
     Stored after = before;
     after.file = newList;
@@ -199,13 +204,13 @@ TEST_F(ProfileStoreFailure, KilledAtAnyPointOfASaveLeavesTheOldOrTheNewList)
     killEverywhere([this](ProfileStore& store) { store.saveRecords(newList); }, before, after);
 }
 
-TEST_F(ProfileStoreFailure, KilledAtAnyPointOfTheFirstSaveLeavesNothingOrTheList)
+TEST_F(ProfileStoreFailure, KilledFirstSaveLeavesNothingOrTheList)
 {
     const Stored after { newList, newList, std::nullopt };
     killEverywhere([this](ProfileStore& store) { store.saveRecords(newList); }, {}, after, true);
 }
 
-TEST_F(ProfileStoreFailure, KilledAtAnyPointOfADeletionLeavesTheOldOrTheNewList)
+TEST_F(ProfileStoreFailure, KilledDeletionLeavesTheOldOrTheNewList)
 {
     const ProfileList rest { oldList[0], oldList[2] };
     const Operation deletion = [this](ProfileStore& store) {
@@ -216,7 +221,7 @@ TEST_F(ProfileStoreFailure, KilledAtAnyPointOfADeletionLeavesTheOldOrTheNewList)
     killEverywhere(deletion, before, { rest, rest, std::nullopt });
 }
 
-TEST_F(ProfileStoreFailure, KilledAtAnyPointOfAnActivationLeavesTheOldOrTheNewOne)
+TEST_F(ProfileStoreFailure, KilledActivationLeavesTheOldOrTheNewEntry)
 {
     const Profile entry = activeEntry(oldList[2], 2);
     Stored after = before;
@@ -229,7 +234,7 @@ TEST_F(ProfileStoreFailure, KilledAtAnyPointOfAnActivationLeavesTheOldOrTheNewOn
     killEverywhere(activation, before, after);
 }
 
-TEST_F(ProfileStoreFailure, KilledAtAnyPointOfASaveOverADamagedFileLosesNothing)
+TEST_F(ProfileStoreFailure, KilledSaveOverADamagedFileLosesNothing)
 {
     const QByteArray damaged = "typed by hand";
     for (int calls = 1;; ++calls) {
@@ -266,8 +271,8 @@ QStringList filesIn(const QString& path)
     return QDir(QFileInfo(path).path()).entryList(QDir::Files | QDir::Hidden);
 }
 
-// No file can grow beyond the limit, as on a disk that is full from there on.
-TEST_F(ProfileStoreFailure, KeepsTheOldListsWhereTheNewOnesDoNotFit)
+// Limits the file size, as on a disk that becomes full.
+TEST_F(ProfileStoreFailure, KeepsTheOldListsIfTheNewOnesDoNotFit)
 {
     Stored after = before;
     after.file = newList;
@@ -298,14 +303,14 @@ TEST_F(ProfileStoreFailure, KeepsTheOldListsWhereTheNewOnesDoNotFit)
     EXPECT_TRUE(replacedBoth);
 }
 
-// A small file system that nobody else sees, and that goes with the process.
+// A small private file system that disappears with the process.
 bool mountDisk(const QString& path)
 {
     return ::unshare(CLONE_NEWNS) == 0 && ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0
         && ::mount("tmpfs", QFile::encodeName(path).constData(), "tmpfs", 0, "size=256k") == 0;
 }
 
-// Fills a disk with the old files, but for some pages.
+// Fills a disk with the old files and leaves some pages free.
 bool fillDisk(const Home& home, const QByteArray& file, const QByteArray& defaults, int freePages)
 {
     home.write(file, defaults);
@@ -339,7 +344,7 @@ TEST_F(ProfileStoreFailure, KeepsTheOldListsOnAFullDisk)
     for (int freePages = 0; freePages < 12; ++freePages) {
         SCOPED_TRACE(freePages);
         const Home disk = newHome();
-        const Home copy = newHome(); // what was found on the disk, which goes with the process
+        const Home copy = newHome(); // a copy, because the disk disappears with the process
         const Operation saveAndCopy = [&](ProfileStore& store) {
             store.saveRecords(newList);
             copy.write(contentOf(disk.file()), contentOf(disk.defaultsFile()));

@@ -37,18 +37,18 @@ protected:
     const ProfileList three { sampleProfile(u"a"_qs), sampleProfile(u"b"_qs), sampleProfile(u"c"_qs) };
 };
 
-TEST_F(ProfileStoreTest, LiesInTheUsersPreferences)
+TEST_F(ProfileStoreTest, FileIsInTheUsersPreferences)
 {
     EXPECT_EQ(ProfileStore::defaultRecordsFile(), QDir::homePath() + u"/Library/Preferences/Profile.plist"_qs);
 }
 
-TEST_F(ProfileStoreTest, IsEmptyWithoutFileAndDefaults)
+TEST_F(ProfileStoreTest, IsEmptyWithoutAFileAndDefaults)
 {
     EXPECT_EQ(store.loadRecords(), ProfileList());
     EXPECT_FALSE(QFile::exists(path));
 }
 
-TEST_F(ProfileStoreTest, SavesInBothHomesTheFileFirst)
+TEST_F(ProfileStoreTest, SavesTheFileBeforeTheDefaults)
 {
     std::vector<ProfileList> fileAtChange;
     defaults.onChange = [&] { fileAtChange.push_back(inFile()); };
@@ -59,34 +59,34 @@ TEST_F(ProfileStoreTest, SavesInBothHomesTheFileFirst)
     EXPECT_EQ(defaults.synchronizations, 1);
 }
 
-TEST_F(ProfileStoreTest, PrefersTheDefaultsToTheFile)
+TEST_F(ProfileStoreTest, DefaultsTakePrecedenceOverTheFile)
 {
     store.saveRecords(three);
     ASSERT_TRUE(writeDictionariesFile(path, { sampleProfile(u"by hand"_qs) }));
     EXPECT_EQ(store.loadRecords(), three);
 }
 
-TEST_F(ProfileStoreTest, PrefersAnEmptyListInTheDefaults)
+TEST_F(ProfileStoreTest, EmptyListInTheDefaultsTakesPrecedence)
 {
     ASSERT_TRUE(writeDictionariesFile(path, three));
     defaults.setArray(profilesKey, {});
     EXPECT_EQ(store.loadRecords(), ProfileList());
 }
 
-TEST_F(ProfileStoreTest, ReadsTheFileWhereTheDefaultsHaveNoList)
+TEST_F(ProfileStoreTest, ReadsTheFileIfTheDefaultsHaveNoList)
 {
     ASSERT_TRUE(writeDictionariesFile(path, three));
     EXPECT_EQ(store.loadRecords(), three);
 }
 
-TEST_F(ProfileStoreTest, IsEmptyWhereTheFileCannotBeRead)
+TEST_F(ProfileStoreTest, IsEmptyIfTheFileIsUnreadable)
 {
     writePlainly("<plist><array><dict><key>SSID</key>");
     EXPECT_EQ(store.loadRecords(), ProfileList());
     EXPECT_FALSE(QFile::exists(path + u".unreadable"_qs));
 }
 
-TEST_F(ProfileStoreTest, KeepsAFileThatCannotBeReadBesideTheNewOne)
+TEST_F(ProfileStoreTest, BacksUpAnUnreadableFile)
 {
     writePlainly("typed by hand");
     store.saveRecords(three);
@@ -104,7 +104,7 @@ TEST_F(ProfileStoreTest, ReadsAFileWithNumbersTypedByHand)
     EXPECT_EQ(records[0].text(ProfileKey::hidden), u"1"_qs);
 }
 
-TEST_F(ProfileStoreTest, SavesInTheDefaultsWhereTheFileCannotBeWritten)
+TEST_F(ProfileStoreTest, SavesTheDefaultsIfTheFileCannotBeWritten)
 {
     ASSERT_TRUE(QDir().mkpath(path));
     store.saveRecords(three);
@@ -112,7 +112,7 @@ TEST_F(ProfileStoreTest, SavesInTheDefaultsWhereTheFileCannotBeWritten)
     EXPECT_EQ(store.loadRecords(), three);
 }
 
-TEST_F(ProfileStoreTest, KeepsKeysThatItDoesNotKnow)
+TEST_F(ProfileStoreTest, KeepsUnknownKeys)
 {
     const Profile profile = with(sampleProfile(), { { u"Comment"_qs, u"mine"_qs } });
     store.saveRecords({ profile });
@@ -128,7 +128,7 @@ TEST_F(ProfileStoreTest, LoadsTheActiveProfile)
     EXPECT_EQ(recordActivate, stored);
 }
 
-TEST_F(ProfileStoreTest, LeavesTheActiveProfileInMemoryWhereTheDefaultsHaveNone)
+TEST_F(ProfileStoreTest, KeepsTheActiveProfileInMemoryIfTheDefaultsHaveNone)
 {
     const ProfileList before { sampleProfile(u"before"_qs) };
     ProfileList recordActivate = before;
@@ -139,7 +139,7 @@ TEST_F(ProfileStoreTest, LeavesTheActiveProfileInMemoryWhereTheDefaultsHaveNone)
     EXPECT_EQ(recordActivate, ProfileList());
 }
 
-TEST_F(ProfileStoreTest, KeepsTheActiveProfileInTheDefaultsAlone)
+TEST_F(ProfileStoreTest, StoresTheActiveProfileOnlyInTheDefaults)
 {
     ProfileList recordActivate;
     store.saveActivation(recordActivate, sampleProfile(u"first"_qs));
@@ -164,7 +164,7 @@ protected:
     ProfileList recordActivate;
 };
 
-TEST_F(DeletedProfile, TakesTheRecordOfItsRowWithIt)
+TEST_F(DeletedProfile, RemovesTheActiveEntryOfItsRow)
 {
     activate(u"1"_qs);
     store.deleteRecord(records, recordActivate, 1);
@@ -177,7 +177,7 @@ TEST_F(DeletedProfile, TakesTheRecordOfItsRowWithIt)
     EXPECT_EQ(defaults.synchronizations, 3);
 }
 
-TEST_F(DeletedProfile, LeavesARecordOfARowBelowItWhichNowMeansAnotherProfile)
+TEST_F(DeletedProfile, KeepsTheActiveEntryOfARowBelow)
 {
     activate(u"1"_qs);
     store.deleteRecord(records, recordActivate, 0);
@@ -186,7 +186,7 @@ TEST_F(DeletedProfile, LeavesARecordOfARowBelowItWhichNowMeansAnotherProfile)
     EXPECT_EQ(records[1].text(ProfileKey::profileName), u"c"_qs);
 }
 
-TEST_F(DeletedProfile, CountsARecordWithoutARowAsTheFirstRows)
+TEST_F(DeletedProfile, TreatsAnActiveEntryWithoutARowAsRowZero)
 {
     activate(QString());
     store.deleteRecord(records, recordActivate, 2);
@@ -202,7 +202,7 @@ TEST_F(DeletedProfile, WritesTheFileBeforeTheDefaults)
     store.deleteRecord(records, recordActivate, 1);
 }
 
-TEST_F(DeletedProfile, IsNoneForARowThatIsNotThere)
+TEST_F(DeletedProfile, RowOutOfRangeIsANoOp)
 {
     activate(u"1"_qs);
     for (const int row : { -1, 3, 1000000 })
@@ -211,7 +211,7 @@ TEST_F(DeletedProfile, IsNoneForARowThatIsNotThere)
     EXPECT_EQ(defaults.synchronizations, 2);
 }
 
-TEST_F(DeletedProfile, LeavesAnEmptyListWhenItWasTheLast)
+TEST_F(DeletedProfile, DeletingTheLastProfileLeavesAnEmptyList)
 {
     records = { sampleProfile() };
     store.deleteRecord(records, recordActivate, 0);

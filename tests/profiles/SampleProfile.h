@@ -2,7 +2,7 @@
 
 #include "profiles/ProfileKeys.h"
 
-// A whole profile of an open infrastructure network, every key in its place.
+// A complete profile of an open infrastructure network.
 inline Profile sampleProfile(const QString& name = QStringLiteral("PROF1"))
 {
     return { { ProfileKey::profileName, name }, { ProfileKey::acPowerCam, u"1"_qs },

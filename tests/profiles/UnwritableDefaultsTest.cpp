@@ -13,13 +13,13 @@
 
 #include <sys/resource.h>
 
-// What cannot be written counts all the same until the program ends: whoever saves goes on with the list in memory.
+// If writing fails, the program continues with the list in memory.
 
 namespace {
 
 const auto settingKey = QStringLiteral("Profile Setting");
 
-// While it lives no byte can be written to any file, as on a full disk.
+// No byte can be written to any file during its lifetime, as on a full disk.
 class FullDisk {
 public:
     FullDisk()
@@ -34,8 +34,7 @@ public:
         (void)::setrlimit(RLIMIT_FSIZE, &m_before);
         (void)std::signal(SIGXFSZ, m_handler);
     }
-    FullDisk(const FullDisk&) = delete;
-    FullDisk& operator=(const FullDisk&) = delete;
+    Q_DISABLE_COPY_MOVE(FullDisk)
 
 private:
     rlimit m_before {};
@@ -44,7 +43,7 @@ private:
 
 class UnwritableDefaults : public testing::Test {
 protected:
-    // A store that has been saved to before, unless it lies where nothing can be made.
+    // A store with saved profiles, unless its directory cannot be created.
     UnwritableDefaults() { store.saveRecords(oldList); }
 
     QTemporaryDir home;
@@ -55,7 +54,7 @@ protected:
     ProfileList newList { sampleProfile(u"first"_qs), sampleProfile(u"changed"_qs), sampleProfile(u"third"_qs) };
 };
 
-TEST_F(UnwritableDefaults, HaveTheNewListUntilItCanBeWritten)
+TEST_F(UnwritableDefaults, KeepTheNewListInMemory)
 {
     const QByteArray oldFile = contentOf(file);
     const QByteArray oldDefaults = contentOf(defaults.path());
@@ -78,7 +77,7 @@ TEST_F(UnwritableDefaults, HaveTheNewListUntilItCanBeWritten)
     EXPECT_EQ(dictionariesOf(root->tree()->front().value), newList) << "what is still there is written when it can be";
 }
 
-TEST_F(UnwritableDefaults, HaveTheNewActivationAndTheDeletion)
+TEST_F(UnwritableDefaults, KeepTheNewActivationAndTheDeletionInMemory)
 {
     ProfileList activation;
     ProfileList reloaded;
@@ -93,7 +92,7 @@ TEST_F(UnwritableDefaults, HaveTheNewActivationAndTheDeletion)
     EXPECT_FALSE(defaults.arrayForKey(settingKey));
 }
 
-TEST_F(UnwritableDefaults, HaveTheListWhereNoFolderCanBeMade)
+TEST_F(UnwritableDefaults, KeepTheListInMemoryIfNoDirectoryCanBeCreated)
 {
     const QString blocked = home.filePath(QStringLiteral("blocked"));
     ASSERT_TRUE(writeFileAtomically(blocked, "no folder"));

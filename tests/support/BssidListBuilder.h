@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-// Builds scan results byte by byte, honest ones and others.
+// Builds valid and invalid scan results byte by byte.
 
 using Bytes = std::vector<std::byte>;
 
@@ -27,11 +27,11 @@ inline void append(Bytes& bytes, const Bytes& more)
     bytes.insert(bytes.end(), more.begin(), more.end());
 }
 
-// One entry. Fields that a test does not name are those of an open infrastructure network on channel 1.
+// One entry. The default is an open infrastructure network on channel 1.
 struct EntryBuilder {
     WLAN_BSSID_EX fixedPart {};
     Bytes elements;
-    bool keepLengths { false }; // the lengths stand as the test has set them
+    bool keepLengths { false }; // keep the lengths that the test has set
 
     explicit EntryBuilder(std::string_view ssid = "net", std::uint8_t lastAddressByte = 1)
     {
@@ -69,7 +69,7 @@ inline Bytes wpaElement(int groupCipher, int authentication, int pairwiseSuites 
     return element;
 }
 
-// A list, or a chunk of one, that states its own count.
+// A list, or a chunk of one, with the given count.
 inline Bytes bssidList(std::uint32_t count, const std::vector<Bytes>& entries)
 {
     Bytes result(sizeof(count));
@@ -87,7 +87,7 @@ inline Bytes bssidList(const std::vector<EntryBuilder>& entries)
     return bssidList(static_cast<std::uint32_t>(entries.size()), all);
 }
 
-// The list at the head of a buffer of zeros, as the utility keeps it.
+// The list at the start of a zero-filled buffer, as the utility stores it.
 inline Bytes inBuffer(Bytes list, std::size_t size = 65536)
 {
     list.resize(size);

@@ -4,7 +4,7 @@
 
 #include <QByteArray>
 
-// The bytes of a network's name; a text that is longer than any name where the record states such a length.
+// The bytes of a network's name; an over-long text if the record's length is invalid.
 inline QByteArray nameIn(const NDIS_802_11_SSID& ssid)
 {
     if (ssid.SsidLength > ssid.Ssid.size())

@@ -54,7 +54,7 @@ TEST(AccessPointRows, WpaElementNamesCipherAndAuthentication)
     EXPECT_EQ(rowOf(wpaEntry(3, 1)).authentication(), QStringLiteral("WPA"));
 }
 
-TEST(AccessPointRows, PreSharedKeyInAnAdHocNetworkIsWpaNone)
+TEST(AccessPointRows, PskInAnAdHocNetworkIsWpaNone)
 {
     EXPECT_EQ(rowOf(wpaEntry(tkip, 2, Ndis802_11IBSS)).authentication(), QStringLiteral("WPA-NONE"));
     EXPECT_EQ(rowOf(wpaEntry(tkip, 0, Ndis802_11IBSS)).authentication(), QStringLiteral("WPA-NONE"));
@@ -62,7 +62,7 @@ TEST(AccessPointRows, PreSharedKeyInAnAdHocNetworkIsWpaNone)
     EXPECT_EQ(rowOf(wpaEntry(tkip, 2, Ndis802_11IBSS)).network(), QStringLiteral("Ad Hoc"));
 }
 
-TEST(AccessPointRows, UnknownSuitesKeepTheTextsOfPrivacy)
+TEST(AccessPointRows, UnknownSuitesDoNotChangeTheTexts)
 {
     EXPECT_EQ(rowOf(wpaEntry(5, 2)).encryption(), QStringLiteral("WEP"));
     EXPECT_EQ(rowOf(wpaEntry(5, 2)).authentication(), QStringLiteral("WPA-PSK"));
@@ -78,12 +78,12 @@ TEST(AccessPointRows, PairwiseCountInTheListBecomesOne)
     const auto first = accessPointRows(buffer, assertions);
     EXPECT_EQ(buffer[4 + 128 + 12], std::byte { 1 });
     EXPECT_EQ(buffer[4 + 128 + 13], std::byte { 0 });
-    // Only one suite is stepped over: the second one is read as the authentication suites, and names none.
+    // Only one suite is skipped: the second one is read as the AKM suites.
     EXPECT_EQ(first.rows.front().authentication(), QStringLiteral("Unknown"));
     EXPECT_EQ(first.rows.front().encryption(), QStringLiteral("TKIP"));
 }
 
-TEST(AccessPointRows, PairwiseCountInTheHighByteAloneBecomesOneToo)
+TEST(AccessPointRows, PairwiseCountInTheHighByteBecomesOne)
 {
     EntryBuilder entry;
     entry.elements = wpaElement(tkip, 2);
@@ -96,11 +96,11 @@ TEST(AccessPointRows, PairwiseCountInTheHighByteAloneBecomesOneToo)
     EXPECT_EQ(buffer[4 + 128 + 13], std::byte { 0 });
 }
 
-TEST(AccessPointRows, CutOffElementRewritesTheNextEntryAndRowsAreStillTheEntriesThere)
+TEST(AccessPointRows, TruncatedElementRewritesTheNextEntryAndRowsStillMatchTheEntries)
 {
     EntryBuilder cut("cut", 1);
     cut.elements = wpaElement(tkip, 2);
-    cut.elements.resize(12); // the pairwise count would follow: there stands the next entry's Length
+    cut.elements.resize(12); // the next entry's Length is at the position of the pairwise count
     cut.keepLengths = true;
     cut.fixedPart.Length = 140;
     cut.fixedPart.IELength = 60;
@@ -108,7 +108,7 @@ TEST(AccessPointRows, CutOffElementRewritesTheNextEntryAndRowsAreStillTheEntries
     Bytes buffer = inBuffer(bssidList({ cut, EntryBuilder("b", 2), EntryBuilder("c", 3) }));
     const auto rows = accessPointRows(buffer, assertions).rows;
     EXPECT_EQ(bssidEntryAt(buffer, 1)->fixedPart().Length, 1u);
-    // Behind an entry of one byte no entry begins.
+    // No entry follows an entry of one byte.
     ASSERT_EQ(rows.size(), 2u);
     BssidListWalk walk(buffer);
     for (const AccessPoint& row : rows)
@@ -116,7 +116,7 @@ TEST(AccessPointRows, CutOffElementRewritesTheNextEntryAndRowsAreStillTheEntries
     EXPECT_FALSE(walk.next().has_value());
 }
 
-TEST(AccessPointRows, GroupSuiteOfAnotherOrganisationLeavesTheListAsItIs)
+TEST(AccessPointRows, GroupSuiteWithAnotherOuiDoesNotChangeTheList)
 {
     EntryBuilder entry = wpaEntry(tkip, 2);
     entry.elements = wpaElement(tkip, 2, 2);
@@ -130,7 +130,7 @@ TEST(AccessPointRows, GroupSuiteOfAnotherOrganisationLeavesTheListAsItIs)
     EXPECT_EQ(buffer, before);
 }
 
-TEST(AccessPointRows, NameOf32BytesRunsOnToTheNextZero)
+TEST(AccessPointRows, NameOf32BytesContinuesToTheNextZero)
 {
     EntryBuilder open("12345678901234567890123456789012");
     EXPECT_EQ(rowOf(open).ssid(), QStringLiteral("12345678901234567890123456789012"));
@@ -140,21 +140,21 @@ TEST(AccessPointRows, NameOf32BytesRunsOnToTheNextZero)
     EXPECT_TRUE(name.startsWith(QStringLiteral("12345678901234567890123456789012")));
 }
 
-TEST(AccessPointRows, SsidLengthIsNotConsulted)
+TEST(AccessPointRows, SsidLengthIsIgnored)
 {
     EntryBuilder entry("hello");
     entry.fixedPart.Ssid.SsidLength = 2;
     EXPECT_EQ(rowOf(entry).ssid(), QStringLiteral("hello"));
 }
 
-TEST(AccessPointRows, UnknownNetworkTypeShowsNothing)
+TEST(AccessPointRows, UnknownNetworkTypeIsEmpty)
 {
     EntryBuilder entry;
     entry.fixedPart.InfrastructureMode = 9;
     EXPECT_EQ(rowOf(entry).network(), QString());
 }
 
-TEST(AccessPointRows, UnknownFrequencyEndsTheRefreshBehindTheRowsBuiltSoFar)
+TEST(AccessPointRows, UnknownFrequencyEndsTheRefreshAfterThePreviousRows)
 {
     EntryBuilder lost("lost", 2);
     lost.fixedPart.Configuration.DSConfig = 2419000;
@@ -170,7 +170,7 @@ TEST(AccessPointRows, UnknownFrequencyEndsTheRefreshBehindTheRowsBuiltSoFar)
     EXPECT_EQ(assertions.failures[0].description, "Invalid parameter not satisfying: FALSE");
 }
 
-TEST(AccessPointRows, UnknownFrequencyTakesTheFirstChannelWhereTheHandlerSaysToGoOn)
+TEST(AccessPointRows, UnknownFrequencyUsesTheFirstChannelIfTheHandlerContinues)
 {
     EntryBuilder lost("lost");
     lost.fixedPart.Configuration.DSConfig = 0;
@@ -191,7 +191,7 @@ TEST(AccessPointRows, EmptyOrAbsentListGivesNoRows)
     EXPECT_TRUE(accessPointRows({}, assertions).rows.empty());
 }
 
-TEST(AccessPointRows, RowsStandInTheOrderOfTheEntries)
+TEST(AccessPointRows, RowsHaveTheOrderOfTheEntries)
 {
     RecordingAssertionHandler assertions;
     Bytes buffer = inBuffer(bssidList({ EntryBuilder("z", 1), EntryBuilder("a", 2), EntryBuilder("m", 3) }));

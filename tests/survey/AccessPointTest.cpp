@@ -15,12 +15,12 @@ TEST(AccessPoint, StartsWithSevenEmptyTexts)
     EXPECT_EQ(AccessPoint().description(), QStringLiteral("      "));
 }
 
-TEST(AccessPoint, DescribesItselfInTheOrderOfItsFields)
+TEST(AccessPoint, DescriptionHasTheOrderOfTheFields)
 {
     EXPECT_EQ(sample().description(), QStringLiteral("home 00-11-22-33-44-55 63 6 WPA-PSK TKIP Infrastructure"));
 }
 
-TEST(AccessPoint, AnswersEachColumnKey)
+TEST(AccessPoint, HasAValueForEachColumnKey)
 {
     const AccessPoint row = sample();
     EXPECT_EQ(row.value(u"ssid"), row.ssid());
@@ -33,7 +33,7 @@ TEST(AccessPoint, AnswersEachColumnKey)
     EXPECT_TRUE(row.value(u"pi").isNull());
 }
 
-TEST(AccessPoint, TakesANewTextUnderEachKey)
+TEST(AccessPoint, StoresATextUnderEachKey)
 {
     AccessPoint row = sample();
     for (const QStringView key :

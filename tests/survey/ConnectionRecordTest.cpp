@@ -9,13 +9,13 @@
 
 namespace {
 
-// By value: the field of a packed record may lie anywhere.
+// Returns a copy: a field of a packed record may be unaligned.
 std::uint32_t ssidLength(const PROFILE_DATA& record)
 {
     return record.Ssid.SsidLength;
 }
 
-// The key of passphrase "password" and SSID "IEEE" that IEEE 802.11i publishes.
+// The test vector of IEEE 802.11i: passphrase "password", SSID "IEEE".
 const Bytes ieeeKey = bytesOf({ 0xf4, 0x2c, 0x6f, 0xc5, 0x2d, 0xf0, 0xeb, 0xef, 0x9e, 0xbb, 0x4b, 0x90, 0xb3, 0x8a,
     0x5f, 0x90, 0x2e, 0x83, 0xfe, 0x1b, 0x13, 0x5a, 0x70, 0xe2, 0x3a, 0xed, 0x76, 0x2e, 0x97, 0x10, 0xa1, 0x2e });
 
@@ -127,7 +127,7 @@ TEST(ConnectionRecord, AdHocNetworkIsJoinedBySsid)
     EXPECT_EQ(record->NetworkType, 0);
 }
 
-TEST(ConnectionRecord, HiddenNetworkIsJoinedByTheTypedNameWhichIsTheSalt)
+TEST(ConnectionRecord, HiddenNetworkIsJoinedByTheTypedNameWithTheNameAsSalt)
 {
     EntryBuilder entry("");
     NetworkChoice choice = choiceOf(entry, WpaClass::PreSharedKey);
@@ -170,7 +170,7 @@ TEST(ConnectionRecord, WpaInAnAdHocNetworkIsWpaNone)
     EXPECT_EQ(record->pWpaKey, wpaRecord(ieeeKey));
 }
 
-TEST(ConnectionRecord, KeyOf64DigitsEndsAsItsFirst32Characters)
+TEST(ConnectionRecord, KeyOf64DigitsIsReplacedByItsFirst32Characters)
 {
     const std::string digits = "0123456789abcdef0123456789ABCDEF" + std::string(32, 'f');
     const auto security = passphrase(digits);
@@ -180,7 +180,7 @@ TEST(ConnectionRecord, KeyOf64DigitsEndsAsItsFirst32Characters)
     EXPECT_EQ(connectionRecord(choiceOf(EntryBuilder("IEEE")), &security)->pWpaKey, wpaRecord(expected));
 }
 
-TEST(ConnectionRecord, RefusedPassphraseStandsForItself)
+TEST(ConnectionRecord, RefusedPassphraseBecomesTheKeyItself)
 {
     const auto security = passphrase("tab\tinside");
     Bytes expected;
@@ -190,7 +190,7 @@ TEST(ConnectionRecord, RefusedPassphraseStandsForItself)
     EXPECT_EQ(connectionRecord(choiceOf(EntryBuilder("IEEE")), &security)->pWpaKey, wpaRecord(expected));
 }
 
-TEST(ConnectionRecord, LyingSsidLengthIsNoSalt)
+TEST(ConnectionRecord, InvalidSsidLengthIsRefusedAsSalt)
 {
     NetworkChoice choice = choiceOf(EntryBuilder("IEEE"), WpaClass::PreSharedKey);
     const auto security = passphrase("password");
@@ -202,7 +202,7 @@ TEST(ConnectionRecord, LyingSsidLengthIsNoSalt)
     }
 }
 
-TEST(ConnectionRecord, WepKeysCarryTheirIndexAndTheTransmitBit)
+TEST(ConnectionRecord, WepKeysHaveTheirIndexAndTheTransmitBit)
 {
     SecuritySettings security = wepKey(2, "abcde");
     security.WepKeys[0].length = 13;

@@ -1,4 +1,4 @@
-// The lines on standard error about connections, to the letter.
+// The exact lines on standard error about connections.
 
 #include "survey/NetworkSecurity.h"
 #include "survey/connection/ConnectionTasks.h"
@@ -19,7 +19,7 @@ public:
 
 class ConnectionTraceTest : public SurveyFixture {
 protected:
-    // What the site survey writes; the adapter and the records have lines of their own.
+    // The lines of the site survey, without those of the adapter and the records.
     static std::string written(const std::function<void()>& action)
     {
         return linesOf("SiteSurveyPageController", standardErrorOf(action));
@@ -59,7 +59,7 @@ protected:
     IdleList list;
 };
 
-TEST_F(ConnectionTraceTest, TaskTypesAreToldWithoutTheFlag)
+TEST_F(ConnectionTraceTest, TaskTypesAreAlwaysTraced)
 {
     EXPECT_EQ(ofTask(1),
         "#### SiteSurveyPageController - DoTask - taskType = 1 ####\n"
@@ -76,7 +76,7 @@ TEST_F(ConnectionTraceTest, TaskTypesAreToldWithoutTheFlag)
     EXPECT_EQ(ofTask(5), "#### SiteSurveyPageController - DoTask - taskType = 5 ####\n");
 }
 
-TEST_F(ConnectionTraceTest, BeginningAndEndOfATaskAreToldWithTheFlag)
+TEST_F(ConnectionTraceTest, StartAndEndOfATaskAreTracedWithTheDebugFlag)
 {
     __DEBUG__ = 1;
     EXPECT_EQ(ofTask(3),
@@ -89,7 +89,7 @@ TEST_F(ConnectionTraceTest, BeginningAndEndOfATaskAreToldWithTheFlag)
         "#### SiteSurveyPageController - DoTask - ending ####\n");
 }
 
-TEST_F(ConnectionTraceTest, TaskThatIsHeldUpOrHasNoRecordHasNoEnd)
+TEST_F(ConnectionTraceTest, BlockedTaskOrTaskWithoutARecordHasNoEndTrace)
 {
     __DEBUG__ = 1;
     state.runFlag = 1;
@@ -101,7 +101,7 @@ TEST_F(ConnectionTraceTest, TaskThatIsHeldUpOrHasNoRecordHasNoEnd)
         "#### SiteSurveyPageController - DoTask - taskType = 2 ####\n");
 }
 
-TEST_F(ConnectionTraceTest, ProbeIsToldWithTheFlagEvenWithoutACard)
+TEST_F(ConnectionTraceTest, ProbeIsTracedWithTheDebugFlagEvenWithoutACard)
 {
     EXPECT_EQ(ofProbe(), "");
     __DEBUG__ = 1;
@@ -110,11 +110,11 @@ TEST_F(ConnectionTraceTest, ProbeIsToldWithTheFlagEvenWithoutACard)
     EXPECT_EQ(ofProbe(), "#### SiteSurveyPageController - ProbeConnectStatus ####\n");
 }
 
-TEST_F(ConnectionTraceTest, ClassIsToldWithTheFlagAlone)
+TEST_F(ConnectionTraceTest, WpaClassIsTracedOnlyWithTheDebugFlag)
 {
     EXPECT_EQ(ofClass(2, 2), "");
     __DEBUG__ = 1;
-    // The two lines about what was found keep their two blanks.
+    // These two lines contain two spaces.
     EXPECT_EQ(ofClass(2, 2),
         "#### SiteSurveyPageController - IsItemWPA ####\n"
         "**** SiteSurveyPageController -  RefreshAPList --> strEncryption = TKIP ****\n"
@@ -129,7 +129,7 @@ TEST_F(ConnectionTraceTest, ClassIsToldWithTheFlagAlone)
         "**** SiteSurveyPageController -  RefreshAPList --> strAuthentication = WPA-NONE ****\n");
 }
 
-TEST_F(ConnectionTraceTest, WhatIsNotFoundIsNotTold)
+TEST_F(ConnectionTraceTest, MissingSuitesAreNotTraced)
 {
     __DEBUG__ = 1;
     EXPECT_EQ(ofEntry(EntryBuilder()), "#### SiteSurveyPageController - IsItemWPA ####\n");

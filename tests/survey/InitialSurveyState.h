@@ -3,14 +3,15 @@
 #include "survey/connection/TaskQueue.h"
 #include "tests/support/InitialSharedState.h"
 
-// The shared flags and the queue of connection tasks, which there is none of yet, as they are when the program starts,
-// at the beginning and at the end of a test that has one of these.
+#include <QtGlobal>
+
+// Resets the shared flags to their initial values and removes the task queue,
+// at the start and at the end of a test.
 class InitialSurveyState {
 public:
     InitialSurveyState() { ProfileDataQueue.reset(); }
     ~InitialSurveyState() { ProfileDataQueue.reset(); }
-    InitialSurveyState(const InitialSurveyState&) = delete;
-    InitialSurveyState& operator=(const InitialSurveyState&) = delete;
+    Q_DISABLE_COPY_MOVE(InitialSurveyState)
 
 private:
     InitialSharedState m_flags;

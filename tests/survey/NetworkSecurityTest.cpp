@@ -29,7 +29,7 @@ std::string encryptionOf(const EntryBuilder& entry)
     return encryptionTextOf(*BssidListWalk(buffer).next());
 }
 
-TEST(WpaClassOf, TellsTheFirstAuthenticationSuite)
+TEST(IsItemWPA, DependsOnTheFirstAkmSuite)
 {
     EXPECT_EQ(classOf(EntryBuilder()), WpaClass::NoWpa);
     EXPECT_EQ(classOf(wpaEntry(2, 1)), WpaClass::Enterprise);
@@ -38,7 +38,7 @@ TEST(WpaClassOf, TellsTheFirstAuthenticationSuite)
     EXPECT_EQ(classOf(wpaEntry(2, 9)), WpaClass::NoWpa);
 }
 
-TEST(WpaClassOf, PreSharedKeyIsWpaNoneInAnAdHocNetworkOnly)
+TEST(IsItemWPA, PskIsWpaNoneOnlyInAnAdHocNetwork)
 {
     EXPECT_EQ(classOf(wpaEntry(2, 2, Ndis802_11IBSS)), WpaClass::WpaNone);
     EXPECT_EQ(classOf(wpaEntry(2, 0, Ndis802_11IBSS)), WpaClass::WpaNone);
@@ -46,12 +46,12 @@ TEST(WpaClassOf, PreSharedKeyIsWpaNoneInAnAdHocNetworkOnly)
     EXPECT_EQ(classOf(wpaEntry(2, 2, Ndis802_11AutoUnknown)), WpaClass::PreSharedKey);
 }
 
-TEST(WpaClassOf, StepsOverAllPairwiseSuitesOfAListNotYetShown)
+TEST(IsItemWPA, SkipsAllPairwiseSuitesBeforeTheListIsShown)
 {
     EXPECT_EQ(classOf(wpaEntry(2, 2, Ndis802_11Infrastructure, 3)), WpaClass::PreSharedKey);
 }
 
-TEST(WpaClassOf, SeesTheCountThatShowingTheListHasRewritten)
+TEST(IsItemWPA, UsesTheSuiteCountThatShowingTheListRewrote)
 {
     Bytes buffer = inBuffer(bssidList({ wpaEntry(2, 2, Ndis802_11Infrastructure, 2) }));
     RecordingAssertionHandler assertions;
@@ -59,7 +59,7 @@ TEST(WpaClassOf, SeesTheCountThatShowingTheListHasRewritten)
     EXPECT_EQ(IsItemWPA(*BssidListWalk(buffer).next()), WpaClass::NoWpa);
 }
 
-TEST(WpaClassOf, ZeroLengthElementEndsTheWalkAsUnknown)
+TEST(IsItemWPA, ZeroLengthElementEndsTheWalk)
 {
     EntryBuilder entry;
     entry.elements = bytesOf({ 0, 2, 1, 0 });
@@ -67,7 +67,7 @@ TEST(WpaClassOf, ZeroLengthElementEndsTheWalkAsUnknown)
     EXPECT_EQ(classOf(entry), WpaClass::NoWpa);
 }
 
-TEST(EncryptionTextOf, IsTheCipherOfTheElementOrWhatPrivacySays)
+TEST(EncryptionTextOf, IsTheCipherOfTheElementOrDependsOnPrivacy)
 {
     EXPECT_EQ(encryptionOf(wpaEntry(2, 2)), "TKIP");
     EXPECT_EQ(encryptionOf(wpaEntry(3, 2)), "AES-WRAP");

@@ -53,7 +53,7 @@ TEST(ProfileProposal, OpenAdHocNetwork)
     EXPECT_EQ(proposal->Channel, 1);
 }
 
-TEST(ProfileProposal, PrivacyAloneIsWep)
+TEST(ProfileProposal, PrivacyWithoutWpaIsWep)
 {
     EntryBuilder entry;
     entry.fixedPart.Privacy = 1;
@@ -61,7 +61,7 @@ TEST(ProfileProposal, PrivacyAloneIsWep)
     EXPECT_EQ(proposalOf(entry)->AuthenMode, 0);
 }
 
-TEST(ProfileProposal, CipherOfAPresharedKeyNetworkIsTkipOrElseAes)
+TEST(ProfileProposal, EveryPskCipherExceptTkipIsAes)
 {
     EXPECT_EQ(proposalOf(wpaEntry(2, 2))->EcrypStatus, 4);
     EXPECT_EQ(proposalOf(wpaEntry(3, 2))->EcrypStatus, 6);
@@ -84,7 +84,7 @@ TEST(ProfileProposal, PresharedKeyNetworkWithoutPrivacyKeepsItsCipher)
     EXPECT_EQ(securityOf(4, Ndis802_11IBSS), (Security { 5, 6 }));
 }
 
-// Neither a pre-shared key nor anything known: the cipher of the element's group does not count.
+// Without a pre-shared key the group cipher is ignored.
 TEST(ProfileProposal, EveryOtherWpaNetworkKeepsTheDefaults)
 {
     for (const int authentication : { 1, 3, 7, 255 }) {
@@ -99,9 +99,9 @@ TEST(ProfileProposal, EveryOtherWpaNetworkKeepsTheDefaults)
     }
 }
 
-// A name that fills its field has no zero byte of its own: what is read as one ends in the field behind it, as for the
-// rows of the survey. The editor cuts it to a name again.
-TEST(ProfileProposal, NameOf32BytesIsReadUpToTheNextZero)
+// A name of the maximum length has no terminating zero byte, so it continues into the next field, as in the rows of the
+// site survey. The editor truncates it.
+TEST(ProfileProposal, NameOf32BytesContinuesToTheNextZero)
 {
     const QByteArray name("thirty-two letters of a network!");
     ASSERT_EQ(name.size(), NetworkName::maxLength);

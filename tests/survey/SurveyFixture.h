@@ -5,6 +5,7 @@
 #include "driver/records/Oids.h"
 #include "survey/connection/TaskQueue.h"
 #include "tests/support/BssidListBuilder.h"
+#include "tests/support/PlantedBssidList.h"
 #include "tests/support/RecordingAlertPanels.h"
 #include "tests/support/RecordingIORegistry.h"
 #include "tests/support/RecordingTickClock.h"
@@ -17,7 +18,7 @@
 #include <memory>
 #include <vector>
 
-// What the driver was sent.
+// A request to the driver.
 struct DriverRequest {
     std::uint32_t oid { 0 };
     Bytes input;
@@ -43,7 +44,7 @@ inline Bytes joined(Bytes first, const Bytes& second)
     return first;
 }
 
-// An adapter over a recording registry, an empty queue, and the shared flags as they are with a card present.
+// An adapter with a recording registry, an empty queue, and the shared flags with a card present.
 class SurveyFixture : public testing::Test {
 protected:
     SurveyFixture()
@@ -52,14 +53,9 @@ protected:
         G_bCurSelItem = -1;
     }
 
-    static void haveList(const std::vector<EntryBuilder>& entries)
-    {
-        G_pBssidList = std::make_unique<BssidListBuffer>();
-        const Bytes list = bssidList(entries);
-        std::copy(list.begin(), list.end(), G_pBssidList->begin());
-    }
+    static void haveList(const std::vector<EntryBuilder>& entries) { plantBssidList(entries); }
 
-    // What a scan will find: the whole list in its first piece.
+    // The result of the next scan, in one chunk.
     void letScanFind(const std::vector<EntryBuilder>& entries)
     {
         registry.answer(OID_802_11_BSSID_LIST, bssidList(entries));
@@ -91,7 +87,7 @@ protected:
     TaskQueue queue;
 };
 
-// What a scan sends: the scan itself, the list and the end of the list.
+// The requests of a scan: the scan, the list and the end of the list.
 inline std::vector<std::uint32_t> scanOids()
 {
     return { 0x0D81011A, 0x0D010217, 0x0D010218 };

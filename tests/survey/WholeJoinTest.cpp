@@ -1,5 +1,5 @@
-// From a network of the list and what was typed for it to every byte that the driver is sent, for each kind of
-// connection. What is expected is written out and made by nothing that the utility itself uses.
+// From a scanned network and the typed keys to every byte sent to the driver, for each kind of
+// connection. The expected bytes are literals and do not depend on production code.
 
 #include "survey/ConnectionRecord.h"
 #include "survey/connection/ConnectionTasks.h"
@@ -40,13 +40,13 @@ Requests byName(const Bytes& name = ieee)
     return { setPowerMode({ 0, 0, 0, 0 }), associateBySsid(name) };
 }
 
-// An ad hoc network of the list names no channel of its own.
+// A scanned ad hoc network sets no channel.
 Requests adHocByName()
 {
     return setFrequency({ 0, 0, 0, 0 }) + Requests { associateBySsid(ieee) };
 }
 
-// The first byte of a key tells its number from the others.
+// The first byte identifies the key.
 Bytes wepKeyBytes(int index, int length)
 {
     if (length == 5)
@@ -57,7 +57,7 @@ Bytes wepKeyBytes(int index, int length)
 struct WepKeys {
     int length { 5 }; // bytes: 5 for 40-bit WEP, 13 for 104-bit WEP
     int transmit { 0 };
-    bool all { false }; // or the transmit key alone
+    bool all { false }; // otherwise only the transmit key
 
     [[nodiscard]] bool has(int index) const { return all || index == transmit; }
 };
@@ -101,7 +101,7 @@ SecuritySettings passphrase(int encryType)
 
 SecuritySettings openWithNone()
 {
-    // Keys of an earlier opening of the sheet that are of no use now.
+    // Unused keys of an earlier opening of the sheet.
     SecuritySettings security = wep({ .all = true }, 0, 0);
     security.WPAPSK = "password";
     return security;
@@ -138,7 +138,7 @@ struct Join {
     std::string name;
     EntryBuilder entry;
     std::optional<SecuritySettings> security;
-    std::optional<std::string> typedName; // for a network that does not send its own
+    std::optional<std::string> typedName; // for a hidden network
     Requests expected;
 };
 
@@ -180,7 +180,7 @@ std::vector<Join> wpaJoins()
     };
 }
 
-// What the sheet also lets the user choose.
+// Unusual selections that the sheet allows.
 std::vector<Join> mismatchedJoins()
 {
     const WepKeys third { .transmit = 2 };
@@ -243,7 +243,7 @@ NetworkChoice choiceOf(const Join& join)
 
 class WholeJoinTest : public SurveyFixture, public testing::WithParamInterface<Join> { };
 
-TEST_P(WholeJoinTest, SendsEveryByteInItsOrder)
+TEST_P(WholeJoinTest, SendsTheExactRequests)
 {
     const Join& join = GetParam();
     const NetworkChoice choice = choiceOf(join);
@@ -252,7 +252,7 @@ TEST_P(WholeJoinTest, SendsEveryByteInItsOrder)
     registry.answer(OID_802_11_CONFIGURATION, configuration({ 0x88, 0x2F, 0x25, 0 })); // channel 6, 2437000 kHz
 
     (void)queueConnection(connectionRecord(choice, join.security ? &*join.security : nullptr));
-    EXPECT_TRUE(recordedRequests(registry).empty()); // nothing is sent before the task is executed
+    EXPECT_TRUE(recordedRequests(registry).empty()); // nothing is sent before the task runs
     ConnectionState state;
     DoTask(state, adapter);
 

@@ -38,7 +38,7 @@ TEST(FindWpaElement, FindsAnElementThatComesFirst)
     EXPECT_STREQ(cipherText(*found.element), "TKIP");
 }
 
-TEST(FindWpaElement, NamesTheCipherOfTheGroupSuite)
+TEST(FindWpaElement, ReturnsTheCipherOfTheGroupSuite)
 {
     EXPECT_STREQ(cipherText({ 0, 2 }), "TKIP");
     EXPECT_STREQ(cipherText({ 0, 3 }), "AES-WRAP");
@@ -47,10 +47,10 @@ TEST(FindWpaElement, NamesTheCipherOfTheGroupSuite)
     EXPECT_EQ(cipherText({ 0, 5 }), nullptr);
 }
 
-TEST(FindWpaElement, AdvancesByTheLengthByteAlone)
+TEST(FindWpaElement, AdvancesByTheLengthByteOnly)
 {
-    // The SSID element of two bytes holds what the walk takes for the next header: it lands two bytes early, on the
-    // element's own last two bytes, and from there by their length byte on the WPA element.
+    // The walk lands two bytes early, on the last two bytes of the two-byte SSID element, and takes them for a header.
+    // Their length byte leads to the WPA element.
     const FoundElement found(entryWith({ bytesOf({ 0, 2, 9, 2 }), wpaElement(tkip, preSharedKey) }));
     ASSERT_TRUE(found.element.has_value());
     EXPECT_EQ(found.element->offset, 128u + 4);
@@ -58,8 +58,8 @@ TEST(FindWpaElement, AdvancesByTheLengthByteAlone)
 
 TEST(FindWpaElement, MissesAnElementThatAProperWalkWouldFind)
 {
-    // Properly read: an element of three bytes, then the WPA element. Read by the length byte alone the walk lands on
-    // the element's last two bytes, a header of length 0, and stops.
+    // An element of three bytes, then the WPA element. The walk lands on the last two bytes of the first element,
+    // takes them for a header of length 0, and stops.
     const FoundElement found(entryWith({ bytesOf({ 1, 3, 7, 7, 0 }), wpaElement(tkip, preSharedKey) }));
     EXPECT_FALSE(found.element.has_value());
 }
@@ -70,13 +70,13 @@ TEST(FindWpaElement, StopsAtAZeroLengthElement)
     EXPECT_FALSE(found.element.has_value());
 }
 
-TEST(FindWpaElement, StopsWhereTheFirstElementIsEmpty)
+TEST(FindWpaElement, StopsAtAnEmptyFirstElement)
 {
     const FoundElement found(entryWith({ bytesOf({ 0, 0 }), wpaElement(tkip, preSharedKey) }));
     EXPECT_FALSE(found.element.has_value());
 }
 
-TEST(FindWpaElement, WantsALengthByteAbove15)
+TEST(FindWpaElement, RequiresALengthByteAbove15)
 {
     Bytes element = wpaElement(tkip, preSharedKey);
     element[1] = std::byte { 15 };
@@ -85,28 +85,28 @@ TEST(FindWpaElement, WantsALengthByteAbove15)
     EXPECT_TRUE(FoundElement(entryWith({ element })).element.has_value());
 }
 
-TEST(FindWpaElement, WantsTheOrganisationAndType)
+TEST(FindWpaElement, RequiresTheOuiAndType)
 {
     Bytes element = wpaElement(tkip, preSharedKey);
     element[5] = std::byte { 2 };
     EXPECT_FALSE(FoundElement(entryWith({ element })).element.has_value());
 }
 
-TEST(FindWpaElement, GivesUpOnAnotherVendorsElementAlthoughTheWpaOneFollows)
+TEST(FindWpaElement, StopsAtAnotherVendorsElementEvenBeforeAWpaElement)
 {
     Bytes vendor = bytesOf({ 221, 16, 0x00, 0x10, 0x18, 0x02 });
     vendor.resize(18);
     EXPECT_FALSE(FoundElement(entryWith({ vendor, wpaElement(tkip, preSharedKey) })).element.has_value());
 }
 
-TEST(FindWpaElement, WantsAGroupSuiteOfTheSameOrganisation)
+TEST(FindWpaElement, RequiresAGroupSuiteWithTheSameOui)
 {
     Bytes element = wpaElement(tkip, preSharedKey);
     element[8] = std::byte { 1 };
     EXPECT_FALSE(FoundElement(entryWith({ element })).element.has_value());
 }
 
-TEST(FindWpaElement, LooksOnlyAtEntriesLongEnough)
+TEST(FindWpaElement, IgnoresEntriesThatAreTooShort)
 {
     EntryBuilder entry = entryWith({ wpaElement(tkip, preSharedKey) });
     entry.keepLengths = true;
@@ -123,7 +123,7 @@ TEST(FindWpaElement, LooksOnlyAtEntriesLongEnough)
     EXPECT_TRUE(FoundElement(entry).element.has_value());
 }
 
-TEST(FindWpaElement, EndsWithTheBufferWhenTheElementsLengthLies)
+TEST(FindWpaElement, StaysInTheBufferIfTheElementsLengthIsTooLarge)
 {
     EntryBuilder entry = entryWith({ bytesOf({ 1, 1, 1, 1, 1, 1, 1, 1 }) });
     entry.keepLengths = true;
@@ -132,18 +132,18 @@ TEST(FindWpaElement, EndsWithTheBufferWhenTheElementsLengthLies)
     EXPECT_FALSE(FoundElement(entry).element.has_value());
 }
 
-TEST(FirstAuthenticationSuite, LiesBehindThePairwiseSuitesCounted)
+TEST(FirstAkmSuite, FollowsTheGivenNumberOfPairwiseSuites)
 {
     FoundElement found(entryWith({ wpaElement(tkip, preSharedKey, 3) }));
     ASSERT_TRUE(found.element.has_value());
     EXPECT_EQ(pairwiseSuiteCount(found.firstEntry(), *found.element), 3);
     EXPECT_EQ(firstAkmSuite(found.firstEntry(), *found.element, 3), 2);
-    // Read behind one suite alone, the second suite's first two bytes are taken for a count of authentication suites,
-    // and what follows belongs to no organisation.
+    // After only one suite, the first two bytes of the second suite are read as the AKM suite count,
+    // and the suite after them has another OUI.
     EXPECT_EQ(firstAkmSuite(found.firstEntry(), *found.element, 1), std::nullopt);
 }
 
-TEST(FirstAuthenticationSuite, IsNothingWhenNoneIsCounted)
+TEST(FirstAkmSuite, IsMissingIfTheCountIsZero)
 {
     Bytes element = wpaElement(tkip, preSharedKey);
     element[18] = std::byte { 0 };
@@ -151,13 +151,13 @@ TEST(FirstAuthenticationSuite, IsNothingWhenNoneIsCounted)
     EXPECT_EQ(firstAkmSuite(found.firstEntry(), *found.element, 1), std::nullopt);
 }
 
-TEST(FirstAuthenticationSuite, StaysInTheBufferForAnyCount)
+TEST(FirstAkmSuite, StaysInTheBufferForAnyCount)
 {
     FoundElement found(entryWith({ wpaElement(tkip, preSharedKey) }));
     EXPECT_EQ(firstAkmSuite(found.firstEntry(), *found.element, 65535), std::nullopt);
 }
 
-TEST(SetPairwiseSuiteCount, RewritesTheListItself)
+TEST(SetPairwiseSuiteCount, ModifiesTheList)
 {
     FoundElement found(entryWith({ wpaElement(tkip, preSharedKey, 2) }));
     auto entry = found.firstEntry();

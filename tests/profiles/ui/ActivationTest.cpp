@@ -13,7 +13,7 @@ protected:
         press(u"Activate"_qs);
     }
 
-    // What the driver is sent for the record that was handed in last.
+    // The requests for the last queued record.
     std::vector<DriverRequest> requestsOfLastRecord()
     {
         registry.forgetCalls();
@@ -32,7 +32,7 @@ NDIS_802_11_SSID ssidOf(std::string_view name)
     return ssid;
 }
 
-TEST_F(ActivationTest, WithoutASelectionNothingHappensAndNothingIsSaid)
+TEST_F(ActivationTest, ActivateWithoutASelectionIsANoOpWithoutAnAlert)
 {
     haveProfiles({ sampleProfile() });
     press(u"Activate"_qs);
@@ -42,7 +42,7 @@ TEST_F(ActivationTest, WithoutASelectionNothingHappensAndNothingIsSaid)
     EXPECT_EQ(G_configFromProfile, 0);
 }
 
-TEST_F(ActivationTest, QueuesTheProfileRecordsItAndResetsTheSurveyInThisOrder)
+TEST_F(ActivationTest, QueuesAndRecordsTheProfileThenResetsTheSurvey)
 {
     G_bRescan = 1;
     activate(sampleProfile(u"chosen"_qs));
@@ -61,7 +61,7 @@ TEST_F(ActivationTest, QueuesTheProfileRecordsItAndResetsTheSurveyInThisOrder)
         EXPECT_EQ(entry.text(key), chosen.text(key)) << key.toStdString();
 }
 
-TEST_F(ActivationTest, DoubleClickAndReturnActivateAsTheButtonDoes)
+TEST_F(ActivationTest, DoubleClickAndReturnActivateTheProfile)
 {
     haveProfiles({ sampleProfile(u"one"_qs), sampleProfile(u"two"_qs) });
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&page));
@@ -77,7 +77,7 @@ TEST_F(ActivationTest, DoubleClickAndReturnActivateAsTheButtonDoes)
     EXPECT_EQ(setting()->front().text(u"Selected"), u"0"_qs);
 }
 
-TEST_F(ActivationTest, ActivatingAnotherReplacesTheRecordOfTheFirst)
+TEST_F(ActivationTest, ActivatingAnotherProfileReplacesTheEntry)
 {
     activate(sampleProfile(u"first"_qs));
     table->selectRowNumber(0);
@@ -87,7 +87,7 @@ TEST_F(ActivationTest, ActivatingAnotherReplacesTheRecordOfTheFirst)
     EXPECT_EQ(markedRows(), std::vector<int> { 0 });
 }
 
-TEST_F(ActivationTest, OpenProfileIsSentStepByStep)
+TEST_F(ActivationTest, OpenProfileSendsTheExactRequests)
 {
     activate(with(sampleProfile(), { { ProfileKey::powerSaveMode, u"0"_qs } }));
     const auto sent = requestsOfLastRecord();
@@ -120,15 +120,15 @@ TEST_F(ActivationTest, EachKindOfSecuritySendsItsKeys)
         EXPECT_EQ(registry.oids(), expected);
     };
     const Profile wpa = with(sampleProfile(), { { ProfileKey::authenticationType, u"2"_qs } });
-    // Keys 1, 2 and 4 are set, the third is taken away.
+    // Keys 1, 2 and 4 are added, key 3 is removed.
     expectOids(with(sampleProfile(), { { ProfileKey::encryptionType, u"1"_qs } }),
         { 0x0D81011D, 0x0D81011D, 0x0D81011E, 0x0D81011D, 0x0D810216, 0x0D810102 });
     expectOids(wpa, { 0x0DF10116, 0x0D810216, 0x0D810102 });
-    // An ad hoc network has its channel set instead of the power mode.
+    // An ad hoc network sets the channel instead of the power mode.
     expectOids(with(wpa, { { ProfileKey::networkType, u"0"_qs } }), { 0x0D81011D, 0x0D010211, 0x0D810211, 0x0D810102 });
 }
 
-TEST_F(ActivationTest, WepKeyOfOddLengthLosesItsLastDigit)
+TEST_F(ActivationTest, WepKeyOfOddLengthDropsItsLastDigit)
 {
     activate(with(sampleProfile(), { { ProfileKey::encryptionType, u"1"_qs }, { u"WEPKey2"_qs, u"01020304056"_qs } }));
     const KeyRecord& key = connections.records.back()->pWepKey[1];
@@ -148,7 +148,7 @@ TEST_F(ActivationTest, SharedProfileWithoutEncryptionStillHasItsWepKeys)
     EXPECT_FALSE(record.pWepKey[3].empty());
 }
 
-TEST_F(ActivationTest, WpaIsSentAsItsNetworkTypeWantsIt)
+TEST_F(ActivationTest, WpaRequestDependsOnTheNetworkType)
 {
     const Profile wpa = with(
         sampleProfile(), { { ProfileKey::authenticationType, u"2"_qs }, { ProfileKey::encryptionType, u"1"_qs } });
@@ -159,7 +159,7 @@ TEST_F(ActivationTest, WpaIsSentAsItsNetworkTypeWantsIt)
     EXPECT_EQ(connections.records.back()->AuthenMode, 5);
 }
 
-TEST_F(ActivationTest, KeyOf64DigitsIsTakenAsDigits)
+TEST_F(ActivationTest, KeyOf64DigitsIsConvertedAsDigits)
 {
     activate(with(
         sampleProfile(), { { ProfileKey::authenticationType, u"2"_qs }, { ProfileKey::wpaPsk, QString(64, u'a') } }));
@@ -168,7 +168,7 @@ TEST_F(ActivationTest, KeyOf64DigitsIsTakenAsDigits)
     EXPECT_TRUE(std::all_of(key.begin() + 28, key.begin() + 60, [](std::byte b) { return b == std::byte { 0xAA }; }));
 }
 
-TEST_F(ActivationTest, AdHocChannelIsARowOfTheTable)
+TEST_F(ActivationTest, AdHocChannelIsATablePosition)
 {
     const Profile adHoc = with(sampleProfile(), { { ProfileKey::networkType, u"0"_qs } });
     activate(with(adHoc, { { ProfileKey::channel, u"36"_qs } }));
@@ -179,7 +179,7 @@ TEST_F(ActivationTest, AdHocChannelIsARowOfTheTable)
     EXPECT_EQ(connections.records.back()->ChannelFreq, 0u);
 }
 
-TEST_F(ActivationTest, AutomaticPathQueuesTheStoredCopyAndRewritesNothing)
+TEST_F(ActivationTest, AutomaticConnectionQueuesTheStoredCopyWithoutRewritingIt)
 {
     activate(sampleProfile(u"active"_qs));
     const auto stored = setting();
@@ -195,7 +195,7 @@ TEST_F(ActivationTest, AutomaticPathQueuesTheStoredCopyAndRewritesNothing)
     EXPECT_EQ(prefs.synchronizations, synchronizations);
 }
 
-TEST_F(ActivationTest, AutomaticPathSendsWhatTheActivationSent)
+TEST_F(ActivationTest, AutomaticConnectionSendsTheRequestsOfTheActivation)
 {
     activate(with(sampleProfile(), { { ProfileKey::encryptionType, u"1"_qs } }));
     const auto byHand = requestsOfLastRecord();
@@ -204,7 +204,7 @@ TEST_F(ActivationTest, AutomaticPathSendsWhatTheActivationSent)
     EXPECT_FALSE(byHand.empty());
 }
 
-TEST_F(ActivationTest, AutomaticPathMarksTheRowAfterAStart)
+TEST_F(ActivationTest, AutomaticConnectionMarksTheStoredRow)
 {
     prefs.setArray(u"Profile Setting"_qs,
         { with(sampleProfile(), { { u"Active Profile Flag"_qs, u"YES"_qs }, { u"Selected"_qs, u"1"_qs } }) });
@@ -214,7 +214,7 @@ TEST_F(ActivationTest, AutomaticPathMarksTheRowAfterAStart)
     EXPECT_EQ(markedRows(), std::vector<int> { 1 });
 }
 
-TEST_F(ActivationTest, LaterEditsDoNotReachTheActiveProfile)
+TEST_F(ActivationTest, LaterEditsDoNotChangeTheActiveProfile)
 {
     activate(sampleProfile(u"active"_qs));
     haveProfiles(
@@ -223,7 +223,7 @@ TEST_F(ActivationTest, LaterEditsDoNotReachTheActiveProfile)
     EXPECT_EQ(recordBytes(connections.records.back()->Ssid), recordBytes(ssidOf("home")));
 }
 
-TEST_F(ActivationTest, ConnectionByHandEndsTheAutomaticPath)
+TEST_F(ActivationTest, ManualConnectionEndsTheAutomaticConnection)
 {
     activate(sampleProfile(u"active"_qs));
     page.DisabledActivateProfile();
@@ -237,7 +237,7 @@ TEST_F(ActivationTest, ConnectionByHandEndsTheAutomaticPath)
     EXPECT_EQ(connections.records.size(), 1u);
 }
 
-TEST_F(ActivationTest, ProfileDisabledBeforeItWasAppliedHasNoRow)
+TEST_F(ActivationTest, ProfileDisabledBeforeItsFirstConnectionHasNoRow)
 {
     prefs.setArray(u"Profile Setting"_qs, { activeEntry(sampleProfile(u"active"_qs), 1) });
     page.RefreshProfileList();
@@ -249,7 +249,7 @@ TEST_F(ActivationTest, ProfileDisabledBeforeItWasAppliedHasNoRow)
     EXPECT_EQ(setting()->front().text(ProfileKey::profileName), u"active"_qs);
 }
 
-TEST_F(ActivationTest, WithoutAnActiveProfileThereIsNothingToDisable)
+TEST_F(ActivationTest, DisablingWithoutAnActiveProfileIsANoOp)
 {
     page.RefreshProfileList();
     page.DisabledActivateProfile();

@@ -23,7 +23,7 @@ protected:
     }
 };
 
-TEST_F(ChannelBoxTest, ItemsAreTheNumbersOfAllChannelsInTheirOrder)
+TEST_F(ChannelBoxTest, ItemsAreAllChannelNumbersInOrder)
 {
     Items numbers;
     for (int number = 1; number <= 161; ++number)
@@ -31,7 +31,7 @@ TEST_F(ChannelBoxTest, ItemsAreTheNumbersOfAllChannelsInTheirOrder)
     EXPECT_EQ(items(channel), numbers);
 }
 
-TEST_F(ChannelBoxTest, ItemsStayWhateverIsChosenAndOpened)
+TEST_F(ChannelBoxTest, SelectionsAndOpeningsDoNotChangeTheItems)
 {
     const Items before = items(channel);
     ASSERT_FALSE(before.empty());
@@ -59,7 +59,7 @@ TEST_F(ChannelBoxTest, ItemsStayWhateverIsChosenAndOpened)
     EXPECT_EQ(saved().back().text(ProfileKey::channel), u"149"_qs);
 }
 
-TEST_F(ChannelBoxTest, KeyboardReachesTheOfferedChannelsAlone)
+TEST_F(ChannelBoxTest, KeyboardReachesOnlyTheSelectableChannels)
 {
     editor.AddInit();
     choose(combo(u"NetworkType"_qs), 0);
@@ -77,7 +77,7 @@ TEST_F(ChannelBoxTest, KeyboardReachesTheOfferedChannelsAlone)
     EXPECT_EQ(afterKeys({ Qt::Key_2 }), u"2"_qs) << "and not a 20 that follows";
 }
 
-TEST_F(ChannelBoxTest, KeyboardLeadsFromAnotherChannelBackToThoseOffered)
+TEST_F(ChannelBoxTest, KeyboardReturnsFromAHiddenChannelToTheSelectableOnes)
 {
     store.saveRecords({ onChannel(u"36"_qs) });
     editor.EditInit(0);
@@ -86,7 +86,7 @@ TEST_F(ChannelBoxTest, KeyboardLeadsFromAnotherChannelBackToThoseOffered)
     EXPECT_EQ(afterKeys({ Qt::Key_Down }), u"14"_qs);
 }
 
-TEST_F(ChannelBoxTest, ListThatOpensShowsTheOfferedChannelsAlone)
+TEST_F(ChannelBoxTest, OpenListShowsOnlyTheSelectableChannels)
 {
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&editor));
     store.saveRecords({ onChannel(u"6"_qs), onChannel(u"36"_qs) });
@@ -108,7 +108,7 @@ TEST_F(ChannelBoxTest, ListThatOpensShowsTheOfferedChannelsAlone)
     }
 }
 
-TEST_F(ChannelBoxTest, ListThatOpensOnAnotherChannelKeepsItUntilOneIsChosen)
+TEST_F(ChannelBoxTest, OpeningTheListKeepsAHiddenChannelUntilASelection)
 {
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&editor));
     store.saveRecords({ onChannel(u"36"_qs) });

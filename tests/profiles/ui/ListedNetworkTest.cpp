@@ -3,8 +3,8 @@
 #include "tests/support/NameIn.h"
 #include "tests/support/RecordingAssertionHandler.h"
 
-// A network of the survey's list on its way to a profile: with the longest name there is, and when the list is no longer
-// the one that is shown.
+// Profiles made of scanned networks: names of the maximum length, and a list that differs
+// from the displayed rows.
 
 namespace {
 
@@ -46,8 +46,8 @@ EntryBuilder presharedKeyNetwork(std::string_view ssid, std::uint8_t lastAddress
     return entry;
 }
 
-// What lies behind a name of 32 bytes must neither be saved nor hashed with it.
-TEST_F(ListedNetworkTest, NameOf32BytesIsSavedAndHashedWithoutWhatLiesBehindIt)
+// The bytes after a name of 32 bytes must be neither saved nor hashed.
+TEST_F(ListedNetworkTest, NameOf32BytesIsSavedAndHashedWithoutTheFollowingBytes)
 {
     showList({ EntryBuilder("first", 9), presharedKeyNetwork(longName, 3), EntryBuilder("last", 8) });
     sheets.users.emplace_back([](QDialog& sheet) {
@@ -71,12 +71,12 @@ TEST_F(ListedNetworkTest, NameOf32BytesIsSavedAndHashedWithoutWhatLiesBehindIt)
     const PROFILE_DATA& record = *connections.records.front();
     EXPECT_EQ(nameIn(record.Ssid), QByteArray(longName));
     ASSERT_EQ(record.pWpaKey.size(), 71u);
-    // PBKDF2 of the passphrase with the 32 bytes, calculated by another implementation.
+    // Expected value from another PBKDF2 implementation.
     EXPECT_EQ(QByteArray(reinterpret_cast<const char*>(record.pWpaKey.data()) + 28, 32).toHex(),
         "eb4507d8f927bbb4f1c7abfafdae2e10987a440b3546af745a08397c00d9a6f4");
 }
 
-TEST_F(ListedNetworkTest, RowOfAListThatWasReplacedMakesNoProfile)
+TEST_F(ListedNetworkTest, StaleRowMakesNoProfile)
 {
     showList({ EntryBuilder("first", 1), EntryBuilder("second", 2) });
     haveList({ EntryBuilder("second", 2), EntryBuilder("other", 3) }); // scanned, and not yet shown
@@ -95,8 +95,8 @@ TEST_F(ListedNetworkTest, RowOfAListThatWasReplacedMakesNoProfile)
     EXPECT_EQ(inFile().front().text(ProfileKey::ssid), u"other"_qs);
 }
 
-// The same network, scanned once more: the profile is made of what it is now.
-TEST_F(ListedNetworkTest, RowWhoseNetworkIsStillThereMakesAProfileOfTheNewScan)
+// The same network after another scan: the profile uses the new scan.
+TEST_F(ListedNetworkTest, RowOfARescannedNetworkMakesAProfileOfTheNewScan)
 {
     showList({ EntryBuilder("first", 1), EntryBuilder("second", 2) });
     haveList({ EntryBuilder("other", 3), presharedKeyNetwork("renamed", 2) });

@@ -1,4 +1,4 @@
-// The editor without a mouse, and for those who have it read aloud.
+// The editor with keyboard and screen reader.
 
 #include "tests/profiles/ui/ProfileEditorFixture.h"
 #include "tests/profiles/ui/ProfilePageFixture.h"
@@ -14,7 +14,7 @@ namespace {
 
 using Items = std::vector<QString>;
 
-// Who answers to each letter with Alt.
+// The widgets by mnemonic.
 using Mnemonics = std::map<QString, Items>;
 
 void collect(Mnemonics& mnemonics, const QString& text)
@@ -41,7 +41,7 @@ Mnemonics mnemonicsShown(const QWidget& sheet, const QTabWidget& tabs)
         if (button->isVisible() && button->parent()->objectName() != u"buttons"_qs)
             collect(result, button->text());
     }
-    // Whether the dialog buttons have letters is up to the desktop: these are what they are where they have.
+    // Whether dialog buttons have mnemonics depends on the desktop; these are the usual ones.
     collect(result, u"&OK"_qs);
     collect(result, u"&Cancel"_qs);
     return result;
@@ -60,7 +60,7 @@ QString readAloud(QWidget& widget, QAccessible::Text part)
 
 class ProfileEditorAccessTest : public ProfileEditorFixture {
 protected:
-    // The names of what the Tab key leads to, behind this one.
+    // The names of the widgets that the Tab key reaches from here.
     Items after(QWidget& first, std::size_t count)
     {
         show(first);
@@ -91,7 +91,7 @@ protected:
     }
 };
 
-TEST_F(ProfileEditorAccessTest, NoLetterIsGivenTwiceOnAnyPage)
+TEST_F(ProfileEditorAccessTest, MnemonicsAreUniqueOnEachPage)
 {
     editor.AddInit();
     for (int page = 0; page < tabs().count(); ++page) {
@@ -105,7 +105,7 @@ TEST_F(ProfileEditorAccessTest, NoLetterIsGivenTwiceOnAnyPage)
     }
 }
 
-TEST_F(ProfileEditorAccessTest, EveryInputHasANameAndTellsWhatItIsFor)
+TEST_F(ProfileEditorAccessTest, EveryInputHasAnAccessibleNameAndAToolTip)
 {
     editor.AddInit();
     std::size_t inputs = 0;
@@ -125,7 +125,7 @@ TEST_F(ProfileEditorAccessTest, EveryInputHasANameAndTellsWhatItIsFor)
     EXPECT_EQ(readAloud(*combo(u"SSID"_qs).lineEdit(), QAccessible::Name), u"SSID"_qs);
 }
 
-TEST_F(ProfileEditorAccessTest, HintOfAKeyIsReadAsItStands)
+TEST_F(ProfileEditorAccessTest, KeyHintIsTheAccessibleDescription)
 {
     editor.AddInit();
     choose(combo(u"EncryType"_qs), 1);
@@ -136,7 +136,7 @@ TEST_F(ProfileEditorAccessTest, HintOfAKeyIsReadAsItStands)
     EXPECT_EQ(readAloud(keyText(1), QAccessible::Description), hint.text());
 }
 
-TEST_F(ProfileEditorAccessTest, TabKeyGoesThroughGeneralInReadingOrderToTheButtons)
+TEST_F(ProfileEditorAccessTest, TabOrderOfGeneralIsReadingOrder)
 {
     open();
     EXPECT_EQ(after(field(u"ProfileName"_qs), 4), (Items { u"SSID"_qs, u"NetworkType"_qs, u"OK"_qs, u"Cancel"_qs }));
@@ -145,7 +145,7 @@ TEST_F(ProfileEditorAccessTest, TabKeyGoesThroughGeneralInReadingOrderToTheButto
         (Items { u"SSID"_qs, u"NetworkType"_qs, u"Channel"_qs, u"OK"_qs, u"Cancel"_qs }));
 }
 
-TEST_F(ProfileEditorAccessTest, TabKeyGoesThroughSecurityInReadingOrderToTheButtons)
+TEST_F(ProfileEditorAccessTest, TabOrderOfSecurityIsReadingOrder)
 {
     open();
     choose(combo(u"AuthenType"_qs), 2);
@@ -156,7 +156,7 @@ TEST_F(ProfileEditorAccessTest, TabKeyGoesThroughSecurityInReadingOrderToTheButt
     EXPECT_EQ(after(keyText(4), 3), (Items { u"showKeys"_qs, u"OK"_qs, u"Cancel"_qs }));
 }
 
-TEST_F(ProfileEditorAccessTest, TabKeyGoesThroughAdvancedInReadingOrderToTheButtons)
+TEST_F(ProfileEditorAccessTest, TabOrderOfAdvancedIsReadingOrder)
 {
     open();
     const Items switchedOff { u"CamWhenAcPower"_qs, u"TxPower"_qs, u"PreambleType"_qs, u"RtsThresholdCheck"_qs,
@@ -169,8 +169,8 @@ TEST_F(ProfileEditorAccessTest, TabKeyGoesThroughAdvancedInReadingOrderToTheButt
     EXPECT_EQ(after(combo(u"PreambleType"_qs), switchedOn.size()), switchedOn);
 }
 
-// The letter of a button does not take the keyboard out of the field.
-TEST_F(ProfileEditorAccessTest, ThresholdThatIsBeingTypedIsPutRightBeforeItIsSaved)
+// A button's mnemonic does not move the focus out of the field.
+TEST_F(ProfileEditorAccessTest, ThresholdIsCorrectedBeforeItIsSaved)
 {
     struct Case {
         QString prefix;
@@ -204,7 +204,7 @@ TEST_F(ProfileEditorAccessTest, ThresholdThatIsBeingTypedIsPutRightBeforeItIsSav
 
 using ProfilePageAccessTest = ProfilePageFixture;
 
-TEST_F(ProfilePageAccessTest, TabKeyGoesFromTheListThroughTheButtons)
+TEST_F(ProfilePageAccessTest, TabOrderIsTheListThenTheButtons)
 {
     page.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&page));

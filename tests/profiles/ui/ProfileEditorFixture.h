@@ -10,6 +10,7 @@
 #include "tests/support/BssidListBuilder.h"
 #include "tests/support/InitialSharedState.h"
 #include "tests/support/MemoryUserDefaults.h"
+#include "tests/support/PlantedBssidList.h"
 #include "tests/support/RecordingAlertPanels.h"
 #include "tests/support/ScriptedModalSheets.h"
 
@@ -25,7 +26,7 @@
 #include <QTest>
 #include <gtest/gtest.h>
 
-// The profile editor as a sheet on the screen, over a store of its own.
+// The visible profile editor with its own store.
 class ProfileEditorFixture : public testing::Test {
 protected:
     using Items = std::vector<QString>;
@@ -36,12 +37,7 @@ protected:
         editor.show();
     }
 
-    static void haveList(const std::vector<EntryBuilder>& entries)
-    {
-        G_pBssidList = std::make_unique<BssidListBuffer>();
-        const Bytes list = bssidList(entries);
-        std::copy(list.begin(), list.end(), G_pBssidList->begin());
-    }
+    static void haveList(const std::vector<EntryBuilder>& entries) { plantBssidList(entries); }
 
     template <typename Widget> Widget& control(const QString& name) { return *editor.findChild<Widget*>(name); }
     ComboBox& combo(const QString& name) { return control<ComboBox>(name); }
@@ -61,7 +57,7 @@ protected:
         return result;
     }
 
-    // As the user does it: brings the page to the front and moves through the items.
+    // Brings the page to the front and selects with the keyboard.
     void choose(ComboBox& box, int index)
     {
         show(box);

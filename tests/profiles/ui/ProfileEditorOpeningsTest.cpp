@@ -1,4 +1,4 @@
-// What the openings of the one profile editor leave to each other.
+// State that the profile editor keeps between openings.
 
 #include "tests/profiles/ui/ProfileEditorFixture.h"
 
@@ -16,7 +16,7 @@ ProfileProposal proposal(const char* ssid, std::int32_t networkType = Ndis802_11
 const Items ofInfrastructure { u"Open"_qs, u"Shared"_qs, u"WPA-PSK"_qs };
 const Items ofAdHoc { u"Open"_qs, u"Shared"_qs, u"WPA-NONE"_qs };
 
-TEST_F(ProfileEditorOpeningsTest, AdHocProfileKeepsTheAddressOfTheProfileEditedBefore)
+TEST_F(ProfileEditorOpeningsTest, AdHocProfileKeepsTheAddressOfThePreviousProfile)
 {
     store.saveRecords({ with(sampleProfile(), { { ProfileKey::bssid, u"001122AABBCC"_qs } }),
         with(sampleProfile(), { { ProfileKey::bssid, u"665544332211"_qs }, { ProfileKey::networkType, u"0"_qs } }) });
@@ -28,7 +28,7 @@ TEST_F(ProfileEditorOpeningsTest, AdHocProfileKeepsTheAddressOfTheProfileEditedB
     EXPECT_EQ(saved()[1].text(ProfileKey::bssid), u"001122AABBCC"_qs);
 }
 
-TEST_F(ProfileEditorOpeningsTest, EveryAddPutsAnotherPairOfEncryptionsInFront)
+TEST_F(ProfileEditorOpeningsTest, EachAddInsertsAnotherPairOfEncryptions)
 {
     Items expected;
     for (int opening = 1; opening <= 3; ++opening) {
@@ -40,7 +40,7 @@ TEST_F(ProfileEditorOpeningsTest, EveryAddPutsAnotherPairOfEncryptionsInFront)
     }
 }
 
-TEST_F(ProfileEditorOpeningsTest, SecondPairIsSavedByItsPlaceAndLeavesTheKeyFields)
+TEST_F(ProfileEditorOpeningsTest, SecondPairIsSavedByItsIndexAndDoesNotChangeTheKeyFields)
 {
     editor.AddInit();
     press(QDialogButtonBox::Cancel);
@@ -65,7 +65,7 @@ TEST_F(ProfileEditorOpeningsTest, SecondPairIsSavedByItsPlaceAndLeavesTheKeyFiel
     EXPECT_EQ(saved().back().text(ProfileKey::encryptionType), u"3"_qs);
 }
 
-TEST_F(ProfileEditorOpeningsTest, NetworkThatIsGoneIsSavedAsTheFirstOfTheList)
+TEST_F(ProfileEditorOpeningsTest, MissingNetworkIsSavedAsTheFirstOfTheList)
 {
     haveList({ EntryBuilder("first", 0xF1), EntryBuilder("second", 2) });
     EXPECT_TRUE(editor.AddProfile(proposal("gone")));
@@ -76,7 +76,7 @@ TEST_F(ProfileEditorOpeningsTest, NetworkThatIsGoneIsSavedAsTheFirstOfTheList)
     EXPECT_EQ(saved().front().text(ProfileKey::hidden), u"0"_qs);
 }
 
-TEST_F(ProfileEditorOpeningsTest, ScannedNetworkWithoutAScanListLeavesTheName)
+TEST_F(ProfileEditorOpeningsTest, ScannedNetworkWithoutAScanListDoesNotChangeTheName)
 {
     haveList({ EntryBuilder("left", 1) });
     EXPECT_TRUE(editor.AddProfile(proposal("left")));
@@ -87,7 +87,7 @@ TEST_F(ProfileEditorOpeningsTest, ScannedNetworkWithoutAScanListLeavesTheName)
     EXPECT_EQ(combo(u"SSID"_qs).currentText(), u"left"_qs);
 }
 
-TEST_F(ProfileEditorOpeningsTest, ScannedAdHocNetworkLeavesWhatTheOpeningBeforeEnabledAndListed)
+TEST_F(ProfileEditorOpeningsTest, ScannedAdHocNetworkKeepsThePreviousListsAndEnabledStates)
 {
     const auto expectLeft = [this](bool enabled, const Items& authentications) {
         EXPECT_TRUE(editor.AddProfile(proposal("peers", Ndis802_11IBSS)));
@@ -106,7 +106,7 @@ TEST_F(ProfileEditorOpeningsTest, ScannedAdHocNetworkLeavesWhatTheOpeningBeforeE
     expectLeft(true, ofAdHoc);
 }
 
-TEST_F(ProfileEditorOpeningsTest, CardOfUnknownCapabilityHasNoEncryptionToSave)
+TEST_F(ProfileEditorOpeningsTest, CardOfUnknownCapabilityHasNoEncryption)
 {
     for (const int capability : { 0, 5, 7 }) {
         G_encryCapa = static_cast<decltype(G_encryCapa)>(capability);
@@ -123,7 +123,7 @@ TEST_F(ProfileEditorOpeningsTest, CardOfUnknownCapabilityHasNoEncryptionToSave)
     EXPECT_EQ(saved().size(), 3u);
 }
 
-TEST_F(ProfileEditorOpeningsTest, AuthenticationListsChangeNothingElse)
+TEST_F(ProfileEditorOpeningsTest, AuthenticationListChangesNothingElse)
 {
     editor.AddInit();
     choose(combo(u"NetworkType"_qs), 0);

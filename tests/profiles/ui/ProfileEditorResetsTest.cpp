@@ -1,4 +1,4 @@
-// What an opening sets anew after a profile was shown, and what it does not.
+// The controls that an opening resets after a profile was shown, and those that it does not.
 
 #include "tests/profiles/ui/ProfileEditorFixture.h"
 
@@ -8,7 +8,7 @@ using Items = std::vector<QString>;
 
 class ProfileEditorResetsTest : public ProfileEditorFixture {
 protected:
-    // Every control of a profile stands elsewhere than at its default.
+    // A profile in which no control has its default.
     void showAnotherProfile(const QString& networkType = u"1"_qs)
     {
         store.saveRecords({ with(sampleProfile(),
@@ -62,7 +62,7 @@ TEST_F(ProfileEditorResetsTest, AddStartsFromTheDefaults)
     expectKeysEnabled(false, false);
 }
 
-TEST_F(ProfileEditorResetsTest, NetworkOfAScanStartsFromTheDefaults)
+TEST_F(ProfileEditorResetsTest, ScannedNetworkStartsFromTheDefaults)
 {
     showAnotherProfile();
     ProfileProposal network;
@@ -76,7 +76,7 @@ TEST_F(ProfileEditorResetsTest, NetworkOfAScanStartsFromTheDefaults)
     EXPECT_EQ(combo(u"Channel"_qs).indexOfSelectedItem(), 10);
 }
 
-TEST_F(ProfileEditorResetsTest, WpaNetworkOfAScanAfterAnAdHocProfileListsWhatInfrastructureHas)
+TEST_F(ProfileEditorResetsTest, ScannedWpaNetworkAfterAnAdHocProfileShowsTheInfrastructureList)
 {
     for (const std::int32_t mode : { Ndis802_11AuthModeWPA, Ndis802_11AuthModeWPAPSK }) {
         showAnotherProfile(u"0"_qs);
@@ -94,7 +94,7 @@ TEST_F(ProfileEditorResetsTest, WpaNetworkOfAScanAfterAnAdHocProfileListsWhatInf
     }
 }
 
-TEST_F(ProfileEditorResetsTest, FirstAddLeavesThePreambleToBeChosen)
+TEST_F(ProfileEditorResetsTest, FirstAddLeavesThePreambleEnabled)
 {
     editor.AddInit();
     ASSERT_TRUE(combo(u"PreambleType"_qs).isEnabled());
@@ -106,7 +106,7 @@ TEST_F(ProfileEditorResetsTest, FirstAddLeavesThePreambleToBeChosen)
     EXPECT_EQ(saved().front().text(ProfileKey::networkType), u"1"_qs);
 }
 
-TEST_F(ProfileEditorResetsTest, ProfileWhoseNetworkIsNotInRangeShowsItsOwnNameOverTheLastItem)
+TEST_F(ProfileEditorResetsTest, ProfileOutOfRangeShowsItsNameWithTheLastItemSelected)
 {
     store.saveRecords({ sampleProfile() });
     haveList({ EntryBuilder("one", 1), EntryBuilder("two", 2), EntryBuilder("three", 3) });

@@ -45,14 +45,14 @@ TEST_F(ProfileEditorTest, NewProfileStartsFromTheDefaults)
     EXPECT_EQ(sheets.stops, std::vector { 1 });
 }
 
-TEST_F(ProfileEditorTest, ProposesTheNameBehindTheLargestNumber)
+TEST_F(ProfileEditorTest, ProposesTheNextNumber)
 {
     store.saveRecords({ sampleProfile(u"PROF2"_qs), sampleProfile(u"prof10"_qs), sampleProfile(u"Office"_qs) });
     editor.AddInit();
     EXPECT_EQ(field(u"ProfileName"_qs).text(), u"PROF11"_qs);
 }
 
-TEST_F(ProfileEditorTest, NameThatExistsMakesASecondProfile)
+TEST_F(ProfileEditorTest, DuplicateNameAddsASecondProfile)
 {
     store.saveRecords({ sampleProfile(u"same"_qs) });
     editor.AddInit();
@@ -61,7 +61,7 @@ TEST_F(ProfileEditorTest, NameThatExistsMakesASecondProfile)
     EXPECT_EQ(saved().size(), 2u);
 }
 
-TEST_F(ProfileEditorTest, SharedAfterOpenListsTheEncryptionsTwiceAndWpaClearsThem)
+TEST_F(ProfileEditorTest, SharedAfterOpenListsTheEncryptionsTwiceAndWpaReplacesThem)
 {
     editor.AddInit();
     choose(combo(u"AuthenType"_qs), 1);
@@ -74,7 +74,7 @@ TEST_F(ProfileEditorTest, SharedAfterOpenListsTheEncryptionsTwiceAndWpaClearsThe
     expectKeysEnabled(false, true);
 }
 
-TEST_F(ProfileEditorTest, CardWithoutAesOffersTkipAlone)
+TEST_F(ProfileEditorTest, CardWithoutAesOffersOnlyTkip)
 {
     G_encryCapa = 4;
     editor.AddInit();
@@ -82,7 +82,7 @@ TEST_F(ProfileEditorTest, CardWithoutAesOffersTkipAlone)
     EXPECT_EQ(items(combo(u"EncryType"_qs)), Items { u"TKIP"_qs });
 }
 
-TEST_F(ProfileEditorTest, EncryptionDecidesWhichKeysCanBeTyped)
+TEST_F(ProfileEditorTest, EncryptionEnablesTheKeyFields)
 {
     editor.AddInit();
     choose(combo(u"EncryType"_qs), 1);
@@ -107,7 +107,7 @@ TEST_F(ProfileEditorTest, AdHocNetworksHaveAChannelAndWpaNone)
         EXPECT_FALSE(widget(name).isEnabled()) << name.toStdString();
 }
 
-TEST_F(ProfileEditorTest, AddAfterAnAdHocProfileLeavesItsAuthenticationsAndChannel)
+TEST_F(ProfileEditorTest, AddAfterAnAdHocProfileKeepsItsAuthenticationListAndChannel)
 {
     editor.AddInit();
     choose(combo(u"NetworkType"_qs), 0);
@@ -151,7 +151,7 @@ TEST_F(ProfileEditorTest, EditSelectsTheStoredNameInTheList)
     EXPECT_EQ(combo(u"SSID"_qs).indexOfSelectedItem(), 1);
 }
 
-TEST_F(ProfileEditorTest, WithoutAScanListTheNameStaysWhatItWas)
+TEST_F(ProfileEditorTest, WithoutAScanListTheNameDoesNotChange)
 {
     store.saveRecords({ sampleProfile() });
     haveList({ EntryBuilder("other", 1) });
@@ -170,7 +170,7 @@ TEST_F(ProfileEditorTest, WithoutAScanListTheNameStaysWhatItWas)
     EXPECT_EQ(combo(u"SSID"_qs).currentText(), QString());
 }
 
-TEST_F(ProfileEditorTest, TransmitKeyOutOfRangeLeavesTheRadioButtons)
+TEST_F(ProfileEditorTest, TransmitKeyOutOfRangeDoesNotChangeTheRadioButtons)
 {
     store.saveRecords({ with(sampleProfile(), { { ProfileKey::wepKeyUse, u"3"_qs } }),
         with(sampleProfile(), { { ProfileKey::wepKeyUse, u"4"_qs } }) });
@@ -192,7 +192,7 @@ TEST_F(ProfileEditorTest, ChannelElevenIsTheTenthItem)
     EXPECT_EQ(combo(u"Channel"_qs).indexOfSelectedItem(), 10);
 }
 
-TEST_F(ProfileEditorTest, ChannelBeyondThoseOfferedIsNotLost)
+TEST_F(ProfileEditorTest, HiddenChannelIsKept)
 {
     store.saveRecords(
         { with(sampleProfile(), { { ProfileKey::networkType, u"0"_qs }, { ProfileKey::channel, u"36"_qs } }) });
@@ -203,7 +203,7 @@ TEST_F(ProfileEditorTest, ChannelBeyondThoseOfferedIsNotLost)
     EXPECT_EQ(saved().front().text(ProfileKey::channel), u"36"_qs);
 }
 
-TEST_F(ProfileEditorTest, ChannelThatCannotBeSelectsNothing)
+TEST_F(ProfileEditorTest, InvalidChannelSelectsNothing)
 {
     store.saveRecords({ with(sampleProfile(), { { ProfileKey::channel, u"2147483647"_qs } }) });
     editor.EditInit(0);
@@ -211,7 +211,7 @@ TEST_F(ProfileEditorTest, ChannelThatCannotBeSelectsNothing)
     EXPECT_LE(combo(u"Channel"_qs).numberOfItems(), 161);
 }
 
-TEST_F(ProfileEditorTest, AuthenticationAndEncryptionOfAnAdHocProfileComeBack)
+TEST_F(ProfileEditorTest, RestoresTheSecurityOfAnAdHocProfile)
 {
     store.saveRecords({ with(sampleProfile(),
         { { ProfileKey::networkType, u"0"_qs }, { ProfileKey::authenticationType, u"2"_qs },
@@ -234,7 +234,7 @@ TEST_F(ProfileEditorTest, PickedNetworkIsSavedWithItsAddressAndNotHidden)
     EXPECT_EQ(saved().front().text(ProfileKey::hidden), u"0"_qs);
 }
 
-TEST_F(ProfileEditorTest, TypedNameIsThatOfAHiddenNetworkWithTheCarriedAddress)
+TEST_F(ProfileEditorTest, TypedNameIsSavedAsAHiddenNetworkWithTheKeptAddress)
 {
     haveList({ EntryBuilder("net", 1) });
     (void)editor.AddProfile(proposal("net", 0, 1));
@@ -252,7 +252,7 @@ TEST_F(ProfileEditorTest, TypedNameIsThatOfAHiddenNetworkWithTheCarriedAddress)
     EXPECT_EQ(saved().back().text(ProfileKey::hidden), u"0"_qs);
 }
 
-TEST_F(ProfileEditorTest, TypedNameIsNeverCompletedNorTakenForAnEntryOfTheList)
+TEST_F(ProfileEditorTest, TypedNameIsNeitherCompletedNorMatchedWithTheList)
 {
     haveList({ EntryBuilder("cafe guests", 1), EntryBuilder("cafe", 2) });
     editor.AddInit();
@@ -262,7 +262,7 @@ TEST_F(ProfileEditorTest, TypedNameIsNeverCompletedNorTakenForAnEntryOfTheList)
     EXPECT_EQ(combo(u"SSID"_qs).indexOfSelectedItem(), -1);
 }
 
-TEST_F(ProfileEditorTest, NameGrowsTo32BytesAndNoFurther)
+TEST_F(ProfileEditorTest, NameIsLimitedTo32Bytes)
 {
     editor.AddInit();
     QLineEdit& line = *combo(u"SSID"_qs).lineEdit();
@@ -281,7 +281,7 @@ TEST_F(ProfileEditorTest, NameGrowsTo32BytesAndNoFurther)
     EXPECT_EQ(saved().front().text(ProfileKey::ssid), QString(10, u'\u20ac'));
 }
 
-TEST_F(ProfileEditorTest, NameThatIsNoTextKeepsItsBytes)
+TEST_F(ProfileEditorTest, MalformedNameKeepsItsBytes)
 {
     haveList({ EntryBuilder("\xff\xfe", 1) });
     EXPECT_TRUE(editor.AddProfile(proposal("\xff\xfe", 0, 1)));
@@ -306,7 +306,7 @@ TEST_F(ProfileEditorTest, ScannedNetworkFillsTheEditor)
     EXPECT_EQ(saved().front().text(ProfileKey::wpaPsk), u"passphrase"_qs);
 }
 
-TEST_F(ProfileEditorTest, ScannedNetworkThatIsGoneShowsTheFirstOfTheList)
+TEST_F(ProfileEditorTest, MissingScannedNetworkShowsTheFirstOfTheList)
 {
     haveList({ EntryBuilder("a", 1), EntryBuilder("b", 2) });
     (void)editor.AddProfile(proposal("gone", 0, 1));
@@ -350,7 +350,7 @@ TEST_F(ProfileEditorTest, RefusedKeyKeepsTheSheetOpen)
     EXPECT_EQ(saved().front().text(u"WEPKey1"), u"0123456789"_qs);
 }
 
-TEST_F(ProfileEditorTest, KeyIsSavedAsTheTextItIsAndCheckedAsTheBytesItStandsFor)
+TEST_F(ProfileEditorTest, KeyIsSavedAsTextAndCheckedAsBytes)
 {
     editor.AddInit();
     choose(combo(u"EncryType"_qs), 1);
@@ -367,7 +367,7 @@ TEST_F(ProfileEditorTest, KeyIsSavedAsTheTextItIsAndCheckedAsTheBytesItStandsFor
     EXPECT_EQ(saved().front().text(u"WEPKey1"), u"caf\uEFE9s"_qs);
 }
 
-TEST_F(ProfileEditorTest, TellsWhatAKeyLacksWhileItIsTyped)
+TEST_F(ProfileEditorTest, HintsShowWhatIsMissing)
 {
     editor.AddInit();
     choose(combo(u"EncryType"_qs), 1);
@@ -378,7 +378,7 @@ TEST_F(ProfileEditorTest, TellsWhatAKeyLacksWhileItIsTyped)
     EXPECT_FALSE(control<QLabel>(u"WPAPreSharedKeyHint"_qs).text().isEmpty());
 }
 
-TEST_F(ProfileEditorTest, KeysAreHiddenAgainAtEveryOpening)
+TEST_F(ProfileEditorTest, KeysAreHiddenEachTimeTheSheetOpens)
 {
     editor.AddInit();
     control<QCheckBox>(u"showKeys"_qs).setChecked(true);
@@ -389,7 +389,7 @@ TEST_F(ProfileEditorTest, KeysAreHiddenAgainAtEveryOpening)
     EXPECT_EQ(field(u"WPAPreSharedKey"_qs).echoMode(), QLineEdit::Password);
 }
 
-TEST_F(ProfileEditorTest, CancelLeavesTheStoreAsItWas)
+TEST_F(ProfileEditorTest, CancelDoesNotChangeTheStore)
 {
     store.saveRecords({ sampleProfile() });
     const int synchronizations = prefs.synchronizations;
@@ -401,7 +401,7 @@ TEST_F(ProfileEditorTest, CancelLeavesTheStoreAsItWas)
     EXPECT_EQ(sheets.stops, std::vector { 0 });
 }
 
-TEST_F(ProfileEditorTest, EveryOpeningTakesTheListAnew)
+TEST_F(ProfileEditorTest, EachOpeningReloadsTheList)
 {
     editor.AddInit();
     pressOk();
@@ -421,7 +421,7 @@ TEST_F(ProfileEditorTest, ReturnIsOk)
     EXPECT_EQ(saved().size(), 1u);
 }
 
-TEST_F(ProfileEditorTest, KeyboardGoesThroughThePageInReadingOrder)
+TEST_F(ProfileEditorTest, TabOrderIsReadingOrder)
 {
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&editor));
     editor.activateWindow();
@@ -434,14 +434,14 @@ TEST_F(ProfileEditorTest, KeyboardGoesThroughThePageInReadingOrder)
     EXPECT_EQ(visited, (Items { u"ProfileName"_qs, u"SSID"_qs, u"NetworkType"_qs }));
 }
 
-TEST_F(ProfileEditorTest, KeyboardGoesThroughTheKeysBetweenTheEncryptionAndTheButtons)
+TEST_F(ProfileEditorTest, TabOrderHasTheKeysBetweenEncryptionAndButtons)
 {
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&editor));
     editor.activateWindow();
     editor.AddInit();
     choose(combo(u"AuthenType"_qs), 1);
     combo(u"EncryType"_qs).setFocus();
-    // Of the radio buttons, the one that is on stands for all.
+    // Of the radio buttons, only the checked one takes the focus.
     Items expected { u"WEPKey1Radio"_qs };
     for (int number = 1; number <= 4; ++number)
         expected.insert(expected.end(), { u"WEPKey%1Combo"_qs.arg(number), u"WEPKey%1Text"_qs.arg(number) });
@@ -454,7 +454,7 @@ TEST_F(ProfileEditorTest, KeyboardGoesThroughTheKeysBetweenTheEncryptionAndTheBu
     EXPECT_EQ(visited, expected);
 }
 
-// In a sheet of the product's own, the keys being pressed in one of the editor's fields.
+// In a real modal run, with keys pressed in one of the editor's fields.
 class ProfileEditorKeysTest : public testing::TestWithParam<const char*> {
 protected:
     int runAndPress(Qt::Key key)
@@ -496,7 +496,7 @@ INSTANTIATE_TEST_SUITE_P(Fields, ProfileEditorKeysTest,
     testing::Values("ProfileName", "SSID", "NetworkType", "WEPKey1Text", "WPAPreSharedKey", "CAM", "RtsThresholdText",
         "RtsThresholdSlider"));
 
-TEST(ProfileEditorEnd, OpenListIsSavedOnceMoreAndAReleasedOneIsNot)
+TEST(ProfileEditorEnd, DestructorSavesAnOpenListOnly)
 {
     const QTemporaryDir folder;
     MemoryUserDefaults prefs;

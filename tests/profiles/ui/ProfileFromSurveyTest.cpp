@@ -8,7 +8,7 @@
 
 namespace {
 
-// The two pages together, as the application wires them.
+// The two pages together, as in the application.
 class ProfileFromSurveyTest : public ProfilePageFixture {
 protected:
     ProfileFromSurveyTest()
@@ -49,7 +49,7 @@ TEST_F(ProfileFromSurveyTest, WithoutASelectionTheUserIsAskedForOne)
     EXPECT_TRUE(sheets.shown.empty());
 }
 
-TEST_F(ProfileFromSurveyTest, ListThatIsGoneEndsItWithoutAWord)
+TEST_F(ProfileFromSurveyTest, MissingListIsANoOpWithoutAnAlert)
 {
     haveList({ EntryBuilder("a") });
     survey.RefreshAPList();
@@ -132,7 +132,7 @@ TEST_F(ProfileFromSurveyTest, AdHocWpaNetworkOpensAsAnOpenOne)
     EXPECT_EQ(inFile().front().text(ProfileKey::networkType), u"0"_qs);
 }
 
-// An editor that answers as it is told, and a profile page that counts.
+// An editor with a scripted answer, and a counting profile page.
 class AnsweringEditor final : public ProfileEditorSheet {
 public:
     [[nodiscard]] bool AddProfile(const ProfileProposal& proposal) override
@@ -157,7 +157,7 @@ public:
     int refreshes { 0 };
 };
 
-TEST_F(ProfileFromSurveyTest, EditorThatDeclinesIsNotShown)
+TEST_F(ProfileFromSurveyTest, RefusingEditorIsNotShown)
 {
     AnsweringEditor editor;
     RefreshedPage refreshed;
@@ -177,7 +177,7 @@ TEST_F(ProfileFromSurveyTest, EditorThatDeclinesIsNotShown)
     survey.setProfilePage(nullptr);
 }
 
-TEST_F(ProfileFromSurveyTest, WritesThatItWasAskedOnlyWhenDebugging)
+TEST_F(ProfileFromSurveyTest, IsTracedOnlyWithTheDebugFlag)
 {
     EXPECT_EQ(tracesOf([this] { pressAddProfile(); }), "#### SiteSurveyPageController - OnAddProfile ####\n");
     EXPECT_EQ(standardErrorOf([this] { pressAddProfile(); }), "");
@@ -202,7 +202,7 @@ TEST_F(ProfileFromSurveyTest, FrequencyOutsideTheTableIsReported)
     EXPECT_EQ(inFile().size(), 1u);
 }
 
-TEST_F(ProfileFromSurveyTest, ListOfProfilesIsLoadedAgainAfterCancelToo)
+TEST_F(ProfileFromSurveyTest, ProfilesAreReloadedAfterCancel)
 {
     sheets.users.emplace_back([this](QDialog& sheet) {
         prefs.setArray(u"Profiles"_qs, { sampleProfile(u"from elsewhere"_qs) });

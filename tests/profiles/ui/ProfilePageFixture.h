@@ -19,7 +19,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-// Keeps the records that are handed in, and what the flags were at that moment.
+// Records the queued connections and the flags at that time.
 class RecordingConnectionQueue final : public ConnectionQueue {
 public:
     void SetTaskQueue(std::unique_ptr<PROFILE_DATA> record) override
@@ -47,7 +47,7 @@ inline void pressButton(QDialog& sheet, QDialogButtonBox::StandardButton button)
     QTest::mouseClick(sheet.findChild<QDialogButtonBox*>()->button(button), Qt::LeftButton);
 }
 
-// The profile page over a store of its own. Its sheets are worked by scripts.
+// The profile page with its own store and scripted sheets.
 class ProfilePageFixture : public SurveyFixture {
 protected:
     using Alert = RecordingAlertPanels::Alert;
@@ -82,7 +82,7 @@ protected:
         return result;
     }
 
-    // Rows with an image, as the table shows them.
+    // The rows with an image, in view order.
     [[nodiscard]] std::vector<int> markedRows() const
     {
         std::vector<int> rows;

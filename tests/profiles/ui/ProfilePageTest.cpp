@@ -19,7 +19,7 @@ ProfileList three()
     return { sampleProfile(u"one"_qs), sampleProfile(u"two"_qs), sampleProfile(u"three"_qs) };
 }
 
-TEST_F(ProfilePageTest, ShowsTheStoredProfilesInTheirOrderAndWords)
+TEST_F(ProfilePageTest, ShowsTheStoredProfilesInOrder)
 {
     haveProfiles({ sampleProfile(u"home"_qs),
         with(sampleProfile(u"ad hoc"_qs),
@@ -35,7 +35,7 @@ TEST_F(ProfilePageTest, ShowsTheStoredProfilesInTheirOrderAndWords)
     EXPECT_EQ(table->selectedRow(), -1);
 }
 
-TEST_F(ProfilePageTest, NameWithBytesThatAreNoTextIsShownReadablyAndKept)
+TEST_F(ProfilePageTest, MalformedNameIsDisplayedReadablyAndKept)
 {
     const QString name = textFromBytes(QByteArrayView("caf\xE9"));
     haveProfiles({ with(sampleProfile(), { { ProfileKey::ssid, name } }), sampleProfile() });
@@ -47,7 +47,7 @@ TEST_F(ProfilePageTest, NameWithBytesThatAreNoTextIsShownReadablyAndKept)
     EXPECT_EQ(table->model()->index(0, 1).data(Qt::ToolTipRole).toString(), QString());
 }
 
-TEST_F(ProfilePageTest, RowThatIsReachedWithTheKeyboardIsTheOneThatIsActivated)
+TEST_F(ProfilePageTest, ActivatesTheRowSelectedWithTheKeyboard)
 {
     haveProfiles(three());
     table->setFocus();
@@ -62,7 +62,7 @@ TEST_F(ProfilePageTest, RowThatIsReachedWithTheKeyboardIsTheOneThatIsActivated)
     EXPECT_EQ(table->selectedRow(), 2);
 }
 
-TEST_F(ProfilePageTest, RefreshTakesTheSelectionAway)
+TEST_F(ProfilePageTest, RefreshClearsTheSelection)
 {
     haveProfiles(three());
     table->selectRowNumber(1);
@@ -72,7 +72,7 @@ TEST_F(ProfilePageTest, RefreshTakesTheSelectionAway)
     EXPECT_EQ(table->numberOfRows(), 0);
 }
 
-TEST_F(ProfilePageTest, ReadsTheFileOnlyWhereTheDefaultsHaveNoList)
+TEST_F(ProfilePageTest, ReadsTheFileOnlyIfTheDefaultsHaveNoList)
 {
     ASSERT_TRUE(writeDictionariesFile(recordsFile, { sampleProfile(u"by hand"_qs) }));
     page.RefreshProfileList();
@@ -160,7 +160,7 @@ TEST_F(ProfilePageTest, EditNeedsNoCardAndChangesTheSelectedProfile)
     EXPECT_TRUE(alerts.alerts.empty());
 }
 
-TEST_F(ProfilePageTest, ListIsLoadedAgainAfterCancelToo)
+TEST_F(ProfilePageTest, ListIsReloadedAfterCancel)
 {
     haveProfiles(three());
     table->selectRowNumber(0);
@@ -173,7 +173,7 @@ TEST_F(ProfilePageTest, ListIsLoadedAgainAfterCancelToo)
     EXPECT_EQ(table->model()->index(0, 1).data().toString(), u"from elsewhere"_qs);
 }
 
-TEST_F(ProfilePageTest, DeleteTakesTheProfileOutOfBothHomesWithoutAsking)
+TEST_F(ProfilePageTest, DeleteRemovesTheProfileFromFileAndDefaultsWithoutConfirmation)
 {
     haveProfiles(three());
     table->selectRowNumber(1);
@@ -196,7 +196,7 @@ TEST_F(ProfilePageTest, DeleteKeyDeletesTheSelectedProfile)
     EXPECT_EQ(names(inFile()), (Names { u"one"_qs, u"two"_qs }));
 }
 
-TEST_F(ProfilePageTest, SortedListEditsAndDeletesTheProfileThatIsSelected)
+TEST_F(ProfilePageTest, SortedListEditsAndDeletesTheSelectedProfile)
 {
     haveProfiles(three());
     table->sortByColumn(1, Qt::AscendingOrder); // one, three, two
@@ -218,7 +218,7 @@ TEST_F(ProfilePageTest, DeletingTheActiveProfileEndsItsActivation)
     EXPECT_EQ(connections.records.size(), 1u) << "nothing is left to be applied again";
 }
 
-TEST_F(ProfilePageTest, DeletingAProfileAboveTheActiveOneLeavesItsNumber)
+TEST_F(ProfilePageTest, DeletingAProfileAboveTheActiveOneDoesNotChangeItsRowNumber)
 {
     haveProfiles(three());
     table->selectRowNumber(1);
@@ -234,7 +234,7 @@ TEST_F(ProfilePageTest, DeletingAProfileAboveTheActiveOneLeavesItsNumber)
     EXPECT_FALSE(setting()) << "the number decides, not the profile";
 }
 
-TEST_F(ProfilePageTest, MarksTheRowActivatedLastAndChecksItWhileConnected)
+TEST_F(ProfilePageTest, MarksTheLastActivatedRowAndChecksItWhileConnected)
 {
     haveProfiles(three());
     EXPECT_EQ(markedRows(), std::vector<int> {});
@@ -261,7 +261,7 @@ TEST_F(ProfilePageTest, MarksTheRowActivatedLastAndChecksItWhileConnected)
     EXPECT_EQ(runLoop.activeIntervals(), std::vector<std::chrono::milliseconds> { 2000ms });
 }
 
-TEST_F(ProfilePageTest, RowThatTheListsKeyGoesToIsSelectedByTheNextKey)
+TEST_F(ProfilePageTest, KeySelectsTheFirstRowAfterTheListGetsFocus)
 {
     page.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&page));
@@ -278,7 +278,7 @@ TEST_F(ProfilePageTest, RowThatTheListsKeyGoesToIsSelectedByTheNextKey)
     }
 }
 
-TEST_F(ProfilePageTest, CellThatIsEditedChangesTheRowAndNotTheProfile)
+TEST_F(ProfilePageTest, EditedCellChangesTheRowButNotTheProfile)
 {
     haveProfiles(three());
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&page));
@@ -300,8 +300,8 @@ TEST_F(ProfilePageTest, CellThatIsEditedChangesTheRowAndNotTheProfile)
     EXPECT_EQ(table->model()->index(1, 1).data().toString(), u"two"_qs);
 }
 
-// The device watch loads the list anew whenever the card comes back, also while somebody types in it.
-TEST_F(ProfilePageTest, CellThatIsEditedWhileTheListIsLoadedAnewIsLeftAsItWas)
+// The device watch reloads the list when the card returns, even while a cell is edited.
+TEST_F(ProfilePageTest, ReloadDiscardsACellEdit)
 {
     haveProfiles(three());
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&page));

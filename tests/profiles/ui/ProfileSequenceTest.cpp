@@ -1,5 +1,5 @@
-// From a stored profile that is activated on its page to every byte that the driver is sent, for each kind of profile.
-// What is expected is written out and made by nothing that the utility itself uses.
+// From activating a stored profile to every byte sent to the driver, for each kind of profile.
+// The expected bytes are literals and do not depend on production code.
 
 #include "platform/ByteText.h"
 #include "survey/ui/SiteSurveyPageController.h"
@@ -24,13 +24,13 @@ Requests settings(int networkType, int authenMode, int encryStatus, int preamble
     return expectedSettings(radio, networkType, authenMode, encryStatus);
 }
 
-// What every profile begins with.
+// The first requests of every profile.
 Requests settings(int networkType, int authenMode, int encryStatus)
 {
     return settings(networkType, authenMode, encryStatus, 1);
 }
 
-// What the sample profile begins with, whose preamble is another.
+// The first requests of the sample profile, which has another preamble.
 Requests sampleSettings(int networkType, int authenMode, int encryStatus)
 {
     return settings(networkType, authenMode, encryStatus, 2);
@@ -39,13 +39,13 @@ Requests sampleSettings(int networkType, int authenMode, int encryStatus)
 const Bytes ieee = bytesOfText("IEEE");
 const Bytes home = bytesOfText("home"); // the sample's
 
-// An infrastructure profile has its power mode set, and always associates by name, not by its address.
+// An infrastructure profile sets the power mode and associates by SSID, not by BSSID.
 Requests powerModeAndSsid(const FourBytes& powerMode = { 1, 0, 0, 0 }, const Bytes& ssid = ieee)
 {
     return { setPowerMode(powerMode), associateBySsid(ssid) };
 }
 
-// An ad hoc profile has its channel set instead of the power mode; the rest of the configuration stays.
+// An ad hoc profile sets the channel instead of the power mode; the rest of the configuration does not change.
 Requests channelAndSsid(const FourBytes& frequencyKhz, const Bytes& ssid = ieee)
 {
     return setFrequency(frequencyKhz) + Requests { associateBySsid(ssid) };
@@ -56,7 +56,7 @@ Requests channelSixAndSsid(const Bytes& ssid)
     return channelAndSsid({ 0x88, 0x2F, 0x25, 0 }, ssid); // 2437000 kHz
 }
 
-// The keys of the sample profile, the second transmitting; there is no third.
+// The keys of the sample profile: the second is the transmit key, the third is not set.
 Requests wepKeys(const Bytes& second = bytesOf({ 0x01, 0x23, 0x45, 0x67, 0x89 }))
 {
     return {
@@ -98,7 +98,7 @@ Bytes keyOfLongName()
     });
 }
 
-// Whatever its kind, the profile stores a whole set of keys, an address, and a channel.
+// Every kind of profile stores all keys, an address and a channel.
 Profile profileOf(
     const QString& networkType, const QString& authentication, const QString& encryption, Changes changes = {})
 {
@@ -165,10 +165,10 @@ std::vector<Activation> adHocProfiles()
     const Requests channelSix = channelSixAndSsid(ieee);
     return {
         { "AdHocOpenOnChannel6", adHoc(0, 0), settings(0, 0, 1) + channelSix },
-        // Row 36 of the table, which is not that of channel 36: 5680000 kHz.
+        // Row 36 of the table, which is not channel 36: 5680000 kHz.
         { "AdHocOpenOnChannel36", adHoc(0, 0, { { ProfileKey::channel, u"36"_qs } }),
             settings(0, 0, 1) + channelAndSsid({ 0x80, 0xAB, 0x56, 0 }) },
-        // A row that the table does not have.
+        // A row beyond the table.
         { "AdHocOpenOnChannel165", adHoc(0, 0, { { ProfileKey::channel, u"165"_qs } }),
             settings(0, 0, 1) + channelAndSsid({ 0, 0, 0, 0 }) },
         { "AdHocOpenWithWep", adHoc(0, 1), settings(0, 0, 0) + wepKeys() + channelSix },
@@ -218,7 +218,7 @@ std::vector<Activation> longNames()
     };
 }
 
-// The editor stores 0 and 1; the number of a file that was typed goes to the driver as it stands.
+// The editor stores 0 and 1; other numbers in the file are sent to the driver unchanged.
 std::vector<Activation> powerSaveModes()
 {
     const auto mode = [](const char* text) { return entry(ProfileKey::powerSaveMode, text); };
@@ -242,7 +242,7 @@ std::string nameOf(const testing::TestParamInfo<Activation>& info)
     return info.param.name;
 }
 
-// The profile page with the site survey behind it, as the application wires them.
+// The profile page connected to the site survey, as in the application.
 class ProfileSequenceTest : public ProfilePageFixture, public testing::WithParamInterface<Activation> {
 protected:
     ProfileSequenceTest()
@@ -276,7 +276,7 @@ protected:
     ProfilePageController profiles { adapter, runLoop, alerts, sheets, store, survey };
 };
 
-TEST_P(ProfileSequenceTest, SendsEveryByteInItsOrder)
+TEST_P(ProfileSequenceTest, SendsTheExactRequests)
 {
     registry.forgetCalls();
     activate(GetParam().profile);

@@ -12,7 +12,7 @@ protected:
     }
 };
 
-TEST_F(ProfilePageTraces, EveryOperationTellsThatItIsEntered)
+TEST_F(ProfilePageTraces, EveryOperationIsTraced)
 {
     EXPECT_EQ(tracesOf([this] { page.OnTimer(); }), lines({ "OnTimer" }));
     EXPECT_EQ(tracesOf([this] { page.ClearProfileList(); }), lines({ "ClearProfileList" }));
@@ -23,7 +23,7 @@ TEST_F(ProfilePageTraces, EveryOperationTellsThatItIsEntered)
     EXPECT_EQ(tracesOf([this] { page.DisabledActivateProfile(); }), lines({ "DisabledActivateProfile" }));
 }
 
-TEST_F(ProfilePageTraces, PageAndItsEditorTellThatTheyAreMade)
+TEST_F(ProfilePageTraces, CreationIsTraced)
 {
     std::unique_ptr<ProfilePageController> made;
     EXPECT_EQ(tracesOf([&] {
@@ -34,7 +34,7 @@ TEST_F(ProfilePageTraces, PageAndItsEditorTellThatTheyAreMade)
         lines({ "awakeFromNib" }) + entryLines("ProfileEditorController", { "awakeFromNib" }));
 }
 
-TEST_F(ProfilePageTraces, AddTellsOfTheEditorAndOfTheListThatIsLoadedAgain)
+TEST_F(ProfilePageTraces, AddTracesTheEditorAndTheReload)
 {
     G_bDeviceExist = 0;
     EXPECT_EQ(tracesOf([this] { page.OnAdd(); }), lines({ "OnAdd" }));
@@ -47,7 +47,7 @@ TEST_F(ProfilePageTraces, AddTellsOfTheEditorAndOfTheListThatIsLoadedAgain)
     EXPECT_NE(added.find(entryLines("ProfileEditorController", { "OnCANCEL" })), std::string::npos);
 }
 
-TEST_F(ProfilePageTraces, ActivationThatIsTakenUpAgainTellsSoWithAndWithoutOne)
+TEST_F(ProfilePageTraces, AutomaticConnectionIsTracedWithAndWithoutAnActiveProfile)
 {
     EXPECT_EQ(tracesOf([this] { page.CheckProfileSettingForConnect(); }), lines({ "CheckProfileSettingForConnect" }));
     haveProfiles({ sampleProfile() });
@@ -58,7 +58,7 @@ TEST_F(ProfilePageTraces, ActivationThatIsTakenUpAgainTellsSoWithAndWithoutOne)
     EXPECT_EQ(connections.records.size(), 2u);
 }
 
-TEST_F(ProfilePageTraces, NothingIsToldWithoutTheFlag)
+TEST_F(ProfilePageTraces, NothingIsTracedWithoutTheDebugFlag)
 {
     const auto everything = [this] {
         page.OnTimer();
@@ -78,7 +78,7 @@ protected:
     }
 };
 
-TEST_F(ProfileEditorTraces, OpeningsTellOfTheOperationsTheyGoThrough)
+TEST_F(ProfileEditorTraces, OpeningsTraceTheirOperations)
 {
     EXPECT_EQ(tracesOf([this] { editor.AddInit(); }),
         lines({ "AddInit", "GetBssidList", "GetNextProfileName", "OnSelchangeAuthType", "OnSelchangeEncryptionType",
@@ -93,7 +93,7 @@ TEST_F(ProfileEditorTraces, OpeningsTellOfTheOperationsTheyGoThrough)
             "OnSelchangeEncryptionType", "GetBssidList" }));
 }
 
-TEST_F(ProfileEditorTraces, ClosingTellsOfItsStepsAndOfNoKey)
+TEST_F(ProfileEditorTraces, ClosingTracesItsStepsWithoutKeys)
 {
     editor.AddInit();
     choose(combo(u"AuthenType"_qs), 2);
@@ -103,7 +103,7 @@ TEST_F(ProfileEditorTraces, ClosingTellsOfItsStepsAndOfNoKey)
     EXPECT_EQ(tracesOf([this] { editor.OnCANCEL(); }), lines({ "OnCANCEL" }));
 }
 
-TEST_F(ProfileEditorTraces, ChoicesTellOfTheOperationsTheyForwardTo)
+TEST_F(ProfileEditorTraces, SelectionsTraceTheOperationsTheyForwardTo)
 {
     editor.AddInit();
     EXPECT_EQ(tracesOf([this] { choose(combo(u"AuthenType"_qs), 1); }),
@@ -121,7 +121,7 @@ TEST_F(ProfileEditorTraces, ChoicesTellOfTheOperationsTheyForwardTo)
     EXPECT_EQ(standardErrorOf(everything), "");
 }
 
-TEST_F(ProfileEditorTraces, ThresholdsTellOfEachChange)
+TEST_F(ProfileEditorTraces, ThresholdsTraceEachChange)
 {
     const auto change = [this] {
         control<QCheckBox>(u"RtsThresholdCheck"_qs).toggle();

@@ -19,7 +19,7 @@ protected:
         DoTask(state, adapter);
     }
 
-    // Requests that carry keys, in their order.
+    // The key requests in order.
     [[nodiscard]] Requests keyRequests() const
     {
         Requests keys;
@@ -101,7 +101,7 @@ Requests operator+(Requests first, const Requests& second)
     return first;
 }
 
-TEST_F(ConnectionTasksTest, SendsAnOpenNetworksSettingsAndNoKeyRequest)
+TEST_F(ConnectionTasksTest, SendsTheSettingsOfAnOpenNetworkWithoutKeyRequests)
 {
     run(openRecord());
     EXPECT_EQ(
@@ -110,7 +110,7 @@ TEST_F(ConnectionTasksTest, SendsAnOpenNetworksSettingsAndNoKeyRequest)
     EXPECT_EQ(state.runFlag, 0);
 }
 
-TEST_F(ConnectionTasksTest, DisassociatesOnlyWhenAsked)
+TEST_F(ConnectionTasksTest, DisassociatesOnlyIfTheRecordSaysSo)
 {
     auto record = openRecord();
     record->DisassociateFirst = 0;
@@ -118,7 +118,7 @@ TEST_F(ConnectionTasksTest, DisassociatesOnlyWhenAsked)
     EXPECT_EQ(registry.oids().front(), 0x0D810108U);
 }
 
-TEST_F(ConnectionTasksTest, AssociatesByBssidWhenTheRecordSaysSo)
+TEST_F(ConnectionTasksTest, AssociatesByBssidIfTheRecordSaysSo)
 {
     auto record = openRecord();
     record->ConnectByBssid = 1;
@@ -127,7 +127,7 @@ TEST_F(ConnectionTasksTest, AssociatesByBssidWhenTheRecordSaysSo)
         requests(), (openSettings() + Requests { { 0x0D810216, word(2) }, { 0x0D810101, recordBytes(accessPoint) } }));
 }
 
-TEST_F(ConnectionTasksTest, SendsAPreSharedKeyAsTheOnlyKeyRequest)
+TEST_F(ConnectionTasksTest, SendsAPresharedKeyAsTheOnlyKeyRequest)
 {
     auto record = openRecord();
     record->AuthenMode = Ndis802_11AuthModeWPAPSK;
@@ -197,7 +197,7 @@ TEST_F(ConnectionTasksTest, SetsTheChannelOfAnAdHocNetworkAndKeepsTheRestOfTheCo
     EXPECT_EQ(requests()[count - 1], (DriverRequest { 0x0D810102, recordBytes(ssid("cafe")) }));
 }
 
-TEST_F(ConnectionTasksTest, SendsTheWirelessModeWhenTheRecordCarriesOne)
+TEST_F(ConnectionTasksTest, SendsTheWirelessModeIfTheRecordSaysSo)
 {
     G_enumWirelessMode = 3;
     auto record = openRecord();
@@ -213,7 +213,7 @@ TEST_F(ConnectionTasksTest, SendsTheWirelessModeWhenTheRecordCarriesOne)
                 { 0x0D810210, rates }, { 0x0D810102, recordBytes(ssid("cafe")) } }));
 }
 
-TEST_F(ConnectionTasksTest, SendsTheAssociationAloneForTheShortTasks)
+TEST_F(ConnectionTasksTest, SendsOnlyTheAssociationForTheShortTasks)
 {
     run(openRecord(), CONNECT_TASK_SSID);
     run(openRecord(), CONNECT_TASK_BSSID);
@@ -232,7 +232,7 @@ TEST_F(ConnectionTasksTest, ScansAndReadsTheListForARescan)
     EXPECT_EQ(bssidCount(*G_pBssidList), 1U);
 }
 
-TEST_F(ConnectionTasksTest, GoesOnWhenTheDriverRefusesEveryRequest)
+TEST_F(ConnectionTasksTest, ContinuesIfTheDriverRejectsEveryRequest)
 {
     registry.otherwise.succeeds = false;
     auto record = openRecord();
@@ -244,7 +244,7 @@ TEST_F(ConnectionTasksTest, GoesOnWhenTheDriverRefusesEveryRequest)
     EXPECT_TRUE(ProfileDataQueue->empty());
 }
 
-TEST_F(ConnectionTasksTest, SendsFullPowerForAStepThatDoesNotExist)
+TEST_F(ConnectionTasksTest, SendsFullPowerForAnInvalidStep)
 {
     const std::array<std::uint32_t, 7> percent { 100, 75, 50, 25, 12, 100, 100 };
     for (std::uint32_t step = 0; step < percent.size(); ++step)
@@ -263,7 +263,7 @@ TEST_F(ConnectionTasksTest, ClearsTheRunFlagOnAnEmptyQueue)
     EXPECT_TRUE(requests().empty());
 }
 
-TEST_F(ConnectionTasksTest, LeavesTheTaskQueuedWhileAnotherIsExecuted)
+TEST_F(ConnectionTasksTest, KeepsTheTaskQueuedWhileAnotherRuns)
 {
     state.runFlag = 1;
     run(openRecord());
@@ -272,7 +272,7 @@ TEST_F(ConnectionTasksTest, LeavesTheTaskQueuedWhileAnotherIsExecuted)
     EXPECT_NE(TaskQueue::GetTaskObject(), nullptr);
 }
 
-TEST_F(ConnectionTasksTest, DropsATaskWithoutARecordAndExecutesNoOtherAfterwards)
+TEST_F(ConnectionTasksTest, TaskWithoutARecordIsDroppedAndBlocksLaterTasks)
 {
     run(nullptr);
     EXPECT_EQ(TaskQueue::GetTaskObject(), nullptr);
@@ -281,7 +281,7 @@ TEST_F(ConnectionTasksTest, DropsATaskWithoutARecordAndExecutesNoOtherAfterwards
     EXPECT_TRUE(requests().empty());
 }
 
-TEST_F(ConnectionTasksTest, ExecutesOneTaskACallAndTheOldestFirst)
+TEST_F(ConnectionTasksTest, RunsOneTaskPerCallOldestFirst)
 {
     queueRescan();
     queueConnection(openRecord());
@@ -294,7 +294,7 @@ TEST_F(ConnectionTasksTest, ExecutesOneTaskACallAndTheOldestFirst)
     EXPECT_TRUE(ProfileDataQueue->empty());
 }
 
-TEST_F(ConnectionTasksTest, NamesTheTaskOnStandardErrorEvenWithoutTraces)
+TEST_F(ConnectionTasksTest, WritesTheTaskTypeToStandardErrorEvenWithoutTraces)
 {
     queueConnection(openRecord());
     const std::string written = standardErrorOf([this] { DoTask(state, adapter); });
@@ -304,7 +304,7 @@ TEST_F(ConnectionTasksTest, NamesTheTaskOnStandardErrorEvenWithoutTraces)
         0U);
 }
 
-TEST_F(ConnectionTasksTest, DropsATaskOfNoKnownType)
+TEST_F(ConnectionTasksTest, DropsATaskOfAnUnknownType)
 {
     run(openRecord(), 9);
     EXPECT_TRUE(requests().empty());

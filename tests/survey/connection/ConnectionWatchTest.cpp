@@ -4,7 +4,7 @@
 
 namespace {
 
-// Notes what the watch has the list do, with the mark as it is at that time.
+// Records the calls to the list with the current mark.
 class RecordingList final : public SurveyList {
 public:
     void RefreshAPList() override { calls.emplace_back("refresh"); }
@@ -41,7 +41,7 @@ TEST_F(ConnectionWatchTest, DoesNothingWithoutACard)
     EXPECT_EQ(G_bRescan, 1);
 }
 
-TEST_F(ConnectionWatchTest, TakesUpANewListBeforeItAsksTheDriver)
+TEST_F(ConnectionWatchTest, ShowsANewListBeforeQueryingTheDriver)
 {
     letLinkBeDown();
     G_bRescan = 1;
@@ -66,7 +66,7 @@ TEST_F(ConnectionWatchTest, MarksTheRowOfTheAssociatedAccessPoint)
     EXPECT_TRUE(ProfileDataQueue->empty());
 }
 
-TEST_F(ConnectionWatchTest, AsksForAScanWhenTheAccessPointIsNotInTheList)
+TEST_F(ConnectionWatchTest, RequestsAScanIfTheAccessPointIsNotInTheList)
 {
     haveList({ EntryBuilder("a", 1) });
     letLinkBeUp(second);
@@ -78,7 +78,7 @@ TEST_F(ConnectionWatchTest, AsksForAScanWhenTheAccessPointIsNotInTheList)
     EXPECT_TRUE(clock.delays.empty()) << "the scan is left to the next task";
 }
 
-TEST_F(ConnectionWatchTest, AsksForNoScanWhileATaskIsExecuted)
+TEST_F(ConnectionWatchTest, RequestsNoScanWhileATaskRuns)
 {
     letLinkBeUp(second);
     state.runFlag = 1;
@@ -87,7 +87,7 @@ TEST_F(ConnectionWatchTest, AsksForNoScanWhileATaskIsExecuted)
     EXPECT_TRUE(ProfileDataQueue->empty());
 }
 
-TEST_F(ConnectionWatchTest, WaitsForAFirstLinkWithoutScanning)
+TEST_F(ConnectionWatchTest, DoesNotScanBeforeTheFirstLink)
 {
     letLinkBeDown();
     probe();
@@ -96,7 +96,7 @@ TEST_F(ConnectionWatchTest, WaitsForAFirstLinkWithoutScanning)
     EXPECT_EQ(state.TimerCount, 0);
 }
 
-TEST_F(ConnectionWatchTest, ScansAtOnceAndAtEveryProbeOnceTheLinkWasLost)
+TEST_F(ConnectionWatchTest, ScansAtEveryProbeAfterLinkLoss)
 {
     haveList({ EntryBuilder("b", 2) });
     letLinkBeUp(second);
@@ -117,7 +117,7 @@ TEST_F(ConnectionWatchTest, ScansAtOnceAndAtEveryProbeOnceTheLinkWasLost)
     EXPECT_EQ(registry.oids(), Oids { OID_GEN_MEDIA_CONNECT_STATUS } + scanOids());
 }
 
-TEST_F(ConnectionWatchTest, TakesARadioThatIsOffForALostLink)
+TEST_F(ConnectionWatchTest, TreatsARadioThatIsOffAsLinkLoss)
 {
     letLinkBeUp(second);
     letScanFind({});
@@ -127,7 +127,7 @@ TEST_F(ConnectionWatchTest, TakesARadioThatIsOffForALostLink)
     EXPECT_EQ(registry.oids(), Oids { OID_GEN_MEDIA_CONNECT_STATUS } + scanOids());
 }
 
-TEST_F(ConnectionWatchTest, ExecutesAnOlderTaskFirstWhenTheLinkIsLost)
+TEST_F(ConnectionWatchTest, RunsAnOlderTaskFirstAfterLinkLoss)
 {
     letLinkBeDown();
     state.TimerCount = -1;
@@ -138,9 +138,9 @@ TEST_F(ConnectionWatchTest, ExecutesAnOlderTaskFirstWhenTheLinkIsLost)
     EXPECT_TRUE(clock.delays.empty());
 }
 
-TEST_F(ConnectionWatchTest, TakesARefusedQueryForAnUpLink)
+TEST_F(ConnectionWatchTest, TreatsAFailedQueryAsConnected)
 {
-    // What a query leaves behind when it is refused reads as zero, and zero means connected.
+    // The buffer of a failed query is zero, which means connected.
     registry.otherwise.succeeds = false;
     probe();
     EXPECT_EQ(state.TimerCount, -1);

@@ -1,4 +1,4 @@
-// The connection watch over lists that lie about themselves.
+// The connection watch with invalid lists.
 
 #include "survey/connection/ConnectionTasks.h"
 #include "survey/connection/ProfileData.h"
@@ -21,9 +21,7 @@ protected:
         std::vector<Bytes> all;
         for (const EntryBuilder& entry : entries)
             all.push_back(entry.bytes());
-        G_pBssidList = std::make_unique<BssidListBuffer>();
-        const Bytes list = bssidList(count, all);
-        std::copy(list.begin(), list.end(), G_pBssidList->begin());
+        plantBssidList(bssidList(count, all));
     }
 
     void probe() { ProbeConnectStatus(state, adapter, list); }
@@ -55,14 +53,14 @@ EntryBuilder withLength(EntryBuilder entry, std::uint32_t length)
     return entry;
 }
 
-TEST_F(HostileListWatchTest, LargestCountFindsTheEntriesThatAreThere)
+TEST_F(HostileListWatchTest, MaximumCountFindsThePresentEntries)
 {
     haveList(0xFFFFFFFF, { EntryBuilder("a", 1), EntryBuilder("b", 9) });
     probe();
     expectFoundAt(1);
 }
 
-TEST_F(HostileListWatchTest, LargestCountEndsWithTheEntriesThatAreThere)
+TEST_F(HostileListWatchTest, MaximumCountEndsWithThePresentEntries)
 {
     haveList(0xFFFFFFFF, { EntryBuilder("a", 1), EntryBuilder("b", 2) });
     probe();
@@ -101,7 +99,7 @@ TEST_F(HostileListWatchTest, LengthUpToTheEndOfTheBufferIsTheLastEntry)
     expectFoundAt(0);
 }
 
-TEST_F(HostileListWatchTest, ElementsPastTheEndDoNotMatterToTheWatch)
+TEST_F(HostileListWatchTest, WatchIgnoresInformationElements)
 {
     EntryBuilder entry("b", 9);
     entry.keepLengths = true;
@@ -112,7 +110,7 @@ TEST_F(HostileListWatchTest, ElementsPastTheEndDoNotMatterToTheWatch)
     expectFoundAt(1);
 }
 
-TEST_F(HostileListWatchTest, NoListAtAllAsksForAScan)
+TEST_F(HostileListWatchTest, MissingListRequestsAScan)
 {
     probe();
     expectNotFound();

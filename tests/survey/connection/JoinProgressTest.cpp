@@ -8,7 +8,7 @@ const QString connecting = QStringLiteral("Connecting to “home”…");
 const QString failed
     = QStringLiteral("No connection to “home” after 10 seconds. The key may be wrong, or the network out of range.");
 
-TEST(JoinProgress, SaysNothingUntilAConnectionIsAskedFor)
+TEST(JoinProgress, IsEmptyBeforeAConnection)
 {
     JoinProgress progress;
     EXPECT_TRUE(progress.text().isEmpty());
@@ -16,7 +16,7 @@ TEST(JoinProgress, SaysNothingUntilAConnectionIsAskedFor)
     EXPECT_TRUE(progress.text().isEmpty());
 }
 
-TEST(JoinProgress, TellsWhatIsBeingJoinedUntilTheLinkIsUp)
+TEST(JoinProgress, NamesTheNetworkUntilTheLinkIsUp)
 {
     JoinProgress progress;
     progress.begin(QStringLiteral("home"));
@@ -27,7 +27,7 @@ TEST(JoinProgress, TellsWhatIsBeingJoinedUntilTheLinkIsUp)
     EXPECT_TRUE(progress.text().isEmpty());
 }
 
-TEST(JoinProgress, LinkOfBeforeIsNotTakenForTheNewOne)
+TEST(JoinProgress, PreviousLinkDoesNotCountAsTheNewOne)
 {
     JoinProgress progress;
     progress.begin(QStringLiteral("home"));
@@ -35,19 +35,19 @@ TEST(JoinProgress, LinkOfBeforeIsNotTakenForTheNewOne)
     EXPECT_EQ(progress.text(), connecting);
 }
 
-TEST(JoinProgress, WaitsForItsTurnBehindOtherTasks)
+TEST(JoinProgress, WaitsForEarlierTasks)
 {
     JoinProgress progress;
     progress.begin(QStringLiteral("home"));
     progress.tick(true, true); // the tick ran a rescan
-    progress.tick(true, false); // the tick that sent the connection still saw the link of before
+    progress.tick(true, false); // this tick's probe still saw the previous link
     EXPECT_EQ(progress.text(), connecting);
     for (int tick = 0; tick < 5; ++tick)
         progress.tick(false, false);
     EXPECT_EQ(progress.text(), failed);
 }
 
-TEST(JoinProgress, NameIsNotTakenForAPattern)
+TEST(JoinProgress, PlaceholderInANameIsNotSubstituted)
 {
     JoinProgress progress;
     progress.begin(QStringLiteral("%1%2"));
@@ -73,7 +73,7 @@ TEST(JoinProgress, FailsAfterFiveTicksAndRecoversWithTheLink)
     EXPECT_TRUE(progress.text().isEmpty());
 }
 
-TEST(JoinProgress, AnotherConnectionStartsAnew)
+TEST(JoinProgress, NewConnectionRestartsTheProgress)
 {
     JoinProgress progress;
     progress.begin(QStringLiteral("home"));

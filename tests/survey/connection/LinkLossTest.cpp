@@ -1,4 +1,4 @@
-// How the task queue and the connection watch get on with each other.
+// The task queue and the connection watch together.
 
 #include "survey/connection/ConnectionTasks.h"
 #include "survey/connection/ProfileData.h"
@@ -30,7 +30,7 @@ protected:
     IdleList list;
 };
 
-TEST_F(LinkLossTest, EmptyQueueLetsTasksRunAgainAfterOneWithoutARecord)
+TEST_F(LinkLossTest, TasksRunAgainOnceTheQueueWasEmpty)
 {
     queueWithoutRecord();
     doTask();
@@ -48,7 +48,7 @@ TEST_F(LinkLossTest, EmptyQueueLetsTasksRunAgainAfterOneWithoutARecord)
     EXPECT_EQ(state.runFlag, 0);
 }
 
-TEST_F(LinkLossTest, TaskBehindOneWithoutARecordIsNeverExecuted)
+TEST_F(LinkLossTest, TaskAfterOneWithoutARecordNeverRuns)
 {
     queueWithoutRecord();
     (void)queueConnection(std::make_unique<PROFILE_DATA>());
@@ -59,7 +59,7 @@ TEST_F(LinkLossTest, TaskBehindOneWithoutARecordIsNeverExecuted)
     EXPECT_EQ(state.runFlag, 1);
 }
 
-TEST_F(LinkLossTest, EachProbeQueuesAScanThatARunningTaskHoldsUp)
+TEST_F(LinkLossTest, EachProbeQueuesAScanWhileATaskRuns)
 {
     letLinkBeDown();
     state.TimerCount = -1;
@@ -75,12 +75,12 @@ TEST_F(LinkLossTest, EachProbeQueuesAScanThatARunningTaskHoldsUp)
 
     state.runFlag = 0; // the other task has ended
     letScanFind({});
-    probe(); // one more is queued, and the oldest executed
+    probe(); // queues another task and runs the oldest
     EXPECT_EQ(ProfileDataQueue->size(), 3U);
     EXPECT_EQ(scans(), 1);
 }
 
-TEST_F(LinkLossTest, NeitherTasksNorProbesTouchHowTheLastConnectionWasMade)
+TEST_F(LinkLossTest, TasksAndProbesDoNotChangeSetSsidAndSetBssid)
 {
     state.SetSsid = 1;
     state.SetBssid = 1;

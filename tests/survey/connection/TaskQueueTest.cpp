@@ -17,7 +17,7 @@ std::shared_ptr<ProfileData> task(std::int32_t type)
     return result;
 }
 
-TEST(TaskQueue, RunsTasksInTheOrderTheyWereInserted)
+TEST(TaskQueue, RunsTasksInInsertionOrder)
 {
     const TaskQueue queue;
     TaskQueue::InsertTaskObject(task(2));
@@ -37,14 +37,14 @@ TEST(TaskQueue, KeepsATaskUntilItIsRemoved)
     EXPECT_EQ(ProfileDataQueue->size(), 1U);
 }
 
-TEST(TaskQueue, TakesNothingFromAnEmptyQueueCalmly)
+TEST(TaskQueue, RemovingFromAnEmptyQueueIsANoOp)
 {
     const TaskQueue queue;
     TaskQueue::RemoveTaskObject();
     EXPECT_EQ(TaskQueue::GetTaskObject(), nullptr);
 }
 
-TEST(TaskQueue, HoldsNothingBeforeItIsCreated)
+TEST(TaskQueue, DiscardsTasksBeforeItIsCreated)
 {
     const InitialSurveyState initialState;
     TaskQueue::InsertTaskObject(task(1));
@@ -54,7 +54,7 @@ TEST(TaskQueue, HoldsNothingBeforeItIsCreated)
     EXPECT_TRUE(ProfileDataQueue->empty());
 }
 
-TEST(ProfileData, HoldsAPlaceholderRecordUntilItIsGivenOne)
+TEST(ProfileData, StartsWithAPlaceholderRecord)
 {
     ProfileData data;
     ASSERT_NE(data.Profile(), nullptr);
@@ -67,7 +67,7 @@ TEST(ProfileData, HoldsAPlaceholderRecordUntilItIsGivenOne)
     EXPECT_EQ(data.Profile(), nullptr);
 }
 
-TEST(ProfileData, WritesTheSameTwoLinesWhenItTakesARecordAndWhenItGoes)
+TEST(ProfileData, WritesTheSameTwoLinesOnSetProfileAndOnDestruction)
 {
     const std::string bothLines = "ProfileDat - setProfile - start\nProfileDat - setProfile - end\n";
     std::optional<ProfileData> data;

@@ -55,14 +55,14 @@ std::string presharedKeyVerdict(const std::string& text)
     return verdict(controls);
 }
 
-TEST(KeyRules, TakeTheBytesThatATypedTextStandsFor)
+TEST(KeyRules, ConvertATypedTextToBytes)
 {
     EXPECT_EQ(keyBytesOf(QString()), "");
     EXPECT_EQ(keyBytesOf(u"caf\u00E9"_qs), "caf\xC3\xA9");
     EXPECT_EQ(keyBytesOf(u"caf\uEFE9"_qs), "caf\xE9");
 }
 
-TEST(KeyRules, TakeEachRowAsItStands)
+TEST(KeyRules, ConvertEachRow)
 {
     const auto keys
         = wepKeyControlsOf(std::array<WepKeyRow, 4> { WepKeyRow { asciiIndex, u"abcde"_qs, false }, WepKeyRow {},
@@ -79,7 +79,7 @@ TEST(KeyRules, TakeEachRowAsItStands)
     EXPECT_EQ(selectedKeyIndex(keys), 2);
 }
 
-TEST(KeyRules, LeaveTheKeysAloneWithoutEncryption)
+TEST(KeyRules, DoNotCheckKeysWithoutEncryption)
 {
     KeyControls controls;
     for (WepKeyControls& key : controls.wepKeys)
@@ -89,7 +89,7 @@ TEST(KeyRules, LeaveTheKeysAloneWithoutEncryption)
     EXPECT_EQ(verdict(controls), accepted);
 }
 
-TEST(KeyRules, CheckTheKeysForSharedAuthenticationEvenWithoutEncryption)
+TEST(KeyRules, CheckKeysForSharedAuthenticationEvenWithoutEncryption)
 {
     KeyControls controls;
     controls.authenTypeIndex = sharedIndex;
@@ -97,7 +97,7 @@ TEST(KeyRules, CheckTheKeysForSharedAuthenticationEvenWithoutEncryption)
     EXPECT_EQ(verdict(controls), hexadecimalMessages[0]);
 }
 
-TEST(KeyRules, CheckTheKeysForWepWithoutASelectedAuthentication)
+TEST(KeyRules, CheckKeysForWepWithoutASelectedAuthentication)
 {
     KeyControls controls;
     controls.authenTypeIndex = -1;
@@ -122,7 +122,7 @@ TEST(KeyRules, RefuseAnEmptySelectedKeyOfEitherFormat)
     }
 }
 
-TEST(KeyRules, AcceptTheTwoLengthsOfEachFormatAndNoOther)
+TEST(KeyRules, AcceptOnlyTheTwoLengthsOfEachFormat)
 {
     for (std::size_t length = 1; length < 40; ++length) {
         KeyControls controls = wepControls(0);
@@ -133,7 +133,7 @@ TEST(KeyRules, AcceptTheTwoLengthsOfEachFormatAndNoOther)
     }
 }
 
-TEST(KeyRules, FindAWrongKeyThatIsNotSelected)
+TEST(KeyRules, RefuseAnInvalidKeyThatIsNotSelected)
 {
     KeyControls controls = wepControls(0);
     controls.authenTypeIndex = sharedIndex;
@@ -146,7 +146,7 @@ TEST(KeyRules, FindAWrongKeyThatIsNotSelected)
     EXPECT_EQ(verdict(controls), asciiMessages[3]);
 }
 
-TEST(KeyRules, NameTheSelectedKeyBeforeAnEarlierWrongOne)
+TEST(KeyRules, ReportTheSelectedKeyBeforeAnEarlierInvalidOne)
 {
     KeyControls controls = wepControls(3);
     controls.wepKeys[0].text = "123";
@@ -155,7 +155,7 @@ TEST(KeyRules, NameTheSelectedKeyBeforeAnEarlierWrongOne)
     EXPECT_EQ(verdict(controls), hexadecimalMessages[0]);
 }
 
-TEST(KeyRules, LookAtTheLengthOfHexadecimalKeysAlone)
+TEST(KeyRules, CheckOnlyTheLengthOfHexadecimalKeys)
 {
     KeyControls controls = wepControls(0);
     controls.wepKeys[0].text = "zzzzzzzzzz";
@@ -178,7 +178,7 @@ TEST(KeyRules, CountTheBytesBeforeAZeroByte)
     EXPECT_EQ(verdict(controls), accepted);
 }
 
-TEST(KeyRules, TakeTheFirstRadioThatIsOnAndElseTheFirstKey)
+TEST(KeyRules, SelectTheFirstRadioThatIsOnOrElseTheFirstKey)
 {
     std::array<WepKeyControls, 4> keys;
     EXPECT_EQ(selectedKeyIndex(keys), 0);
@@ -197,14 +197,14 @@ TEST(KeyRules, RefuseAPresharedKeyOfFewerThan8Characters)
     EXPECT_EQ(presharedKeyVerdict("12345678"), accepted);
 }
 
-TEST(KeyRules, AcceptAnyLongerPresharedKeyThatIsNotOf64Characters)
+TEST(KeyRules, AcceptAnyLongerPresharedKeyExcept64Characters)
 {
     EXPECT_EQ(presharedKeyVerdict(std::string(63, 'x')), accepted);
     EXPECT_EQ(presharedKeyVerdict(std::string(65, 'x')), accepted);
     EXPECT_EQ(presharedKeyVerdict(std::string(1000, 'x')), accepted);
 }
 
-TEST(KeyRules, Want64CharactersToBeHexadecimalDigitsOfEitherCase)
+TEST(KeyRules, Require64CharactersToBeHexadecimalDigitsOfEitherCase)
 {
     std::string text;
     for (int i = 0; i < 4; ++i)
@@ -218,7 +218,7 @@ TEST(KeyRules, Want64CharactersToBeHexadecimalDigitsOfEitherCase)
     }
 }
 
-TEST(KeyRules, DoNotLookAtTheWepKeysForWpa)
+TEST(KeyRules, DoNotCheckWepKeysForWpa)
 {
     KeyControls controls = wepControls(0);
     controls.authenTypeIndex = wpaIndex;
@@ -252,12 +252,12 @@ TEST(WepKeyOf, ConvertsHexadecimalDigits)
         keyOf({ 0x00, 0x11, 0x22, 0x33, 0x44, 0x55, 0x66, 0x77, 0x88, 0x99, 0xAA, 0xBB, 0xCC }));
 }
 
-TEST(WepKeyOf, ConvertsWhatIsNoDigitAsWell)
+TEST(WepKeyOf, ConvertsInvalidDigitsWithoutAnError)
 {
     EXPECT_EQ(wepKeyOf(hexadecimalIndex, "zzzzzzzzzz"), keyOf({ 0xEF, 0xEF, 0xEF, 0xEF, 0xEF }));
 }
 
-TEST(WepKeyOf, TakesCharactersAsTheyAreForEveryOtherFormat)
+TEST(WepKeyOf, CopiesCharactersForEveryOtherFormat)
 {
     EXPECT_EQ(wepKeyOf(asciiIndex, "hello"), keyOf({ 'h', 'e', 'l', 'l', 'o' }));
     EXPECT_EQ(wepKeyOf(noFormatIndex, "hello"), keyOf({ 'h', 'e', 'l', 'l', 'o' }));
@@ -265,19 +265,19 @@ TEST(WepKeyOf, TakesCharactersAsTheyAreForEveryOtherFormat)
         keyOf({ 't', 'h', 'i', 'r', 't', 'e', 'e', 'n', ' ', 'c', 'h', 'a', 'r' }));
 }
 
-TEST(WepKeyOf, GivesNoKeyForAnEmptyText)
+TEST(WepKeyOf, EmptyTextGivesNoKey)
 {
     EXPECT_EQ(wepKeyOf(hexadecimalIndex, ""), WepKey());
     EXPECT_EQ(wepKeyOf(asciiIndex, ""), WepKey());
 }
 
-TEST(WepKeyOf, LeavesOutHalfAByte)
+TEST(WepKeyOf, DropsAnOddDigit)
 {
     EXPECT_EQ(wepKeyOf(hexadecimalIndex, "abc"), keyOf({ 0xAB }));
     EXPECT_EQ(wepKeyOf(hexadecimalIndex, "a"), WepKey());
 }
 
-TEST(WepKeyOf, KeepsTheTerminatingZeroOfATextThatIsTooLong)
+TEST(WepKeyOf, TruncatesALongTextAndKeepsTheTerminatingZero)
 {
     for (const int format : { hexadecimalIndex, asciiIndex, noFormatIndex })
         for (const std::size_t length : { 14U, 27U, 28U, 255U, 256U, 600U }) {

@@ -63,7 +63,7 @@ TEST(EncryptionList, DoesNotChangeWithoutAnAuthentication)
         }
 }
 
-TEST(KeyFieldsEnabled, FollowAuthenticationAndEncryption)
+TEST(KeyFieldsEnabled, DependOnAuthenticationAndEncryption)
 {
     EXPECT_EQ(keyFieldsEnabled(0, 0), (KeyFieldsEnabled { false, false }));
     EXPECT_EQ(keyFieldsEnabled(0, 1), (KeyFieldsEnabled { true, false }));

@@ -1,4 +1,4 @@
-// Connecting while the link is lost, while a rescan comes in, and from lists that lie about themselves.
+// Connecting after link loss, during a rescan, and from invalid lists.
 
 #include "tests/support/StandardErrorOf.h"
 #include "tests/survey/ui/ConnectingFixture.h"
@@ -15,12 +15,10 @@ protected:
         std::vector<Bytes> all;
         for (const EntryBuilder& entry : entries)
             all.push_back(entry.bytes());
-        G_pBssidList = std::make_unique<BssidListBuffer>();
-        const Bytes list = bssidList(count, all);
-        std::copy(list.begin(), list.end(), G_pBssidList->begin());
+        plantBssidList(bssidList(count, all));
     }
 
-    // The list comes in behind the rows that are shown.
+    // The new list is not shown yet.
     void connectToRow(int row, std::uint32_t count, const std::vector<EntryBuilder>& entries)
     {
         SurveyFixture::haveList({ EntryBuilder("a", 1), EntryBuilder("b", 2) });
@@ -49,7 +47,7 @@ EntryBuilder withLength(EntryBuilder entry, std::uint32_t length)
     return entry;
 }
 
-TEST_F(ConnectingEdgesTest, EveryTickScansOnceTheLinkWasLostUntilTheUserConnects)
+TEST_F(ConnectingEdgesTest, ScansAtEveryTickAfterLinkLossUntilTheUserConnects)
 {
     letScanFind({ EntryBuilder("open") });
     letLinkBeUp({ 0x00, 0x11, 0x22, 0x33, 0x44, 0x01 });
@@ -70,10 +68,10 @@ TEST_F(ConnectingEdgesTest, EveryTickScansOnceTheLinkWasLostUntilTheUserConnects
     EXPECT_EQ(registry.oids().back(), 0x0D810101U);
     registry.forgetCalls();
     runLoop.advance(6s);
-    EXPECT_EQ(registry.oids(), Oids(3, OID_GEN_MEDIA_CONNECT_STATUS)); // the scans have ended with it
+    EXPECT_EQ(registry.oids(), Oids(3, OID_GEN_MEDIA_CONNECT_STATUS)); // no more scans
 }
 
-TEST_F(ConnectingEdgesTest, ListThatComesInWhileASheetIsOpenIsNotTakenUp)
+TEST_F(ConnectingEdgesTest, ListThatArrivesWhileASheetIsOpenDoesNotChangeTheJoin)
 {
     sheets.users.emplace_back([](QDialog& sheet) {
         EXPECT_EQ(G_bRescan, 0);
@@ -87,7 +85,7 @@ TEST_F(ConnectingEdgesTest, ListThatComesInWhileASheetIsOpenIsNotTakenUp)
     EXPECT_EQ(G_bRescan, 0);
 }
 
-TEST_F(ConnectingEdgesTest, ListThatComesInBehindACancelledSheetStays)
+TEST_F(ConnectingEdgesTest, ListThatArrivesDuringACancelledSheetIsKept)
 {
     sheets.users.emplace_back([](QDialog& sheet) {
         G_bRescan = 1;
@@ -98,7 +96,7 @@ TEST_F(ConnectingEdgesTest, ListThatComesInBehindACancelledSheetStays)
     EXPECT_EQ(G_bRescan, 1);
 }
 
-TEST_F(ConnectingEdgesTest, EnterpriseNetworkIsRefusedWithOkAlone)
+TEST_F(ConnectingEdgesTest, EnterpriseAlertHasOnlyAnOkButton)
 {
     connectTo(wpaEntry(ccmp, 1));
     using Alert = RecordingAlertPanels::Alert;
@@ -106,7 +104,7 @@ TEST_F(ConnectingEdgesTest, EnterpriseNetworkIsRefusedWithOkAlone)
         alerts.alerts, (std::vector<Alert> { { u"WPA-Enterprise isn't supported yet!!!"_qs, QString(), u"OK"_qs } }));
 }
 
-TEST_F(ConnectingEdgesTest, HiddenEnterpriseNetworkIsRefusedBeforeItsNameIsAskedFor)
+TEST_F(ConnectingEdgesTest, HiddenEnterpriseNetworkIsRefusedBeforeTheNameSheet)
 {
     EntryBuilder hidden = wpaEntry(ccmp, 1);
     hidden.fixedPart.Ssid = {};
@@ -118,39 +116,39 @@ TEST_F(ConnectingEdgesTest, HiddenEnterpriseNetworkIsRefusedBeforeItsNameIsAsked
     EXPECT_EQ(G_configFromProfile, 1);
 }
 
-TEST_F(ConnectingEdgesTest, RowBehindTheEndOfTheListDoesNothing)
+TEST_F(ConnectingEdgesTest, RowBeyondTheEndOfTheListIsANoOp)
 {
     connectToRow(1, 1, { EntryBuilder("a", 1) });
     expectNothingHappened();
 }
 
-TEST_F(ConnectingEdgesTest, RowBehindACountOfZeroDoesNothing)
+TEST_F(ConnectingEdgesTest, RowOfAListWithCountZeroIsANoOp)
 {
     connectToRow(0, 0, { EntryBuilder("a", 1) });
     expectNothingHappened();
 }
 
-TEST_F(ConnectingEdgesTest, RowBehindALargestCountDoesNothing)
+TEST_F(ConnectingEdgesTest, RowBeyondTheEntriesIsANoOpWithTheMaximumCount)
 {
     connectToRow(1, 0xFFFFFFFF, { EntryBuilder("a", 1) });
     expectNothingHappened();
 }
 
-TEST_F(ConnectingEdgesTest, RowWithinALargestCountIsJoined)
+TEST_F(ConnectingEdgesTest, RowIsJoinedWithTheMaximumCount)
 {
     connectToRow(1, 0xFFFFFFFF, { EntryBuilder("a", 1), EntryBuilder("b", 2) });
     ASSERT_NE(queued(), nullptr);
     EXPECT_EQ(queued()->Profile()->Bssid[5], 2);
 }
 
-TEST_F(ConnectingEdgesTest, RowOfOrBehindAZeroLengthDoesNothing)
+TEST_F(ConnectingEdgesTest, RowAtOrAfterAZeroLengthIsANoOp)
 {
     for (const int row : { 0, 1 })
         connectToRow(row, 2, { withLength(EntryBuilder("a", 1), 0), EntryBuilder("b", 2) });
     expectNothingHappened();
 }
 
-TEST_F(ConnectingEdgesTest, RowOfOrBehindALengthBeyondTheBufferDoesNothing)
+TEST_F(ConnectingEdgesTest, RowAtOrAfterALengthBeyondTheBufferIsANoOp)
 {
     for (const std::uint32_t length : { 65536U, 0x7FFFFFFFU, 0xFFFFFFFFU }) {
         for (const int row : { 0, 1 })
@@ -159,7 +157,7 @@ TEST_F(ConnectingEdgesTest, RowOfOrBehindALengthBeyondTheBufferDoesNothing)
     expectNothingHappened();
 }
 
-TEST_F(ConnectingEdgesTest, ElementsThatEndBeyondTheEntryAreNotFoundWhereThereAreNone)
+TEST_F(ConnectingEdgesTest, TooLargeElementsLengthFindsNoWpaElement)
 {
     EntryBuilder lying("a", 1);
     lying.keepLengths = true;
@@ -171,11 +169,11 @@ TEST_F(ConnectingEdgesTest, ElementsThatEndBeyondTheEntryAreNotFoundWhereThereAr
     EXPECT_EQ(queued()->Profile()->EncryStatus, 1);
 }
 
-TEST_F(ConnectingEdgesTest, OnConnectIsToldWithTheFlag)
+TEST_F(ConnectingEdgesTest, OnConnectIsTracedWithTheDebugFlag)
 {
     const auto connect = [this] { pressConnect(); };
     EXPECT_EQ(standardErrorOf(connect), "");
-    // No row: nothing is classified.
+    // Without a row, IsItemWPA is not traced.
     EXPECT_EQ(tracesOf(connect), "#### SiteSurveyPageController - OnConnect ####\n");
     select(EntryBuilder());
     EXPECT_EQ(tracesOf(connect).rfind("#### SiteSurveyPageController - OnConnect ####\n"

@@ -16,7 +16,7 @@
 #include <QPushButton>
 #include <QTest>
 
-// The page of the networks with the real sheets, and a user who answers them.
+// The site survey page with the real sheets and a scripted user.
 
 inline constexpr int tkip = 2;
 inline constexpr int ccmp = 4;
@@ -91,7 +91,7 @@ protected:
         sheets.users.emplace_back([](QDialog& sheet) { press(sheet, QDialogButtonBox::Cancel); });
     }
 
-    // The task that was queued; null when there is none.
+    // The queued task; null if there is none.
     static std::shared_ptr<ProfileData> queued() { return TaskQueue::GetTaskObject(); }
 
     [[nodiscard]] QString joinStatus() const

@@ -4,7 +4,7 @@
 
 namespace {
 
-// By value: the field of a packed record may lie anywhere.
+// Returns a copy: a field of a packed record may be unaligned.
 std::uint32_t ssidLength(const PROFILE_DATA& record)
 {
     return record.Ssid.SsidLength;
@@ -14,7 +14,7 @@ using namespace std::chrono_literals;
 
 class ConnectingTest : public ConnectingFixture { };
 
-TEST_F(ConnectingTest, WithoutASelectedRowTheUserIsAskedForOne)
+TEST_F(ConnectingTest, AlertsWithoutASelectedRow)
 {
     G_bRescan = 1;
     haveList({ EntryBuilder() });
@@ -25,11 +25,11 @@ TEST_F(ConnectingTest, WithoutASelectedRowTheUserIsAskedForOne)
     EXPECT_EQ(alerts.alerts[0].message, u"Please select an item to connect to."_qs);
     EXPECT_EQ(alerts.alerts[0].defaultButton, u"OK"_qs);
     EXPECT_EQ(queued(), nullptr);
-    EXPECT_EQ(G_bRescan, 0); // cleared before anything is looked at
+    EXPECT_EQ(G_bRescan, 0); // cleared first
     EXPECT_EQ(profilePage.disabled, 0);
 }
 
-TEST_F(ConnectingTest, ListThatIsGoneEndsItWithoutAWord)
+TEST_F(ConnectingTest, MissingListIsANoOpWithoutAnAlert)
 {
     select(EntryBuilder());
     G_pBssidList.reset();
@@ -38,7 +38,7 @@ TEST_F(ConnectingTest, ListThatIsGoneEndsItWithoutAWord)
     EXPECT_EQ(queued(), nullptr);
 }
 
-TEST_F(ConnectingTest, RowOfAListThatWasReplacedJoinsNoOtherNetwork)
+TEST_F(ConnectingTest, StaleRowDoesNotJoinAnotherNetwork)
 {
     select(EntryBuilder("shown", 1));
     haveList({ EntryBuilder("other", 2) });
@@ -47,7 +47,7 @@ TEST_F(ConnectingTest, RowOfAListThatWasReplacedJoinsNoOtherNetwork)
     EXPECT_TRUE(alerts.alerts.empty());
 }
 
-TEST_F(ConnectingTest, FirstRowConnectsToTheFirstEntryAtOnceWhenItIsOpen)
+TEST_F(ConnectingTest, FirstRowJoinsAnOpenFirstEntryWithoutASheet)
 {
     connectTo(EntryBuilder("open", 9));
     ASSERT_NE(queued(), nullptr);
@@ -63,7 +63,7 @@ TEST_F(ConnectingTest, FirstRowConnectsToTheFirstEntryAtOnceWhenItIsOpen)
     EXPECT_EQ(profilePage.disabled, 1);
 }
 
-TEST_F(ConnectingTest, DoubleClickConnectsToTheRowUnderIt)
+TEST_F(ConnectingTest, DoubleClickJoinsTheClickedRow)
 {
     haveList({ EntryBuilder("a", 1), EntryBuilder("b", 2) });
     page.RefreshAPList();
@@ -83,7 +83,7 @@ TEST_F(ConnectingTest, EnterpriseNetworkIsRefused)
     EXPECT_EQ(queued(), nullptr);
 }
 
-TEST_F(ConnectingTest, HiddenNetworkIsNotJoinedWithoutItsName)
+TEST_F(ConnectingTest, CancelledNameSheetJoinsNoHiddenNetwork)
 {
     cancelSheet();
     connectTo(EntryBuilder(""));
@@ -170,7 +170,7 @@ TEST_F(ConnectingTest, AdHocWpaNetworkOffersWpaNone)
     EXPECT_EQ(queued()->Profile()->ConnectByBssid, 0);
 }
 
-TEST_F(ConnectingTest, KeyFieldsAreEmptyAtEveryOpening)
+TEST_F(ConnectingTest, KeyFieldsAreEmptyEachTimeTheSheetOpens)
 {
     typeKey(u"WPAPreSharedKey"_qs, u"password"_qs);
     connectTo(wpaEntry(tkip, 2));
@@ -182,7 +182,7 @@ TEST_F(ConnectingTest, KeyFieldsAreEmptyAtEveryOpening)
     EXPECT_EQ(sheets.shown.size(), 2u);
 }
 
-TEST_F(ConnectingTest, KeyOf64DigitsEndsAsItsFirst32Characters)
+TEST_F(ConnectingTest, KeyOf64DigitsIsReplacedByItsFirst32Characters)
 {
     typeKey(u"WPAPreSharedKey"_qs, QString(64, u'3'));
     connectTo(wpaEntry(tkip, 2));
@@ -192,7 +192,7 @@ TEST_F(ConnectingTest, KeyOf64DigitsEndsAsItsFirst32Characters)
         std::all_of(key.begin() + 28, key.begin() + 60, [](std::byte byte) { return byte == std::byte { '3' }; }));
 }
 
-TEST_F(ConnectingTest, RescanWhileASheetIsOpenDoesNotChangeWhatIsJoined)
+TEST_F(ConnectingTest, RescanWhileASheetIsOpenDoesNotChangeTheJoinedNetwork)
 {
     sheets.users.emplace_back([](QDialog& sheet) {
         G_pBssidList = std::make_unique<BssidListBuffer>();
@@ -205,7 +205,7 @@ TEST_F(ConnectingTest, RescanWhileASheetIsOpenDoesNotChangeWhatIsJoined)
     EXPECT_EQ(queued()->Profile()->Bssid[5], 1);
 }
 
-TEST_F(ConnectingTest, TellsHowTheJoinComesAlong)
+TEST_F(ConnectingTest, ShowsTheProgressOfAJoin)
 {
     page.StartSiteSurveyTimer();
     letLinkBeDown();
@@ -222,7 +222,7 @@ TEST_F(ConnectingTest, TellsHowTheJoinComesAlong)
     EXPECT_EQ(joinStatus(), QString());
 }
 
-TEST_F(ConnectingTest, JoinBehindARescanIsFollowedToItsEnd)
+TEST_F(ConnectingTest, ShowsTheProgressOfAJoinQueuedAfterARescan)
 {
     page.StartSiteSurveyTimer();
     letLinkBeUp({ 0x00, 0x11, 0x22, 0x33, 0x44, 0x01 });
@@ -237,7 +237,7 @@ TEST_F(ConnectingTest, JoinBehindARescanIsFollowedToItsEnd)
     EXPECT_TRUE(joinStatus().startsWith(u"No connection to “open”"_qs));
 }
 
-TEST_F(ConnectingTest, JoinWithoutACardIsQueuedAndNotTold)
+TEST_F(ConnectingTest, JoinWithoutACardIsQueuedWithoutProgress)
 {
     sheets.users.emplace_back([this](QDialog& sheet) {
         G_bDeviceExist = 0;
@@ -250,7 +250,7 @@ TEST_F(ConnectingTest, JoinWithoutACardIsQueuedAndNotTold)
     EXPECT_EQ(joinStatus(), QString());
 }
 
-TEST_F(ConnectingTest, HiddenNameIsReadyToBeTypedOverAtEachOpening)
+TEST_F(ConnectingTest, HiddenNameIsSelectedEachTimeTheSheetOpens)
 {
     typeKey(u"HiddenSSIDText"_qs, u"attic"_qs);
     connectTo(EntryBuilder(""));
@@ -265,7 +265,7 @@ TEST_F(ConnectingTest, HiddenNameIsReadyToBeTypedOverAtEachOpening)
     EXPECT_EQ(sheets.shown.size(), 2u);
 }
 
-TEST_F(ConnectingTest, LyingListsAreMetWithoutAHarm)
+TEST_F(ConnectingTest, InvalidListsAreHandledSafely)
 {
     EntryBuilder lying = wpaEntry(tkip, 2);
     lying.keepLengths = true;

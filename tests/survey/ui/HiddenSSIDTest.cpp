@@ -35,7 +35,7 @@ protected:
     QLineEdit* text { nullptr };
 };
 
-TEST_F(HiddenSSIDTest, OkHandsTheNameBack)
+TEST_F(HiddenSSIDTest, OkReturnsTheName)
 {
     QTest::keyClicks(text, u"attic"_qs);
     QTest::keyClick(text, Qt::Key_Return);
@@ -43,14 +43,14 @@ TEST_F(HiddenSSIDTest, OkHandsTheNameBack)
     EXPECT_EQ(sheets.stops, (std::vector { 1 }));
 }
 
-TEST_F(HiddenSSIDTest, EmptyNameIsPassedOn)
+TEST_F(HiddenSSIDTest, EmptyNameIsAccepted)
 {
     press(QDialogButtonBox::Ok);
     EXPECT_EQ(receiver.received, (std::vector<QByteArray> { "" }));
     EXPECT_EQ(sheets.stops, (std::vector { 1 }));
 }
 
-TEST_F(HiddenSSIDTest, NameIsCutAt32Bytes)
+TEST_F(HiddenSSIDTest, NameIsTruncatedTo32Bytes)
 {
     text->setText(QString(40, u'x'));
     press(QDialogButtonBox::Ok);
@@ -61,14 +61,14 @@ TEST_F(HiddenSSIDTest, NameIsCutAt32Bytes)
     EXPECT_EQ(receiver.received[1].size(), 32);
 }
 
-TEST_F(HiddenSSIDTest, BytesThatAreNoTextGoAsTheyCame)
+TEST_F(HiddenSSIDTest, MalformedBytesAreReturnedUnchanged)
 {
-    text->setText(u"Caf\uEFE9"_qs); // as the list shows 43 61 66 E9
+    text->setText(u"Caf\uEFE9"_qs); // the text of the bytes 43 61 66 E9
     press(QDialogButtonBox::Ok);
     EXPECT_EQ(receiver.received, (std::vector<QByteArray> { "Caf\xE9" }));
 }
 
-TEST_F(HiddenSSIDTest, CancelHandsNothingBack)
+TEST_F(HiddenSSIDTest, CancelReturnsNothing)
 {
     QTest::keyClicks(text, u"attic"_qs);
     press(QDialogButtonBox::Cancel);
@@ -76,7 +76,7 @@ TEST_F(HiddenSSIDTest, CancelHandsNothingBack)
     EXPECT_EQ(sheets.stops, (std::vector { 0 }));
 }
 
-TEST_F(HiddenSSIDTest, NameOfFullLengthShowsWhole)
+TEST_F(HiddenSSIDTest, FieldFitsANameOfMaximumLength)
 {
     sheet.adjustSize();
     text->setText(QString(32, u'n'));

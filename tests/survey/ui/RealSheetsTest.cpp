@@ -1,4 +1,4 @@
-// The two sheets run as a window runs them.
+// The two sheets in real modal runs.
 
 #include "platform/ui/QtModalSheets.h"
 #include "platform/ui/TableView.h"
@@ -28,7 +28,7 @@ protected:
         page.show();
     }
 
-    // Connects to the network, and does something to each sheet that opens on the way.
+    // Connects to the network and handles each sheet that opens.
     void connectTo(const EntryBuilder& entry, const std::function<void(QDialog&)>& user)
     {
         haveList({ entry });
@@ -40,7 +40,7 @@ protected:
             opened.push_back(sheet->objectName());
             user(*sheet);
             EXPECT_FALSE(sheet->isVisible());
-            if (sheet->isVisible()) // a sheet that stayed would hold the test up
+            if (sheet->isVisible()) // an open sheet would block the test
                 sheet->done(sheetCancelled);
         });
         QTest::mouseClick(page.findChild<QPushButton*>(u"Connect"_qs), Qt::LeftButton);
@@ -61,7 +61,7 @@ EntryBuilder wepEntry()
     return entry;
 }
 
-// To where the keyboard goes, as a key that is pressed does.
+// Sends the key to the focus widget.
 void pressEscape(QDialog& sheet)
 {
     ASSERT_NE(sheet.focusWidget(), nullptr);
@@ -79,7 +79,7 @@ TEST_F(RealSheetsTest, EscapeCancelsTheSecuritySheet)
     EXPECT_TRUE(alerts.alerts.empty());
 }
 
-TEST_F(RealSheetsTest, EscapeCancelsTheSheetOfAHiddenName)
+TEST_F(RealSheetsTest, EscapeCancelsTheHiddenNameSheet)
 {
     connectTo(EntryBuilder(""), [](QDialog& sheet) {
         QTest::keyClicks(sheet.findChild<QLineEdit*>(u"HiddenSSIDText"_qs), u"attic"_qs);
@@ -96,7 +96,7 @@ TEST_F(RealSheetsTest, ClosingTheSecuritySheetCancelsIt)
     EXPECT_EQ(TaskQueue::GetTaskObject(), nullptr);
 }
 
-TEST_F(RealSheetsTest, CancelledSheetOpensAgainAndReturnAcceptsIt)
+TEST_F(RealSheetsTest, CancelledSheetOpensAgainAndReturnAccepts)
 {
     connectTo(wepEntry(), pressEscape);
     connectTo(wepEntry(), [](QDialog& sheet) {

@@ -1,4 +1,4 @@
-// What the security sheet lists from one opening to the next, and what becomes of the unusual choices in it.
+// The lists of the security sheet across openings, and unusual selections in it.
 
 #include "tests/survey/ui/ConnectingFixture.h"
 
@@ -18,7 +18,7 @@ protected:
         return result;
     }
 
-    // As the user does it, with the keyboard.
+    // Selects with the keyboard.
     static void choose(ComboBox& combo, int index)
     {
         combo.setFocus();
@@ -27,7 +27,7 @@ protected:
         EXPECT_EQ(combo.indexOfSelectedItem(), index);
     }
 
-    // Looks at the lists of the sheet at its next opening, and cancels it.
+    // Records the lists of the sheet the next time it opens, and cancels it.
     void listsAtNextOpening(Items& authentications, Items& encryptions)
     {
         sheets.users.emplace_back([&authentications, &encryptions](QDialog& sheet) {
@@ -37,7 +37,7 @@ protected:
         });
     }
 
-    // Chooses, types and presses OK at the next opening.
+    // Selects, types and presses OK the next time the sheet opens.
     void answer(int authenType, int encryType, const QString& field, const QString& key)
     {
         sheets.users.emplace_back([authenType, encryType, field, key](QDialog& sheet) {
@@ -49,7 +49,7 @@ protected:
         });
     }
 
-    // The settings that were queued. Ends the test's use of the task.
+    // Takes the settings out of the queue.
     static void expectQueued(std::int32_t authenMode, std::int32_t encryStatus)
     {
         ASSERT_NE(queued(), nullptr);
@@ -58,7 +58,7 @@ protected:
     }
 };
 
-TEST_F(SheetChoicesTest, WepNetworkKeepsTheAuthenticationsOfTheNetworkBefore)
+TEST_F(SheetChoicesTest, WepNetworkKeepsTheAuthenticationListOfThePreviousNetwork)
 {
     Items authentications;
     Items encryptions;
@@ -73,7 +73,7 @@ TEST_F(SheetChoicesTest, WepNetworkKeepsTheAuthenticationsOfTheNetworkBefore)
     EXPECT_EQ(authentications, (Items { u"Open"_qs, u"Shared"_qs, u"WPA-PSK"_qs }));
 }
 
-TEST_F(SheetChoicesTest, EncryptionsAreListedOnceMoreAtEachStep)
+TEST_F(SheetChoicesTest, EachStepInsertsTheEncryptionsAgain)
 {
     Items authentications;
     for (const std::size_t opened : { 1U, 2U, 3U }) {
@@ -100,7 +100,7 @@ TEST_F(SheetChoicesTest, RepeatedTkipCountsAsAes)
     expectQueued(4, 6);
 }
 
-TEST_F(SheetChoicesTest, NetworkOfUnknownModeIsAskedForAsInfrastructureAndJoinedAsWpaNone)
+TEST_F(SheetChoicesTest, NetworkWithAnUnknownModeShowsWpaPskAndJoinsAsWpaNone)
 {
     sheets.users.emplace_back([](QDialog& sheet) {
         EXPECT_EQ(combo(sheet, u"AuthenType"_qs).objectValueOfSelectedItem(), u"WPA-PSK"_qs);
@@ -113,7 +113,7 @@ TEST_F(SheetChoicesTest, NetworkOfUnknownModeIsAskedForAsInfrastructureAndJoined
     EXPECT_EQ(queued()->Profile()->ConnectByBssid, 1);
 }
 
-TEST_F(SheetChoicesTest, AesNetworkSelectsNothingOnACardWithoutAesAndIsJoinedAsAes)
+TEST_F(SheetChoicesTest, AesNetworkSelectsNothingWithoutAesSupportAndJoinsAsAes)
 {
     G_encryCapa = 4;
     sheets.users.emplace_back([](QDialog& sheet) {
@@ -172,9 +172,9 @@ TEST_F(SheetChoicesTest, OpenWithNoneJoinsAWepNetworkWithoutAKey)
     EXPECT_TRUE(queued()->Profile()->pWepKey[0].empty());
 }
 
-TEST_F(SheetChoicesTest, KeysOfTheConnectionBeforeDoNotComeAlong)
+TEST_F(SheetChoicesTest, KeysOfThePreviousConnectionAreNotSent)
 {
-    // The second network's sheet converts nothing, and the keys of the first are not sent to it.
+    // The sheet of the second network converts no keys, and the keys of the first are not sent.
     answer(0, 1, u"WEPKey1Text"_qs, u"0123456789"_qs);
     connectTo(wepEntry());
     TaskQueue::RemoveTaskObject();
@@ -184,7 +184,7 @@ TEST_F(SheetChoicesTest, KeysOfTheConnectionBeforeDoNotComeAlong)
     EXPECT_TRUE(queued()->Profile()->pWepKey[0].empty());
 }
 
-TEST_F(SheetChoicesTest, EmptyHiddenNameIsJoinedAsItIs)
+TEST_F(SheetChoicesTest, EmptyHiddenNameIsJoined)
 {
     sheets.users.emplace_back([](QDialog& sheet) { press(sheet, QDialogButtonBox::Ok); });
     connectTo(EntryBuilder(""));
@@ -195,7 +195,7 @@ TEST_F(SheetChoicesTest, EmptyHiddenNameIsJoinedAsItIs)
     EXPECT_EQ(record.Bssid, MacAddress {});
 }
 
-TEST_F(SheetChoicesTest, EmptyHiddenNameDoesNotKeepTheOneBefore)
+TEST_F(SheetChoicesTest, EmptyHiddenNameReplacesThePreviousOne)
 {
     typeKey(u"HiddenSSIDText"_qs, u"attic"_qs);
     connectTo(EntryBuilder(""));

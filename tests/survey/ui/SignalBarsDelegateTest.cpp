@@ -7,7 +7,7 @@
 
 namespace {
 
-// Dark pixels in the left half of the cell, where the bars stand.
+// The dark pixels in the left half of the cell, which contains the bars.
 int inkOfBars(const QString& figure)
 {
     QStandardItemModel model(1, 1);
@@ -31,7 +31,7 @@ int inkOfBars(const QString& figure)
     return ink;
 }
 
-TEST(SignalBarsDelegate, FillsEveryBarThatIsBegun)
+TEST(SignalBarsDelegate, RoundsTheNumberOfFilledBarsUp)
 {
     EXPECT_EQ(filledSignalBars(0), 0);
     EXPECT_EQ(filledSignalBars(1), 1);
@@ -49,7 +49,7 @@ TEST(SignalBarsDelegate, DrawsMoreForABetterSignal)
     EXPECT_GT(inkOfBars(u"100"_qs), inkOfBars(u"30"_qs));
 }
 
-TEST(SignalBarsDelegate, AsksForRoomBesideTheFigure)
+TEST(SignalBarsDelegate, SizeHintIncludesTheBars)
 {
     QStandardItemModel model(1, 1);
     model.setData(model.index(0, 0), u"100"_qs);

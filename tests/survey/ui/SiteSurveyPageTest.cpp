@@ -51,7 +51,7 @@ protected:
         return texts;
     }
 
-    // Rows of the view that show the mark.
+    // The marked rows of the view.
     [[nodiscard]] std::vector<int> markedRows() const
     {
         std::vector<int> rows;
@@ -92,7 +92,7 @@ TEST_F(SiteSurveyPageTest, ShowsARowForEachEntryOfTheList)
     EXPECT_EQ(table->selectedRow(), -1);
 }
 
-TEST_F(SiteSurveyPageTest, RefreshIsTracedUnderItsOldName)
+TEST_F(SiteSurveyPageTest, TracesARefreshOnce)
 {
     EXPECT_EQ(tracesOf([this] { page.RefreshAPList(); }), "#### SiteSurveyPageController - RefreshAPList ####\n");
 }
@@ -106,7 +106,7 @@ TEST_F(SiteSurveyPageTest, DeselectsOnARefresh)
     EXPECT_EQ(table->selectedRow(), -1);
 }
 
-TEST_F(SiteSurveyPageTest, ShowsNoRowsForAnEmptyListAndBeforeTheFirst)
+TEST_F(SiteSurveyPageTest, ShowsNoRowsWithoutAListOrForAnEmptyOne)
 {
     page.RefreshAPList();
     EXPECT_EQ(table->numberOfRows(), 0);
@@ -116,7 +116,7 @@ TEST_F(SiteSurveyPageTest, ShowsNoRowsForAnEmptyListAndBeforeTheFirst)
     EXPECT_EQ(table->selectedRow(), -1);
 }
 
-TEST_F(SiteSurveyPageTest, SaysWhyTheListIsEmpty)
+TEST_F(SiteSurveyPageTest, ExplainsWhyTheListIsEmpty)
 {
     G_bDeviceExist = 0;
     page.ClearAPList();
@@ -128,16 +128,16 @@ TEST_F(SiteSurveyPageTest, SaysWhyTheListIsEmpty)
     G_bRadio = 1;
     page.RefreshAPList();
     EXPECT_TRUE(table->emptyText().contains(u"Searching"_qs));
-    page.StartSiteSurveyTimer(); // once the first search is over
+    page.StartSiteSurveyTimer(); // after the first scan
     EXPECT_TRUE(table->emptyText().contains(u"No networks in range"_qs));
     EXPECT_EQ(table->accessibleDescription(), table->emptyText());
-    // The watch clears the list before it knows that the card is gone, and then stops the timer.
+    // The device watch first clears the list and then stops the timer.
     G_bDeviceExist = 0;
     page.StopSiteSurveyTimer();
     EXPECT_TRUE(table->emptyText().contains(u"No wireless card"_qs));
 }
 
-TEST_F(SiteSurveyPageTest, KeepsTheRowsBeforeAFailedAssertionButDoesNotShowThem)
+TEST_F(SiteSurveyPageTest, KeepsButDoesNotShowTheRowsBeforeAFailedAssertion)
 {
     EntryBuilder unknownChannel("odd", 2);
     unknownChannel.fixedPart.Configuration.DSConfig = 2419000;
@@ -150,7 +150,7 @@ TEST_F(SiteSurveyPageTest, KeepsTheRowsBeforeAFailedAssertionButDoesNotShowThem)
     EXPECT_EQ(table->numberOfRows(), 0);
 }
 
-TEST_F(SiteSurveyPageTest, MarksTheRowOfTheConnectionAndNoOther)
+TEST_F(SiteSurveyPageTest, MarksOnlyTheConnectedRow)
 {
     haveList({ EntryBuilder("a", 1), EntryBuilder("b", 2), EntryBuilder("c", 3) });
     page.RefreshAPList();
@@ -197,7 +197,7 @@ TEST_F(SiteSurveyPageTest, RunsItsTimerWhileThereIsACard)
     page.StopSiteSurveyTimer();
 }
 
-TEST_F(SiteSurveyPageTest, HasOneTimerHoweverOftenItIsStarted)
+TEST_F(SiteSurveyPageTest, StartingTwiceKeepsOneTimer)
 {
     page.StartSiteSurveyTimer();
     page.StartSiteSurveyTimer();
@@ -239,20 +239,20 @@ TEST_F(SiteSurveyPageTest, QueuesAConnectionForTheNextTick)
     EXPECT_EQ(registry.oids().back(), OID_802_11_SSID | oidSetFlag);
 }
 
-TEST_F(SiteSurveyPageTest, ShowsTheConnectionTextItIsGiven)
+TEST_F(SiteSurveyPageTest, ShowsTheConnectionText)
 {
     page.UpdateConnectStatus(u"Connected <--> <b>cafe</b>"_qs);
     EXPECT_EQ(status->text(), u"Connected <--> <b>cafe</b>"_qs);
     EXPECT_EQ(status->textFormat(), Qt::PlainText);
 }
 
-TEST_F(SiteSurveyPageTest, ShowsTheConnectionReadablyWhereItsNameHasBytesThatAreNoText)
+TEST_F(SiteSurveyPageTest, ReplacesMalformedBytesInTheConnectionText)
 {
     page.UpdateConnectStatus(u"Connected <--> "_qs + textFromBytes(QByteArrayView("caf\xE9")));
     EXPECT_EQ(status->text(), u"Connected <--> caf\uFFFD"_qs);
 }
 
-TEST_F(SiteSurveyPageTest, RefreshTakesAwayTheSelectionThatTheKeyboardMade)
+TEST_F(SiteSurveyPageTest, RefreshClearsASelectionMadeWithTheKeyboard)
 {
     haveList({ EntryBuilder("a", 1), EntryBuilder("b", 2), EntryBuilder("c", 3) });
     page.RefreshAPList();
@@ -274,7 +274,7 @@ TEST_F(SiteSurveyPageTest, StoresACellUnderItsKey)
     EXPECT_EQ(page.objectValueForTableColumn(u"ssid", 0).toString(), u"changed"_qs);
 }
 
-TEST_F(SiteSurveyPageTest, TellsTheBytesOfANameThatIsNotPlain)
+TEST_F(SiteSurveyPageTest, ToolTipShowsTheBytesOfANameThatIsNotPlain)
 {
     haveList({ EntryBuilder("\xff\xfe", 1), EntryBuilder("plain", 2) });
     page.RefreshAPList();
@@ -282,7 +282,7 @@ TEST_F(SiteSurveyPageTest, TellsTheBytesOfANameThatIsNotPlain)
     EXPECT_EQ(table->model()->index(1, 1).data(Qt::ToolTipRole).toString(), QString());
 }
 
-TEST_F(SiteSurveyPageTest, IsReachedByTheKeyboardInReadingOrder)
+TEST_F(SiteSurveyPageTest, TabOrderIsReadingOrder)
 {
     show();
     table->setFocus();

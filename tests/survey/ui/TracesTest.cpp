@@ -24,7 +24,7 @@ protected:
     Receiver receiver;
 };
 
-TEST_F(SurveyTraces, PageTellsOfEachOperationOnce)
+TEST_F(SurveyTraces, PageTracesEachOperationOnce)
 {
     SiteSurveyPageController page(adapter, runLoop, assertions, alerts, sheets);
     const auto lines
@@ -40,7 +40,7 @@ TEST_F(SurveyTraces, PageTellsOfEachOperationOnce)
     EXPECT_EQ(standardErrorOf([&] { page.RefreshAPList(); }), "");
 }
 
-TEST_F(SurveyTraces, SheetsTellOfTheirOperationsAndOfNoKey)
+TEST_F(SurveyTraces, SheetsTraceTheirOperationsWithoutKeys)
 {
     WEPSettingController sheet(sheets, alerts, receiver);
     const auto lines

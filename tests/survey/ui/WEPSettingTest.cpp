@@ -51,7 +51,7 @@ protected:
         return result;
     }
 
-    // As the user does it: opens the list with the keyboard, moves and confirms.
+    // Selects with the keyboard.
     static void choose(ComboBox& combo, int index)
     {
         combo.setFocus();
@@ -82,7 +82,7 @@ protected:
     WEPSettingController sheet { sheets, alerts, receiver };
 };
 
-TEST_F(WEPSettingTest, StartsOpenWithoutEncryptionAndNothingToType)
+TEST_F(WEPSettingTest, StartsWithOpenAndNoEncryption)
 {
     EXPECT_EQ(items(authenType()), (Items { u"Open"_qs, u"Shared"_qs, u"WPA-PSK"_qs }));
     EXPECT_EQ(items(encryType()), (Items { u"NONE"_qs, u"WEP"_qs }));
@@ -108,7 +108,7 @@ TEST_F(WEPSettingTest, SharedAfterOpenListsTheEncryptionsTwice)
     expectWepKeysEnabled(true);
 }
 
-TEST_F(WEPSettingTest, WpaListsItsCiphersAloneAndWantsThePresharedKey)
+TEST_F(WEPSettingTest, WpaListsOnlyItsCiphersAndEnablesThePresharedKey)
 {
     choose(authenType(), 2);
     EXPECT_EQ(items(encryType()), (Items { u"TKIP"_qs, u"AES"_qs }));
@@ -117,14 +117,14 @@ TEST_F(WEPSettingTest, WpaListsItsCiphersAloneAndWantsThePresharedKey)
     expectWepKeysEnabled(false);
 }
 
-TEST_F(WEPSettingTest, CardWithoutAesOffersTkipAlone)
+TEST_F(WEPSettingTest, CardWithoutAesOffersOnlyTkip)
 {
     G_encryCapa = 4;
     choose(authenType(), 2);
     EXPECT_EQ(items(encryType()), (Items { u"TKIP"_qs }));
 }
 
-TEST_F(WEPSettingTest, EncryptionDecidesWhatCanBeTyped)
+TEST_F(WEPSettingTest, EncryptionEnablesTheKeyFields)
 {
     expectWepKeysEnabled(false);
     choose(encryType(), 1);
@@ -145,7 +145,7 @@ TEST_F(WEPSettingTest, AuthenticationListFollowsTheKindOfNetwork)
     EXPECT_EQ(items(authenType()).back(), u"WPA-PSK"_qs);
 }
 
-TEST_F(WEPSettingTest, ClearTextEmptiesEveryKeyAndHidesThemAgain)
+TEST_F(WEPSettingTest, ClearTextClearsAndHidesAllKeys)
 {
     choose(encryType(), 1);
     for (int number = 1; number <= 4; ++number)
@@ -159,14 +159,14 @@ TEST_F(WEPSettingTest, ClearTextEmptiesEveryKeyAndHidesThemAgain)
     EXPECT_EQ(presharedKey().echoMode(), QLineEdit::Password);
 }
 
-TEST_F(WEPSettingTest, KeysShowAsTheyAreTypedWhenAskedFor)
+TEST_F(WEPSettingTest, ShowKeysMakesTheKeysReadable)
 {
     QTest::mouseClick(&control<QCheckBox>(u"showKeys"_qs), Qt::LeftButton, {}, QPoint(5, 5));
     EXPECT_EQ(presharedKey().echoMode(), QLineEdit::Normal);
     EXPECT_EQ(keyText(3).echoMode(), QLineEdit::Normal);
 }
 
-TEST_F(WEPSettingTest, OkHandsOverTheKeysAsBytes)
+TEST_F(WEPSettingTest, OkReturnsTheWepKeysAsBytes)
 {
     choose(encryType(), 1);
     QTest::mouseClick(&keyRadio(2), Qt::LeftButton, {}, QPoint(5, 5));
@@ -188,7 +188,7 @@ TEST_F(WEPSettingTest, OkHandsOverTheKeysAsBytes)
     EXPECT_EQ(sheets.stops, (std::vector { 1 }));
 }
 
-TEST_F(WEPSettingTest, OkHandsOverThePresharedKeyAsTyped)
+TEST_F(WEPSettingTest, OkReturnsThePresharedKeyAsTyped)
 {
     choose(authenType(), 2);
     choose(encryType(), 1);
@@ -201,7 +201,19 @@ TEST_F(WEPSettingTest, OkHandsOverThePresharedKeyAsTyped)
     EXPECT_EQ(receiver.received[0].WPAPSK, digits.toStdString());
 }
 
-TEST_F(WEPSettingTest, KeyBytesOfBeforeStayWhereNoWepKeyIsInUse)
+TEST_F(WEPSettingTest, ClosingTheSheetClearsTheKeyFields)
+{
+    for (const auto button : { QDialogButtonBox::Ok, QDialogButtonBox::Cancel }) {
+        choose(authenType(), 2);
+        QTest::keyClicks(&presharedKey(), u"password"_qs);
+        keyText(1).setText(u"0102030405"_qs);
+        press(button);
+        EXPECT_TRUE(presharedKey().text().isEmpty());
+        EXPECT_TRUE(keyText(1).text().isEmpty());
+    }
+}
+
+TEST_F(WEPSettingTest, KeepsThePreviousWepKeysIfNoneIsInUse)
 {
     choose(encryType(), 1);
     QTest::keyClicks(&keyText(1), u"0102030405"_qs);
@@ -228,7 +240,7 @@ TEST_F(WEPSettingTest, RefusedKeyKeepsTheSheetOpenWithItsText)
     EXPECT_EQ(keyText(1).text(), u"12345"_qs);
 }
 
-TEST_F(WEPSettingTest, OkAfterBothChoicesChangedUnseenIsRefused)
+TEST_F(WEPSettingTest, RefusesOkIfBothSelectionsChangedWithoutTheirHandlers)
 {
     sheet.setAuthenTypeCombo(1);
     sheet.setEncryTypeCombo(1);
@@ -239,7 +251,7 @@ TEST_F(WEPSettingTest, OkAfterBothChoicesChangedUnseenIsRefused)
     EXPECT_TRUE(sheets.stops.empty());
 }
 
-TEST_F(WEPSettingTest, OkAfterOneChoiceChangedUnseenIsNot)
+TEST_F(WEPSettingTest, AcceptsOneSelectionChangedWithoutItsHandler)
 {
     sheet.setAuthenTypeCombo(1);
     QTest::keyClicks(&keyText(1), u"x"_qs); // disabled: stays empty
@@ -248,7 +260,7 @@ TEST_F(WEPSettingTest, OkAfterOneChoiceChangedUnseenIsNot)
     EXPECT_TRUE(alerts.alerts[0].title.startsWith(u"Invalid WEP key 1"_qs));
 }
 
-TEST_F(WEPSettingTest, CancelHandsOverNothing)
+TEST_F(WEPSettingTest, CancelReturnsNothing)
 {
     press(QDialogButtonBox::Cancel);
     EXPECT_TRUE(receiver.received.empty());
@@ -261,7 +273,7 @@ TEST_F(WEPSettingTest, ReturnIsOk)
     EXPECT_EQ(sheets.stops, (std::vector { 1 }));
 }
 
-TEST_F(WEPSettingTest, TellsWhatIsMissingWhileAKeyIsTyped)
+TEST_F(WEPSettingTest, HintsShowWhatIsMissing)
 {
     choose(encryType(), 1);
     QTest::keyClicks(&keyText(1), u"0102030405060708"_qs);
@@ -277,7 +289,7 @@ TEST_F(WEPSettingTest, TellsWhatIsMissingWhileAKeyIsTyped)
     EXPECT_NE(hint(u"WPAPreSharedKeyHint"_qs).text(), seven);
 }
 
-TEST_F(WEPSettingTest, KeyboardStartsWhereSomethingIsToBeTyped)
+TEST_F(WEPSettingTest, FocusesTheFieldToFillIn)
 {
     sheet.focusFirstKey();
     EXPECT_EQ(sheet.focusWidget(), &authenType());

@@ -36,7 +36,7 @@ protected:
     KeyFields fields;
 };
 
-TEST_F(KeyFieldsTest, GivesBackWhatWasTypedWithTheChoicesItBelongsTo)
+TEST_F(KeyFieldsTest, ReturnsTheTypedKeysWithTheGivenSelections)
 {
     fields.enableFor(openAuthentication, wep);
     QTest::keyClicks(&keyText(3), u"abcdefABCD"_qs);
@@ -74,7 +74,7 @@ TEST_F(KeyFieldsTest, ShowsAStoredSetOfKeys)
     EXPECT_EQ(cleared.WPAPSK, "");
 }
 
-TEST_F(KeyFieldsTest, EnablesWhatTheChoicesUseAndTellsOfNothingElse)
+TEST_F(KeyFieldsTest, EnablesOnlyTheUsedFieldsAndShowsOnlyTheirHints)
 {
     fields.enableFor(openAuthentication, wep);
     EXPECT_TRUE(keyText(1).isEnabled());
@@ -87,11 +87,11 @@ TEST_F(KeyFieldsTest, EnablesWhatTheChoicesUseAndTellsOfNothingElse)
     EXPECT_TRUE(presharedKey().isEnabled());
     EXPECT_EQ(hint(1), QString());
     EXPECT_NE(presharedKeyHint(), QString());
-    fields.enableFor(-1, none); // leaves them as they are
+    fields.enableFor(-1, none); // no change
     EXPECT_TRUE(presharedKey().isEnabled());
 }
 
-TEST_F(KeyFieldsTest, KeysAreReadableWhileThatIsAskedFor)
+TEST_F(KeyFieldsTest, KeysAreReadableWhileShowKeysIsChecked)
 {
     EXPECT_EQ(keyText(2).echoMode(), QLineEdit::Password);
     QTest::keyClick(&control<QCheckBox>(u"showKeys"_qs), Qt::Key_Space);
@@ -102,8 +102,8 @@ TEST_F(KeyFieldsTest, KeysAreReadableWhileThatIsAskedFor)
     EXPECT_EQ(presharedKey().echoMode(), QLineEdit::Password);
 }
 
-// The fields outlive a sheet, and what is opened next is another network.
-TEST_F(KeyFieldsTest, KeysThatWereClearedCannotBeHadBack)
+// The fields are reused for the next network.
+TEST_F(KeyFieldsTest, UndoDoesNotRestoreClearedKeys)
 {
     fields.enableFor(wpa, none);
     fields.clearTexts();
@@ -120,7 +120,7 @@ TEST_F(KeyFieldsTest, KeysThatWereClearedCannotBeHadBack)
     }
 }
 
-TEST_F(KeyFieldsTest, TheKeyboardGoesWhereSomethingHasToBeTyped)
+TEST_F(KeyFieldsTest, FocusesTheFieldToFillIn)
 {
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&fields));
     fields.activateWindow();
@@ -135,7 +135,7 @@ TEST_F(KeyFieldsTest, TheKeyboardGoesWhereSomethingHasToBeTyped)
     EXPECT_EQ(fields.focusWidget(), &presharedKey());
 }
 
-TEST_F(KeyFieldsTest, HintIsReadAloudByItselfAndWithItsField)
+TEST_F(KeyFieldsTest, HintIsAccessibleByItselfAndWithItsField)
 {
     const auto read = [](QObject& object, QAccessible::Text part) {
         return QAccessible::queryAccessibleInterface(&object)->text(part);
@@ -156,8 +156,8 @@ TEST_F(KeyFieldsTest, HintIsReadAloudByItselfAndWithItsField)
     EXPECT_EQ(read(keyText(1), QAccessible::Description), keyText(1).toolTip()) << "no hint any more";
 }
 
-// Such a character stands for one byte, as in the names of networks.
-TEST_F(KeyFieldsTest, CountsAndChecksTheBytesThatAKeyIsUsedAs)
+// A private-use character is one byte, as in network names.
+TEST_F(KeyFieldsTest, CountsAndChecksTheBytesOfAKey)
 {
     fields.enableFor(openAuthentication, wep);
     fields.setWepKey(0, 1, u"caf\uEFE9s"_qs);
@@ -169,7 +169,7 @@ TEST_F(KeyFieldsTest, CountsAndChecksTheBytesThatAKeyIsUsedAs)
     EXPECT_EQ(fields.WPAPSK(), u"caf\uEFE9"_qs);
 }
 
-TEST_F(KeyFieldsTest, HoldsTheirWidthWhateverIsToldOfAKey)
+TEST_F(KeyFieldsTest, HintsDoNotChangeTheWidth)
 {
     fields.enableFor(openAuthentication, wep);
     const int width = fields.minimumSizeHint().width();
@@ -179,7 +179,7 @@ TEST_F(KeyFieldsTest, HoldsTheirWidthWhateverIsToldOfAKey)
     }
 }
 
-TEST_F(KeyFieldsTest, NothingMovesWhileAKeyIsTyped)
+TEST_F(KeyFieldsTest, TypingAKeyMovesNoWidget)
 {
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&fields));
     const auto places = [this] {
