@@ -1,9 +1,9 @@
 #include "survey/ChannelViewModel.h"
 
 #include "driver/records/ChannelTable.h"
+#include "platform/NetworkName.h"
 #include "survey/AccessPoint.h"
 #include "survey/ChannelBands.h"
-#include "survey/SurveyTexts.h"
 
 #include <algorithm>
 #include <tuple>
@@ -44,7 +44,9 @@ std::vector<ChannelViewNetwork> channelViewNetworks(std::span<const AccessPoint>
 {
     std::vector<ChannelViewNetwork> networks;
     for (const AccessPoint& row : rows) {
-        ChannelViewNetwork network { .row = static_cast<int>(networks.size()), .name = shownNetworkName(row.ssid()) };
+        const NetworkName name = NetworkName::fromText(row.ssid());
+        ChannelViewNetwork network { .row = static_cast<int>(networks.size()),
+            .name = name.isEmpty() ? NetworkName::hiddenPlaceholder() : name.displayText() };
         network.signal = std::clamp(row.signal().toInt(), 0, 100);
         const auto channel = std::find_if(ChannelFreqTable.begin(), ChannelFreqTable.end(),
             [&row](const ChannelFreq& each) { return QString::number(each.channel) == row.channel(); });

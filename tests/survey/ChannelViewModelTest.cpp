@@ -1,8 +1,8 @@
 #include "survey/ChannelViewModel.h"
 
+#include "platform/NetworkName.h"
 #include "survey/AccessPoint.h"
 #include "survey/ChannelBands.h"
-#include "survey/SurveyTexts.h"
 #include "tests/survey/ChannelViewNetworks.h"
 
 #include <gtest/gtest.h>
@@ -58,7 +58,7 @@ TEST(ChannelViewNetworks, AreTheRowsOfTheListInTheirOrder)
     EXPECT_EQ(networks[0].channel, 6);
     EXPECT_EQ(networks[0].signal, 80);
     EXPECT_EQ(networks[1].row, 1);
-    EXPECT_EQ(networks[1].name, wordForHiddenNetwork());
+    EXPECT_EQ(networks[1].name, NetworkName::hiddenPlaceholder());
     EXPECT_EQ(networks[1].frequencyKhz, 5'745'000U);
 }
 

@@ -92,7 +92,7 @@ void readPassphrase(TableReader& reader, ScenarioNetwork& network)
     const auto passphrase = reader.text("passphrase");
     if (!passphrase)
         return;
-    if (passphrase->size() < minPassphraseLength || passphrase->size() > maxPassphraseLength)
+    if (passphrase->size() < minPassphraseBytes || passphrase->size() > maxPassphraseBytes)
         reader.report("passphrase",
             std::to_string(passphrase->size())
                 + " characters; allowed are 8 to 63, or 64 hexadecimal digits as preshared_key_hex");

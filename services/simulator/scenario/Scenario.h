@@ -14,8 +14,8 @@
 inline constexpr std::size_t maxSsidBytes = 32;
 inline constexpr std::size_t wep40KeyBytes = 5;
 inline constexpr std::size_t wep104KeyBytes = 13;
-inline constexpr std::size_t minPassphraseLength = 8;
-inline constexpr std::size_t maxPassphraseLength = 63;
+inline constexpr std::size_t minPassphraseBytes = 8;
+inline constexpr std::size_t maxPassphraseBytes = 63;
 inline constexpr std::size_t presharedKeyBytes = 32;
 
 using PresharedKey = std::array<std::uint8_t, presharedKeyBytes>;
