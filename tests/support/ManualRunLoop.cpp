@@ -1,5 +1,7 @@
 #include "tests/support/ManualRunLoop.h"
 
+#include "platform/TimerSchedule.h"
+
 #include <QtGlobal>
 
 #include <algorithm>
@@ -44,12 +46,12 @@ void ManualRunLoop::advance(std::chrono::milliseconds time)
     const auto until = m_now + time;
     while (const auto entry = nextDue(until)) {
         m_now = std::max(m_now, entry->due);
-        entry->due += entry->interval;
-        if (entry->firing)
-            continue;
+        const auto fired = m_now;
         entry->firing = true;
         entry->fire();
         entry->firing = false;
+        entry->due = std::chrono::duration_cast<std::chrono::milliseconds>(
+            nextFiringTime(entry->due, entry->interval, fired, m_now));
     }
     m_now = std::max(m_now, until);
     removeInactive();
@@ -69,7 +71,7 @@ std::shared_ptr<ManualRunLoop::Entry> ManualRunLoop::nextDue(std::chrono::millis
 {
     std::shared_ptr<Entry> next;
     for (const auto& entry : m_entries) {
-        if (entry->active && entry->due <= until && (next == nullptr || entry->due < next->due))
+        if (entry->active && !entry->firing && entry->due <= until && (next == nullptr || entry->due < next->due))
             next = entry;
     }
     return next;

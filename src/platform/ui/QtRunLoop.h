@@ -2,15 +2,34 @@
 
 #include "platform/RunLoop.h"
 
-#include <QObject>
+#include <QElapsedTimer>
+#include <QTimer>
 
-// The run loop of the main thread. Timers fire whenever it processes events, including while a modal sheet runs. A
-// timer whose callback is still running when it is due skips that turn.
+#include <chrono>
+#include <memory>
+#include <vector>
+
+// The run loop of the application's thread. Timers fire wherever its events are handled, including under a modal
+// sheet. A timer whose callback is still running when it falls due skips that turn, and a run loop that was blocked
+// skips the firing times it missed (platform/TimerSchedule.h).
 class QtRunLoop final : public RunLoop {
 public:
+    QtRunLoop();
+
     [[nodiscard]] std::unique_ptr<Timer> scheduleRepeatingTimer(
         std::chrono::milliseconds interval, std::function<void()> fire) override;
 
 private:
-    QObject m_timers; // parent of all timers: none fires after the run loop is destroyed
+    struct Entry;
+    class EntryTimer;
+
+    [[nodiscard]] std::chrono::nanoseconds now() const;
+    [[nodiscard]] std::shared_ptr<Entry> earliest();
+    void wakeForTheEarliest();
+    void fireDueTimers();
+    void fire(Entry& entry);
+
+    QElapsedTimer m_clock;
+    QTimer m_wakeUp; // for the earliest of the timers: separate ones would lose their order
+    std::vector<std::shared_ptr<Entry>> m_entries; // in the order in which they were scheduled
 };

@@ -72,4 +72,41 @@ TEST(QtRunLoop, MayBeDestroyedBeforeItsTimers)
     EXPECT_TRUE(QTest::qWaitFor([&witness] { return witness > 5; }));
 }
 
+void blockFor(std::chrono::milliseconds time)
+{
+    const auto end = std::chrono::steady_clock::now() + time;
+    while (std::chrono::steady_clock::now() < end) { }
+}
+
+TEST(QtRunLoop, SkipsTheFiringTimesThatPassDuringACallback)
+{
+    QtRunLoop runLoop;
+    const auto start = std::chrono::steady_clock::now();
+    std::vector<std::chrono::nanoseconds> fired;
+    const auto timer = runLoop.scheduleRepeatingTimer(40ms, [&] {
+        fired.push_back(std::chrono::steady_clock::now() - start);
+        blockFor(41ms);
+    });
+    ASSERT_TRUE(QTest::qWaitFor([&fired] { return fired.size() >= 3; }));
+    // Firing at once again would leave the event loop no time between two callbacks.
+    for (std::size_t turn = 1; turn < fired.size(); ++turn)
+        EXPECT_GT(fired[turn] - fired[turn - 1], 60ms);
+}
+
+TEST(QtRunLoop, FiresEveryTimerAfterABlockOnceAndInOrder)
+{
+    QtRunLoop runLoop;
+    std::vector<int> fired;
+    const auto blocking = runLoop.scheduleRepeatingTimer(40ms, [&] {
+        fired.push_back(0);
+        if (fired.size() == 1)
+            blockFor(130ms);
+    });
+    const auto second = runLoop.scheduleRepeatingTimer(40ms, [&fired] { fired.push_back(1); });
+    const auto third = runLoop.scheduleRepeatingTimer(40ms, [&fired] { fired.push_back(2); });
+    ASSERT_TRUE(QTest::qWaitFor([&fired] { return fired.size() >= 6; }));
+    fired.resize(6);
+    EXPECT_EQ(fired, (std::vector { 0, 1, 2, 0, 1, 2 }));
+}
+
 } // namespace

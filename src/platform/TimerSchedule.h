@@ -1,0 +1,18 @@
+#pragma once
+
+#include <chrono>
+
+// When a repeating timer fires next.
+
+// Firing times are multiples of the interval after the start. Those that passed while the run loop was busy are
+// skipped. So is one that follows a late firing within a quarter of the interval: the firing stands for it, and two
+// readings in a row would show a difference over no time at all.
+//
+// due: the firing time that was just served; fired: when it was served; now: when its callback returned.
+[[nodiscard]] constexpr std::chrono::nanoseconds nextFiringTime(std::chrono::nanoseconds due,
+    std::chrono::nanoseconds interval, std::chrono::nanoseconds fired, std::chrono::nanoseconds now)
+{
+    const auto passed = [&](std::chrono::nanoseconds time) { return time < due ? 0 : (time - due) / interval; };
+    const std::chrono::nanoseconds next = due + interval * (passed(now) + 1);
+    return next - fired < interval / 4 ? next + interval : next;
+}

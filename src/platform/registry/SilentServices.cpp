@@ -1,0 +1,171 @@
+#include "platform/registry/SilentServices.h"
+
+#include "platform/registry/DriverMessages.h"
+#include "platform/registry/DriverReply.h"
+#include "platform/registry/RegistryFolder.h"
+#include "posix/FileDescriptor.h"
+
+#include <QSocketNotifier>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstddef>
+#include <utility>
+
+#include <sys/socket.h>
+
+namespace {
+
+constexpr std::uint32_t connectionType = 0;
+constexpr std::uint32_t completionMethod = 1;
+constexpr int timeoutsBeforeCompletionCall = 2;
+constexpr int timeoutsBeforePause = 3;
+
+FileDescriptor connectWithoutWaiting(const ServiceLocation& location)
+{
+    const RegistryFolder folder = openRegistryFolder(location.folder);
+    if (folder.verdict != FolderVerdict::Trusted)
+        return {};
+    const FileDescriptor instance = openInstance(folder.descriptor.get(), location.instance.c_str());
+    FileDescriptor socket = makeClientSocket();
+    if (!instance || !socket || connectToInstance(socket, instance) != 0)
+        return {};
+    return socket;
+}
+
+// A notifier may lead to its own deletion, so it is only disabled at once.
+struct DeleteLater {
+    void operator()(QSocketNotifier* notifier) const
+    {
+        notifier->setEnabled(false);
+        notifier->deleteLater();
+    }
+};
+
+} // namespace
+
+// One connection to a silent service, and how far its questions have been answered.
+class SilentServices::Probe {
+public:
+    enum class Outcome { Pending, Answered, TooSlow, Failed };
+
+    Probe(FileDescriptor socket, bool makesCompletionCall, TimePoint now)
+        : m_socket(std::move(socket))
+        , m_makesCompletionCall(makesCompletionCall)
+    {
+        send(DriverRequestKind::Open, connectionType, now);
+    }
+
+    void notify(std::function<void()> onReadable)
+    {
+        if (!m_socket)
+            return;
+        m_readable.reset(new QSocketNotifier(m_socket.get(), QSocketNotifier::Read));
+        QObject::connect(m_readable.get(), &QSocketNotifier::activated, m_readable.get(), std::move(onReadable));
+    }
+
+    // Reads what has arrived by now.
+    [[nodiscard]] Outcome outcome(TimePoint now)
+    {
+        if (!m_socket)
+            return Outcome::Failed;
+        std::array<std::byte, sizeof(DriverReplyHeader) + 1> packet {};
+        const ssize_t length = ::recv(m_socket.get(), packet.data(), packet.size(), MSG_DONTWAIT | MSG_TRUNC);
+        if (length < 0 && (errno == EAGAIN || errno == EINTR))
+            return Outcome::Pending;
+        const auto received = std::span(packet).first(length < 0 ? 0 : std::min<std::size_t>(length, packet.size()));
+        if (parseDriverReply(received, 0).verdict == ReplyVerdict::Malformed)
+            return Outcome::Failed;
+        if (now - m_sent > maxProbeTime)
+            return Outcome::TooSlow;
+        if (!std::exchange(m_makesCompletionCall, false))
+            return Outcome::Answered;
+        send(DriverRequestKind::ScalarCall, completionMethod, now);
+        return m_socket ? Outcome::Pending : Outcome::Failed;
+    }
+
+private:
+    void send(DriverRequestKind kind, std::uint32_t selector, TimePoint now)
+    {
+        m_sent = now;
+        const DriverRequestHeader header { kind, selector, 0, 0 };
+        if (m_socket && ::send(m_socket.get(), &header, sizeof(header), MSG_NOSIGNAL | MSG_DONTWAIT) != sizeof(header))
+            m_socket.reset();
+    }
+
+    FileDescriptor m_socket;
+    bool m_makesCompletionCall;
+    TimePoint m_sent {};
+    std::unique_ptr<QSocketNotifier, DeleteLater> m_readable; // goes before its descriptor
+};
+
+SilentServices::SilentServices(Clock clock)
+    : m_clock(std::move(clock))
+{
+}
+
+SilentServices::~SilentServices() = default;
+
+void SilentServices::requestTimedOut(const ServiceLocation& location)
+{
+    Entry& entry = m_entries[location];
+    entry.silent = true;
+    ++entry.timeouts;
+    if (entry.timeouts >= timeoutsBeforePause) {
+        const int doublings = std::min(entry.timeouts - timeoutsBeforePause, 8);
+        entry.pausedUntil = m_clock() + std::min(firstPause * (1 << doublings), maxPause);
+    }
+    startProbe(location, entry);
+}
+
+void SilentServices::requestAnswered(const ServiceLocation& location)
+{
+    m_entries.erase(location);
+}
+
+bool SilentServices::isSilent(const ServiceLocation& location)
+{
+    takeUpProbe(location);
+    const auto found = m_entries.find(location);
+    if (found == m_entries.end() || !found->second.silent)
+        return false;
+    if (!found->second.probe)
+        startProbe(location, found->second);
+    return true;
+}
+
+void SilentServices::startProbe(const ServiceLocation& location, Entry& entry)
+{
+    entry.probe.reset();
+    const TimePoint now = m_clock();
+    if (now < entry.pausedUntil)
+        return;
+    FileDescriptor socket = connectWithoutWaiting(location);
+    if (!socket)
+        return; // tried again with the next request
+    entry.probe = std::make_unique<Probe>(std::move(socket), entry.timeouts >= timeoutsBeforeCompletionCall, now);
+    entry.probe->notify([this, location] { takeUpProbe(location); });
+}
+
+void SilentServices::takeUpProbe(const ServiceLocation& location)
+{
+    const auto found = m_entries.find(location);
+    if (found == m_entries.end() || !found->second.probe)
+        return;
+    Entry& entry = found->second;
+    switch (entry.probe->outcome(m_clock())) {
+    case Probe::Outcome::Pending:
+        break;
+    case Probe::Outcome::Answered:
+        entry.silent = false;
+        entry.probe.reset();
+        break;
+    case Probe::Outcome::TooSlow: // it may have recovered meanwhile: ask again at once
+        startProbe(location, entry);
+        break;
+    case Probe::Outcome::Failed:
+        entry.probe.reset(); // asked again with the next request
+        break;
+    }
+}
