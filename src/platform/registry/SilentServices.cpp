@@ -2,7 +2,7 @@
 
 #include "platform/registry/DriverMessages.h"
 #include "platform/registry/DriverReply.h"
-#include "platform/registry/RegistryFolder.h"
+#include "platform/registry/RegistryDirectory.h"
 #include "posix/FileDescriptor.h"
 
 #include <QSocketNotifier>
@@ -24,12 +24,12 @@ constexpr int timeoutsBeforePause = 3;
 
 FileDescriptor connectWithoutWaiting(const ServiceLocation& location)
 {
-    const RegistryFolder folder = openRegistryFolder(location.folder);
-    if (folder.verdict != FolderVerdict::Trusted)
+    const RegistryDirectory directory = openRegistryDirectory(location.directory);
+    if (directory.trust != DirectoryTrust::Trusted)
         return {};
-    const FileDescriptor instance = openInstance(folder.descriptor.get(), location.instance.c_str());
+    const FileDescriptor instance = openInstance(directory.descriptor.get(), location.instance.c_str());
     FileDescriptor socket = makeClientSocket();
-    if (!instance || !socket || connectToInstance(socket, instance) != 0)
+    if (!instance || !socket || connectToInstance(socket, instance))
         return {};
     return socket;
 }
@@ -75,7 +75,7 @@ public:
         if (length < 0 && (errno == EAGAIN || errno == EINTR))
             return Outcome::Pending;
         const auto received = std::span(packet).first(length < 0 ? 0 : std::min<std::size_t>(length, packet.size()));
-        if (parseDriverReply(received, 0).verdict == ReplyVerdict::Malformed)
+        if (parseDriverReply(received, 0).status == ReplyStatus::Malformed)
             return Outcome::Failed;
         if (now - m_sent > maxProbeTime)
             return Outcome::TooSlow;
@@ -126,7 +126,7 @@ void SilentServices::requestAnswered(const ServiceLocation& location)
 
 bool SilentServices::isSilent(const ServiceLocation& location)
 {
-    takeUpProbe(location);
+    checkProbe(location);
     const auto found = m_entries.find(location);
     if (found == m_entries.end() || !found->second.silent)
         return false;
@@ -145,10 +145,10 @@ void SilentServices::startProbe(const ServiceLocation& location, Entry& entry)
     if (!socket)
         return; // tried again with the next request
     entry.probe = std::make_unique<Probe>(std::move(socket), entry.timeouts >= timeoutsBeforeCompletionCall, now);
-    entry.probe->notify([this, location] { takeUpProbe(location); });
+    entry.probe->notify([this, location] { checkProbe(location); });
 }
 
-void SilentServices::takeUpProbe(const ServiceLocation& location)
+void SilentServices::checkProbe(const ServiceLocation& location)
 {
     const auto found = m_entries.find(location);
     if (found == m_entries.end() || !found->second.probe)

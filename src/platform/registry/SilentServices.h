@@ -1,32 +1,35 @@
 #pragma once
 
+#include <QtGlobal>
+
 #include <chrono>
 #include <functional>
 #include <map>
 #include <memory>
 #include <string>
 
-// Where a service is published: the socket FOLDER/INSTANCE, with ROOT/CLASS as the folder.
+// Where a service is published: the socket DIRECTORY/INSTANCE.
 struct ServiceLocation {
-    std::string folder;
+    std::string directory; // ROOT/CLASS
     std::string instance;
     auto operator<=>(const ServiceLocation&) const = default;
 };
 
-// Remembers the services that let a request run into its time limit, so that nobody waits for them again. A silent
-// service is probed without waiting: an open request goes out on a connection of its own, and the event loop delivers
-// the reply. The service counts as silent until a probe is answered in time.
+// Remembers services that let a request time out, so that the next request does not wait for them again. A silent
+// service is probed without waiting: an open request is sent on a separate connection, and the event loop delivers the
+// reply. The service is silent until a probe is answered in time.
 //
-// A service that falls silent again right after an answered probe can open but not call: from then on a probe also
-// makes the completion call that ends every request. One that answers even that, and still not a request, is left
-// alone for longer and longer.
+// If a service answers the probe but not the request that follows, later probes also make the completion call that ends
+// every request. If it answers that as well, and still no request, the pauses between probes grow.
 class SilentServices {
+    Q_DISABLE_COPY_MOVE(SilentServices)
+
 public:
     using TimePoint = std::chrono::steady_clock::time_point;
     using Clock = std::function<TimePoint()>;
 
-    // Three packets have to fit into the 2 s of a request: a service that needs longer than this for one of them would
-    // only make the next request time out.
+    // A request exchanges three packets within 2 s. A service that takes longer than this for one of them would only make
+    // the next request time out.
     static constexpr std::chrono::milliseconds maxProbeTime { 500 };
     static constexpr std::chrono::seconds firstPause { 10 };
     static constexpr std::chrono::seconds maxPause { 60 };
@@ -38,8 +41,8 @@ public:
     void requestTimedOut(const ServiceLocation& location);
     // The service replied to a request in time.
     void requestAnswered(const ServiceLocation& location);
-    // Whether requests to the service are to be refused. Never waits; also takes up a reply that the event loop has not
-    // delivered yet, so a caller that polls without returning to the event loop sees the service recover.
+    // Whether requests to the service must be refused. Never waits. Also reads a reply that the event loop has not
+    // delivered yet, so a caller that polls without returning to the event loop notices the recovery.
     [[nodiscard]] bool isSilent(const ServiceLocation& location);
 
 private:
@@ -52,7 +55,7 @@ private:
     };
 
     void startProbe(const ServiceLocation& location, Entry& entry);
-    void takeUpProbe(const ServiceLocation& location);
+    void checkProbe(const ServiceLocation& location);
 
     Clock m_clock;
     std::map<ServiceLocation, Entry> m_entries;

@@ -55,9 +55,9 @@ std::vector<std::string> defaultRegistryRoots()
     return roots;
 }
 
-SocketIORegistry::SocketIORegistry(std::vector<std::string> roots, std::chrono::milliseconds replyTimeout)
+SocketIORegistry::SocketIORegistry(std::vector<std::string> roots, std::chrono::milliseconds requestTimeout)
     : m_roots(std::move(roots))
-    , m_replyTimeout(replyTimeout)
+    , m_requestTimeout(requestTimeout)
     , m_packetBuffer(std::make_unique<std::array<std::byte, UserClient::maxPacketSize>>())
 {
 }
@@ -138,9 +138,9 @@ kern_return_t SocketIORegistry::IOServiceOpen(io_object_t service, std::uint32_t
 {
     connection = 0;
     const Service* const held = valueOf(m_services, service);
-    if (held == nullptr)
+    if (held == nullptr || m_silentServices->isSilent(held->location))
         return KERN_FAILURE;
-    const UserClient::Deadline openDeadline = deadline();
+    const UserClient::Deadline deadline = std::chrono::steady_clock::now() + m_requestTimeout;
     // Checked again: the directory may have changed since the service was found.
     const RegistryDirectory directory = openRegistryDirectory(held->location.directory);
     if (directory.trust != DirectoryTrust::Trusted)
@@ -148,8 +148,8 @@ kern_return_t SocketIORegistry::IOServiceOpen(io_object_t service, std::uint32_t
     const FileDescriptor instance = openInstance(directory.descriptor.get(), held->location.instance.c_str());
     if (!instance)
         return KERN_FAILURE;
-    UserClient client(instance, openDeadline);
-    if (!client.request({ DriverRequestKind::Open, type, 0, 0 }, {}, *m_packetBuffer, openDeadline))
+    Client client { UserClient(instance, deadline), held->location, deadline };
+    if (!call(client, { DriverRequestKind::Open, type, 0, 0 }, {}))
         return KERN_FAILURE;
     connection = newHandle();
     m_clients.emplace(connection, std::move(client));
@@ -158,6 +158,9 @@ kern_return_t SocketIORegistry::IOServiceOpen(io_object_t service, std::uint32_t
 
 void SocketIORegistry::IOServiceClose(io_connect_t connection)
 {
+    if (const Client* const client = valueOf(m_clients, connection);
+        client && client->hasCalled && !client->hasTimedOut)
+        m_silentServices->requestAnswered(client->location);
     m_clients.erase(connection);
 }
 
@@ -167,12 +170,13 @@ kern_return_t SocketIORegistry::IOConnectMethodStructureIStructureO(io_connect_t
     // Callers that expect no reply may pass any value.
     const std::uint32_t capacity = std::min(outputSize, maxTransferSize);
     outputSize = 0;
-    UserClient* const client = valueOf(m_clients, connection);
+    Client* const client = valueOf(m_clients, connection);
     if (client == nullptr || input.size() > maxTransferSize)
         return KERN_FAILURE;
     const DriverRequestHeader header { DriverRequestKind::StructureCall, index,
         static_cast<std::uint32_t>(input.size()), capacity };
-    const auto returned = client->request(header, input, *m_packetBuffer, deadline());
+    client->hasCalled = true;
+    const auto returned = call(*client, header, input);
     if (!returned)
         return KERN_FAILURE;
     std::copy_n(returned->begin(), std::min(returned->size(), output.size()), output.begin());
@@ -182,11 +186,22 @@ kern_return_t SocketIORegistry::IOConnectMethodStructureIStructureO(io_connect_t
 
 kern_return_t SocketIORegistry::IOConnectMethodScalarIScalarO(io_connect_t connection, std::uint32_t index)
 {
-    UserClient* const client = valueOf(m_clients, connection);
+    Client* const client = valueOf(m_clients, connection);
     if (client == nullptr)
         return KERN_FAILURE;
     const DriverRequestHeader header { DriverRequestKind::ScalarCall, index, 0, 0 };
-    return client->request(header, {}, *m_packetBuffer, deadline()) ? KERN_SUCCESS : KERN_FAILURE;
+    return call(*client, header, {}) ? KERN_SUCCESS : KERN_FAILURE;
+}
+
+std::optional<std::span<const std::byte>> SocketIORegistry::call(
+    Client& client, const DriverRequestHeader& header, std::span<const std::byte> input)
+{
+    const auto output = client.connection.request(header, input, *m_packetBuffer, client.deadline);
+    if (!output && !client.hasTimedOut && std::chrono::steady_clock::now() >= client.deadline) {
+        client.hasTimedOut = true;
+        m_silentServices->requestTimedOut(client.location);
+    }
+    return output;
 }
 
 // All kinds of handles share one counter, so a handle of one kind is never valid for another. A handle is reused only
@@ -208,9 +223,4 @@ bool SocketIORegistry::isUsable(const std::string& directory, DirectoryTrust tru
     else if (m_reportedDirectories.insert(directory).second)
         traceAlways("!!!! SocketIORegistry - %s is passed over: %s. !!!!\n", directory.c_str(), reason);
     return trust == DirectoryTrust::Trusted;
-}
-
-UserClient::Deadline SocketIORegistry::deadline() const
-{
-    return std::chrono::steady_clock::now() + m_replyTimeout;
 }

@@ -1,12 +1,14 @@
 #pragma once
 
 #include "platform/registry/IORegistry.h"
+#include "platform/registry/SilentServices.h"
 #include "platform/registry/UserClient.h"
 
 #include <array>
 #include <chrono>
 #include <map>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -20,9 +22,10 @@ enum class DirectoryTrust;
 // other users could write to is skipped, with one line on standard error the first time.
 class SocketIORegistry final : public IORegistry {
 public:
-    // replyTimeout applies to opening a user client and to each call on it.
+    // requestTimeout applies to a request as a whole: opening a user client and the calls on it. A service that lets a
+    // request time out is refused immediately until it answers again (SilentServices).
     explicit SocketIORegistry(
-        std::vector<std::string> roots, std::chrono::milliseconds replyTimeout = std::chrono::seconds(2));
+        std::vector<std::string> roots, std::chrono::milliseconds requestTimeout = std::chrono::seconds(2));
 
     [[nodiscard]] kern_return_t IOMasterPort(mach_port_t& masterPort) override;
     // 0 for a name that cannot be that of a directory.
@@ -43,11 +46,6 @@ public:
     kern_return_t IOConnectMethodScalarIScalarO(io_connect_t connection, std::uint32_t index) override;
 
 private:
-    struct ServiceLocation {
-        std::string directory; // ROOT/CLASS
-        std::string instance;
-        bool operator==(const ServiceLocation&) const = default;
-    };
     struct Iterator {
         std::vector<ServiceLocation> found;
         std::size_t next { 0 };
@@ -57,20 +55,29 @@ private:
         ServiceLocation location;
         std::uint64_t references { 1 };
     };
+    struct Client {
+        UserClient connection;
+        ServiceLocation location;
+        UserClient::Deadline deadline; // of the whole request
+        bool hasCalled { false }; // beyond opening
+        bool hasTimedOut { false };
+    };
 
     template <typename Value> using Handles = std::map<std::uint32_t, Value>;
 
     [[nodiscard]] std::uint32_t newHandle();
     [[nodiscard]] bool isUsable(const std::string& directory, DirectoryTrust trust);
-    [[nodiscard]] UserClient::Deadline deadline() const;
+    [[nodiscard]] std::optional<std::span<const std::byte>> call(
+        Client& client, const DriverRequestHeader& header, std::span<const std::byte> input);
 
     std::vector<std::string> m_roots;
-    std::chrono::milliseconds m_replyTimeout;
+    std::chrono::milliseconds m_requestTimeout;
     std::uint32_t m_lastHandle { 0 };
     Handles<std::string> m_dictionaries; // class names
     Handles<Iterator> m_iterators;
     Handles<Service> m_services;
-    Handles<UserClient> m_clients;
+    Handles<Client> m_clients;
+    std::unique_ptr<SilentServices> m_silentServices { std::make_unique<SilentServices>() };
     std::set<std::string> m_reportedDirectories; // skipped ones, already on standard error
     std::unique_ptr<std::array<std::byte, UserClient::maxPacketSize>> m_packetBuffer;
 };

@@ -43,7 +43,7 @@ protected:
     std::atomic<bool> callsHang { false };
     std::atomic<SilentServices::TimePoint> now { SilentServices::TimePoint(1h) };
     SilentServices silent { [this] { return now.load(); } };
-    const ServiceLocation location { classFolder(0), "card" };
+    const ServiceLocation location { classDirectory(0), "card" };
 };
 
 TEST_F(SilentServicesTest, NoServiceIsSilentAtFirst)
@@ -89,7 +89,7 @@ TEST_F(SilentServicesTest, AnAnswerThatTookTooLongIsFollowedByAnotherProbe)
 TEST_F(SilentServicesTest, OtherServicesAreNotSilent)
 {
     silent.requestTimedOut(location);
-    EXPECT_FALSE(silent.isSilent({ location.folder, "other" }));
+    EXPECT_FALSE(silent.isSilent({ location.directory, "other" }));
 }
 
 TEST_F(SilentServicesTest, AServiceThatOpensButDoesNotCallIsProbedWithACompletionCall)

@@ -77,11 +77,19 @@ protected:
         expectFailed(call(connection, filled(4, 1), 16, 16));
         EXPECT_EQ(service.requests().size(), requests);
         registry.IOServiceClose(connection);
-        // A new connection to the service works.
+        // A new connection to the service works, at the latest when a silent service has answered a probe.
         service.onStructureCall([](const auto&) { return Double::answer(); });
-        const io_connect_t next = open(registry);
+        const io_connect_t next = openWhenAnswering();
         EXPECT_EQ(call(next, {}, 0, 0).result, KERN_SUCCESS);
         registry.IOServiceClose(next);
+    }
+
+    io_connect_t openWhenAnswering()
+    {
+        const auto giveUp = std::chrono::steady_clock::now() + 30s;
+        io_connect_t connection = 0;
+        while ((connection = open(registry)) == 0 && std::chrono::steady_clock::now() < giveUp) { }
+        return connection;
     }
 
     Double& service;
@@ -301,7 +309,39 @@ TEST_F(UserClientTest, IsNotOpenedByServiceThatRefusesOrMisbehaves)
         EXPECT_EQ(open(registry), 0u);
     }
     service.onOpen([](const auto&) { return Double::answer(); });
-    EXPECT_NE(open(registry), 0u);
+    service.die(); // ends the probe that is waiting for the silent reaction
+    ASSERT_TRUE(service.start());
+    EXPECT_NE(openWhenAnswering(), 0u);
+}
+
+TEST_F(UserClientTest, SharesOneTimeLimitAmongThePacketsOfARequest)
+{
+    registry = SocketIORegistry(roots, 600ms);
+    const auto late = [](const auto&) {
+        Double::Reaction reaction = Double::answer();
+        reaction.delay = 400ms;
+        return reaction;
+    };
+    service.onOpen(late);
+    service.onStructureCall(late);
+    const auto begin = std::chrono::steady_clock::now();
+    const io_connect_t connection = open(registry);
+    EXPECT_NE(connection, 0u);
+    EXPECT_NE(call(connection, {}, 0, 0).result, KERN_SUCCESS);
+    EXPECT_NE(registry.IOConnectMethodScalarIScalarO(connection, 1), KERN_SUCCESS);
+    registry.IOServiceClose(connection);
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, 5s);
+}
+
+TEST_F(UserClientTest, RefusesSilentServiceWithoutWaiting)
+{
+    registry = SocketIORegistry(roots, 500ms);
+    service.onOpen([](const auto&) { return Double::silence(); });
+    EXPECT_EQ(open(registry), 0u);
+    const auto begin = std::chrono::steady_clock::now();
+    for (int request = 0; request < 20; ++request)
+        EXPECT_EQ(open(registry), 0u);
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, 20 * 500ms / 2);
 }
 
 TEST_F(UserClientTest, IsNotOpenedByServiceWithFullQueue)
