@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 
 namespace {
 
@@ -21,6 +22,8 @@ constexpr std::uint32_t completionMethod = 1;
 
 constexpr std::uint32_t scanTicks = 2 * ticksPerSecond;
 constexpr std::size_t listChunkSize = 4096; // bytes
+// A slow driver must not block the window for as long as its list lasts.
+constexpr std::chrono::seconds maxListTime { 4 };
 // As many as a full list can have entries. A driver that sends more never ends its list.
 constexpr std::size_t maxContinuations = std::tuple_size_v<BssidListBuffer> / sizeof(WLAN_BSSID_EX);
 // A chunk may be empty, but this many in a row mean that the driver never reports the end of the list.
@@ -202,6 +205,7 @@ void VX7100Access::RescanBssidList()
 void VX7100Access::QueryBssidList()
 {
     traceEntry(className, "QueryBssidList");
+    const auto begin = m_clock.elapsed();
     G_pBssidList = std::make_unique<BssidListBuffer>();
     std::uint32_t returned = 0;
     (void)OidQueryInformation(OID_802_11_BSSID_LIST, G_pBssidList->data(), listChunkSize, &returned);
@@ -216,7 +220,8 @@ void VX7100Access::QueryBssidList()
         const auto received = std::span(chunk).first(std::min<std::size_t>(returned, chunk.size()));
         const BssidChunkResult result = appendBssidChunk(*G_pBssidList, received);
         emptyContinuations = result.appended == 0 ? emptyContinuations + 1 : 0;
-        if (result.listIsFull || emptyContinuations == maxEmptyContinuations)
+        if (result.listIsFull || emptyContinuations == maxEmptyContinuations
+            || m_clock.elapsed() - begin >= maxListTime)
             break;
     }
 }

@@ -46,7 +46,7 @@ public:
     bool CheckCountryRegion();
     // Starts a scan and blocks for the 2 s that it takes.
     void RescanBssidList();
-    // Replaces G_pBssidList with the driver's current list.
+    // Replaces G_pBssidList with the driver's current list, or with what it delivers within 4 s.
     void QueryBssidList();
     // Converts dBm to a quality of 0 to 100.
     [[nodiscard]] static std::uint32_t ConvertRssiToSignalQuality(std::int32_t rssiDbm);

@@ -14,3 +14,8 @@ void SystemTickClock::Delay(std::uint32_t numTicks)
     until.tv_nsec = static_cast<long>(nanoseconds % nanosecondsPerSecond);
     while (::clock_nanosleep(CLOCK_MONOTONIC, TIMER_ABSTIME, &until, nullptr) == EINTR) { }
 }
+
+std::chrono::nanoseconds SystemTickClock::elapsed() const
+{
+    return std::chrono::steady_clock::now().time_since_epoch();
+}

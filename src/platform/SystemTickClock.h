@@ -6,4 +6,5 @@
 class SystemTickClock final : public TickClock {
 public:
     void Delay(std::uint32_t numTicks) override;
+    [[nodiscard]] std::chrono::nanoseconds elapsed() const override;
 };

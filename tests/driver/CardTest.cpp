@@ -210,6 +210,19 @@ TEST_F(CardTest, EmptyContinuationDoesNotEndTheList)
     EXPECT_EQ(listed(), (std::vector<std::uint8_t> { 1, 2, 3 }));
 }
 
+TEST_F(CardTest, ListOfASlowDriverEndsAfterFourSeconds)
+{
+    using namespace std::chrono_literals;
+    registry.answer(OID_802_11_BSSID_LIST, chunk(1, 1));
+    std::uint8_t number = 1;
+    registry.answerWith(VX_OID_802_11_BSSID_LIST_NEXT, [&](auto) {
+        clock.time += 1s;
+        return RegistryAnswer { .bytes = chunk(++number, 1) };
+    });
+    adapter.QueryBssidList();
+    EXPECT_EQ(listed(), (std::vector<std::uint8_t> { 1, 2, 3, 4, 5 }));
+}
+
 TEST_F(CardTest, QueryStopsAfterEightEmptyContinuations)
 {
     registry.answer(OID_802_11_BSSID_LIST, chunk(1, 1));

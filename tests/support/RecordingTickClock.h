@@ -15,6 +15,9 @@ public:
             onDelay(numTicks);
     }
 
+    [[nodiscard]] std::chrono::nanoseconds elapsed() const override { return time; }
+
     std::vector<std::uint32_t> delays; // ticks
+    std::chrono::nanoseconds time { 0 };
     std::function<void(std::uint32_t)> onDelay; // called during the delay
 };

@@ -10,6 +10,7 @@ public:
     // sleeper performs the waits; it must outlive this clock.
     explicit WindowTickClock(TickClock& sleeper);
     void Delay(std::uint32_t numTicks) override;
+    [[nodiscard]] std::chrono::nanoseconds elapsed() const override { return m_sleeper.elapsed(); }
 
 private:
     TickClock& m_sleeper;

@@ -32,6 +32,8 @@ public:
             = QApplication::overrideCursor() != nullptr && QApplication::overrideCursor()->shape() == Qt::WaitCursor;
     }
 
+    [[nodiscard]] std::chrono::nanoseconds elapsed() const override { return {}; }
+
     std::uint32_t ticks { 0 };
     int paintedBefore { 0 };
     bool waitCursor { false };
