@@ -24,21 +24,22 @@ void sendWirelessMode(VX7100Access& adapter, const AdvancedSettings& settings)
     (void)setRecord(adapter, VX_OID_802_11_PHY_MODE | oidSetFlag, G_enumWirelessMode);
 }
 
-void sendStationConfiguration(VX7100Access& adapter, const AdvancedSettings& settings)
+std::optional<bool> sendStationConfiguration(VX7100Access& adapter, const AdvancedSettings& settings)
 {
     VX_802_11_STA_CONFIG configuration {};
-    (void)queryRecord(adapter, VX_OID_802_11_STA_CONFIG, configuration);
+    const bool answered = queryRecord(adapter, VX_OID_802_11_STA_CONFIG, configuration);
     const VX_802_11_STA_CONFIG before = configuration;
     configuration.EnableTxBurst = settings.bTXBurst ? 1 : 0;
     configuration.EnableTurboRate = settings.bTurboRate ? 1 : 0;
     configuration.UseBGProtection = static_cast<std::uint32_t>(settings.nBGProtection);
     configuration.UseShortSlotTime = settings.bShortSlot ? 1 : 0;
     configuration.UseOfdmRatesIn11gAdhoc = settings.bAdhocOfdm ? 1 : 0;
-    if (std::memcmp(&configuration, &before, sizeof(configuration)) == 0)
-        return;
-    traceAlways("#### 222222222222 ####\n");
-    (void)setRecord(adapter, VX_OID_802_11_STA_CONFIG | oidSetFlag, configuration);
-    traceAlways("#### 222222-22222 ####\n");
+    if (std::memcmp(&configuration, &before, sizeof(configuration)) != 0) {
+        traceAlways("#### 222222222222 ####\n");
+        (void)setRecord(adapter, VX_OID_802_11_STA_CONFIG | oidSetFlag, configuration);
+        traceAlways("#### 222222-22222 ####\n");
+    }
+    return answered ? std::optional(before.HwRadioStatus != 0) : std::nullopt;
 }
 
 bool sendDesiredRates(VX7100Access& adapter, const AdvancedSettings& settings, AssertionHandler& assertions)

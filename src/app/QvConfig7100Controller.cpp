@@ -76,6 +76,8 @@ void QvConfig7100Controller::OnTimer()
         G_bDeviceRemove = 1;
         if (m_pages.siteSurvey)
             m_pages.siteSurvey->StopSiteSurveyTimer();
+        if (m_pages.advance)
+            m_pages.advance->ForgetCard();
         return;
     }
     if (G_bSelCard == 0) {

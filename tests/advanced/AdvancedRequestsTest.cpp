@@ -43,7 +43,7 @@ TEST_F(AdvancedRequests, UpdateTheDriversConfiguration)
     settings.bTXBurst = true;
     settings.bAdhocOfdm = true;
     settings.nBGProtection = 1;
-    EXPECT_EQ(standardErrorOf([this] { sendStationConfiguration(adapter, settings); }),
+    EXPECT_EQ(standardErrorOf([this] { (void)sendStationConfiguration(adapter, settings); }),
         "#### 222222222222 ####\n#### 222222-22222 ####\n");
     EXPECT_EQ(requests(),
         (Requests { query(VX_OID_802_11_STA_CONFIG, 32),
@@ -55,7 +55,7 @@ TEST_F(AdvancedRequests, SendTheTwoSettingsWithoutAControl)
 {
     settings.bTurboRate = true;
     settings.bShortSlot = true;
-    (void)standardErrorOf([this] { sendStationConfiguration(adapter, settings); });
+    (void)standardErrorOf([this] { (void)sendStationConfiguration(adapter, settings); });
     EXPECT_EQ(requests(),
         (Requests { query(VX_OID_802_11_STA_CONFIG, 32),
             set(VX_OID_802_11_STA_CONFIG, VX_802_11_STA_CONFIG { 0, 1, 0, 1, 0, 0, 0, 0 }) }));
@@ -71,7 +71,8 @@ TEST_F(AdvancedRequests, TraceBeforeAndAfterSettingTheConfiguration)
         before = testing::internal::GetCapturedStderr();
         testing::internal::CaptureStderr();
     };
-    EXPECT_EQ(standardErrorOf([this] { sendStationConfiguration(adapter, settings); }), "#### 222222-22222 ####\n");
+    EXPECT_EQ(
+        standardErrorOf([this] { (void)sendStationConfiguration(adapter, settings); }), "#### 222222-22222 ####\n");
     EXPECT_EQ(before, "#### 222222222222 ####\n");
 }
 
@@ -81,7 +82,7 @@ TEST_F(AdvancedRequests, SendNoConfigurationIfTheDriverAlreadyHasIt)
     settings.bTXBurst = true;
     settings.bAdhocOfdm = true;
     settings.nBGProtection = 2;
-    EXPECT_EQ(standardErrorOf([this] { sendStationConfiguration(adapter, settings); }), "");
+    EXPECT_EQ(standardErrorOf([this] { (void)sendStationConfiguration(adapter, settings); }), "");
     EXPECT_EQ(requests(), (Requests { query(VX_OID_802_11_STA_CONFIG, 32) }));
 }
 

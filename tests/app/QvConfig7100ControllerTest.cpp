@@ -40,6 +40,7 @@ public:
     void DisabledActivateProfile() override { m_calls.emplace_back("DisabledActivateProfile"); }
     void RadioStatus() override { m_calls.emplace_back("RadioStatus"); }
     void OnApply() override { m_calls.emplace_back("OnApply"); }
+    void ForgetCard() override { m_calls.emplace_back("ForgetCard"); }
     void GetAllInformation() override { m_calls.emplace_back("GetAllInformation"); }
 
 private:
@@ -97,7 +98,7 @@ TEST_F(DeviceWatchTest, FirstTickWithoutACardClearsTheListAndStopsTheSurvey)
     runLoop.advance(1999ms);
     EXPECT_TRUE(registry.calls.empty());
     runLoop.advance(1ms);
-    EXPECT_EQ(calls, (Calls { "ClearAPList", "StopSiteSurveyTimer" }));
+    EXPECT_EQ(calls, (Calls { "ClearAPList", "StopSiteSurveyTimer", "ForgetCard" }));
     EXPECT_EQ(G_bDeviceExist, 0);
     EXPECT_EQ(G_bDeviceRemove, 1);
     EXPECT_TRUE(registry.oids().empty());
@@ -150,7 +151,7 @@ TEST_F(DeviceWatchTest, RemovedCardClearsTheListAndStopsTheSurvey)
     findCard();
     removeCard();
     controller.OnTimer();
-    EXPECT_EQ(calls, (Calls { "ClearAPList", "StopSiteSurveyTimer" }));
+    EXPECT_EQ(calls, (Calls { "ClearAPList", "StopSiteSurveyTimer", "ForgetCard" }));
     EXPECT_EQ(G_bDeviceExist, 0);
     EXPECT_EQ(G_bDeviceRemove, 1);
 }
@@ -185,7 +186,7 @@ TEST_F(DeviceWatchTest, RefusedUserClientCountsAsNoCard)
     registry.failAt(RegistryCall::IOServiceOpen, 2);
     registry.failAt(RegistryCall::IOServiceOpen, 3);
     controller.OnTimer();
-    EXPECT_EQ(calls, (Calls { "ClearAPList", "StopSiteSurveyTimer" }));
+    EXPECT_EQ(calls, (Calls { "ClearAPList", "StopSiteSurveyTimer", "ForgetCard" }));
     EXPECT_EQ(G_bDeviceExist, 0);
     EXPECT_TRUE(registry.held().empty());
 }

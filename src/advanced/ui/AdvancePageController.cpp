@@ -1,6 +1,7 @@
 #include "advanced/ui/AdvancePageController.h"
 
 #include "advanced/AdvancedRequests.h"
+#include "advanced/RadioText.h"
 #include "advanced/RateRules.h"
 #include "advanced/SettingsFile.h"
 #include "app/shared/SharedState.h"
@@ -11,10 +12,19 @@
 #include "platform/ui/Images.h"
 #include "ui_AdvancePage.h"
 
+#include <QSignalBlocker>
+
 namespace {
 
 constexpr char className[] = "AdvancePageController";
 constexpr int unknownModeLine = 465;
+
+// A change made by the page, without the signals that report one of the user.
+void setCheckedQuietly(QCheckBox& box, bool checked)
+{
+    const QSignalBlocker blocker(box);
+    box.setChecked(checked);
+}
 
 } // namespace
 
@@ -30,20 +40,21 @@ AdvancePageController::AdvancePageController(
     traceEntry(className, "init");
     m_ui->setupUi(this);
     m_ui->RadioSwitchPic->setImage(imageNamed(u"RADIOON"));
+    showRadioText();
     connectControls();
 }
 
 AdvancePageController::~AdvancePageController() = default;
 
-// Uses signals that only user actions emit, not changes made by the page. Selecting the displayed item again also counts,
-// because the displayed item may differ from the stored value.
+// The lists report only actions of the user. Selecting the displayed item again also counts, because it may differ from the
+// stored value. The check boxes report every change: assistive technology toggles them without a click.
 void AdvancePageController::connectControls()
 {
     connect(m_ui->WirelessMode, &QComboBox::activated, this, [this] { OnSelChangeWirelessMode(); });
     connect(m_ui->TXrate, &QComboBox::activated, this, [this] { OnTxRate(); });
     connect(m_ui->BGprotection, &QComboBox::activated, this, [this] { OnSelBGProtection(); });
-    connect(m_ui->EnableTXburst, &QCheckBox::clicked, this, [this] { OnTxBurst(); });
-    connect(m_ui->AdhocModeUseOFDMrate, &QCheckBox::clicked, this, [this] { OnAdHocUseOFDM(); });
+    connect(m_ui->EnableTXburst, &QCheckBox::toggled, this, [this] { OnTxBurst(); });
+    connect(m_ui->AdhocModeUseOFDMrate, &QCheckBox::toggled, this, [this] { OnAdHocUseOFDM(); });
     connect(m_ui->Apply, &QPushButton::clicked, this, [this] { OnApply(); });
     connect(m_ui->Reset, &QPushButton::clicked, this, [this] { OnReset(); });
     connect(m_ui->Radio, &QPushButton::clicked, this, [this] { OnRadioSwitch(); });
@@ -77,8 +88,8 @@ void AdvancePageController::showSettings()
         return;
     m_ui->BGprotection->selectItemAtIndex(m_settings.nBGProtection);
     m_ui->TXrate->selectItemAtIndex(m_settings.nTxRate);
-    m_ui->EnableTXburst->setChecked(m_settings.bTXBurst);
-    m_ui->AdhocModeUseOFDMrate->setChecked(m_settings.bAdhocOfdm);
+    setCheckedQuietly(*m_ui->EnableTXburst, m_settings.bTXBurst);
+    setCheckedQuietly(*m_ui->AdhocModeUseOFDMrate, m_settings.bAdhocOfdm);
     DisabledButton();
 }
 
@@ -150,7 +161,8 @@ void AdvancePageController::OnApply()
     traceEntry(className, "OnApply");
     applySelections(m_ui->TXrate->indexOfSelectedItem(), m_ui->WirelessMode->indexOfSelectedItem(), m_settings);
     sendWirelessMode(Adapter, m_settings);
-    sendStationConfiguration(Adapter, m_settings);
+    m_cardSwitchOn = sendStationConfiguration(Adapter, m_settings);
+    showRadioText();
     if (!sendDesiredRates(Adapter, m_settings, m_assertions))
         return;
     setFirstRecord(records, settingsRecord(m_settings));
@@ -172,23 +184,41 @@ void AdvancePageController::DisabledButton()
     m_ui->Reset->setEnabled(false);
 }
 
-// The button names the action, the picture shows the state.
+// The button names the action, the picture shows the last choice.
 void AdvancePageController::RadioStatus()
 {
     traceEntry(className, "RadioStatus");
     const bool isOn = G_bRadio != 0;
     m_ui->Radio->setText(isOn ? QStringLiteral("Radio Off") : QStringLiteral("Radio On"));
     m_ui->RadioSwitchPic->setImage(isOn ? imageNamed(u"RADIOON") : imageNamed(u"RADIOOFF"));
-    m_ui->RadioSwitchPic->setAccessibleName(isOn ? tr("The radio is on") : tr("The radio is off"));
-    m_ui->radioState->setText(m_ui->RadioSwitchPic->accessibleName());
+    m_ui->RadioSwitchPic->setAccessibleName(isOn ? tr("Radio setting: on") : tr("Radio setting: off"));
+    showRadioText();
     if (G_configFromProfile != 0)
         G_bCheckedProfileConnect = isOn ? 1 : 0;
+}
+
+void AdvancePageController::showRadioText()
+{
+    const std::optional<bool> chosenOn = m_switchedHere ? std::optional(G_bRadio != 0) : std::nullopt;
+    m_ui->radioState->setText(radioText({ .cardExists = G_bDeviceExist != 0,
+        .cardSwitchOn = m_cardSwitchOn,
+        .chosenOn = chosenOn,
+        .chosenForThisCard = m_switchedForThisCard }));
+}
+
+void AdvancePageController::ForgetCard()
+{
+    m_cardSwitchOn.reset();
+    m_switchedForThisCard = false;
+    showRadioText();
 }
 
 void AdvancePageController::OnRadioSwitch()
 {
     traceEntry(className, "OnRadioSwitch");
     G_bRadio = G_bRadio == 0 ? 1 : 0;
+    m_switchedHere = true;
+    m_switchedForThisCard = G_bDeviceExist != 0;
     RadioStatus();
     sendRadio(Adapter);
     Adapter.RescanBssidList();

@@ -9,6 +9,7 @@
 #include <QWidget>
 
 #include <memory>
+#include <optional>
 
 class AlertPanels;
 class AssertionHandler;
@@ -45,11 +46,13 @@ public:
     void EnableButton();
     void DisabledButton();
     void RadioStatus() override;
+    void ForgetCard() override;
     // Switches the radio and scans, which takes 2 s.
     void OnRadioSwitch();
 
 private:
     void connectControls();
+    void showRadioText();
     void readFirstRecord();
     void showSettings();
     [[nodiscard]] bool rebuildRates();
@@ -59,6 +62,9 @@ private:
     AssertionHandler& m_assertions;
     std::unique_ptr<Ui::AdvancePage> m_ui;
     AdvancedSettings m_settings;
+    std::optional<bool> m_cardSwitchOn; // as the card last reported it
+    bool m_switchedHere { false };
+    bool m_switchedForThisCard { false };
     bool bInitDlg { true };
     PropertyArray records;
     QString ProfileSettingFile;

@@ -29,6 +29,8 @@ public:
     virtual ~AdvancePage() = default;
     virtual void RadioStatus() = 0;
     virtual void OnApply() = 0;
+    // No card was found: forget what was known about the last one. Sends no requests.
+    virtual void ForgetCard() = 0;
 };
 
 class AboutPage {

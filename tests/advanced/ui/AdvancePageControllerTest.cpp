@@ -1,5 +1,6 @@
 #include "tests/advanced/ui/AdvancePageFixture.h"
 
+#include <QAccessible>
 #include <QFile>
 
 #include <functional>
@@ -200,6 +201,20 @@ TEST_F(AdvancePageTest, EnablesItsButtonsOnAnyChange)
         EXPECT_FALSE(buttonsAreEnabled());
     }
     EXPECT_EQ(requests(), Requests {});
+}
+
+TEST_F(AdvancePageTest, NoticesChecksByAssistiveTechnology)
+{
+    for (const char16_t* const name : { u"EnableTXburst", u"AdhocModeUseOFDMrate" }) {
+        open();
+        QAccessibleInterface* const box = QAccessible::queryAccessibleInterface(&check(name));
+        box->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+        EXPECT_TRUE(check(name).isChecked());
+        EXPECT_TRUE(buttonsAreEnabled());
+        (void)apply();
+        EXPECT_TRUE(
+            stored().front().integer(QStringView(name) == u"EnableTXburst" ? u"Tx Burst"_qs : u"Ad Hoc Use OFDM"_qs));
+    }
 }
 
 TEST_F(AdvancePageTest, ResetShowsTheStoredSettingsAndSendsNoRequests)

@@ -21,6 +21,7 @@ protected:
     {
         return control<ImageView>(u"RadioSwitchPic").image().cacheKey() == imageNamed(name).cacheKey();
     }
+    [[nodiscard]] QString stateText() const { return control<QLabel>(u"radioState").text(); }
     [[nodiscard]] QString spokenPicture() const { return control<ImageView>(u"RadioSwitchPic").accessibleName(); }
 };
 
@@ -36,13 +37,66 @@ TEST_F(AdvancePageRadioTest, ButtonNamesTheActionAndPictureShowsTheState)
     page->RadioStatus();
     EXPECT_EQ(button(u"Radio").text(), u"Radio Off");
     EXPECT_TRUE(pictureIs(u"RADIOON"));
-    EXPECT_EQ(spokenPicture(), u"The radio is on");
+    EXPECT_EQ(spokenPicture(), u"Radio setting: on");
     G_bRadio = 0;
     page->RadioStatus();
     EXPECT_EQ(button(u"Radio").text(), u"Radio On");
     EXPECT_TRUE(pictureIs(u"RADIOOFF"));
-    EXPECT_EQ(spokenPicture(), u"The radio is off");
-    EXPECT_EQ(control<QLabel>(u"radioState").text(), u"The radio is off");
+    EXPECT_EQ(spokenPicture(), u"Radio setting: off");
+    EXPECT_EQ(requests(), Requests {});
+}
+
+TEST_F(AdvancePageRadioTest, SaysNothingAboutTheRadioOfAMissingCard)
+{
+    EXPECT_TRUE(stateText().startsWith(u"No wireless card found."_qs));
+    click(u"Radio");
+    EXPECT_TRUE(stateText().startsWith(u"No wireless card found."_qs));
+    EXPECT_TRUE(stateText().contains(u"Switched off in this window before the card"_qs));
+}
+
+TEST_F(AdvancePageRadioTest, SaysWhatTheCardsOwnSwitchWasWhenApplyReadIt)
+{
+    G_bDeviceExist = 1;
+    page->RadioStatus();
+    EXPECT_TRUE(stateText().contains(u"did not report"_qs));
+    VX_802_11_STA_CONFIG configuration {};
+    setDriverConfiguration(configuration);
+    (void)apply();
+    EXPECT_TRUE(stateText().contains(u"switch is off"_qs));
+    configuration.HwRadioStatus = 1;
+    setDriverConfiguration(configuration);
+    (void)apply();
+    EXPECT_TRUE(stateText().contains(u"switch is on"_qs));
+    registry.fail(VX_OID_802_11_STA_CONFIG);
+    (void)apply();
+    EXPECT_TRUE(stateText().contains(u"did not report"_qs)) << "the last report may be outdated";
+}
+
+TEST_F(AdvancePageRadioTest, DoesNotClaimAChoiceOfAnEarlierRun)
+{
+    G_bDeviceExist = 1;
+    page->RadioStatus();
+    EXPECT_TRUE(stateText().contains(u"has not been switched"_qs));
+    click(u"Radio");
+    EXPECT_TRUE(stateText().contains(u"Switched off in this window."_qs));
+}
+
+TEST_F(AdvancePageRadioTest, ForgetsWhatItKnewAboutARemovedCard)
+{
+    G_bDeviceExist = 1;
+    VX_802_11_STA_CONFIG configuration {};
+    configuration.HwRadioStatus = 1;
+    setDriverConfiguration(configuration);
+    (void)apply();
+    click(u"Radio");
+    registry.forgetCalls();
+    G_bDeviceExist = 0;
+    page->ForgetCard();
+    EXPECT_TRUE(stateText().startsWith(u"No wireless card found."_qs));
+    G_bDeviceExist = 1;
+    page->RadioStatus();
+    EXPECT_TRUE(stateText().contains(u"did not report"_qs));
+    EXPECT_TRUE(stateText().contains(u"before the card was inserted"_qs));
     EXPECT_EQ(requests(), Requests {});
 }
 

@@ -1,0 +1,38 @@
+#include "advanced/RadioText.h"
+
+#include <QCoreApplication>
+
+namespace {
+
+struct RadioTexts {
+    Q_DECLARE_TR_FUNCTIONS(RadioTexts)
+};
+
+QString cardText(const RadioKnowledge& radio)
+{
+    if (!radio.cardExists)
+        return RadioTexts::tr("No wireless card found.");
+    if (!radio.cardSwitchOn)
+        return RadioTexts::tr("The card did not report its radio switch.");
+    return *radio.cardSwitchOn
+        ? RadioTexts::tr("The card reported that its radio switch is on.")
+        : RadioTexts::tr("The card reported that its radio switch is off. Turn it on at the card.");
+}
+
+QString choiceText(const RadioKnowledge& radio)
+{
+    if (!radio.chosenOn)
+        return RadioTexts::tr("The radio has not been switched in this window.");
+    if (radio.chosenForThisCard)
+        return *radio.chosenOn ? RadioTexts::tr("Switched on in this window.")
+                               : RadioTexts::tr("Switched off in this window.");
+    return *radio.chosenOn ? RadioTexts::tr("Switched on in this window before the card was inserted.")
+                           : RadioTexts::tr("Switched off in this window before the card was inserted.");
+}
+
+} // namespace
+
+QString radioText(const RadioKnowledge& radio)
+{
+    return cardText(radio) + u'\n' + choiceText(radio);
+}
