@@ -4,6 +4,8 @@
 #include <QLabel>
 #include <QMessageBox>
 
+#include <algorithm>
+
 namespace {
 
 // The parent of a panel: the current modal window, the active window, or any visible window.
@@ -21,14 +23,26 @@ QWidget* currentWindow()
     return nullptr;
 }
 
-void emphasiseTitle(QMessageBox& panel)
+constexpr int maxCharactersPerLine = 60;
+
+// A message box is only as wide as its title, which breaks the sentences below it into a narrow column.
+void widenForText(QLabel& label)
 {
-    auto* const title = panel.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
-    if (title == nullptr)
-        return;
-    QFont font = title->font();
-    font.setBold(true);
-    title->setFont(font);
+    const QFontMetrics metrics = label.fontMetrics();
+    const int widest = metrics.averageCharWidth() * maxCharactersPerLine;
+    label.setMinimumWidth(std::min(metrics.size(0, label.text()).width() + metrics.averageCharWidth(), widest));
+}
+
+void layOut(QMessageBox& panel)
+{
+    if (auto* const title = panel.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"))) {
+        QFont font = title->font();
+        font.setBold(true);
+        title->setFont(font);
+        widenForText(*title);
+    }
+    if (auto* const message = panel.findChild<QLabel*>(QStringLiteral("qt_msgbox_informativelabel")))
+        widenForText(*message);
 }
 
 } // namespace
@@ -44,6 +58,6 @@ void QtAlertPanels::NSRunAlertPanel(const QString& title, const QString& message
     panel.setInformativeText(message);
     panel.setDefaultButton(panel.addButton(defaultButton, QMessageBox::AcceptRole));
     panel.setWindowModality(Qt::ApplicationModal);
-    emphasiseTitle(panel);
+    layOut(panel);
     panel.exec();
 }

@@ -1,6 +1,7 @@
 #include "platform/ui/QtAlertPanels.h"
 
 #include <QApplication>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
@@ -41,6 +42,19 @@ TEST(QtAlertPanels, ShowsTitleWithoutMessage)
     runPanel(u"WPA-Enterprise isn't supported yet!!!"_qs, QString(), [](QMessageBox& panel) {
         EXPECT_EQ(panel.informativeText(), QString());
         QTest::keyClick(&panel, Qt::Key_Return);
+    });
+}
+
+TEST(QtAlertPanels, ShortTitleDoesNotNarrowALongMessage)
+{
+    const QString message = QString(u"The card did not accept the settings of this profile. "_qs).repeated(3);
+    runPanel(u"Error"_qs, message, [](QMessageBox& panel) {
+        const auto* const label = panel.findChild<QLabel*>(u"qt_msgbox_informativelabel"_qs);
+        ASSERT_NE(label, nullptr);
+        EXPECT_GE(label->width(), label->fontMetrics().averageCharWidth() * 60);
+        EXPECT_GE(label->height(), label->heightForWidth(label->width())) << "no line is cut off";
+        EXPECT_LE(panel.width(), 640);
+        QTest::keyClick(&panel, Qt::Key_Escape);
     });
 }
 
