@@ -7,13 +7,14 @@
 #include "driver/VX7100Access.h"
 #include "driver/records/NdisRecords.h"
 #include "driver/records/Oids.h"
+#include "platform/AlertPanels.h"
 #include "platform/ui/CaptionAlignment.h"
 #include "platform/ui/Images.h"
 #include "ui_AboutPage.h"
 
-#include <QDesktopServices>
 #include <QEvent>
 #include <QFileInfo>
+#include <QPointer>
 
 #include <algorithm>
 #include <utility>
@@ -24,15 +25,11 @@ constexpr char className[] = "AboutPageController";
 
 } // namespace
 
-bool openInBrowser(const QUrl& url)
-{
-    return QDesktopServices::openUrl(url);
-}
-
 AboutPageController::AboutPageController(
-    VX7100Access& adapter, QUrl makerUrl, UrlOpener opener, QString root, QWidget* parent)
+    VX7100Access& adapter, AlertPanels& alerts, QUrl makerUrl, UrlOpener opener, QString root, QWidget* parent)
     : QWidget(parent)
     , Adapter(adapter)
+    , m_alerts(alerts)
     , m_makerUrl(std::move(makerUrl))
     , m_opener(std::move(opener))
     , m_root(std::move(root))
@@ -77,7 +74,19 @@ void AboutPageController::GetAllInformation()
 void AboutPageController::OpenQuorvaneWeb()
 {
     traceEntry(className, "OpenQuorvaneWeb");
-    (void)m_opener(m_makerUrl);
+    const QPointer<AboutPageController> page(this);
+    m_opener(m_makerUrl, [page] {
+        if (page)
+            page->reportMissingBrowser();
+    });
+}
+
+void AboutPageController::reportMissingBrowser()
+{
+    m_alerts.NSRunAlertPanel(tr("The web site could not be opened."),
+        tr("No web browser was found. Install one, or open this address on another device: %1")
+            .arg(m_makerUrl.toDisplayString()),
+        QStringLiteral("OK"));
 }
 
 // The notice wraps in a narrow window. The minimum size of the layout includes only some of its lines.
