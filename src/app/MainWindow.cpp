@@ -1,5 +1,6 @@
 #include "app/MainWindow.h"
 
+#include "app/PageScrollArea.h"
 #include "app/WindowPlacement.h"
 #include "platform/ui/Images.h"
 #include "ui_MainWindow.h"
@@ -34,6 +35,11 @@ MainWindow::MainWindow(QSettings& settings, QWidget* parent)
     setWindowIcon(applicationIcon());
     auto* const quitKey = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q), this);
     connect(quitKey, &QShortcut::activated, this, &QWidget::close);
+    // A page remembers its focus, so this runs each time that it comes to the front.
+    connect(m_ui->TabView, &QTabWidget::currentChanged, this, [this] {
+        if (auto* const page = m_ui->TabView->currentWidget()->findChild<PageScrollArea*>())
+            page->leaveButtons();
+    });
     if (!restoreWindowPlacement(m_settings, *this))
         resize(defaultSize(*this));
 }
@@ -50,8 +56,23 @@ void MainWindow::setPage(Page page, QWidget* content)
     QWidget* const body = tabView().widget(static_cast<int>(page));
     const auto placeholders = body->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
     qDeleteAll(placeholders);
-    body->layout()->addWidget(content);
+    body->layout()->addWidget(new PageScrollArea(content, body));
     body->layout()->setContentsMargins(0, 0, 0, 0); // the page has its own margins
+}
+
+void MainWindow::bringToFront(const QByteArray& activationToken)
+{
+    // Qt reads the token from the environment when it activates a window, but only on Wayland.
+    if (!activationToken.isEmpty() && QApplication::platformName().startsWith(u"wayland"))
+        qputenv("XDG_ACTIVATION_TOKEN", activationToken);
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    show();
+    raise();
+    activateWindow();
+    if (QWidget* const sheet = QApplication::activeModalWidget()) {
+        sheet->raise();
+        sheet->activateWindow();
+    }
 }
 
 void MainWindow::closeEvent(QCloseEvent* event)

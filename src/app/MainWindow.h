@@ -27,6 +27,9 @@ public:
     [[nodiscard]] QTabWidget& tabView() const;
     // Replaces the content of the page's tab.
     void setPage(Page page, QWidget* content);
+    // Shows the window, or the sheet that is open, in front of other windows. The token lets it take the focus where the
+    // window system asks for one; it may be empty.
+    void bringToFront(const QByteArray& activationToken);
 
 protected:
     void closeEvent(QCloseEvent* event) override;

@@ -1,4 +1,6 @@
 #include "app/Application.h"
+#include "app/CoreDumps.h"
+#include "app/SingleInstance.h"
 #include "app/shared/Identity.h"
 #include "platform/LogindConsoleUser.h"
 #include "platform/StandardAssertionHandler.h"
@@ -40,11 +42,21 @@ void setApplicationIdentity()
     QApplication::setWindowIcon(applicationIcon());
 }
 
+// Windows of one user on different displays are independent of each other.
+QByteArray displayName()
+{
+    return qgetenv("QT_QPA_PLATFORM") + ' ' + qgetenv("WAYLAND_DISPLAY") + ' ' + qgetenv("DISPLAY");
+}
+
 } // namespace
 
 int main(int argc, char** argv)
 {
+    disableCoreDumps();
     waitUntilUserLogsIn(argc, argv);
+    SingleInstance instance(qEnvironmentVariable("XDG_RUNTIME_DIR").toStdString(), displayName());
+    if (!instance.isFirst(qgetenv("XDG_ACTIVATION_TOKEN")))
+        return 0;
     const QApplication framework(argc, argv);
     setApplicationIdentity();
 
@@ -61,5 +73,7 @@ int main(int argc, char** argv)
 
     Application application({ registry, clock, runLoop, alerts, sheets, assertions, userDefaults, settings });
     application.awakeFromNib();
+    const ActivationListener listener(
+        instance, [&application](const QByteArray& token) { application.window().bringToFront(token); });
     return QApplication::exec();
 }

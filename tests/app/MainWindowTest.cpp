@@ -135,10 +135,22 @@ TEST_F(MainWindowTest, InvalidPlacementGivesTheDefaultSize)
     EXPECT_GT(window.height(), window.fontMetrics().height() * 20);
 }
 
-TEST_F(MainWindowTest, HasASmallMinimumSize)
+TEST_F(MainWindowTest, OnlyTheTabsLimitItsWidth)
 {
     const MainWindow window(settings);
-    EXPECT_LT(window.minimumSizeHint().width(), window.fontMetrics().averageCharWidth() * 60);
+    const int tabs = window.tabView().tabBar()->sizeHint().width();
+    EXPECT_LT(window.minimumSizeHint().width(), tabs + window.fontMetrics().averageCharWidth() * 10);
+}
+
+TEST_F(MainWindowTest, ComesToTheFrontFromAMinimizedState)
+{
+    MainWindow window(settings);
+    show(window);
+    window.showMinimized();
+    window.bringToFront("token");
+    EXPECT_FALSE(window.isMinimized());
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+    EXPECT_FALSE(qEnvironmentVariableIsSet("XDG_ACTIVATION_TOKEN")) << "only Wayland uses it";
 }
 
 } // namespace

@@ -1,0 +1,58 @@
+#include "app/PageScrollArea.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+
+namespace {
+
+bool takesFocusByTab(const QWidget& widget)
+{
+    return (widget.focusPolicy() & Qt::TabFocus) != 0 && widget.isVisible() && widget.isEnabled();
+}
+
+bool isButton(const QWidget* widget)
+{
+    return qobject_cast<const QAbstractButton*>(widget) != nullptr;
+}
+
+// In tab order; nullptr if the page has none.
+QWidget* firstControlOtherThanButtons(QWidget& page)
+{
+    for (QWidget* widget = page.nextInFocusChain(); widget != &page; widget = widget->nextInFocusChain()) {
+        if (page.isAncestorOf(widget) && takesFocusByTab(*widget) && !isButton(widget))
+            return widget;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+PageScrollArea::PageScrollArea(QWidget* page, QWidget* parent)
+    : QScrollArea(parent)
+{
+    setFrameShape(QFrame::NoFrame);
+    setFocusPolicy(Qt::NoFocus); // the page's controls are the tab stops
+    setWidgetResizable(true);
+    setWidget(page);
+    // The tab's background shows through.
+    viewport()->setAutoFillBackground(false);
+    page->setAutoFillBackground(false);
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* focus) { showFocus(focus); });
+}
+
+void PageScrollArea::showFocus(QWidget* focus)
+{
+    if (focus != nullptr && widget() != nullptr && widget()->isAncestorOf(focus))
+        ensureWidgetVisible(focus);
+}
+
+void PageScrollArea::leaveButtons()
+{
+    QWidget* const focus = QApplication::focusWidget();
+    if (!isButton(focus) || !isAncestorOf(focus))
+        return;
+    if (QWidget* const control = firstControlOtherThanButtons(*widget()))
+        control->setFocus(Qt::TabFocusReason);
+    else
+        focus->clearFocus();
+}
