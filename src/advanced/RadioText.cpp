@@ -15,14 +15,17 @@ QString cardText(const RadioKnowledge& radio)
     if (!radio.cardSwitchOn)
         return RadioTexts::tr("The card did not report its radio switch.");
     return *radio.cardSwitchOn
-        ? RadioTexts::tr("The card reported that its radio switch is on.")
-        : RadioTexts::tr("The card reported that its radio switch is off. Turn it on at the card.");
+        ? RadioTexts::tr("The card's radio switch was on when it was last read.")
+        : RadioTexts::tr("The card's radio switch was off when it was last read. If the link status still "
+                         "says OFF, turn it on at the card.");
 }
 
 QString choiceText(const RadioKnowledge& radio)
 {
     if (!radio.chosenOn)
-        return RadioTexts::tr("The radio has not been switched in this window.");
+        return RadioTexts::tr(
+            "The radio has not been switched in this window. An earlier one may have left it off; to be sure, "
+            "switch it off and on.");
     if (radio.chosenForThisCard)
         return *radio.chosenOn ? RadioTexts::tr("Switched on in this window.")
                                : RadioTexts::tr("Switched off in this window.");

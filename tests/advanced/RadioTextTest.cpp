@@ -16,14 +16,15 @@ TEST(RadioText, SaysWithoutACardThatThereIsNone)
 TEST(RadioText, ClaimsNothingThatIsUnknown)
 {
     const QString text = radioText({ .cardExists = true });
-    EXPECT_EQ(text, u"The card did not report its radio switch.\nThe radio has not been switched in this window."_qs);
+    EXPECT_TRUE(text.contains(u"did not report its radio switch"_qs));
+    EXPECT_TRUE(text.contains(u"may have left it off"_qs));
 }
 
 TEST(RadioText, SaysWhatTheCardReported)
 {
-    EXPECT_TRUE(radioText({ .cardExists = true, .cardSwitchOn = true }).contains(u"radio switch is on."_qs));
+    EXPECT_TRUE(radioText({ .cardExists = true, .cardSwitchOn = true }).contains(u"radio switch was on"_qs));
     const QString off = radioText({ .cardExists = true, .cardSwitchOn = false });
-    EXPECT_TRUE(off.contains(u"radio switch is off. Turn it on at the card."_qs));
+    EXPECT_TRUE(off.contains(u"radio switch was off"_qs));
 }
 
 TEST(RadioText, TellsApartEveryChoice)

@@ -62,11 +62,11 @@ TEST_F(AdvancePageRadioTest, SaysWhatTheCardsOwnSwitchWasWhenApplyReadIt)
     VX_802_11_STA_CONFIG configuration {};
     setDriverConfiguration(configuration);
     (void)apply();
-    EXPECT_TRUE(stateText().contains(u"switch is off"_qs));
+    EXPECT_TRUE(stateText().contains(u"switch was off"_qs));
     configuration.HwRadioStatus = 1;
     setDriverConfiguration(configuration);
     (void)apply();
-    EXPECT_TRUE(stateText().contains(u"switch is on"_qs));
+    EXPECT_TRUE(stateText().contains(u"switch was on"_qs));
     registry.fail(VX_OID_802_11_STA_CONFIG);
     (void)apply();
     EXPECT_TRUE(stateText().contains(u"did not report"_qs)) << "the last report may be outdated";
