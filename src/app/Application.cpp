@@ -11,7 +11,7 @@ Application::Application(const Platform& platform)
     , m_profiles(m_adapter, platform.runLoop, platform.alerts, platform.sheets, m_profileStore, m_siteSurvey)
     , m_linkStatus(m_adapter, platform.runLoop, platform.assertions, &m_siteSurvey)
     , m_statistics(m_adapter, platform.runLoop)
-    , m_advanced(m_adapter, platform.alerts, platform.assertions, platform.homePath)
+    , m_advanced(m_adapter, platform.alerts, platform.assertions, m_window.saveReport(), platform.homePath)
     , m_about(m_adapter, platform.alerts, makerUrl(platform.settings), openInBrowser, platform.bundleRoot)
     , m_controller(m_adapter, platform.runLoop, m_window.tabView(),
           { .siteSurvey = &m_siteSurvey, .about = &m_about, .profile = &m_profiles, .advance = &m_advanced })

@@ -51,6 +51,11 @@ QTabWidget& MainWindow::tabView() const
     return *m_ui->TabView;
 }
 
+SaveReport& MainWindow::saveReport() const
+{
+    return *m_ui->saveFailures;
+}
+
 void MainWindow::setPage(Page page, QWidget* content)
 {
     QWidget* const body = tabView().widget(static_cast<int>(page));

@@ -6,6 +6,7 @@
 
 class QSettings;
 class QTabWidget;
+class SaveReport;
 
 namespace Ui {
 class MainWindow;
@@ -25,6 +26,8 @@ public:
     ~MainWindow() override;
 
     [[nodiscard]] QTabWidget& tabView() const;
+    // Shows the failures at the foot of the window.
+    [[nodiscard]] SaveReport& saveReport() const;
     // Replaces the content of the page's tab.
     void setPage(Page page, QWidget* content);
     // Shows the window, or the sheet that is open, in front of other windows. The token lets it take the focus where the

@@ -9,6 +9,7 @@
 #include "driver/VX7100Access.h"
 #include "platform/AlertPanels.h"
 #include "platform/AssertionHandler.h"
+#include "platform/store/SaveReport.h"
 #include "platform/ui/Images.h"
 #include "ui_AdvancePage.h"
 
@@ -28,12 +29,13 @@ void setCheckedQuietly(QCheckBox& box, bool checked)
 
 } // namespace
 
-AdvancePageController::AdvancePageController(
-    VX7100Access& adapter, AlertPanels& alerts, AssertionHandler& assertions, const QString& homePath, QWidget* parent)
+AdvancePageController::AdvancePageController(VX7100Access& adapter, AlertPanels& alerts, AssertionHandler& assertions,
+    SaveReport& saves, const QString& homePath, QWidget* parent)
     : QWidget(parent)
     , Adapter(adapter)
     , m_alerts(alerts)
     , m_assertions(assertions)
+    , m_saves(saves)
     , m_ui(std::make_unique<Ui::AdvancePage>())
     , ProfileSettingFile(advancedSettingsPath(homePath))
 {
@@ -165,9 +167,18 @@ void AdvancePageController::OnApply()
     showRadioText();
     if (!sendDesiredRates(Adapter, m_settings, m_assertions))
         return;
-    setFirstRecord(records, settingsRecord(m_settings));
-    (void)writeSettingsFile(ProfileSettingFile, records);
+    store();
     DisabledButton();
+}
+
+void AdvancePageController::store()
+{
+    setFirstRecord(records, settingsRecord(m_settings));
+    const SaveResult result = writeSettingsFile(ProfileSettingFile, records);
+    if (result)
+        m_saves.saveSucceeded(ProfileSettingFile);
+    else
+        m_saves.saveFailed(ProfileSettingFile, QString::fromLocal8Bit(result.error.message().c_str()));
 }
 
 void AdvancePageController::EnableButton()

@@ -13,6 +13,7 @@
 
 class AlertPanels;
 class AssertionHandler;
+class SaveReport;
 class VX7100Access;
 
 namespace Ui {
@@ -27,7 +28,7 @@ class AdvancePageController final : public QWidget, public AdvancePage {
 
 public:
     // Arguments passed by reference must outlive the page, except homePath, the home directory of the settings file.
-    AdvancePageController(VX7100Access& adapter, AlertPanels& alerts, AssertionHandler& assertions,
+    AdvancePageController(VX7100Access& adapter, AlertPanels& alerts, AssertionHandler& assertions, SaveReport& saves,
         const QString& homePath = QDir::homePath(), QWidget* parent = nullptr);
     ~AdvancePageController() override;
 
@@ -53,6 +54,7 @@ public:
 private:
     void connectControls();
     void showRadioText();
+    void store();
     void readFirstRecord();
     void showSettings();
     [[nodiscard]] bool rebuildRates();
@@ -60,6 +62,7 @@ private:
     VX7100Access& Adapter;
     AlertPanels& m_alerts;
     AssertionHandler& m_assertions;
+    SaveReport& m_saves;
     std::unique_ptr<Ui::AdvancePage> m_ui;
     AdvancedSettings m_settings;
     std::optional<bool> m_cardSwitchOn; // as the card last reported it

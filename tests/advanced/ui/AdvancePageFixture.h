@@ -5,6 +5,7 @@
 #include "platform/ui/ComboBox.h"
 #include "platform/ui/ImageView.h"
 #include "tests/advanced/CardFixture.h"
+#include "tests/support/RecordingSaveReport.h"
 
 #include <QAbstractItemView>
 #include <QCheckBox>
@@ -65,7 +66,7 @@ protected:
 
     void open()
     {
-        page = std::make_unique<AdvancePageController>(adapter, alerts, assertions, home.path());
+        page = std::make_unique<AdvancePageController>(adapter, alerts, assertions, saves, home.path());
         page->awakeFromNib();
         page->show();
     }
@@ -143,6 +144,7 @@ protected:
     }
 
     QTemporaryDir home;
+    RecordingSaveReport saves;
     std::unique_ptr<AdvancePageController> page;
     std::string traces; // of the last apply()
 };

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "platform/store/SaveReport.h"
+
+#include <QLabel>
+
+#include <map>
+
+// Names the files that could not be written, and why, until they are. Takes no space while there are none. Screen readers
+// announce it.
+class SaveFailureLine final : public QLabel, public SaveReport {
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(SaveFailureLine)
+
+public:
+    explicit SaveFailureLine(QWidget* parent = nullptr);
+    ~SaveFailureLine() override = default;
+
+    void saveFailed(const QString& path, const QString& reason) override;
+    void saveSucceeded(const QString& path) override;
+
+private:
+    void update();
+
+    std::map<QString, QString> m_reasons; // by path
+};
