@@ -6,6 +6,7 @@
 #include "survey/connection/TaskQueue.h"
 #include "tests/support/BssidListBuilder.h"
 #include "tests/support/PlantedBssidList.h"
+#include "tests/support/RecordedRequests.h"
 #include "tests/support/RecordingAlertPanels.h"
 #include "tests/support/RecordingIORegistry.h"
 #include "tests/support/RecordingTickClock.h"
@@ -90,5 +91,5 @@ protected:
 // The requests of a scan: the scan, the list and the end of the list.
 inline std::vector<std::uint32_t> scanOids()
 {
-    return { 0x0D81011A, 0x0D010217, 0x0D010218 };
+    return { asSet(OID_802_11_BSSID_LIST_SCAN), OID_802_11_BSSID_LIST, VX_OID_802_11_BSSID_LIST_NEXT };
 }

@@ -1,6 +1,7 @@
 #include "profiles/ProfileConnection.h"
 #include "survey/connection/ConnectionTasks.h"
 #include "tests/profiles/ui/ProfilePageFixture.h"
+#include "tests/support/RecordedRequests.h"
 
 namespace {
 
@@ -92,26 +93,27 @@ TEST_F(ActivationTest, OpenProfileSendsTheExactRequests)
     activate(with(sampleProfile(), { { ProfileKey::powerSaveMode, u"0"_qs } }));
     const auto sent = requestsOfLastRecord();
     ASSERT_EQ(sent.size(), 10u);
-    EXPECT_EQ(sent[0].oid, 0x0D810115u); // disassociate
+    EXPECT_EQ(sent[0].oid, asSet(OID_802_11_DISASSOCIATE));
     const std::vector<DriverRequest> rest(sent.begin() + 1, sent.end());
     EXPECT_EQ(rest,
         (std::vector<DriverRequest> {
-            { 0x0D810108, word(1) }, // infrastructure mode
-            { 0x0DF10101, word(2) }, // preamble
-            { 0x0D81020A, word(2347) }, // RTS threshold
-            { 0x0D810209, word(2346) }, // fragmentation threshold
-            { 0x0D810118, word(0) }, // authentication mode: open
-            { 0x0D81011B, word(1) }, // encryption status: disabled
-            { 0x0DF10118, word(25) }, // transmit power in percent
-            { 0x0D810216, word(0) }, // power mode
-            { 0x0D810102, recordBytes(ssidOf("home")) }, // SSID
+            { asSet(OID_802_11_INFRASTRUCTURE_MODE), word(1) },
+            { asSet(VX_OID_802_11_PREAMBLE), word(2) },
+            { asSet(OID_802_11_RTS_THRESHOLD), word(2347) },
+            { asSet(OID_802_11_FRAGMENTATION_THRESHOLD), word(2346) },
+            { asSet(OID_802_11_AUTHENTICATION_MODE), word(0) }, // authentication mode: open
+            { asSet(OID_802_11_ENCRYPTION_STATUS), word(1) }, // encryption status: disabled
+            { asSet(VX_OID_802_11_TX_POWER), word(25) },
+            { asSet(OID_802_11_POWER_MODE), word(0) },
+            { asSet(OID_802_11_SSID), recordBytes(ssidOf("home")) },
         }));
 }
 
 TEST_F(ActivationTest, EachKindOfSecuritySendsItsKeys)
 {
-    const std::vector<std::uint32_t> head { 0x0D810115, 0x0D810108, 0x0DF10101, 0x0D81020A, 0x0D810209, 0x0D810118,
-        0x0D81011B, 0x0DF10118 };
+    const std::vector<std::uint32_t> head { asSet(OID_802_11_DISASSOCIATE), asSet(OID_802_11_INFRASTRUCTURE_MODE),
+        asSet(VX_OID_802_11_PREAMBLE), asSet(OID_802_11_RTS_THRESHOLD), asSet(OID_802_11_FRAGMENTATION_THRESHOLD),
+        asSet(OID_802_11_AUTHENTICATION_MODE), asSet(OID_802_11_ENCRYPTION_STATUS), asSet(VX_OID_802_11_TX_POWER) };
     const auto expectOids = [&](const Profile& profile, const std::vector<std::uint32_t>& tail) {
         activate(profile);
         (void)requestsOfLastRecord();
@@ -122,10 +124,13 @@ TEST_F(ActivationTest, EachKindOfSecuritySendsItsKeys)
     const Profile wpa = with(sampleProfile(), { { ProfileKey::authenticationType, u"2"_qs } });
     // Keys 1, 2 and 4 are added, key 3 is removed.
     expectOids(with(sampleProfile(), { { ProfileKey::encryptionType, u"1"_qs } }),
-        { 0x0D81011D, 0x0D81011D, 0x0D81011E, 0x0D81011D, 0x0D810216, 0x0D810102 });
-    expectOids(wpa, { 0x0DF10116, 0x0D810216, 0x0D810102 });
+        { asSet(OID_802_11_ADD_KEY), asSet(OID_802_11_ADD_KEY), asSet(OID_802_11_REMOVE_KEY), asSet(OID_802_11_ADD_KEY),
+            asSet(OID_802_11_POWER_MODE), asSet(OID_802_11_SSID) });
+    expectOids(wpa, { asSet(VX_OID_802_11_ADD_WPA), asSet(OID_802_11_POWER_MODE), asSet(OID_802_11_SSID) });
     // An ad hoc network sets the channel instead of the power mode.
-    expectOids(with(wpa, { { ProfileKey::networkType, u"0"_qs } }), { 0x0D81011D, 0x0D010211, 0x0D810211, 0x0D810102 });
+    expectOids(with(wpa, { { ProfileKey::networkType, u"0"_qs } }),
+        { asSet(OID_802_11_ADD_KEY), OID_802_11_CONFIGURATION, asSet(OID_802_11_CONFIGURATION),
+            asSet(OID_802_11_SSID) });
 }
 
 TEST_F(ActivationTest, WepKeyOfOddLengthDropsItsLastDigit)

@@ -2,6 +2,7 @@
 
 #include "driver/BssidList.h"
 #include "survey/connection/ProfileData.h"
+#include "tests/support/RecordedRequests.h"
 #include "tests/support/StandardErrorOf.h"
 #include "tests/survey/SurveyFixture.h"
 
@@ -84,14 +85,14 @@ Bytes removeKey(std::uint32_t index)
 Requests openSettings()
 {
     return {
-        { 0x0D810115, word(0) },
-        { 0x0D810108, word(1) },
-        { 0x0DF10101, word(2) },
-        { 0x0D81020A, word(2347) },
-        { 0x0D810209, word(2346) },
-        { 0x0D810118, word(0) },
-        { 0x0D81011B, word(1) },
-        { 0x0DF10118, word(75) },
+        { asSet(OID_802_11_DISASSOCIATE), word(0) },
+        { asSet(OID_802_11_INFRASTRUCTURE_MODE), word(1) },
+        { asSet(VX_OID_802_11_PREAMBLE), word(2) },
+        { asSet(OID_802_11_RTS_THRESHOLD), word(2347) },
+        { asSet(OID_802_11_FRAGMENTATION_THRESHOLD), word(2346) },
+        { asSet(OID_802_11_AUTHENTICATION_MODE), word(0) },
+        { asSet(OID_802_11_ENCRYPTION_STATUS), word(1) },
+        { asSet(VX_OID_802_11_TX_POWER), word(75) },
     };
 }
 
@@ -104,8 +105,10 @@ Requests operator+(Requests first, const Requests& second)
 TEST_F(ConnectionTasksTest, SendsTheSettingsOfAnOpenNetworkWithoutKeyRequests)
 {
     run(openRecord());
-    EXPECT_EQ(
-        requests(), (openSettings() + Requests { { 0x0D810216, word(2) }, { 0x0D810102, recordBytes(ssid("cafe")) } }));
+    EXPECT_EQ(requests(),
+        (openSettings()
+            + Requests {
+                { asSet(OID_802_11_POWER_MODE), word(2) }, { asSet(OID_802_11_SSID), recordBytes(ssid("cafe")) } }));
     EXPECT_EQ(TaskQueue::GetTaskObject(), nullptr);
     EXPECT_EQ(state.runFlag, 0);
 }
@@ -115,7 +118,7 @@ TEST_F(ConnectionTasksTest, DisassociatesOnlyIfTheRecordSaysSo)
     auto record = openRecord();
     record->DisassociateFirst = 0;
     run(std::move(record));
-    EXPECT_EQ(registry.oids().front(), 0x0D810108U);
+    EXPECT_EQ(registry.oids().front(), asSet(OID_802_11_INFRASTRUCTURE_MODE));
 }
 
 TEST_F(ConnectionTasksTest, AssociatesByBssidIfTheRecordSaysSo)
@@ -123,8 +126,10 @@ TEST_F(ConnectionTasksTest, AssociatesByBssidIfTheRecordSaysSo)
     auto record = openRecord();
     record->ConnectByBssid = 1;
     run(std::move(record));
-    EXPECT_EQ(
-        requests(), (openSettings() + Requests { { 0x0D810216, word(2) }, { 0x0D810101, recordBytes(accessPoint) } }));
+    EXPECT_EQ(requests(),
+        (openSettings()
+            + Requests {
+                { asSet(OID_802_11_POWER_MODE), word(2) }, { asSet(OID_802_11_BSSID), recordBytes(accessPoint) } }));
 }
 
 TEST_F(ConnectionTasksTest, SendsAPresharedKeyAsTheOnlyKeyRequest)
@@ -135,10 +140,12 @@ TEST_F(ConnectionTasksTest, SendsAPresharedKeyAsTheOnlyKeyRequest)
     record->pWpaKey = keyRecord(keyIndexTransmit, 32);
     record->pWepKey[0] = keyRecord(0, 5);
     run(std::move(record));
-    const Requests expected { { 0x0D810115, word(0) }, { 0x0D810108, word(1) }, { 0x0DF10101, word(2) },
-        { 0x0D81020A, word(2347) }, { 0x0D810209, word(2346) }, { 0x0D810118, word(4) }, { 0x0D81011B, word(4) },
-        { 0x0DF10118, word(75) }, { 0x0DF10116, keyBytes(keyIndexTransmit, 32) }, { 0x0D810216, word(2) },
-        { 0x0D810102, recordBytes(ssid("cafe")) } };
+    const Requests expected { { asSet(OID_802_11_DISASSOCIATE), word(0) },
+        { asSet(OID_802_11_INFRASTRUCTURE_MODE), word(1) }, { asSet(VX_OID_802_11_PREAMBLE), word(2) },
+        { asSet(OID_802_11_RTS_THRESHOLD), word(2347) }, { asSet(OID_802_11_FRAGMENTATION_THRESHOLD), word(2346) },
+        { asSet(OID_802_11_AUTHENTICATION_MODE), word(4) }, { asSet(OID_802_11_ENCRYPTION_STATUS), word(4) },
+        { asSet(VX_OID_802_11_TX_POWER), word(75) }, { asSet(VX_OID_802_11_ADD_WPA), keyBytes(keyIndexTransmit, 32) },
+        { asSet(OID_802_11_POWER_MODE), word(2) }, { asSet(OID_802_11_SSID), recordBytes(ssid("cafe")) } };
     EXPECT_EQ(requests(), expected);
     EXPECT_EQ(requests()[8].input.size(), 71U);
 }
@@ -150,7 +157,7 @@ TEST_F(ConnectionTasksTest, AddsTheKeyOfAWpaNoneNetwork)
     record->EncryStatus = Ndis802_11Encryption3Enabled;
     record->pWpaKey = keyRecord(keyIndexTransmit, 32);
     run(std::move(record));
-    EXPECT_EQ(keyRequests(), (Requests { { 0x0D81011D, keyBytes(keyIndexTransmit, 32) } }));
+    EXPECT_EQ(keyRequests(), (Requests { { asSet(OID_802_11_ADD_KEY), keyBytes(keyIndexTransmit, 32) } }));
 }
 
 TEST_F(ConnectionTasksTest, RemovesTheAbsentKeysOfASharedNetworkInIndexOrder)
@@ -160,8 +167,9 @@ TEST_F(ConnectionTasksTest, RemovesTheAbsentKeysOfASharedNetworkInIndexOrder)
     record->pWepKey[1] = keyRecord(1 | keyIndexTransmit, 13);
     run(std::move(record));
     EXPECT_EQ(keyRequests(),
-        (Requests { { 0x0D81011E, removeKey(0) }, { 0x0D81011D, keyBytes(1 | keyIndexTransmit, 13) },
-            { 0x0D81011E, removeKey(2) }, { 0x0D81011E, removeKey(3) } }));
+        (Requests { { asSet(OID_802_11_REMOVE_KEY), removeKey(0) },
+            { asSet(OID_802_11_ADD_KEY), keyBytes(1 | keyIndexTransmit, 13) },
+            { asSet(OID_802_11_REMOVE_KEY), removeKey(2) }, { asSet(OID_802_11_REMOVE_KEY), removeKey(3) } }));
     EXPECT_EQ(keyRequests()[1].input.size(), 52U);
 }
 
@@ -174,7 +182,7 @@ TEST_F(ConnectionTasksTest, SendsTheFourKeysOfAnOpenWepNetwork)
     run(std::move(record));
     ASSERT_EQ(keyRequests().size(), 4U);
     for (std::uint32_t index = 0; index < 4; ++index)
-        EXPECT_EQ(keyRequests()[index], (DriverRequest { 0x0D81011D, keyBytes(index, 5) }));
+        EXPECT_EQ(keyRequests()[index], (DriverRequest { asSet(OID_802_11_ADD_KEY), keyBytes(index, 5) }));
 }
 
 TEST_F(ConnectionTasksTest, SetsTheChannelOfAnAdHocNetworkAndKeepsTheRestOfTheConfiguration)
@@ -192,9 +200,9 @@ TEST_F(ConnectionTasksTest, SetsTheChannelOfAnAdHocNetworkAndKeepsTheRestOfTheCo
     expected.DSConfig = 2437000;
     const std::size_t count = requests().size();
     ASSERT_EQ(count, 11U);
-    EXPECT_EQ(requests()[count - 3], (DriverRequest { 0x0D010211, Bytes(32) }));
-    EXPECT_EQ(requests()[count - 2], (DriverRequest { 0x0D810211, recordBytes(expected) }));
-    EXPECT_EQ(requests()[count - 1], (DriverRequest { 0x0D810102, recordBytes(ssid("cafe")) }));
+    EXPECT_EQ(requests()[count - 3], (DriverRequest { OID_802_11_CONFIGURATION, Bytes(32) }));
+    EXPECT_EQ(requests()[count - 2], (DriverRequest { asSet(OID_802_11_CONFIGURATION), recordBytes(expected) }));
+    EXPECT_EQ(requests()[count - 1], (DriverRequest { asSet(OID_802_11_SSID), recordBytes(ssid("cafe")) }));
 }
 
 TEST_F(ConnectionTasksTest, SendsTheWirelessModeIfTheRecordSaysSo)
@@ -209,16 +217,18 @@ TEST_F(ConnectionTasksTest, SendsTheWirelessModeIfTheRecordSaysSo)
     run(std::move(record));
     EXPECT_EQ(requests(),
         (openSettings()
-            + Requests { { 0x0D810216, word(2) }, { 0x0DF1010C, word(3) }, { 0x0DF10111, staConfig },
-                { 0x0D810210, rates }, { 0x0D810102, recordBytes(ssid("cafe")) } }));
+            + Requests { { asSet(OID_802_11_POWER_MODE), word(2) }, { asSet(VX_OID_802_11_PHY_MODE), word(3) },
+                { asSet(VX_OID_802_11_STA_CONFIG), staConfig }, { asSet(OID_802_11_DESIRED_RATES), rates },
+                { asSet(OID_802_11_SSID), recordBytes(ssid("cafe")) } }));
 }
 
 TEST_F(ConnectionTasksTest, SendsOnlyTheAssociationForTheShortTasks)
 {
     run(openRecord(), CONNECT_TASK_SSID);
     run(openRecord(), CONNECT_TASK_BSSID);
-    EXPECT_EQ(
-        requests(), (Requests { { 0x0D810102, recordBytes(ssid("cafe")) }, { 0x0D810101, recordBytes(accessPoint) } }));
+    EXPECT_EQ(requests(),
+        (Requests { { asSet(OID_802_11_SSID), recordBytes(ssid("cafe")) },
+            { asSet(OID_802_11_BSSID), recordBytes(accessPoint) } }));
 }
 
 TEST_F(ConnectionTasksTest, ScansAndReadsTheListForARescan)
@@ -240,7 +250,7 @@ TEST_F(ConnectionTasksTest, ContinuesIfTheDriverRejectsEveryRequest)
     record->ChannelFreq = 2412000;
     run(std::move(record));
     EXPECT_EQ(requests().size(), 11U);
-    EXPECT_EQ(registry.oids().back(), 0x0D810102U);
+    EXPECT_EQ(registry.oids().back(), asSet(OID_802_11_SSID));
     EXPECT_TRUE(ProfileDataQueue->empty());
 }
 
@@ -252,7 +262,7 @@ TEST_F(ConnectionTasksTest, SendsFullPowerForAnInvalidStep)
     auto record = openRecord();
     record->TxPower = 7;
     run(std::move(record));
-    EXPECT_EQ(requests()[7], (DriverRequest { 0x0DF10118, word(100) }));
+    EXPECT_EQ(requests()[7], (DriverRequest { asSet(VX_OID_802_11_TX_POWER), word(100) }));
 }
 
 TEST_F(ConnectionTasksTest, ClearsTheRunFlagOnAnEmptyQueue)
@@ -286,11 +296,11 @@ TEST_F(ConnectionTasksTest, RunsOneTaskPerCallOldestFirst)
     queueRescan();
     queueConnection(openRecord());
     DoTask(state, adapter);
-    EXPECT_EQ(registry.oids().front(), 0x0D81011AU);
+    EXPECT_EQ(registry.oids().front(), asSet(OID_802_11_BSSID_LIST_SCAN));
     EXPECT_EQ(ProfileDataQueue->size(), 1U);
     registry.forgetCalls();
     DoTask(state, adapter);
-    EXPECT_EQ(registry.oids().back(), 0x0D810102U);
+    EXPECT_EQ(registry.oids().back(), asSet(OID_802_11_SSID));
     EXPECT_TRUE(ProfileDataQueue->empty());
 }
 

@@ -2,6 +2,7 @@
 
 #include "survey/connection/ConnectionTasks.h"
 #include "survey/connection/ProfileData.h"
+#include "tests/support/RecordedRequests.h"
 #include "tests/survey/SurveyFixture.h"
 
 namespace {
@@ -43,7 +44,7 @@ TEST_F(LinkLossTest, TasksRunAgainOnceTheQueueWasEmpty)
 
     (void)queueConnection(std::make_unique<PROFILE_DATA>());
     doTask();
-    EXPECT_EQ(registry.oids().back(), 0x0D810102U);
+    EXPECT_EQ(registry.oids().back(), asSet(OID_802_11_SSID));
     EXPECT_TRUE(ProfileDataQueue->empty());
     EXPECT_EQ(state.runFlag, 0);
 }

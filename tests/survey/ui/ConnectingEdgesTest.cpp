@@ -1,5 +1,6 @@
 // Connecting after link loss, during a rescan, and from invalid lists.
 
+#include "tests/support/RecordedRequests.h"
 #include "tests/support/StandardErrorOf.h"
 #include "tests/survey/ui/ConnectingFixture.h"
 
@@ -65,7 +66,7 @@ TEST_F(ConnectingEdgesTest, ScansAtEveryTickAfterLinkLossUntilTheUserConnects)
     registry.forgetCalls();
     runLoop.advance(2s);
     EXPECT_EQ(registry.oids().front(), std::uint32_t { OID_GEN_MEDIA_CONNECT_STATUS });
-    EXPECT_EQ(registry.oids().back(), 0x0D810101U);
+    EXPECT_EQ(registry.oids().back(), asSet(OID_802_11_BSSID));
     registry.forgetCalls();
     runLoop.advance(6s);
     EXPECT_EQ(registry.oids(), Oids(3, OID_GEN_MEDIA_CONNECT_STATUS)); // no more scans
