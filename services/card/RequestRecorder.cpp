@@ -2,8 +2,8 @@
 
 #include "driver/records/Oids.h"
 #include "posix/FileDescriptor.h"
+#include "posix/SystemError.h"
 #include "services/card/OidCatalogue.h"
-#include "services/host/LastError.h"
 
 #include <array>
 
@@ -60,10 +60,10 @@ std::error_code RequestRecorder::start(const std::string& path)
     FileDescriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, 0600));
     // An existing file would keep its mode.
     if (!file || ::fchmod(file.get(), 0600) != 0)
-        return lastError();
+        return lastSystemError();
     m_file.reset(::fdopen(file.get(), "w"));
     if (!m_file)
-        return lastError();
+        return lastSystemError();
     (void)file.release(); // the stream closes it now
     m_path = path;
     return {};

@@ -1,6 +1,6 @@
 #include "services/host/ListeningSocket.h"
 
-#include "services/host/LastError.h"
+#include "posix/SystemError.h"
 
 #include <cstring>
 #include <utility>
@@ -22,7 +22,7 @@ bool isFileName(const std::string& name)
 std::error_code makeDirectory(int parent, const std::string& path)
 {
     if (::mkdirat(parent, path.c_str(), 0700) != 0 && errno != EEXIST)
-        return lastError();
+        return lastSystemError();
     return {};
 }
 
@@ -31,7 +31,7 @@ std::error_code checkTrusted(int directory)
 {
     struct stat status { };
     if (::fstat(directory, &status) != 0)
-        return lastError();
+        return lastSystemError();
     const bool isOwned = status.st_uid == 0 || status.st_uid == ::geteuid();
     if (!isOwned || (status.st_mode & (S_IWGRP | S_IWOTH)) != 0)
         return std::make_error_code(std::errc::operation_not_permitted);
@@ -44,12 +44,12 @@ std::error_code openClassDirectory(const std::string& root, const std::string& c
         return error;
     const FileDescriptor rootDirectory(::open(root.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
     if (!rootDirectory)
-        return lastError();
+        return lastSystemError();
     if (const auto error = makeDirectory(rootDirectory.get(), className))
         return error;
     directory = FileDescriptor(
         ::openat(rootDirectory.get(), className.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
-    return directory ? checkTrusted(directory.get()) : lastError();
+    return directory ? checkTrusted(directory.get()) : lastSystemError();
 }
 
 // Socket addresses hold at most 107 bytes, but registry paths may be longer: the address names the directory by its
@@ -80,15 +80,15 @@ std::error_code removeStaleSocket(int directory, const std::string& name, int ty
 {
     struct stat status { };
     if (::fstatat(directory, name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0)
-        return errno == ENOENT ? std::error_code() : lastError();
+        return errno == ENOENT ? std::error_code() : lastSystemError();
     if (!S_ISSOCK(status.st_mode))
         return std::make_error_code(std::errc::file_exists);
     const FileDescriptor probe = makeSocket(type);
     if (!probe)
-        return lastError();
+        return lastSystemError();
     if (::connect(probe.get(), generic(address), sizeof(address)) == 0 || errno != ECONNREFUSED)
         return std::make_error_code(std::errc::address_in_use);
-    return ::unlinkat(directory, name.c_str(), 0) == 0 ? std::error_code() : lastError();
+    return ::unlinkat(directory, name.c_str(), 0) == 0 ? std::error_code() : lastSystemError();
 }
 
 std::error_code bindAndListen(int directory, const std::string& name, int type, int socket)
@@ -99,7 +99,7 @@ std::error_code bindAndListen(int directory, const std::string& name, int type, 
     if (const auto error = removeStaleSocket(directory, name, type, address))
         return error;
     if (::bind(socket, generic(address), sizeof(address)) != 0 || ::listen(socket, SOMAXCONN) != 0)
-        return lastError();
+        return lastSystemError();
     return {};
 }
 
@@ -142,7 +142,7 @@ std::optional<ListeningSocket> ListeningSocket::listen(
         return std::nullopt;
     FileDescriptor socket = makeSocket(type);
     if (!socket) {
-        error = lastError();
+        error = lastSystemError();
         return std::nullopt;
     }
     const DirectoryLock lock(directory.get());
@@ -151,7 +151,7 @@ std::optional<ListeningSocket> ListeningSocket::listen(
         return std::nullopt;
     struct stat status { };
     if (::fstatat(directory.get(), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0) {
-        error = lastError();
+        error = lastSystemError();
         return std::nullopt;
     }
     return ListeningSocket(std::move(directory), std::move(socket), name, status.st_dev, status.st_ino);
@@ -182,6 +182,6 @@ ListeningSocket::~ListeningSocket()
 FileDescriptor ListeningSocket::accept(std::error_code& error) const
 {
     FileDescriptor connection(::accept4(m_socket.get(), nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC));
-    error = connection ? std::error_code() : lastError();
+    error = connection ? std::error_code() : lastSystemError();
     return connection;
 }

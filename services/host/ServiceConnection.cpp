@@ -1,6 +1,6 @@
 #include "services/host/ServiceConnection.h"
 
-#include "services/host/LastError.h"
+#include "posix/SystemError.h"
 #include "services/host/TransportPackets.h"
 
 #include <array>
@@ -147,5 +147,5 @@ std::error_code ServiceReply::Connection::sendNow(std::span<const std::byte> pac
     do {
         size = ::send(m_socket.get(), packet.data(), packet.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
     } while (size < 0 && errno == EINTR);
-    return size < 0 ? lastError() : std::error_code();
+    return size < 0 ? lastSystemError() : std::error_code();
 }

@@ -62,7 +62,7 @@ public:
     // ListeningSocket::publish() does.
     [[nodiscard]] std::error_code publish(
         const std::string& root, const std::string& className, const std::string& instanceName);
-    // Removes the socket, if it is still ours, and closes every connection. The host can be published again.
+    // Removes the socket, if this host still owns it, and closes every connection. The host can be published again.
     void withdraw();
     // Closes every connection and keeps listening.
     void dropConnections();

@@ -34,7 +34,7 @@ struct Platform {
     UserDefaults& userDefaults; // the profiles
     QSettings& settings; // the window's placement and the maker's web site
     QString homePath { QDir::homePath() }; // holds Library/Preferences
-    QString bundleRoot {}; // precedes the fixed paths of the installed bundles
+    QString bundleRoot {}; // prepended to the fixed paths of the installed bundles
 };
 
 // The main window with its pages and the objects they share, connected to each other.

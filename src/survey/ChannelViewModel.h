@@ -31,12 +31,12 @@ struct ChannelViewModel {
 // Whether the view has a place on its axis for this network.
 [[nodiscard]] bool isDrawn(const ChannelViewNetwork& network);
 
-// Orders by falling signal, then rising frequency and row.
+// Orders by decreasing signal, then rising frequency and row.
 [[nodiscard]] bool isStronger(const ChannelViewNetwork& one, const ChannelViewNetwork& other);
 
 enum class ChannelStep { First, Last, LowerFrequency, HigherFrequency, Stronger, Weaker };
 
 // The row that a step leads to from the selected one, among the networks that are drawn; -1 when none is drawn.
-// Networks on one frequency follow each other by falling signal. A step beyond either end stays there. Where no drawn
+// Networks on one frequency follow each other by decreasing signal. A step beyond either end stays there. Where no drawn
 // network is selected, a step along the axis starts at its end, and a step by signal at the strongest network.
 [[nodiscard]] int rowAfterStep(const ChannelViewModel& model, ChannelStep step);

@@ -1,6 +1,6 @@
 #include "services/simulator/control/ControlServer.h"
 
-#include "services/host/LastError.h"
+#include "posix/SystemError.h"
 
 #include <QLocalSocket>
 
@@ -22,11 +22,11 @@ constexpr std::size_t maxSocketPathLength = sizeof(sockaddr_un::sun_path) - 1;
 std::error_code openPrivateDirectory(const fs::path& path, FileDescriptor& directory)
 {
     if (::mkdir(path.c_str(), 0700) != 0 && errno != EEXIST)
-        return lastError();
+        return lastSystemError();
     directory = FileDescriptor(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     struct stat status { };
     if (!directory || ::fstat(directory.get(), &status) != 0)
-        return lastError();
+        return lastSystemError();
     const bool isPrivate = status.st_uid == ::geteuid() && (status.st_mode & (S_IRWXG | S_IRWXO)) == 0;
     return isPrivate ? std::error_code() : std::make_error_code(std::errc::permission_denied);
 }

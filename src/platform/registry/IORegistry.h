@@ -5,7 +5,7 @@
 #include <span>
 #include <string_view>
 
-// Handles are numbers; 0 is no handle. Releasing a handle that is not held is a no-op.
+// Handles are numbers; 0 means no handle. Releasing a handle that is not held is a no-op.
 using mach_port_t = std::uint32_t;
 using io_object_t = std::uint32_t; // an iterator or a service
 using io_connect_t = std::uint32_t; // an open user client

@@ -34,7 +34,7 @@ FileDescriptor connectWithoutWaiting(const ServiceLocation& location)
     return socket;
 }
 
-// A notifier may lead to its own deletion, so it is only disabled at once.
+// Deleted later: a notifier's own signal may lead to its deletion.
 struct DeleteLater {
     void operator()(QSocketNotifier* notifier) const
     {
@@ -97,7 +97,7 @@ private:
     FileDescriptor m_socket;
     bool m_makesCompletionCall;
     TimePoint m_sent {};
-    std::unique_ptr<QSocketNotifier, DeleteLater> m_readable; // goes before its descriptor
+    std::unique_ptr<QSocketNotifier, DeleteLater> m_readable; // destroyed before its descriptor
 };
 
 SilentServices::SilentServices(Clock clock)

@@ -28,8 +28,8 @@ public:
     using TimePoint = std::chrono::steady_clock::time_point;
     using Clock = std::function<TimePoint()>;
 
-    // A request exchanges three packets within 2 s. A service that takes longer than this for one of them would only make
-    // the next request time out.
+    // A request exchanges three packets within 2 s. A service that takes longer than this for one of them would make
+    // the next request time out too.
     static constexpr std::chrono::milliseconds maxProbeTime { 500 };
     static constexpr std::chrono::seconds firstPause { 10 };
     static constexpr std::chrono::seconds maxPause { 60 };

@@ -25,5 +25,5 @@
 // file is missing or unreadable.
 [[nodiscard]] PropertyDictionaries readDictionariesFile(const QString& path);
 
-// As replacePropertyListFile; a file counts as fully read if dictionariesOf skips nothing in it.
+// Like replacePropertyListFile; a file counts as fully read if dictionariesOf skips nothing in it.
 [[nodiscard]] SaveResult writeDictionariesFile(const QString& path, const PropertyDictionaries& dictionaries);

@@ -30,6 +30,6 @@ private:
     void fire(Entry& entry);
 
     QElapsedTimer m_clock;
-    QTimer m_wakeUp; // for the earliest of the timers: separate ones would lose their order
+    QTimer m_wakeUp; // one QTimer for all; separate ones would not fire in order
     std::vector<std::shared_ptr<Entry>> m_entries; // in the order in which they were scheduled
 };

@@ -20,7 +20,7 @@ public:
 
     void paint(const ChannelViewModel& model, const ChannelViewGeometry& geometry,
         const std::vector<ChannelViewLabel>& labels) const;
-    // A frame of our own: the focus rectangles of some styles are filled, which would tint the whole view.
+    // Draws its own frame: the focus rectangles of some styles are filled, which would tint the whole view.
     void paintFocusFrame(const QRectF& contents, const ChannelViewGeometry& geometry) const;
 
 private:
