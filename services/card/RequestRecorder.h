@@ -8,9 +8,9 @@
 #include <string>
 #include <system_error>
 
-// Writes every request to a file, one JSON object per line, for tests that check what the utility sends. The input bytes
-// are written unchanged, KEY MATERIAL INCLUDED: only the owner can read the file (mode 0600), and nothing is recorded
-// unless recording was started.
+// Writes every request to a file, one JSON object per line, for tests that check what the utility sends. The input
+// bytes are written unchanged, KEY MATERIAL INCLUDED: only the owner can read the file (mode 0600), and nothing is
+// recorded unless recording was started.
 class RequestRecorder {
 public:
     // Starts a new recording and truncates the file. Does not follow a symbolic link.

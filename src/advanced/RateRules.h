@@ -26,8 +26,8 @@ inline constexpr std::int32_t ofdmOnlyMode = 2;
 // b/g protection applies only to networks with both 802.11b and 802.11g stations.
 [[nodiscard]] bool modeHasProtection(std::int32_t wirelessMode);
 
-// The desired rates for a mode and an index in its list: one fixed rate, or all rates that "Auto" may use. An unknown mode
-// or index is a failed assertion. If the handler continues, they are treated as mixed mode and "Auto"; otherwise the
-// result is std::nullopt.
+// The desired rates for a mode and an index in its list: one fixed rate, or all rates that "Auto" may use. An unknown
+// mode or index is a failed assertion. If the handler continues, they are treated as mixed mode and "Auto"; otherwise
+// the result is std::nullopt.
 [[nodiscard]] std::optional<NDIS_802_11_RATES> desiredRates(
     std::int32_t wirelessMode, std::int32_t rateIndex, AssertionHandler& assertions);

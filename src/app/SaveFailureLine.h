@@ -6,8 +6,8 @@
 
 #include <map>
 
-// Names the files that could not be written, and why, until they are. Takes no space while there are none. Screen readers
-// announce it.
+// Names the files that could not be written, and why, until they are. Takes no space while there are none. Screen
+// readers announce it.
 class SaveFailureLine final : public QLabel, public SaveReport {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(SaveFailureLine)

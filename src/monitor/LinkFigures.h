@@ -11,8 +11,8 @@
 // "5.5 Mbps" or "54 Mbps" from units of 500 kbit/s.
 [[nodiscard]] QString transmitRateText(std::uint32_t rateInHalfMbps);
 
-// Throughput over one tick of 2 s from two readings of a byte counter, which may have wrapped around in between. Rounded
-// down to whole kbit/s.
+// Throughput over one tick of 2 s from two readings of a byte counter, which may have wrapped around in between.
+// Rounded down to whole kbit/s.
 [[nodiscard]] std::uint32_t throughputKbps(std::uint32_t byteCount, std::uint32_t lastByteCount);
 // With one decimal, which is always zero.
 [[nodiscard]] QString throughputText(std::uint32_t kbps);

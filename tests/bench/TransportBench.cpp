@@ -21,8 +21,8 @@
 #include <sys/un.h>
 #include <unistd.h>
 
-// One complete driver request (search, open, call, complete, close), made by the utility and by the bare system calls. Both
-// use the same service.
+// One complete driver request (search, open, call, complete, close), made by the utility and by the bare system calls.
+// Both use the same service.
 
 namespace {
 

@@ -1,6 +1,6 @@
-// Treats the input as a scan result: appends to it, iterates over it, converts it to rows and passes it to the code that
-// joins networks, proposes profiles and watches the connection. The sanitizers detect accesses outside the buffer; this
-// file checks properties of the results.
+// Treats the input as a scan result: appends to it, iterates over it, converts it to rows and passes it to the code
+// that joins networks, proposes profiles and watches the connection. The sanitizers detect accesses outside the buffer;
+// this file checks properties of the results.
 
 #include "app/shared/SharedState.h"
 #include "driver/BssidList.h"

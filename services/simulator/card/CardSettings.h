@@ -33,9 +33,9 @@ struct CardSettings {
     bool radioOn { true }; // the software switch
 };
 
-// OID_802_11_ADD_KEY, VX_OID_802_11_ADD_WPA and OID_802_11_REMOVE_KEY, with the records of NdisRecords.h. Length must be
-// the size of the request; a WEP key has 5 or 13 bytes and a pre-shared key 32. Any other record is refused and changes
-// nothing.
+// OID_802_11_ADD_KEY, VX_OID_802_11_ADD_WPA and OID_802_11_REMOVE_KEY, with the records of NdisRecords.h. Length must
+// be the size of the request; a WEP key has 5 or 13 bytes and a pre-shared key 32. Any other record is refused and
+// changes nothing.
 [[nodiscard]] bool addKey(CardSettings& settings, std::span<const std::byte> record);
 [[nodiscard]] bool addWpaKey(CardSettings& settings, std::span<const std::byte> record);
 [[nodiscard]] bool removeKey(CardSettings& settings, std::span<const std::byte> record);

@@ -16,8 +16,8 @@ struct LinkCondition {
     std::uint32_t rtsThresholdBytes { 2347 };
 };
 
-// Counts simulated traffic that rises and falls like a person's, limited by the link rate and impaired by a weak signal.
-// Nothing is counted while the link is down.
+// Counts simulated traffic that rises and falls like a person's, limited by the link rate and impaired by a weak
+// signal. Nothing is counted while the link is down.
 class Counters {
 public:
     explicit Counters(std::uint64_t seed);

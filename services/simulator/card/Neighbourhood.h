@@ -12,8 +12,8 @@ struct HeardNetwork {
     std::int32_t signalDbm { 0 };
 };
 
-// The networks around the card. A signal depends only on the seed and the time, so queries have no side effects and tests
-// are reproducible.
+// The networks around the card. A signal depends only on the seed and the time, so queries have no side effects and
+// tests are reproducible.
 class Neighbourhood {
 public:
     // Weaker signals are not heard.

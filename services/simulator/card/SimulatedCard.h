@@ -11,8 +11,8 @@ struct CardAnswer {
     Bytes output; // empty for sets and refused requests
 };
 
-// A simulated card: answers driver requests and reacts to changes from outside. Every operation takes the current time in
-// milliseconds of a monotonic clock and first advances the card to it.
+// A simulated card: answers driver requests and reacts to changes from outside. Every operation takes the current time
+// in milliseconds of a monotonic clock and first advances the card to it.
 class SimulatedCard {
 public:
     static constexpr std::int64_t resetDurationMs = 500;

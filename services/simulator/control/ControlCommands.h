@@ -38,7 +38,7 @@ struct ControlCommand {
 // Returns nullptr for an unknown name.
 [[nodiscard]] const ControlCommand* findControlCommand(const QString& name);
 
-// Executes one line of the control protocol (docs/simulator.md), a JSON array of the words of a command, and returns the
-// answer without a line feed: {"ok":true}, with "status" for the command of that name, or {"ok":false,"error":"…"}, with
-// "usage":true if the words do not form a command. A command that fails changes nothing.
+// Executes one line of the control protocol (docs/simulator.md), a JSON array of the words of a command, and returns
+// the answer without a line feed: {"ok":true}, with "status" for the command of that name, or {"ok":false,"error":"…"},
+// with "usage":true if the words do not form a command. A command that fails changes nothing.
 [[nodiscard]] QByteArray answerControlLine(SimulatorService& service, const QByteArray& line);

@@ -28,8 +28,8 @@ public:
     // Removes the socket and disconnects all clients.
     ~ControlServer() = default;
 
-    // Creates a missing directory with mode 0700. Fails with permission_denied for a directory that someone else owns or
-    // that group or others can access, with address_in_use if a live simulator has the socket, and with
+    // Creates a missing directory with mode 0700. Fails with permission_denied for a directory that someone else owns
+    // or that group or others can access, with address_in_use if a live simulator has the socket, and with
     // filename_too_long if clients cannot connect to the path. Replaces the socket of a dead simulator.
     [[nodiscard]] std::error_code listen(const std::string& socketPath);
 

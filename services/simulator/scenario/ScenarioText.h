@@ -7,6 +7,6 @@
 
 inline constexpr std::size_t maxScenarioBytes = 1'048'576;
 
-// Rejects input that the TOML library cannot handle: files above the size limit, and dotted keys so deep that destroying
-// the nested tables would overflow the stack. Returns std::nullopt if the text may be parsed.
+// Rejects input that the TOML library cannot handle: files above the size limit, and dotted keys so deep that
+// destroying the nested tables would overflow the stack. Returns std::nullopt if the text may be parsed.
 [[nodiscard]] std::optional<ScenarioError> unfitForParsing(std::string_view text);

@@ -27,7 +27,8 @@ class AboutPageController final : public QWidget, public AboutPage {
     Q_DISABLE_COPY_MOVE(AboutPageController)
 
 public:
-    // The adapter and the alerts must outlive the page. root is prepended to the fixed paths of the property lists, for tests.
+    // The adapter and the alerts must outlive the page. root is prepended to the fixed paths of the property lists, for
+    // tests.
     AboutPageController(VX7100Access& adapter, AlertPanels& alerts, QUrl makerUrl, UrlOpener opener = openInBrowser,
         QString root = QString(), QWidget* parent = nullptr);
     ~AboutPageController() override;

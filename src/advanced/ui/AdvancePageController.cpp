@@ -48,8 +48,8 @@ AdvancePageController::AdvancePageController(VX7100Access& adapter, AlertPanels&
 
 AdvancePageController::~AdvancePageController() = default;
 
-// The lists report only actions of the user. Selecting the displayed item again also counts, because it may differ from the
-// stored value. The check boxes report every change: assistive technology toggles them without a click.
+// The lists report only actions of the user. Selecting the displayed item again also counts, because it may differ from
+// the stored value. The check boxes report every change: assistive technology toggles them without a click.
 void AdvancePageController::connectControls()
 {
     connect(m_ui->WirelessMode, &QComboBox::activated, this, [this] { OnSelChangeWirelessMode(); });
@@ -100,8 +100,8 @@ void AdvancePageController::OnSelChangeWirelessMode()
     (void)rebuildRates();
 }
 
-// Updates the other controls for the selected wireless mode; only Apply stores the mode itself. Returns false if a failed
-// assertion ends the operation.
+// Updates the other controls for the selected wireless mode; only Apply stores the mode itself. Returns false if a
+// failed assertion ends the operation.
 bool AdvancePageController::rebuildRates()
 {
     traceEntry(className, "OnSelChangeWirelessMode");

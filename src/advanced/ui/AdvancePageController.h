@@ -20,8 +20,8 @@ namespace Ui {
 class AdvancePage;
 }
 
-// The advanced settings page. Only Apply sends the settings to the driver and writes the settings file; the device watch
-// calls it for every card that it finds. The radio switch takes effect immediately.
+// The advanced settings page. Only Apply sends the settings to the driver and writes the settings file; the device
+// watch calls it for every card that it finds. The radio switch takes effect immediately.
 class AdvancePageController final : public QWidget, public AdvancePage {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(AdvancePageController)

@@ -4,8 +4,8 @@
 #include <cstddef>
 #include <cstdint>
 
-// The 802.11 records of the driver interface, modelled on NDIS. They are packed and match the wire format byte for byte;
-// integers are in host byte order.
+// The 802.11 records of the driver interface, modelled on NDIS. They are packed and match the wire format byte for
+// byte; integers are in host byte order.
 
 #pragma pack(push, 1)
 

@@ -10,9 +10,9 @@ class QPainter;
 struct LinkPlotGeometry;
 struct ThroughputScale;
 
-// Plots the last five minutes of the link: link quality and signal strength on the percent axis on the left, throughputs
-// on the axis on the right, which scales to the largest value. Colours and sizes follow the palette and the font. Curves
-// also differ by dash pattern and end mark. The accessible description contains the newest values.
+// Plots the last five minutes of the link: link quality and signal strength on the percent axis on the left,
+// throughputs on the axis on the right, which scales to the largest value. Colours and sizes follow the palette and the
+// font. Curves also differ by dash pattern and end mark. The accessible description contains the newest values.
 class LinkPlot : public QFrame {
     Q_OBJECT
 

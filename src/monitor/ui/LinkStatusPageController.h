@@ -20,8 +20,8 @@ namespace Ui {
 class LinkStatusPage;
 }
 
-// The link status page. Reads the link from the driver and shows it every 2 s. The tick also updates the connection text
-// of the site survey page and G_bCheckedProfileConnect, so it runs even while another tab is in front.
+// The link status page. Reads the link from the driver and shows it every 2 s. The tick also updates the connection
+// text of the site survey page and G_bCheckedProfileConnect, so it runs even while another tab is in front.
 class LinkStatusPageController : public QWidget {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(LinkStatusPageController)
@@ -70,7 +70,7 @@ private:
     QString LinkQualityPercent;
     QString SignalQualityGrade;
     QString SignalQualityPercent;
-    // Whether the counts are from the previous tick. Otherwise their change covers more than one tick, and the plot omits
-    // the throughputs.
+    // Whether the counts are from the previous tick. Otherwise their change covers more than one tick, and the plot
+    // omits the throughputs.
     bool m_countsAreFresh { false };
 };

@@ -13,8 +13,8 @@ namespace Ui {
 class StatisticsPage;
 }
 
-// The statistics page. Shows the driver's frame counters every 2 s, even while another tab is in front. The counters are
-// shown as reported, without a baseline.
+// The statistics page. Shows the driver's frame counters every 2 s, even while another tab is in front. The counters
+// are shown as reported, without a baseline.
 class StatisticsPageController : public QWidget {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(StatisticsPageController)

@@ -5,9 +5,10 @@
 // A line edit for keys and passphrases. While it is masked, clients of the accessibility bus receive an asterisk for
 // each character, never the text; while it is not, it behaves like any QLineEdit. New fields are masked.
 //
-// Qt's accessible interface of a masked line edit reveals only the length, but its change events contain the text. These
-// events can be replaced only in the process-wide update handler of QAccessible. The first field installs one, which
-// passes the events of all other widgets on unchanged. Code that installs another handler later must call the previous one.
+// Qt's accessible interface of a masked line edit reveals only the length, but its change events contain the text.
+// These events can be replaced only in the process-wide update handler of QAccessible. The first field installs one,
+// which passes the events of all other widgets on unchanged. Code that installs another handler later must call the
+// previous one.
 //
 // The text itself is not hidden from this process or from the input method.
 class SecretLineEdit : public QLineEdit {

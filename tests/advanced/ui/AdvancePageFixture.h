@@ -16,8 +16,8 @@
 #include <memory>
 #include <optional>
 
-// What Apply sends in addition to its two queries: the mode and the configuration only if they differ from the driver's,
-// and no rates if a failed assertion ends it.
+// What Apply sends in addition to its two queries: the mode and the configuration only if they differ from the
+// driver's, and no rates if a failed assertion ends it.
 struct SentByApply {
     std::optional<std::int32_t> mode {};
     std::optional<VX_802_11_STA_CONFIG> configuration {};
