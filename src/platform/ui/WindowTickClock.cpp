@@ -7,6 +7,15 @@
 
 namespace {
 
+// QWidget::repaint() skips the parts of a window that opaque children cover, such as the viewport of a table.
+void repaintWithChildren(QWidget& window)
+{
+    const auto children = window.findChildren<QWidget*>();
+    for (QWidget* const child : children)
+        child->update();
+    window.repaint();
+}
+
 void paintWindows()
 {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
@@ -14,7 +23,7 @@ void paintWindows()
     const auto windows = QApplication::topLevelWidgets();
     for (QWidget* const window : windows) {
         if (window->isVisible())
-            window->repaint();
+            repaintWithChildren(*window);
     }
 }
 

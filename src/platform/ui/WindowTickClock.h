@@ -3,7 +3,7 @@
 #include "platform/TickClock.h"
 
 // A clock for a program with windows. Before a wait of a second or more, it shows the wait cursor and repaints all
-// windows, because they are not painted while the thread sleeps. It fires no timers and processes no input, so a wait
+// windows with their children, because they are not painted while the thread sleeps. It fires no timers and processes no input, so a wait
 // never re-enters its caller.
 class WindowTickClock final : public TickClock {
 public:
