@@ -20,6 +20,7 @@
 #include "survey/ui/SignalBarsDelegate.h"
 #include "ui_SiteSurveyPage.h"
 
+#include <QPointer>
 #include <QShortcut>
 
 #include <algorithm>
@@ -137,6 +138,8 @@ void SiteSurveyPageController::OnRescan()
     queueRescan();
 }
 
+    if (m_sheetRunning)
+        return;
 void SiteSurveyPageController::RefreshAPList()
 {
     RescanTimeFunc();
@@ -185,6 +188,8 @@ void SiteSurveyPageController::OnConnect()
     m_connection.TimerCount = 0;
     G_bRescan = 0;
     const auto entry = selectedEntry();
+    if (m_sheetRunning)
+        return;
     if (!entry)
         return;
     // Copied: a rescan may replace the list while a sheet is open.
@@ -215,11 +220,13 @@ void SiteSurveyPageController::OnAddProfile()
     const auto entry = selectedEntry();
     if (!entry || ProfileEditor == nullptr)
         return;
+    if (m_sheetRunning)
+        return;
     const auto proposal = profileProposal(*entry, m_assertions);
     if (!proposal || !ProfileEditor->AddProfile(*proposal))
         return;
     ProfileEditor->selectFirstTab();
-    (void)m_sheets.runModalForWindow(ProfileEditor->ProfileEditorWindow(), *window());
+    (void)runSheet(ProfileEditor->ProfileEditorWindow());
     if (m_profilePage)
         m_profilePage->RefreshProfileList();
 }
@@ -244,7 +251,26 @@ std::optional<BssidEntry> SiteSurveyPageController::selectedEntry()
 bool SiteSurveyPageController::askForHiddenName(NetworkChoice& choice)
 {
     HiddenSSID.focusName();
-    if (m_sheets.runModalForWindow(HiddenSSID, *window()) != sheetAccepted)
+// Assistive technology can press a button of a window that a sheet blocks for mouse and keyboard.
+bool SiteSurveyPageController::runSheet(QDialog& sheet)
+{
+    const QPointer<QWidget> focus = window()->focusWidget();
+    setSheetRunning(true);
+    const bool accepted = m_sheets.runModalForWindow(sheet, *window()) == sheetAccepted;
+    setSheetRunning(false);
+    if (focus)
+        focus->setFocus(); // a disabled button has lost it
+    return accepted;
+}
+
+void SiteSurveyPageController::setSheetRunning(bool running)
+{
+    m_sheetRunning = running;
+    for (QPushButton* const button : { m_ui->Rescan, m_ui->AddProfile, m_ui->Connect })
+        button->setEnabled(!running);
+}
+
+    if (!runSheet(HiddenSSID))
         return false;
     choice.hidden = true;
     choice.ssid = m_hiddenName.record();
@@ -263,7 +289,7 @@ bool SiteSurveyPageController::askForSecuritySettings(WpaClass wpaClass, bool tk
     WEPSetting.OnSelchangeEncryptionType();
     WEPSetting.clearText();
     WEPSetting.focusFirstKey();
-    return m_sheets.runModalForWindow(WEPSetting, *window()) != sheetCancelled;
+    return runSheet(WEPSetting);
 }
 
 void SiteSurveyPageController::join(const NetworkChoice& choice, std::unique_ptr<PROFILE_DATA> record)

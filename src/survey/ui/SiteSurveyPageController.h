@@ -88,6 +88,9 @@ private:
     // The entry of the selected row. Returns std::nullopt after an alert if no row is selected, and without one if the
     // list has no such entry.
     [[nodiscard]] std::optional<BssidEntry> selectedEntry();
+    // Returns whether the sheet ended with OK. The page's actions are disabled until then.
+    [[nodiscard]] bool runSheet(QDialog& sheet);
+    void setSheetRunning(bool running);
     [[nodiscard]] bool askForHiddenName(NetworkChoice& choice);
     [[nodiscard]] bool askForSecuritySettings(WpaClass wpaClass, bool tkip);
     void join(const NetworkChoice& choice, std::unique_ptr<PROFILE_DATA> record);

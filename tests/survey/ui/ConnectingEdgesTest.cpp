@@ -4,6 +4,8 @@
 #include "tests/support/StandardErrorOf.h"
 #include "tests/survey/ui/ConnectingFixture.h"
 
+#include <QRegularExpression>
+
 namespace {
 
 using namespace std::chrono_literals;
@@ -95,6 +97,40 @@ TEST_F(ConnectingEdgesTest, ListThatArrivesDuringACancelledSheetIsKept)
     connectTo(wepEntry());
     EXPECT_EQ(queued(), nullptr);
     EXPECT_EQ(G_bRescan, 1);
+}
+
+TEST_F(ConnectingEdgesTest, PageActionsAreDisabledWhileASheetIsOpen)
+{
+    const auto buttons = page.findChildren<QPushButton*>(QRegularExpression(u"^(Connect|AddProfile|Rescan)$"_qs));
+    ASSERT_EQ(buttons.size(), 3);
+    sheets.users.emplace_back([this, buttons](QDialog& sheet) {
+        for (const QPushButton* const button : buttons)
+            EXPECT_FALSE(button->isEnabled()) << button->objectName().toStdString();
+        page.OnConnect(); // as from a double click that assistive technology sends
+        page.OnAddProfile();
+        page.OnRescan();
+        EXPECT_EQ(queued(), nullptr);
+        press(sheet, QDialogButtonBox::Cancel);
+    });
+    select(wepEntry());
+    auto* const connectButton = page.findChild<QPushButton*>(u"Connect"_qs);
+    connectButton->setFocus();
+    pressConnect();
+    EXPECT_EQ(sheets.shown.size(), 1U);
+    EXPECT_EQ(queued(), nullptr);
+    EXPECT_TRUE(connectButton->isEnabled());
+    EXPECT_EQ(page.focusWidget(), connectButton);
+}
+
+TEST_F(ConnectingEdgesTest, SheetThatCouldNotRunIsACancel)
+{
+    constexpr int refused = -1; // QDialog::exec() on a sheet that is running already
+    for (const EntryBuilder& entry : { wepEntry(), EntryBuilder("") }) {
+        sheets.users.emplace_back([this](QDialog& /*sheet*/) { sheets.stopModalWithCode(refused); });
+        connectTo(entry);
+        EXPECT_EQ(queued(), nullptr);
+    }
+    EXPECT_EQ(sheets.shown.size(), 2U);
 }
 
 TEST_F(ConnectingEdgesTest, EnterpriseAlertHasOnlyAnOkButton)
