@@ -13,6 +13,8 @@ QString tr(const char* text)
 
 QString emptyListText(const SurveyState& state)
 {
+    if (!state.deviceExists && !state.searchedForCard)
+        return tr("Looking for a wireless card…");
     if (!state.deviceExists)
         return tr("No wireless card found. Insert the card; its networks appear here by themselves.");
     if (!state.radioOn)

@@ -6,7 +6,8 @@ namespace {
 
 TEST(SurveyTexts, ExplainsWhyTheListIsEmpty)
 {
-    const QString noCard = emptyListText({ .deviceExists = false, .radioOn = true, .surveyed = false });
+    const QString noCard
+        = emptyListText({ .searchedForCard = true, .deviceExists = false, .radioOn = true, .surveyed = false });
     const QString radioOff = emptyListText({ .deviceExists = true, .radioOn = false, .surveyed = true });
     const QString searching = emptyListText({ .deviceExists = true, .radioOn = true, .surveyed = false });
     const QString nothingInRange = emptyListText({ .deviceExists = true, .radioOn = true, .surveyed = true });
@@ -17,9 +18,18 @@ TEST(SurveyTexts, ExplainsWhyTheListIsEmpty)
     EXPECT_TRUE(nothingInRange.contains(u"radio switch is off"_qs));
 }
 
+TEST(SurveyTexts, DoesNotReportAMissingCardBeforeTheFirstSearch)
+{
+    const QString looking = emptyListText({ .searchedForCard = false, .deviceExists = false });
+    EXPECT_TRUE(looking.contains(u"Looking for a wireless card"_qs));
+    EXPECT_EQ(emptyListText({ .searchedForCard = false, .deviceExists = true, .radioOn = true }),
+        emptyListText({ .searchedForCard = true, .deviceExists = true, .radioOn = true }));
+}
+
 TEST(SurveyTexts, MissingCardOutranksTheRadioAndTheRadioOutranksTheScan)
 {
-    EXPECT_EQ(emptyListText({ .radioOn = false }), emptyListText({ .radioOn = true }));
+    EXPECT_EQ(emptyListText({ .searchedForCard = true, .radioOn = false }),
+        emptyListText({ .searchedForCard = true, .radioOn = true }));
     EXPECT_EQ(emptyListText({ .deviceExists = true, .surveyed = false }),
         emptyListText({ .deviceExists = true, .surveyed = true }));
 }

@@ -83,8 +83,10 @@ void SiteSurveyPageController::setUpTable()
     list.setDataSource(this);
     // No signal arrives between finding a card and the end of its first scan, so ask at paint time.
     list.setEmptyTextSource([this] {
-        return emptyListText(
-            { .deviceExists = G_bDeviceExist != 0, .radioOn = G_bRadio != 0, .surveyed = SiteSurveyTimer != nullptr });
+        return emptyListText({ .searchedForCard = m_searchedForCard,
+            .deviceExists = G_bDeviceExist != 0,
+            .radioOn = G_bRadio != 0,
+            .surveyed = SiteSurveyTimer != nullptr });
     });
 }
 
@@ -115,6 +117,7 @@ void SiteSurveyPageController::StartSiteSurveyTimer()
 void SiteSurveyPageController::StopSiteSurveyTimer()
 {
     traceEntry(className, "StopSiteSurveyTimer");
+    m_searchedForCard = true;
     SiteSurveyTimer.reset();
     m_joinProgress.reset();
     m_ui->ApList->updateEmptyText();
@@ -135,11 +138,11 @@ void SiteSurveyPageController::OnTimer()
 void SiteSurveyPageController::OnRescan()
 {
     traceEntry(className, "OnRescan");
+    if (m_sheetRunning)
+        return;
     queueRescan();
 }
 
-    if (m_sheetRunning)
-        return;
 void SiteSurveyPageController::RefreshAPList()
 {
     RescanTimeFunc();
@@ -185,11 +188,11 @@ void SiteSurveyPageController::showJoinProgress()
 void SiteSurveyPageController::OnConnect()
 {
     traceEntry(className, "OnConnect");
+    if (m_sheetRunning)
+        return;
     m_connection.TimerCount = 0;
     G_bRescan = 0;
     const auto entry = selectedEntry();
-    if (m_sheetRunning)
-        return;
     if (!entry)
         return;
     // Copied: a rescan may replace the list while a sheet is open.
@@ -217,10 +220,10 @@ void SiteSurveyPageController::OnConnect()
 void SiteSurveyPageController::OnAddProfile()
 {
     traceEntry(className, "OnAddProfile");
+    if (m_sheetRunning)
+        return;
     const auto entry = selectedEntry();
     if (!entry || ProfileEditor == nullptr)
-        return;
-    if (m_sheetRunning)
         return;
     const auto proposal = profileProposal(*entry, m_assertions);
     if (!proposal || !ProfileEditor->AddProfile(*proposal))
@@ -248,9 +251,6 @@ std::optional<BssidEntry> SiteSurveyPageController::selectedEntry()
     return matchesRow ? entry : std::nullopt;
 }
 
-bool SiteSurveyPageController::askForHiddenName(NetworkChoice& choice)
-{
-    HiddenSSID.focusName();
 // Assistive technology can press a button of a window that a sheet blocks for mouse and keyboard.
 bool SiteSurveyPageController::runSheet(QDialog& sheet)
 {
@@ -270,6 +270,9 @@ void SiteSurveyPageController::setSheetRunning(bool running)
         button->setEnabled(!running);
 }
 
+bool SiteSurveyPageController::askForHiddenName(NetworkChoice& choice)
+{
+    HiddenSSID.focusName();
     if (!runSheet(HiddenSSID))
         return false;
     choice.hidden = true;

@@ -1,5 +1,6 @@
 #include "platform/ByteText.h"
 #include "platform/ui/TableView.h"
+#include "platform/ui/WindowTickClock.h"
 #include "survey/connection/ProfileData.h"
 #include "survey/ui/SiteSurveyPageController.h"
 #include "tests/support/ManualRunLoop.h"
@@ -12,6 +13,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
+#include <QScreen>
 #include <QTest>
 
 namespace {
@@ -120,6 +122,8 @@ TEST_F(SiteSurveyPageTest, ExplainsWhyTheListIsEmpty)
 {
     G_bDeviceExist = 0;
     page.ClearAPList();
+    EXPECT_TRUE(table->emptyText().contains(u"Looking for a wireless card"_qs));
+    page.StopSiteSurveyTimer(); // the device watch found no card
     EXPECT_TRUE(table->emptyText().contains(u"No wireless card"_qs));
     G_bDeviceExist = 1;
     G_bRadio = 0;
@@ -135,6 +139,45 @@ TEST_F(SiteSurveyPageTest, ExplainsWhyTheListIsEmpty)
     G_bDeviceExist = 0;
     page.StopSiteSurveyTimer();
     EXPECT_TRUE(table->emptyText().contains(u"No wireless card"_qs));
+}
+
+// Takes a picture of the screen during a scan, which blocks the event loop.
+class PhotographingClock final : public TickClock {
+public:
+    explicit PhotographingClock(QWidget& window)
+        : m_window(window)
+    {
+    }
+
+    void Delay(std::uint32_t /*numTicks*/) override { screen = screenOf(m_window); }
+    [[nodiscard]] std::chrono::nanoseconds elapsed() const override { return {}; }
+
+    static QImage screenOf(QWidget& window) { return window.screen()->grabWindow(window.winId()).toImage(); }
+
+    QImage screen;
+
+private:
+    QWidget& m_window;
+};
+
+TEST_F(SiteSurveyPageTest, SearchIsOnTheScreenDuringTheFirstScanOfACard)
+{
+    G_bDeviceExist = 0;
+    page.StopSiteSurveyTimer();
+    show();
+    QCoreApplication::processEvents();
+    PhotographingClock clockOfScan(page);
+    WindowTickClock windowClock(clockOfScan);
+    VX7100Access scanning(registry, windowClock, alerts);
+    const QImage withoutCard = PhotographingClock::screenOf(page);
+    G_bDeviceExist = 1; // the device watch has found the card and initialises it
+    scanning.RescanBssidList();
+    ASSERT_FALSE(clockOfScan.screen.isNull());
+    EXPECT_NE(clockOfScan.screen, withoutCard);
+    EXPECT_TRUE(table->emptyText().contains(u"Searching"_qs));
+    const QRect list(table->viewport()->mapTo(&page, QPoint()), table->viewport()->size());
+    EXPECT_EQ(clockOfScan.screen.copy(list).convertToFormat(QImage::Format_RGB32),
+        page.grab(list).toImage().convertToFormat(QImage::Format_RGB32));
 }
 
 TEST_F(SiteSurveyPageTest, KeepsButDoesNotShowTheRowsBeforeAFailedAssertion)
