@@ -17,9 +17,11 @@
 #include "survey/SurveyTexts.h"
 #include "survey/connection/ProfileData.h"
 #include "survey/connection/ProfileEditorSheet.h"
+#include "survey/ui/ChannelView.h"
 #include "survey/ui/SignalBarsDelegate.h"
 #include "ui_SiteSurveyPage.h"
 
+#include <QItemSelectionModel>
 #include <QPointer>
 #include <QShortcut>
 
@@ -67,6 +69,7 @@ SiteSurveyPageController::SiteSurveyPageController(VX7100Access& adapter, RunLoo
     traceEntry(className, "init");
     m_ui->setupUi(this);
     setUpTable();
+    setUpChannelView();
 }
 
 SiteSurveyPageController::~SiteSurveyPageController()
@@ -82,12 +85,45 @@ void SiteSurveyPageController::setUpTable()
     list.setDelegateForTableColumn(u"signal", new SignalBarsDelegate(&list));
     list.setDataSource(this);
     // No signal arrives between finding a card and the end of its first scan, so ask at paint time.
-    list.setEmptyTextSource([this] {
-        return emptyListText({ .searchedForCard = m_searchedForCard,
-            .deviceExists = G_bDeviceExist != 0,
-            .radioOn = G_bRadio != 0,
-            .surveyed = SiteSurveyTimer != nullptr });
+    list.setEmptyTextSource([this] { return emptyText(); });
+}
+
+// The list and the channel view select the same network. The list holds the selection.
+void SiteSurveyPageController::setUpChannelView()
+{
+    ChannelView& view = *m_ui->channelView;
+    view.setEmptyTextSource([this] { return emptyText(); });
+    connect(&view, &ChannelView::rowSelected, m_ui->ApList, &TableView::selectRowNumber);
+    connect(&view, &ChannelView::rowActivated, this, [this](int row) {
+        m_ui->ApList->selectRowNumber(row);
+        OnConnect();
     });
+    connect(m_ui->ApList->selectionModel(), &QItemSelectionModel::selectionChanged, &view,
+        [this] { m_ui->channelView->setSelectedRow(m_ui->ApList->selectedRow()); });
+    connect(m_ui->showChannels, &QPushButton::toggled, this, [this](bool shown) { showChannels(shown); });
+}
+
+void SiteSurveyPageController::showChannels(bool shown)
+{
+    QWidget* const view = shown ? static_cast<QWidget*>(m_ui->channelView) : m_ui->ApList;
+    m_ui->views->setCurrentWidget(view);
+    m_ui->listLabel->setBuddy(view);
+}
+
+QString SiteSurveyPageController::emptyText() const
+{
+    return emptyListText({ .searchedForCard = m_searchedForCard,
+        .deviceExists = G_bDeviceExist != 0,
+        .radioOn = G_bRadio != 0,
+        .surveyed = SiteSurveyTimer != nullptr });
+}
+
+// Presses the button, and names the keys in its tooltip.
+void SiteSurveyPageController::setUpKey(const QKeySequence& keys, QPushButton& button)
+{
+    auto* const shortcut = new QShortcut(keys, this);
+    connect(shortcut, &QShortcut::activated, &button, &QPushButton::click);
+    button.setToolTip(tr("%1 (%2)").arg(button.toolTip(), shortcut->key().toString(QKeySequence::NativeText)));
 }
 
 void SiteSurveyPageController::awakeFromNib()
@@ -97,10 +133,8 @@ void SiteSurveyPageController::awakeFromNib()
     connect(m_ui->Connect, &QPushButton::clicked, this, [this] { OnConnect(); });
     connect(m_ui->AddProfile, &QPushButton::clicked, this, [this] { OnAddProfile(); });
     connect(m_ui->Rescan, &QPushButton::clicked, this, [this] { OnRescan(); });
-    auto* const rescanKey = new QShortcut(QKeySequence::Refresh, this);
-    connect(rescanKey, &QShortcut::activated, this, [this] { m_ui->Rescan->click(); });
-    m_ui->Rescan->setToolTip(
-        tr("%1 (%2)").arg(m_ui->Rescan->toolTip(), rescanKey->key().toString(QKeySequence::NativeText)));
+    setUpKey(QKeySequence::Refresh, *m_ui->Rescan);
+    setUpKey(Qt::CTRL | Qt::Key_G, *m_ui->showChannels);
     WEPSetting.awakeFromNib();
     showJoinProgress();
 }
@@ -111,7 +145,7 @@ void SiteSurveyPageController::StartSiteSurveyTimer()
     // A card that briefly stops answering is started again without a stop in between. Replace the timer: two timers
     // would probe the link twice as often, and only one could be stopped.
     SiteSurveyTimer = m_runLoop.scheduleRepeatingTimer(timerInterval, [this] { OnTimer(); });
-    m_ui->ApList->updateEmptyText();
+    updateEmptyTexts();
 }
 
 void SiteSurveyPageController::StopSiteSurveyTimer()
@@ -120,7 +154,7 @@ void SiteSurveyPageController::StopSiteSurveyTimer()
     m_searchedForCard = true;
     SiteSurveyTimer.reset();
     m_joinProgress.reset();
-    m_ui->ApList->updateEmptyText();
+    updateEmptyTexts();
     showJoinProgress();
 }
 
@@ -156,6 +190,7 @@ void SiteSurveyPageController::RescanTimeFunc()
     tableData = std::move(result.rows);
     if (!result.complete)
         return;
+    m_ui->channelView->setNetworks(channelViewNetworks(tableData), G_bCurSelItem);
     reloadData();
     m_ui->ApList->deselectAll();
 }
@@ -169,13 +204,22 @@ void SiteSurveyPageController::ClearAPList()
 void SiteSurveyPageController::clearRows()
 {
     tableData.clear();
+    m_ui->channelView->setNetworks({});
     reloadData();
 }
 
 void SiteSurveyPageController::reloadData()
 {
     m_ui->ApList->reloadData();
+    m_ui->channelView->setJoinedRow(G_bCurSelItem);
+    m_ui->channelView->setSelectedRow(m_ui->ApList->selectedRow());
+    updateEmptyTexts();
+}
+
+void SiteSurveyPageController::updateEmptyTexts()
+{
     m_ui->ApList->updateEmptyText();
+    m_ui->channelView->updateEmptyText();
 }
 
 void SiteSurveyPageController::showJoinProgress()

@@ -23,6 +23,8 @@ class AlertPanels;
 class AssertionHandler;
 class ModalSheets;
 class ProfileEditorSheet;
+class QKeySequence;
+class QPushButton;
 class RunLoop;
 class Timer;
 class VX7100Access;
@@ -79,9 +81,14 @@ public:
 
 private:
     void setUpTable();
+    void setUpChannelView();
+    void setUpKey(const QKeySequence& keys, QPushButton& button);
+    void showChannels(bool shown);
+    [[nodiscard]] QString emptyText() const;
     void RescanTimeFunc();
     void clearRows();
     void reloadData() override;
+    void updateEmptyTexts();
     void showJoinProgress();
     void queueAndFollow(std::unique_ptr<PROFILE_DATA> record, const NDIS_802_11_SSID& ssid);
 

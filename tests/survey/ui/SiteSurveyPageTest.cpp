@@ -2,6 +2,7 @@
 #include "platform/ui/TableView.h"
 #include "platform/ui/WindowTickClock.h"
 #include "survey/connection/ProfileData.h"
+#include "survey/ui/ChannelView.h"
 #include "survey/ui/SiteSurveyPageController.h"
 #include "tests/support/ManualRunLoop.h"
 #include "tests/support/RecordingAssertionHandler.h"
@@ -30,6 +31,8 @@ protected:
         table = page.findChild<TableView*>(u"ApList"_qs);
         status = page.findChild<QLabel*>(u"ConnectStatus"_qs);
         rescan = page.findChild<QPushButton*>(u"Rescan"_qs);
+        channels = page.findChild<ChannelView*>(u"channelView"_qs);
+        showChannels = page.findChild<QPushButton*>(u"showChannels"_qs);
     }
 
     void show()
@@ -71,7 +74,15 @@ protected:
     TableView* table { nullptr };
     QLabel* status { nullptr };
     QPushButton* rescan { nullptr };
+    ChannelView* channels { nullptr };
+    QPushButton* showChannels { nullptr };
 };
+
+EntryBuilder onChannel(EntryBuilder entry, std::uint32_t frequencyKhz)
+{
+    entry.fixedPart.Configuration.DSConfig = frequencyKhz;
+    return entry;
+}
 
 using Texts = std::vector<QString>;
 
@@ -325,6 +336,58 @@ TEST_F(SiteSurveyPageTest, ToolTipShowsTheBytesOfANameThatIsNotPlain)
     EXPECT_EQ(table->model()->index(1, 1).data(Qt::ToolTipRole).toString(), QString());
 }
 
+TEST_F(SiteSurveyPageTest, SwitchesBetweenListAndChannelView)
+{
+    show();
+    table->setFocus();
+    EXPECT_TRUE(table->isVisible());
+    EXPECT_FALSE(channels->isVisible());
+    QTest::keyClick(table, Qt::Key_G, Qt::ControlModifier);
+    EXPECT_TRUE(channels->isVisible());
+    EXPECT_FALSE(table->isVisible());
+    EXPECT_TRUE(channels->hasFocus());
+    EXPECT_TRUE(showChannels->isChecked());
+    EXPECT_TRUE(showChannels->toolTip().contains(u"Ctrl+G"_qs));
+    EXPECT_EQ(page.findChild<QLabel*>(u"listLabel"_qs)->buddy(), channels);
+    QTest::mouseClick(showChannels, Qt::LeftButton);
+    EXPECT_TRUE(table->isVisible());
+    EXPECT_EQ(page.findChild<QLabel*>(u"listLabel"_qs)->buddy(), table);
+}
+
+TEST_F(SiteSurveyPageTest, ListAndChannelViewSelectTheSameNetwork)
+{
+    haveList({ onChannel(EntryBuilder("a", 1), 2412000), onChannel(EntryBuilder("b", 2), 2437000) });
+    page.RefreshAPList();
+    table->selectRowNumber(1);
+    EXPECT_EQ(channels->selectedRow(), 1);
+    show();
+    showChannels->click();
+    channels->setFocus();
+    QTest::keyClick(channels, Qt::Key_Left);
+    EXPECT_EQ(table->selectedRow(), 0);
+    letLinkBeUp(second);
+    page.ProbeConnectStatus();
+    EXPECT_EQ(channels->selectedRow(), 0) << "a probe keeps the selection";
+    EXPECT_TRUE(channels->accessibleDescription().contains(u"connected"_qs, Qt::CaseInsensitive));
+    page.RefreshAPList();
+    EXPECT_EQ(channels->selectedRow(), -1);
+    page.ClearAPList();
+    EXPECT_EQ(channels->accessibleDescription(), table->emptyText());
+}
+
+TEST_F(SiteSurveyPageTest, ReturnInTheChannelViewJoinsTheSelectedNetwork)
+{
+    haveList({ onChannel(EntryBuilder("a", 1), 2412000), onChannel(EntryBuilder("b", 2), 2437000) });
+    page.RefreshAPList();
+    show();
+    showChannels->click();
+    channels->setFocus();
+    QTest::keyClick(channels, Qt::Key_End);
+    QTest::keyClick(channels, Qt::Key_Return);
+    ASSERT_NE(TaskQueue::GetTaskObject(), nullptr);
+    EXPECT_EQ(TaskQueue::GetTaskObject()->Profile()->Bssid, second);
+}
+
 TEST_F(SiteSurveyPageTest, TabOrderIsReadingOrder)
 {
     show();
@@ -336,6 +399,7 @@ TEST_F(SiteSurveyPageTest, TabOrderIsReadingOrder)
     }
     EXPECT_EQ(visited[0], u"ApList"_qs);
     EXPECT_EQ(visited[1], u"Rescan"_qs);
+    EXPECT_EQ(visited[2], u"showChannels"_qs);
 }
 
 TEST_F(SiteSurveyPageTest, CanBeMadeSmall)
