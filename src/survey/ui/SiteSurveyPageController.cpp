@@ -52,6 +52,11 @@ std::vector<TableColumn> columns()
     };
 }
 
+bool isEntryOf(const AccessPoint& row, const BssidEntry& entry)
+{
+    return row.bssid() == macAddressText(entry.fixedPart().MacAddress);
+}
+
 } // namespace
 
 SiteSurveyPageController::SiteSurveyPageController(VX7100Access& adapter, RunLoop& runLoop,
@@ -152,6 +157,7 @@ void SiteSurveyPageController::StopSiteSurveyTimer()
 {
     traceEntry(className, "StopSiteSurveyTimer");
     m_searchedForCard = true;
+    m_notice.clear();
     SiteSurveyTimer.reset();
     m_joinProgress.reset();
     updateEmptyTexts();
@@ -174,6 +180,7 @@ void SiteSurveyPageController::OnRescan()
     traceEntry(className, "OnRescan");
     if (m_sheetRunning)
         return;
+    showNotice({});
     queueRescan();
 }
 
@@ -224,7 +231,8 @@ void SiteSurveyPageController::updateEmptyTexts()
 
 void SiteSurveyPageController::showJoinProgress()
 {
-    const QString text = m_joinProgress.text();
+    const QString progress = m_joinProgress.text();
+    const QString text = m_notice.isEmpty() ? progress : m_notice;
     m_ui->JoinStatus->setText(text);
     m_ui->JoinStatus->setVisible(!text.isEmpty());
 }
@@ -234,6 +242,7 @@ void SiteSurveyPageController::OnConnect()
     traceEntry(className, "OnConnect");
     if (m_sheetRunning)
         return;
+    showNotice({});
     m_connection.TimerCount = 0;
     G_bRescan = 0;
     const auto entry = selectedEntry();
@@ -266,6 +275,7 @@ void SiteSurveyPageController::OnAddProfile()
     traceEntry(className, "OnAddProfile");
     if (m_sheetRunning)
         return;
+    showNotice({});
     const auto entry = selectedEntry();
     if (!entry || ProfileEditor == nullptr)
         return;
@@ -286,13 +296,38 @@ std::optional<BssidEntry> SiteSurveyPageController::selectedEntry()
             QStringLiteral("Please select an item to connect to."), QStringLiteral("OK"));
         return std::nullopt;
     }
-    const auto entry = bssidEntryAt(currentBssidList(), static_cast<std::uint32_t>(CurrentSelectedItem - 1));
-    // Between a scan and the next tick the rows still show the previous list. Do not use an entry that differs from its
-    // row.
     const std::size_t row = static_cast<std::size_t>(CurrentSelectedItem - 1);
-    const bool matchesRow
-        = entry && row < tableData.size() && tableData[row].bssid() == macAddressText(entry->fixedPart().MacAddress);
-    return matchesRow ? entry : std::nullopt;
+    if (row >= tableData.size())
+        return std::nullopt;
+    const auto entry = bssidEntryAt(currentBssidList(), static_cast<std::uint32_t>(row));
+    if (entry && isEntryOf(tableData[row], *entry))
+        return entry;
+    const bool emptyList = !bssidEntryAt(currentBssidList(), 0);
+    return emptyList ? std::nullopt : entryInNewList(tableData[row]);
+}
+
+// A scan has replaced the list since the rows were built. The user means the network that the row shows.
+std::optional<BssidEntry> SiteSurveyPageController::entryInNewList(AccessPoint displayed)
+{
+    RefreshAPList();
+    BssidListWalk walk(currentBssidList());
+    for (int row = 0; const auto entry = walk.next(); ++row) {
+        if (!isEntryOf(displayed, *entry))
+            continue;
+        m_ui->ApList->selectRowNumber(row);
+        CurrentSelectedItem = row + 1;
+        return entry;
+    }
+    const QString name = NetworkName::fromText(displayed.ssid()).displayText();
+    showNotice(name.isEmpty() ? tr("That network is no longer in range. The list is now up to date.")
+                              : tr("“%1” is no longer in range. The list is now up to date.").arg(name));
+    return std::nullopt;
+}
+
+void SiteSurveyPageController::showNotice(const QString& text)
+{
+    m_notice = text;
+    showJoinProgress();
 }
 
 // Assistive technology can press a button of a window that a sheet blocks for mouse and keyboard.

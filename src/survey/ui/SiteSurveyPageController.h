@@ -90,11 +90,14 @@ private:
     void reloadData() override;
     void updateEmptyTexts();
     void showJoinProgress();
+    // Shown in place of the progress until the user does something else.
+    void showNotice(const QString& text);
     void queueAndFollow(std::unique_ptr<PROFILE_DATA> record, const NDIS_802_11_SSID& ssid);
 
-    // The entry of the selected row. Returns std::nullopt after an alert if no row is selected, and without one if the
-    // list has no such entry.
+    // The entry of the network that the selected row shows. Returns std::nullopt after an alert if no row is selected,
+    // after a notice if the network has left the list, and without a word if the list is empty.
     [[nodiscard]] std::optional<BssidEntry> selectedEntry();
+    [[nodiscard]] std::optional<BssidEntry> entryInNewList(AccessPoint displayed);
     // Returns whether the sheet ended with OK. The page's actions are disabled until then.
     [[nodiscard]] bool runSheet(QDialog& sheet);
     void setSheetRunning(bool running);
@@ -119,6 +122,7 @@ private:
     std::vector<AccessPoint> tableData;
     ConnectionState m_connection;
     JoinProgress m_joinProgress;
+    QString m_notice;
     std::weak_ptr<ProfileData> m_queuedConnection; // the one that m_joinProgress follows
 
     WEPSettingController WEPSetting;

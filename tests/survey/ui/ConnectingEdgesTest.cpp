@@ -171,6 +171,29 @@ TEST_F(ConnectingEdgesTest, RowBeyondTheEntriesIsANoOpWithTheMaximumCount)
     expectNothingHappened();
 }
 
+TEST_F(ConnectingEdgesTest, NetworkThatMovedInTheListIsJoined)
+{
+    connectToRow(0, 3, { EntryBuilder("c", 3), EntryBuilder("b", 2), EntryBuilder("a", 1) });
+    ASSERT_NE(queued(), nullptr);
+    EXPECT_EQ(queued()->Profile()->Bssid[5], 1);
+    EXPECT_EQ(table->numberOfRows(), 3) << "the new list is shown";
+    EXPECT_EQ(table->selectedRow(), 2);
+}
+
+TEST_F(ConnectingEdgesTest, NetworkThatLeftTheListIsReportedAndTheNewListShown)
+{
+    connectToRow(1, 2, { EntryBuilder("a", 1), EntryBuilder("c", 3) });
+    expectNothingHappened();
+    EXPECT_EQ(joinStatus(), u"“b” is no longer in range. The list is now up to date."_qs);
+    EXPECT_EQ(table->model()->index(1, 1).data().toString(), u"c"_qs);
+    EXPECT_EQ(table->selectedRow(), -1);
+    table->selectRowNumber(1);
+    pressConnect();
+    ASSERT_NE(queued(), nullptr);
+    EXPECT_EQ(queued()->Profile()->Bssid[5], 3);
+    EXPECT_FALSE(joinStatus().contains(u"no longer"_qs));
+}
+
 TEST_F(ConnectingEdgesTest, RowIsJoinedWithTheMaximumCount)
 {
     connectToRow(1, 0xFFFFFFFF, { EntryBuilder("a", 1), EntryBuilder("b", 2) });
