@@ -89,12 +89,19 @@ QString wepKeyHint(const WepKeyControls& key, bool selected)
     return withInvalidDigits(hint, key.formatIndex == 0 ? countInvalidDigits(text) : 0);
 }
 
-QString presharedKeyHint(std::string_view text)
+QString presharedKeyHint(std::string_view text, KeyUse use)
 {
+    const bool acceptsDigits = use == KeyUse::Profile;
+    if (text.empty() && !acceptsDigits)
+        return tr("8 to 63 characters");
     if (text.empty())
         return tr("8 to 63 characters, or 64 hexadecimal digits");
     if (text.size() <= maxPassphraseLength)
         return passphraseHint(text);
+    if (!acceptsDigits && text.size() == presharedKeyDigits)
+        return tr("A key of 64 digits needs a profile: use Add Profile");
+    if (!acceptsDigits)
+        return tr("%1 characters, at most 63").arg(text.size());
     if (text.size() > presharedKeyDigits)
         return tr("%1 characters, at most 63 or 64 hexadecimal digits").arg(text.size());
     return withInvalidDigits(tr("64 hexadecimal digits"), countInvalidDigits(text));

@@ -12,4 +12,8 @@
 // Empty for an empty key that is not selected, and without a selected format.
 [[nodiscard]] QString wepKeyHint(const WepKeyControls& key, bool selected);
 
-[[nodiscard]] QString presharedKeyHint(std::string_view text);
+// What becomes of a pre-shared key. Only a profile can hold 64 hexadecimal digits: in a direct connection the first 32
+// characters become the key, which no network accepts.
+enum class KeyUse { Profile, Connection };
+
+[[nodiscard]] QString presharedKeyHint(std::string_view text, KeyUse use);

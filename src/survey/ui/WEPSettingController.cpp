@@ -23,6 +23,7 @@ WEPSettingController::WEPSettingController(
     , m_ui(std::make_unique<Ui::WEPSetting>())
 {
     m_ui->setupUi(this);
+    m_ui->keyFields->setKeyUse(KeyUse::Connection);
 }
 
 WEPSettingController::~WEPSettingController() = default;

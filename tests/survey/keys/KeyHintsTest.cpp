@@ -14,7 +14,7 @@ std::string asciiHint(const std::string& text)
 }
 std::string wpaHint(const std::string& text)
 {
-    return presharedKeyHint(text).toStdString();
+    return presharedKeyHint(text, KeyUse::Profile).toStdString();
 }
 
 TEST(WepKeyHint, StatesTheLengthsOfAnEmptySelectedKey)
@@ -90,6 +90,15 @@ TEST(PresharedKeyHint, TreatsSixtyFourCharactersAsDigits)
 TEST(PresharedKeyHint, ReportsATextThatIsTooLong)
 {
     EXPECT_EQ(wpaHint(std::string(65, 'a')), "65 characters, at most 63 or 64 hexadecimal digits");
+}
+
+TEST(PresharedKeyHint, SendsAKeyOf64DigitsToAProfile)
+{
+    const auto hint = [](std::string_view text) { return presharedKeyHint(text, KeyUse::Connection).toStdString(); };
+    EXPECT_EQ(hint(""), "8 to 63 characters");
+    EXPECT_EQ(hint("password"), "8 characters, a passphrase");
+    EXPECT_EQ(hint(std::string(64, 'a')), "A key of 64 digits needs a profile: use Add Profile");
+    EXPECT_EQ(hint(std::string(65, 'a')), "65 characters, at most 63");
 }
 
 } // namespace

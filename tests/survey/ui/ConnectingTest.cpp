@@ -192,6 +192,20 @@ TEST_F(ConnectingTest, KeyOf64DigitsIsReplacedByItsFirst32Characters)
         std::all_of(key.begin() + 28, key.begin() + 60, [](std::byte byte) { return byte == std::byte { '3' }; }));
 }
 
+TEST_F(ConnectingTest, SecuritySheetOffersNoKeyOf64Digits)
+{
+    sheets.users.emplace_back([](QDialog& sheet) {
+        auto* const key = sheet.findChild<QLineEdit*>(u"WPAPreSharedKey"_qs);
+        EXPECT_FALSE(key->toolTip().contains(u"64"_qs));
+        EXPECT_EQ(key->accessibleDescription(), u"8 to 63 characters"_qs);
+        QTest::keyClicks(key, QString(64, u'3'));
+        EXPECT_TRUE(key->accessibleDescription().contains(u"Add Profile"_qs));
+        press(sheet, QDialogButtonBox::Cancel);
+    });
+    connectTo(wpaEntry(tkip, 2));
+    EXPECT_EQ(sheets.shown.size(), 1U);
+}
+
 TEST_F(ConnectingTest, RescanWhileASheetIsOpenDoesNotChangeTheJoinedNetwork)
 {
     sheets.users.emplace_back([](QDialog& sheet) {

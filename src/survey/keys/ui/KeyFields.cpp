@@ -1,6 +1,5 @@
 #include "survey/keys/ui/KeyFields.h"
 
-#include "survey/keys/KeyHints.h"
 #include "survey/keys/SecurityControlRules.h"
 #include "ui_KeyFields.h"
 
@@ -50,7 +49,7 @@ void KeyFields::reserveSpace()
         row.text->setMinimumWidth(fontMetrics().horizontalAdvance(widestKey));
         row.hint->setMinimumSize(fontMetrics().horizontalAdvance(widestHint), fontMetrics().height());
     }
-    const QString widestPresharedKeyHint = presharedKeyHint(notAscii);
+    const QString widestPresharedKeyHint = presharedKeyHint(notAscii, m_keyUse);
     m_ui->WPAPreSharedKeyHint->setMinimumSize(
         fontMetrics().horizontalAdvance(widestPresharedKeyHint), fontMetrics().height());
 }
@@ -123,6 +122,14 @@ void KeyFields::setWPAPSK(const QString& text)
     m_ui->WPAPreSharedKey->setText(text);
 }
 
+void KeyFields::setKeyUse(KeyUse use)
+{
+    m_keyUse = use;
+    m_ui->WPAPreSharedKey->setToolTip(use == KeyUse::Profile ? tr("A passphrase, or 64 hexadecimal digits")
+                                                             : tr("A passphrase of 8 to 63 characters"));
+    updateHints();
+}
+
 void KeyFields::selectHexadecimal()
 {
     for (const Row& row : m_rows)
@@ -171,6 +178,6 @@ void KeyFields::updateHints()
         showHint(*m_rows[key].hint, *m_rows[key].text, hint);
     }
     const bool inUse = m_ui->WPAPreSharedKey->isEnabled();
-    const QString hint = inUse ? presharedKeyHint(keyBytesOf(WPAPSK()).view()) : QString();
+    const QString hint = inUse ? presharedKeyHint(keyBytesOf(WPAPSK()).view(), m_keyUse) : QString();
     showHint(*m_ui->WPAPreSharedKeyHint, *m_ui->WPAPreSharedKey, hint);
 }

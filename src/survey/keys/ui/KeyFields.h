@@ -1,5 +1,6 @@
 #pragma once
 
+#include "survey/keys/KeyHints.h"
 #include "survey/keys/KeyRules.h"
 
 #include <QString>
@@ -42,6 +43,8 @@ public:
     void selectTransmitKey(std::optional<std::size_t> key); // 0 to 3
     void setWPAPSK(const QString& text);
 
+    // The hints are for a profile until another use is set.
+    void setKeyUse(KeyUse use);
     void selectHexadecimal(); // for every key
     void clearTexts();
     void hideKeys();
@@ -66,4 +69,5 @@ private:
 
     std::unique_ptr<Ui::KeyFields> m_ui;
     std::array<Row, wepKeyCount> m_rows {};
+    KeyUse m_keyUse { KeyUse::Profile };
 };
