@@ -12,10 +12,23 @@ QString tr(const char* text)
     return QCoreApplication::translate("JoinProgress", text);
 }
 
+QString likelyReasons(const JoinRequirements& requirements)
+{
+    if (requirements.adHoc)
+        return requirements.key ? tr("The key may be wrong, or no other station may be in range.")
+                                : tr("No other station of this ad hoc network may be in range.");
+    if (requirements.typedName)
+        return requirements.key ? tr("The name or the key may be wrong, or the network out of range.")
+                                : tr("The name may be wrong, or the network out of range.");
+    return requirements.key ? tr("The key may be wrong, or the network out of range.")
+                            : tr("The network may be out of range, or it refused the card.");
+}
+
 } // namespace
 
-void JoinProgress::begin(const QString& network)
+void JoinProgress::begin(const QString& network, const JoinRequirements& requirements)
 {
+    m_requirements = requirements;
     m_state = State::Queued;
     m_network = network.isEmpty() ? tr("the network") : QChar(0x201C) + network + QChar(0x201D);
     m_ticksWaited = 0;
@@ -57,9 +70,9 @@ QString JoinProgress::text() const
     case State::Waiting:
         return tr("Connecting to %1…").arg(m_network);
     case State::Failed:
-        return tr("No connection to %1 after %2 seconds. The key may be wrong, or the network out of range.")
-            .arg(m_network,
-                QString::number(ticksBeforeFailure * secondsPerTick)); // in one call: a name may contain "%2"
+        return tr("No connection to %1 after %2 seconds. %3")
+            .arg(m_network, QString::number(ticksBeforeFailure * secondsPerTick),
+                likelyReasons(m_requirements)); // in one call: a name may contain "%2"
     }
     return {};
 }

@@ -13,7 +13,7 @@
 [[nodiscard]] QString wepKeyHint(const WepKeyControls& key, bool selected);
 
 // What becomes of a pre-shared key. Only a profile can hold 64 hexadecimal digits: in a direct connection the first 32
-// characters become the key, which no network accepts.
+// characters of the text become the key, which is not the one that was meant.
 enum class KeyUse { Profile, Connection };
 
 [[nodiscard]] QString presharedKeyHint(std::string_view text, KeyUse use);

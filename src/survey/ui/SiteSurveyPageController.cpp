@@ -52,6 +52,11 @@ std::vector<TableColumn> columns()
     };
 }
 
+bool needsKey(const PROFILE_DATA& record)
+{
+    return record.AuthenMode != Ndis802_11AuthModeOpen || record.EncryStatus != Ndis802_11EncryptionDisabled;
+}
+
 bool isEntryOf(const AccessPoint& row, const BssidEntry& entry)
 {
     return row.bssid() == macAddressText(entry.fixedPart().MacAddress);
@@ -380,7 +385,7 @@ void SiteSurveyPageController::join(const NetworkChoice& choice, std::unique_ptr
     m_connection.BssidSet = choice.network.MacAddress;
     const bool bySsid = record->ConnectByBssid == 0;
     G_bRescan = 0;
-    queueAndFollow(std::move(record), choice.ssid);
+    queueAndFollow(std::move(record), choice.ssid, choice.hidden);
     m_connection.SetSsid = bySsid ? 1 : 0;
     m_connection.SetBssid = bySsid ? 0 : 1;
     G_configFromProfile = 0;
@@ -400,12 +405,16 @@ void SiteSurveyPageController::ReceiveHiddenSSID(const NetworkName& HiddenSSIDte
     m_hiddenName = HiddenSSIDtext;
 }
 
-void SiteSurveyPageController::queueAndFollow(std::unique_ptr<PROFILE_DATA> record, const NDIS_802_11_SSID& ssid)
+void SiteSurveyPageController::queueAndFollow(
+    std::unique_ptr<PROFILE_DATA> record, const NDIS_802_11_SSID& ssid, bool typedName)
 {
+    const JoinRequirements requirements {
+        .key = needsKey(*record), .typedName = typedName, .adHoc = record->NetworkType == Ndis802_11IBSS
+    };
     m_queuedConnection = queueConnection(std::move(record));
     if (G_bDeviceExist == 0) // without a card no tick follows the progress
         return;
-    m_joinProgress.begin(NetworkName::upToZero(std::as_bytes(std::span(ssid.Ssid))).displayText());
+    m_joinProgress.begin(NetworkName::upToZero(std::as_bytes(std::span(ssid.Ssid))).displayText(), requirements);
     showJoinProgress();
 }
 
@@ -436,7 +445,7 @@ void SiteSurveyPageController::SetTaskQueue(std::unique_ptr<PROFILE_DATA> record
 {
     traceEntry(className, "SetTaskQueue");
     const NDIS_802_11_SSID ssid = record->Ssid;
-    queueAndFollow(std::move(record), ssid);
+    queueAndFollow(std::move(record), ssid, false);
 }
 
 int SiteSurveyPageController::numberOfRowsInTableView() const

@@ -92,7 +92,7 @@ private:
     void showJoinProgress();
     // Shown in place of the progress until the user does something else.
     void showNotice(const QString& text);
-    void queueAndFollow(std::unique_ptr<PROFILE_DATA> record, const NDIS_802_11_SSID& ssid);
+    void queueAndFollow(std::unique_ptr<PROFILE_DATA> record, const NDIS_802_11_SSID& ssid, bool typedName);
 
     // The entry of the network that the selected row shows. Returns std::nullopt after an alert if no row is selected,
     // after a notice if the network has left the list, and without a word if the list is empty.

@@ -8,6 +8,8 @@ const QString connecting = QStringLiteral("Connecting to “home”…");
 const QString failed
     = QStringLiteral("No connection to “home” after 10 seconds. The key may be wrong, or the network out of range.");
 
+constexpr JoinRequirements withKey { .key = true };
+
 TEST(JoinProgress, IsEmptyBeforeAConnection)
 {
     JoinProgress progress;
@@ -19,7 +21,7 @@ TEST(JoinProgress, IsEmptyBeforeAConnection)
 TEST(JoinProgress, NamesTheNetworkUntilTheLinkIsUp)
 {
     JoinProgress progress;
-    progress.begin(QStringLiteral("home"));
+    progress.begin(QStringLiteral("home"), withKey);
     EXPECT_EQ(progress.text(), connecting);
     progress.tick(false, false);
     EXPECT_EQ(progress.text(), connecting);
@@ -30,7 +32,7 @@ TEST(JoinProgress, NamesTheNetworkUntilTheLinkIsUp)
 TEST(JoinProgress, PreviousLinkDoesNotCountAsTheNewOne)
 {
     JoinProgress progress;
-    progress.begin(QStringLiteral("home"));
+    progress.begin(QStringLiteral("home"), withKey);
     progress.tick(true, false); // probed before this tick sent the connection to the card
     EXPECT_EQ(progress.text(), connecting);
 }
@@ -38,7 +40,7 @@ TEST(JoinProgress, PreviousLinkDoesNotCountAsTheNewOne)
 TEST(JoinProgress, WaitsForEarlierTasks)
 {
     JoinProgress progress;
-    progress.begin(QStringLiteral("home"));
+    progress.begin(QStringLiteral("home"), withKey);
     progress.tick(true, true); // the tick ran a rescan
     progress.tick(true, false); // this tick's probe still saw the previous link
     EXPECT_EQ(progress.text(), connecting);
@@ -50,7 +52,7 @@ TEST(JoinProgress, WaitsForEarlierTasks)
 TEST(JoinProgress, PlaceholderInANameIsNotSubstituted)
 {
     JoinProgress progress;
-    progress.begin(QStringLiteral("%1%2"));
+    progress.begin(QStringLiteral("%1%2"), withKey);
     EXPECT_EQ(progress.text(), QStringLiteral("Connecting to “%1%2”…"));
     for (int tick = 0; tick < 6; ++tick)
         progress.tick(false, false);
@@ -60,7 +62,7 @@ TEST(JoinProgress, PlaceholderInANameIsNotSubstituted)
 TEST(JoinProgress, FailsAfterFiveTicksAndRecoversWithTheLink)
 {
     JoinProgress progress;
-    progress.begin(QStringLiteral("home"));
+    progress.begin(QStringLiteral("home"), withKey);
     for (int tick = 0; tick < 5; ++tick) {
         progress.tick(false, false);
         EXPECT_EQ(progress.text(), connecting);
@@ -73,13 +75,35 @@ TEST(JoinProgress, FailsAfterFiveTicksAndRecoversWithTheLink)
     EXPECT_TRUE(progress.text().isEmpty());
 }
 
+TEST(JoinProgress, FailureNamesOnlyReasonsThatCanApply)
+{
+    const auto failure = [](const JoinRequirements& requirements) {
+        JoinProgress progress;
+        progress.begin(QStringLiteral("home"), requirements);
+        for (int tick = 0; tick < 6; ++tick)
+            progress.tick(false, false);
+        return progress.text();
+    };
+    for (const bool key : { false, true }) {
+        for (const bool adHoc : { false, true }) {
+            for (const bool typedName : { false, true }) {
+                const QString text = failure({ .key = key, .typedName = typedName, .adHoc = adHoc });
+                EXPECT_EQ(text.contains(QStringLiteral(" key ")), key);
+                EXPECT_EQ(text.contains(QStringLiteral(" station ")), adHoc);
+                EXPECT_EQ(text.contains(QStringLiteral(" name ")), typedName && !adHoc);
+                EXPECT_TRUE(text.contains(QStringLiteral("range")));
+            }
+        }
+    }
+}
+
 TEST(JoinProgress, NewConnectionRestartsTheProgress)
 {
     JoinProgress progress;
-    progress.begin(QStringLiteral("home"));
+    progress.begin(QStringLiteral("home"), withKey);
     for (int tick = 0; tick < 6; ++tick)
         progress.tick(false, false);
-    progress.begin(QString());
+    progress.begin(QString(), {});
     EXPECT_EQ(progress.text(), QStringLiteral("Connecting to the network…"));
     progress.reset();
     EXPECT_TRUE(progress.text().isEmpty());

@@ -231,6 +231,7 @@ TEST_F(ConnectingTest, ShowsTheProgressOfAJoin)
     EXPECT_EQ(joinStatus(), u"Connecting to “open”…"_qs);
     runLoop.advance(10s);
     EXPECT_TRUE(joinStatus().startsWith(u"No connection to “open” after 10 seconds."_qs));
+    EXPECT_FALSE(joinStatus().contains(u"key"_qs)) << "an open network has none";
     letLinkBeUp({ 0x00, 0x11, 0x22, 0x33, 0x44, 0x01 });
     runLoop.advance(2s);
     EXPECT_EQ(joinStatus(), QString());
@@ -249,6 +250,20 @@ TEST_F(ConnectingTest, ShowsTheProgressOfAJoinQueuedAfterARescan)
     letLinkBeDown();
     runLoop.advance(10s);
     EXPECT_TRUE(joinStatus().startsWith(u"No connection to “open”"_qs));
+}
+
+TEST_F(ConnectingTest, FailedJoinNamesTheReasonsOfItsNetwork)
+{
+    page.StartSiteSurveyTimer();
+    letLinkBeDown();
+    typeKey(u"WPAPreSharedKey"_qs, u"password"_qs);
+    connectTo(wpaEntry(tkip, 2));
+    runLoop.advance(12s);
+    EXPECT_TRUE(joinStatus().contains(u"key may be wrong"_qs));
+    typeKey(u"HiddenSSIDText"_qs, u"attic"_qs);
+    connectTo(EntryBuilder(""));
+    runLoop.advance(12s);
+    EXPECT_TRUE(joinStatus().contains(u"name may be wrong"_qs));
 }
 
 TEST_F(ConnectingTest, JoinWithoutACardIsQueuedWithoutProgress)
