@@ -168,11 +168,13 @@ std::uint32_t transmitPowerPercent(std::uint32_t powerStep)
     return powerStep < percent.size() ? percent[powerStep] : percent.front();
 }
 
-void queueRescan()
+std::weak_ptr<ProfileData> queueRescan()
 {
     std::shared_ptr<ProfileData> task = ProfileData::setProfileData(std::make_unique<PROFILE_DATA>());
     task->setTaskType(CONNECT_TASK_RESCAN);
+    std::weak_ptr<ProfileData> queued = task;
     TaskQueue::InsertTaskObject(std::move(task));
+    return queued;
 }
 
 std::weak_ptr<ProfileData> queueConnection(std::unique_ptr<PROFILE_DATA> record)

@@ -37,9 +37,8 @@ void DoTask(ConnectionState& state, VX7100Access& adapter);
 // if the link went down or its access point is not in the list.
 void ProbeConnectStatus(ConnectionState& state, VX7100Access& adapter, SurveyList& list);
 
-// Queues a scan for the next DoTask.
-void queueRescan();
-// Queues the connection for the next DoTask. The returned task expires after it has run.
+// Queue a scan or a connection for the next DoTask. The returned task expires after it has run.
+std::weak_ptr<ProfileData> queueRescan();
 std::weak_ptr<ProfileData> queueConnection(std::unique_ptr<PROFILE_DATA> record);
 
 // The transmit power in percent for PROFILE_DATA::TxPower; 100 for an invalid step.

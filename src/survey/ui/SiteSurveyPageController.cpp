@@ -142,10 +142,14 @@ void SiteSurveyPageController::awakeFromNib()
     m_ui->ApList->setDoubleAction([this] { OnConnect(); });
     connect(m_ui->Connect, &QPushButton::clicked, this, [this] { OnConnect(); });
     connect(m_ui->AddProfile, &QPushButton::clicked, this, [this] { OnAddProfile(); });
-    connect(m_ui->Rescan, &QPushButton::clicked, this, [this] { OnRescan(); });
+    connect(m_ui->Rescan, &QPushButton::clicked, this, [this] { askForRescan(); });
     setUpKey(QKeySequence::Refresh, *m_ui->Rescan);
     setUpKey(Qt::CTRL | Qt::Key_G, *m_ui->showChannels);
     WEPSetting.awakeFromNib();
+    // The line keeps its room while it is empty, so that the list does not change its height.
+    QSizePolicy policy = m_ui->JoinStatus->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    m_ui->JoinStatus->setSizePolicy(policy);
     showJoinProgress();
 }
 
@@ -186,7 +190,23 @@ void SiteSurveyPageController::OnRescan()
     if (m_sheetRunning)
         return;
     showNotice({});
-    queueRescan();
+    m_queuedRescan = queueRescan();
+    m_rescanAsked = true;
+    showJoinProgress();
+}
+
+// A second scan right after one that is still waiting would only block the window for longer.
+void SiteSurveyPageController::askForRescan()
+{
+    if (m_queuedRescan.expired())
+        OnRescan();
+}
+
+QString SiteSurveyPageController::rescanText() const
+{
+    if (!m_rescanAsked)
+        return {};
+    return G_bDeviceExist != 0 ? tr("Searching for networks…") : tr("The search starts when a wireless card is found.");
 }
 
 void SiteSurveyPageController::RefreshAPList()
@@ -200,6 +220,7 @@ void SiteSurveyPageController::RescanTimeFunc()
     clearRows();
     AccessPointRowsResult result = accessPointRows(currentBssidList(), m_assertions);
     tableData = std::move(result.rows);
+    m_rescanAsked = !m_queuedRescan.expired();
     if (!result.complete)
         return;
     m_ui->channelView->setNetworks(channelViewNetworks(tableData), G_bCurSelItem);
@@ -236,9 +257,12 @@ void SiteSurveyPageController::updateEmptyTexts()
 
 void SiteSurveyPageController::showJoinProgress()
 {
-    const QString progress = m_joinProgress.text();
-    const QString text = m_notice.isEmpty() ? progress : m_notice;
-    m_ui->JoinStatus->setText(text);
+    QString text = m_notice;
+    if (text.isEmpty())
+        text = m_joinProgress.text();
+    if (text.isEmpty())
+        text = rescanText();
+    m_ui->JoinStatus->setText(text.isEmpty() ? QStringLiteral(" ") : text); // as high as a line of text
     m_ui->JoinStatus->setVisible(!text.isEmpty());
 }
 
@@ -249,7 +273,8 @@ void SiteSurveyPageController::OnConnect()
         return;
     showNotice({});
     m_connection.TimerCount = 0;
-    G_bRescan = 0;
+    G_bRescan = 0; // a scan that has ended is not taken up by the next tick
+    m_rescanAsked = !m_queuedRescan.expired();
     const auto entry = selectedEntry();
     if (!entry)
         return;

@@ -86,6 +86,8 @@ private:
     void showChannels(bool shown);
     [[nodiscard]] QString emptyText() const;
     void RescanTimeFunc();
+    void askForRescan();
+    [[nodiscard]] QString rescanText() const;
     void clearRows();
     void reloadData() override;
     void updateEmptyTexts();
@@ -123,6 +125,8 @@ private:
     ConnectionState m_connection;
     JoinProgress m_joinProgress;
     QString m_notice;
+    std::weak_ptr<ProfileData> m_queuedRescan; // the last one that the user asked for
+    bool m_rescanAsked { false }; // and its list is not shown yet
     std::weak_ptr<ProfileData> m_queuedConnection; // the one that m_joinProgress follows
 
     WEPSettingController WEPSetting;

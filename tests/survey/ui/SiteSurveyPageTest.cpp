@@ -282,6 +282,53 @@ TEST_F(SiteSurveyPageTest, RescansWithF5)
     EXPECT_TRUE(rescan->toolTip().contains(u"F5"_qs));
 }
 
+TEST_F(SiteSurveyPageTest, OneRescanAtATimeWaitsForTheNextTick)
+{
+    letLinkBeDown();
+    page.StartSiteSurveyTimer();
+    show();
+    rescan->click();
+    QTest::keyClick(&page, Qt::Key_F5);
+    rescan->click();
+    EXPECT_EQ(ProfileDataQueue->size(), 1U);
+    page.SetTaskQueue(std::make_unique<PROFILE_DATA>());
+    EXPECT_EQ(ProfileDataQueue->size(), 2U) << "other tasks are queued as before";
+    runLoop.advance(2000ms);
+    rescan->click();
+    EXPECT_EQ(ProfileDataQueue->size(), 2U) << "the first rescan has run";
+}
+
+TEST_F(SiteSurveyPageTest, ShowsAtOnceThatItIsGoingToScan)
+{
+    letLinkBeDown();
+    letScanFind({ EntryBuilder("found") });
+    page.StartSiteSurveyTimer();
+    show();
+    auto* const line = page.findChild<QLabel*>(u"JoinStatus"_qs);
+    const int height = table->height();
+    rescan->click();
+    EXPECT_TRUE(line->isVisible());
+    EXPECT_EQ(line->text(), u"Searching for networks…"_qs);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(table->height(), height) << "the line has its room reserved";
+    runLoop.advance(2000ms);
+    EXPECT_TRUE(line->isVisible()) << "the new list is shown by the next tick";
+    runLoop.advance(2000ms);
+    EXPECT_EQ(table->numberOfRows(), 1);
+    EXPECT_FALSE(line->isVisible());
+    QCoreApplication::processEvents();
+    EXPECT_EQ(table->height(), height);
+}
+
+TEST_F(SiteSurveyPageTest, RescanWithoutACardSaysWhenItStarts)
+{
+    G_bDeviceExist = 0;
+    page.StopSiteSurveyTimer();
+    show();
+    rescan->click();
+    EXPECT_TRUE(page.findChild<QLabel*>(u"JoinStatus"_qs)->text().contains(u"when a wireless card is found"_qs));
+}
+
 TEST_F(SiteSurveyPageTest, QueuesAConnectionForTheNextTick)
 {
     letLinkBeDown();
