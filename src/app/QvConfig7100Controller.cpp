@@ -1,5 +1,6 @@
 #include "app/QvConfig7100Controller.h"
 
+#include "app/shared/CardState.h"
 #include "app/shared/Pages.h"
 #include "app/shared/SharedState.h"
 #include "app/shared/Trace.h"
@@ -40,11 +41,13 @@ bool QvConfig7100Controller::IsDeviceDriverExist()
 {
     traceEntry(className, "IsDeviceDriverExist");
     if (!Adapter.SearchDevice()) {
+        cardState = CardState::Absent;
         trace("!!!! QvConfig7100Controller - IsDeviceDriverExist - Device is not existenet. !!!!\n");
         Adapter.CloseConnectToDevice();
         return false;
     }
     if (!Adapter.OpenConnectToDevice()) {
+        cardState = CardState::Silent;
         trace("!!!! QvConfig7100Controller - IsDeviceDriverExist - Can't connect to device. !!!!\n");
         Adapter.CloseConnectToDevice();
         return false;
@@ -67,10 +70,12 @@ void QvConfig7100Controller::OnTimer()
         if (G_bRadio == 0 && m_pages.siteSurvey)
             m_pages.siteSurvey->ClearAPList();
         G_bDeviceRemove = 0;
+        cardState = CardState::Answering;
         return;
     }
     if (!answered && m_pages.siteSurvey)
         m_pages.siteSurvey->ClearAPList();
+    const bool knownCard = G_bDeviceExist != 0;
     G_bDeviceExist = IsDeviceDriverExist() ? 1 : 0;
     if (G_bDeviceExist == 0) {
         G_bDeviceRemove = 1;
@@ -85,6 +90,8 @@ void QvConfig7100Controller::OnTimer()
         return;
     }
     G_bDeviceRemove = 0;
+    // A card that appeared after this tick's query had no chance to answer it.
+    cardState = answered || !knownCard ? CardState::Answering : CardState::Silent;
     initialiseCard();
 }
 

@@ -13,12 +13,15 @@ QString tr(const char* text)
 
 QString emptyListText(const SurveyState& state)
 {
-    if (!state.deviceExists && !state.searchedForCard)
+    if (state.card == CardState::Silent)
+        return tr("The wireless card does not answer. Remove it and insert it again.");
+    if (!state.deviceExists && state.card == CardState::Unknown)
         return tr("Looking for a wireless card…");
     if (!state.deviceExists)
         return tr("No wireless card found. Insert the card; its networks appear here by themselves.");
     if (!state.radioOn)
-        return tr("The radio of the wireless card is switched off.");
+        return tr("The radio of the wireless card is switched off. To switch it on, press Radio On on the Advanced "
+                  "Settings page.");
     if (!state.surveyed)
         return tr("Searching for networks…");
     // The card's hardware switch is not queried; while it is off, no network is in range either.

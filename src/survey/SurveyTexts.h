@@ -1,9 +1,11 @@
 #pragma once
 
+#include "app/shared/CardState.h"
+
 #include <QString>
 
 struct SurveyState {
-    bool searchedForCard { false }; // the first search for a card has ended without one
+    CardState card { CardState::Unknown };
     bool deviceExists { false };
     bool radioOn { false };
     bool surveyed { false }; // the first scan since the card was inserted has ended

@@ -1,5 +1,6 @@
 #include "app/QvConfig7100Controller.h"
 
+#include "app/shared/CardState.h"
 #include "app/shared/Pages.h"
 #include "app/shared/SharedState.h"
 #include "driver/VX7100Access.h"
@@ -188,7 +189,23 @@ TEST_F(DeviceWatchTest, RefusedUserClientCountsAsNoCard)
     controller.OnTimer();
     EXPECT_EQ(calls, (Calls { "ClearAPList", "StopSiteSurveyTimer", "ForgetCard" }));
     EXPECT_EQ(G_bDeviceExist, 0);
+    EXPECT_EQ(cardState, CardState::Silent);
     EXPECT_TRUE(registry.held().empty());
+}
+
+TEST_F(DeviceWatchTest, TellsAMissingCardFromOneThatDoesNotAnswer)
+{
+    removeCard();
+    controller.OnTimer();
+    EXPECT_EQ(cardState, CardState::Absent);
+    registry.serviceCount = 1;
+    controller.OnTimer();
+    EXPECT_EQ(cardState, CardState::Answering);
+    controller.OnTimer();
+    EXPECT_EQ(cardState, CardState::Answering);
+    registry.fail(OID_GEN_MEDIA_CONNECT_STATUS);
+    controller.OnTimer();
+    EXPECT_EQ(cardState, CardState::Silent);
 }
 
 TEST_F(DeviceWatchTest, TickDuringAnInitialisationDoesNothing)

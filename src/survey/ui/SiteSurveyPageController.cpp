@@ -1,5 +1,6 @@
 #include "survey/ui/SiteSurveyPageController.h"
 
+#include "app/shared/CardState.h"
 #include "app/shared/SharedState.h"
 #include "app/shared/Trace.h"
 #include "driver/BssidList.h"
@@ -122,7 +123,7 @@ void SiteSurveyPageController::showChannels(bool shown)
 
 QString SiteSurveyPageController::emptyText() const
 {
-    return emptyListText({ .searchedForCard = m_searchedForCard,
+    return emptyListText({ .card = cardState,
         .deviceExists = G_bDeviceExist != 0,
         .radioOn = G_bRadio != 0,
         .surveyed = SiteSurveyTimer != nullptr });
@@ -165,7 +166,6 @@ void SiteSurveyPageController::StartSiteSurveyTimer()
 void SiteSurveyPageController::StopSiteSurveyTimer()
 {
     traceEntry(className, "StopSiteSurveyTimer");
-    m_searchedForCard = true;
     m_notice.clear();
     SiteSurveyTimer.reset();
     m_joinProgress.reset();

@@ -119,7 +119,6 @@ private:
     std::unique_ptr<Ui::SiteSurveyPage> m_ui;
     ::TaskQueue TaskQueue;
     std::unique_ptr<Timer> SiteSurveyTimer;
-    bool m_searchedForCard { false }; // the device watch has looked for a card and found none
     bool m_sheetRunning { false };
     std::vector<AccessPoint> tableData;
     ConnectionState m_connection;

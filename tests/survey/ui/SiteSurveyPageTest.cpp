@@ -1,3 +1,4 @@
+#include "app/shared/CardState.h"
 #include "platform/ByteText.h"
 #include "platform/ui/TableView.h"
 #include "platform/ui/WindowTickClock.h"
@@ -27,6 +28,7 @@ class SiteSurveyPageTest : public SurveyFixture {
 protected:
     SiteSurveyPageTest()
     {
+        cardState = CardState::Unknown;
         page.awakeFromNib();
         table = page.findChild<TableView*>(u"ApList"_qs);
         status = page.findChild<QLabel*>(u"ConnectStatus"_qs);
@@ -134,7 +136,8 @@ TEST_F(SiteSurveyPageTest, ExplainsWhyTheListIsEmpty)
     G_bDeviceExist = 0;
     page.ClearAPList();
     EXPECT_TRUE(table->emptyText().contains(u"Looking for a wireless card"_qs));
-    page.StopSiteSurveyTimer(); // the device watch found no card
+    cardState = CardState::Absent; // the device watch found no card
+    page.StopSiteSurveyTimer();
     EXPECT_TRUE(table->emptyText().contains(u"No wireless card"_qs));
     G_bDeviceExist = 1;
     G_bRadio = 0;
@@ -148,8 +151,13 @@ TEST_F(SiteSurveyPageTest, ExplainsWhyTheListIsEmpty)
     EXPECT_EQ(table->accessibleDescription(), table->emptyText());
     // The device watch first clears the list and then stops the timer.
     G_bDeviceExist = 0;
+    cardState = CardState::Absent;
     page.StopSiteSurveyTimer();
     EXPECT_TRUE(table->emptyText().contains(u"No wireless card"_qs));
+    cardState = CardState::Silent;
+    page.StopSiteSurveyTimer();
+    EXPECT_TRUE(table->emptyText().contains(u"does not answer"_qs));
+    EXPECT_EQ(table->accessibleDescription(), table->emptyText());
 }
 
 // Takes a picture of the screen during a scan, which blocks the event loop.
@@ -174,6 +182,7 @@ private:
 TEST_F(SiteSurveyPageTest, SearchIsOnTheScreenDuringTheFirstScanOfACard)
 {
     G_bDeviceExist = 0;
+    cardState = CardState::Absent;
     page.StopSiteSurveyTimer();
     show();
     QCoreApplication::processEvents();
@@ -182,6 +191,7 @@ TEST_F(SiteSurveyPageTest, SearchIsOnTheScreenDuringTheFirstScanOfACard)
     VX7100Access scanning(registry, windowClock, alerts);
     const QImage withoutCard = PhotographingClock::screenOf(page);
     G_bDeviceExist = 1; // the device watch has found the card and initialises it
+    cardState = CardState::Answering;
     scanning.RescanBssidList();
     ASSERT_FALSE(clockOfScan.screen.isNull());
     EXPECT_NE(clockOfScan.screen, withoutCard);

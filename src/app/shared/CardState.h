@@ -1,0 +1,14 @@
+#pragma once
+
+#include <cstdint>
+
+// What the device watch knows about the card, for texts only: requests depend on G_bDeviceExist.
+enum class CardState : std::uint8_t {
+    Unknown, // not searched for yet
+    Absent,
+    Silent, // there is a service for it, but it cannot be opened or does not answer
+    Answering,
+};
+
+// Set by the device watch. Main thread only.
+inline CardState cardState { CardState::Unknown };
