@@ -1,7 +1,10 @@
 #include "profiles/ProfileStore.h"
 
 #include "platform/store/PropertyListFile.h"
+#include "platform/store/SaveReport.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace {
@@ -9,11 +12,17 @@ namespace {
 const auto profilesKey = QStringLiteral("Profiles");
 const auto profileSettingKey = QStringLiteral("Profile Setting");
 
+QString reasonOf(const SaveResult& result)
+{
+    return QString::fromLocal8Bit(result.error.message().c_str());
+}
+
 } // namespace
 
-ProfileStore::ProfileStore(UserDefaults& prefs, QString recordsFile)
+ProfileStore::ProfileStore(UserDefaults& prefs, QString recordsFile, SaveReport* saves)
     : prefs(prefs)
     , recordsFile(std::move(recordsFile))
+    , m_saves(saves)
 {
 }
 
@@ -26,6 +35,11 @@ ProfileList ProfileStore::loadRecords() const
 {
     auto records = prefs.arrayForKey(profilesKey);
     return records ? *std::move(records) : readDictionariesFile(recordsFile);
+}
+
+ProfileList ProfileStore::latestRecords(const ProfileList& known) const
+{
+    return prefs.arrayForKey(profilesKey).value_or(known);
 }
 
 void ProfileStore::loadActivation(ProfileList& recordActivate) const
@@ -47,14 +61,17 @@ void ProfileStore::saveActivation(ProfileList& recordActivate, const Profile& en
     else
         recordActivate.front() = entry;
     prefs.setArray(profileSettingKey, recordActivate);
-    prefs.synchronize();
+    synchronizeDefaults();
 }
 
 void ProfileStore::deleteRecord(ProfileList& records, ProfileList& recordActivate, int row)
 {
     if (row < 0 || static_cast<std::size_t>(row) >= records.size())
         return;
-    records.erase(records.begin() + row);
+    const Profile profile = records[static_cast<std::size_t>(row)];
+    records = latestRecords(records);
+    if (const auto current = currentRow(records, profile, static_cast<std::size_t>(row)))
+        records.erase(std::next(records.begin(), static_cast<std::ptrdiff_t>(*current)));
     writeFile(records);
     if (!recordActivate.empty() && recordActivate.front().integer(ProfileKey::selected) == row) {
         prefs.removeObjectForKey(profileSettingKey);
@@ -66,10 +83,37 @@ void ProfileStore::deleteRecord(ProfileList& records, ProfileList& recordActivat
 void ProfileStore::storeInDefaults(const ProfileList& records)
 {
     prefs.setArray(profilesKey, records);
-    prefs.synchronize();
+    synchronizeDefaults();
 }
 
-void ProfileStore::writeFile(const ProfileList& records) const
+// A success does not name its file, so the last failed one is remembered.
+void ProfileStore::synchronizeDefaults()
 {
-    (void)writeDictionariesFile(recordsFile, records);
+    const SaveResult result = prefs.synchronize();
+    if (!m_saves)
+        return;
+    if (!m_failedDefaultsFile.isEmpty() && m_failedDefaultsFile != result.path)
+        m_saves->saveSucceeded(m_failedDefaultsFile);
+    if (!result)
+        m_saves->saveFailed(result.path, reasonOf(result));
+    m_failedDefaultsFile = result.path;
+}
+
+void ProfileStore::writeFile(const ProfileList& records)
+{
+    const SaveResult result = writeDictionariesFile(recordsFile, records);
+    if (!m_saves)
+        return;
+    if (result)
+        m_saves->saveSucceeded(recordsFile);
+    else
+        m_saves->saveFailed(recordsFile, reasonOf(result));
+}
+
+std::optional<std::size_t> currentRow(const ProfileList& records, const Profile& profile, std::size_t row)
+{
+    if (row < records.size() && records[row] == profile)
+        return row;
+    const auto found = std::find(records.begin(), records.end(), profile);
+    return found != records.end() ? std::optional(static_cast<std::size_t>(found - records.begin())) : std::nullopt;
 }

@@ -5,18 +5,27 @@
 
 #include <QString>
 
+#include <cstddef>
+#include <optional>
+
+class SaveReport;
+
 // Stores the profiles in a file and in the user defaults, in this order. The entry of the active profile is stored in the
-// defaults only. Write errors are not reported: the caller continues with the list in memory.
+// defaults only. After a write error the caller continues with the list in memory; only the report receives the error.
 class ProfileStore {
 public:
-    // The defaults must outlive the store.
-    explicit ProfileStore(UserDefaults& prefs, QString recordsFile = defaultRecordsFile());
+    // The defaults and the report must outlive the store.
+    explicit ProfileStore(UserDefaults& prefs, QString recordsFile = defaultRecordsFile(), SaveReport* saves = nullptr);
 
     // "Library/Preferences/Profile.plist" in the home directory.
     [[nodiscard]] static QString defaultRecordsFile();
 
     // The defaults take precedence over the file. An unreadable file gives an empty list.
     [[nodiscard]] ProfileList loadRecords() const;
+
+    // The list to change and save: the stored one, which another program may have changed since `known` was loaded, or
+    // `known` if the defaults have none.
+    [[nodiscard]] ProfileList latestRecords(const ProfileList& known) const;
 
     // Loads the entry of the active profile, a list of at most one. Without one in the defaults, recordActivate does not
     // change.
@@ -30,13 +39,20 @@ public:
 
     // Deletes the profile and saves the list. Also removes the entry of the active profile if it was written for this
     // row. After deleting a row above, that entry refers to the profile that moved into its row. A row out of range is
-    // a no-op.
+    // a no-op. Keeps what another program has changed meanwhile.
     void deleteRecord(ProfileList& records, ProfileList& recordActivate, int row);
 
 private:
     void storeInDefaults(const ProfileList& records);
-    void writeFile(const ProfileList& records) const;
+    void synchronizeDefaults();
+    void writeFile(const ProfileList& records);
 
     UserDefaults& prefs;
     QString recordsFile;
+    SaveReport* m_saves;
+    QString m_failedDefaultsFile; // reported as failed; empty after a success
 };
+
+// Where the list has this profile now, which was in this row; std::nullopt if it was deleted or changed.
+[[nodiscard]] std::optional<std::size_t> currentRow(
+    const ProfileList& records, const Profile& profile, std::size_t row);

@@ -1,6 +1,7 @@
 #include "profiles/ProfileStore.h"
 
 #include "platform/store/PropertyListFile.h"
+#include "platform/store/SettingsUserDefaults.h"
 #include "tests/profiles/SampleProfile.h"
 #include "tests/support/ContentOf.h"
 #include "tests/support/MemoryUserDefaults.h"
@@ -217,6 +218,35 @@ TEST_F(DeletedProfile, DeletingTheLastProfileLeavesAnEmptyList)
     store.deleteRecord(records, recordActivate, 0);
     EXPECT_EQ(inDefaults(), ProfileList());
     EXPECT_EQ(store.loadRecords(), ProfileList());
+}
+
+TEST(TwoProgramsTest, KeepEachOthersProfiles)
+{
+    const QTemporaryDir home;
+    const QString path = home.filePath(u"Profile.plist"_qs);
+    SettingsUserDefaults defaultsA(home.filePath(u"settings.plist"_qs));
+    SettingsUserDefaults defaultsB(defaultsA.path());
+    ProfileStore a(defaultsA, path);
+    ProfileStore b(defaultsB, path);
+    ProfileList expected;
+    ProfileList activation;
+    for (const QString& name : { u"a1"_qs, u"b1"_qs, u"a2"_qs, u"b2"_qs }) {
+        ProfileStore& store = name.startsWith(u'a') ? a : b;
+        ProfileList records = store.loadRecords();
+        records.push_back(sampleProfile(name));
+        store.saveRecords(records);
+        expected.push_back(sampleProfile(name));
+    }
+    EXPECT_EQ(a.loadRecords(), expected);
+    EXPECT_EQ(b.loadRecords(), expected);
+
+    // B still shows the list of before when it deletes its second row.
+    ProfileList shownByB = b.loadRecords();
+    ProfileList shownByA = a.loadRecords();
+    a.deleteRecord(shownByA, activation, 0);
+    b.deleteRecord(shownByB, activation, 1);
+    EXPECT_EQ(a.loadRecords(), (ProfileList { expected[2], expected[3] }));
+    EXPECT_EQ(readDictionariesFile(path), a.loadRecords());
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 #include "profiles/ProfileStore.h"
 #include "tests/profiles/SampleProfile.h"
 #include "tests/support/ContentOf.h"
+#include "tests/support/RecordingSaveReport.h"
 
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
@@ -49,7 +50,8 @@ protected:
     QTemporaryDir home;
     QString file { preferencesFile(QStringLiteral("Profile.plist"), home.path()) };
     SettingsUserDefaults defaults { home.filePath(QStringLiteral("config/settings.plist")) };
-    ProfileStore store { defaults, file };
+    RecordingSaveReport saves;
+    ProfileStore store { defaults, file, &saves };
     ProfileList oldList { sampleProfile(u"first"_qs), sampleProfile(u"second"_qs) };
     ProfileList newList { sampleProfile(u"first"_qs), sampleProfile(u"changed"_qs), sampleProfile(u"third"_qs) };
 };
@@ -90,6 +92,36 @@ TEST_F(UnwritableDefaults, KeepTheNewActivationAndTheDeletionInMemory)
     store.deleteRecord(records, activation, 1);
     EXPECT_EQ(store.loadRecords(), ProfileList { oldList[0] });
     EXPECT_FALSE(defaults.arrayForKey(settingKey));
+}
+
+TEST_F(UnwritableDefaults, BothFilesAreReportedUntilTheyAreSaved)
+{
+    EXPECT_TRUE(saves.failures.empty());
+    ProfileList activation;
+    {
+        const FullDisk fullDisk;
+        store.saveRecords(newList);
+        EXPECT_EQ(saves.failures.size(), 2u);
+        EXPECT_FALSE(saves.failures[file].isEmpty());
+        EXPECT_FALSE(saves.failures[defaults.path()].isEmpty());
+    }
+    store.saveActivation(activation, activeEntry(newList[0], 0)); // writes the defaults only
+    EXPECT_EQ(saves.failures.size(), 1u);
+    EXPECT_TRUE(saves.failures.contains(file));
+    store.deleteRecord(newList, activation, 2);
+    EXPECT_TRUE(saves.failures.empty());
+}
+
+TEST_F(UnwritableDefaults, ActivationAndDeletionAreReported)
+{
+    ProfileList activation;
+    const FullDisk fullDisk;
+    store.saveActivation(activation, activeEntry(oldList[0], 0));
+    EXPECT_EQ(saves.failures.size(), 1u);
+    EXPECT_TRUE(saves.failures.contains(defaults.path()));
+    saves.failures.clear();
+    store.deleteRecord(oldList, activation, 1);
+    EXPECT_EQ(saves.failures.size(), 2u);
 }
 
 TEST_F(UnwritableDefaults, KeepTheListInMemoryIfNoDirectoryCanBeCreated)

@@ -44,6 +44,8 @@ std::optional<PropertyDictionaries> SettingsUserDefaults::arrayForKey(const QStr
 {
     if (const auto change = m_changes.find(key); change != m_changes.end())
         return change->second;
+    if (auto stored = readArrays(m_path); stored.isComplete)
+        m_saved = std::move(stored.arrays);
     const auto saved = m_saved.find(key);
     return saved != m_saved.end() ? std::optional(saved->second) : std::nullopt;
 }

@@ -2,6 +2,7 @@
 
 #include "driver/records/ChannelTable.h"
 
+#include <QKeyEvent>
 #include <QListView>
 #include <QStandardItemModel>
 
@@ -20,14 +21,41 @@ ChannelBox::ChannelBox(QWidget* parent)
         if (channel > lastSelectableChannel)
             hideItem(channel - 1);
     }
+    view()->installEventFilter(this);
 }
 
 void ChannelBox::showPopup()
 {
     ComboBox::showPopup();
-    // The keyboard cannot leave a hidden row.
-    if (currentIndex() >= lastSelectableChannel)
+    if (currentIndex() < lastSelectableChannel)
+        return;
+    // The keyboard cannot leave a hidden row, and with another row as the current one Enter would change the channel.
+    view()->setCurrentIndex({});
+    view()->scrollToBottom();
+}
+
+bool ChannelBox::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == view() && event->type() == QEvent::KeyPress && !view()->currentIndex().isValid()
+        && handleKeyWithoutCurrentItem(static_cast<QKeyEvent*>(event)->key()))
+        return true;
+    return ComboBox::eventFilter(watched, event);
+}
+
+bool ChannelBox::handleKeyWithoutCurrentItem(int key)
+{
+    switch (key) {
+    case Qt::Key_Enter:
+    case Qt::Key_Return:
+    case Qt::Key_Select:
+        hidePopup();
+        return true;
+    case Qt::Key_Up:
         view()->setCurrentIndex(model()->index(lastSelectableChannel - 1, modelColumn()));
+        return true;
+    default:
+        return false;
+    }
 }
 
 void ChannelBox::hideItem(int index)

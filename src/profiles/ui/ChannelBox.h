@@ -13,6 +13,11 @@ public:
 
     void showPopup() override;
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     void hideItem(int index);
+    // A key in the open list while none of its items is current. Returns true if the key was handled.
+    [[nodiscard]] bool handleKeyWithoutCurrentItem(int key);
 };

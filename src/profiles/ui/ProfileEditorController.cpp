@@ -73,6 +73,8 @@ void ProfileEditorController::awakeFromNib()
 void ProfileEditorController::connectControls()
 {
     connect(m_ui->NetworkType, &ComboBox::selectionChosen, this, [this] { OnNetworkType(); });
+    // An opening may have selected the type without enabling its fields. Choosing it again does.
+    connect(m_ui->NetworkType, &ComboBox::activated, this, [this] { enableNetworkTypeFields(); });
     connect(m_ui->AuthenType, &ComboBox::selectionChosen, this, [this] { OnAuthType(); });
     connect(m_ui->EncryType, &ComboBox::selectionChosen, this, [this] { OnEncryType(); });
     connect(m_ui->RtsThresholdCheck, &QCheckBox::toggled, this, [this] { OnSelRTS(); });
@@ -97,10 +99,18 @@ void ProfileEditorController::selectFirstTab()
     m_ui->TabView->setCurrentIndex(0);
 }
 
+// In the sheet as well, because not every desktop shows the title of a sheet.
+void ProfileEditorController::showSubject(const QString& subject)
+{
+    setAccessibleDescription(subject);
+    m_ui->subject->setText(subject);
+}
+
 void ProfileEditorController::AddInit()
 {
     traceEntry(className, "AddInit");
     beginEditing(true);
+    showSubject(tr("New profile"));
     GetBssidList();
     m_ui->ProfileName->setText(GetNextProfileName());
     m_ui->CamWhenAcPower->setChecked(false);
@@ -128,6 +138,8 @@ void ProfileEditorController::EditInit(std::int32_t row)
     beginEditing(false);
     const bool exists = row >= 0 && static_cast<std::size_t>(row) < records->size();
     const EditedProfile profile = editedProfile(exists ? (*records)[static_cast<std::size_t>(row)] : Profile());
+    showSubject(profile.ProfileName.isEmpty() ? tr("Profile without a name")
+                                              : tr("Profile \u201C%1\u201D").arg(profile.ProfileName));
     m_ui->ProfileName->setText(profile.ProfileName);
     m_ui->CamWhenAcPower->setChecked(profile.CamWhenAcPower != 0);
     m_ui->NetworkType->selectItemAtIndex(profile.NetworkType);
@@ -153,6 +165,9 @@ bool ProfileEditorController::AddProfile(const ProfileProposal& proposal)
 {
     traceEntry(className, "AddProfile");
     beginEditing(true);
+    showSubject(proposal.SSID.isEmpty()
+            ? tr("New profile for a network without a name")
+            : tr("New profile for the network \u201C%1\u201D").arg(proposal.SSID.displayText()));
     m_ui->ProfileName->setText(GetNextProfileName());
     m_ui->CamWhenAcPower->setChecked(false);
     const AuthenticationChoice choice = authenticationChoiceOf(proposal.AuthenMode);
@@ -241,15 +256,19 @@ void ProfileEditorController::setEncryTypeCombo(int index)
 void ProfileEditorController::OnNetworkType()
 {
     traceEntry(className, "OnNetworkType");
-    const int networkType = m_ui->NetworkType->indexOfSelectedItem();
-    const bool enabled = channelEnabled(networkType);
+    enableNetworkTypeFields();
+    setAuthenTypeComboText(authenticationKindOf(m_ui->NetworkType->indexOfSelectedItem()));
+    OnSelchangeAuthType();
+    update();
+}
+
+void ProfileEditorController::enableNetworkTypeFields()
+{
+    const bool enabled = channelEnabled(m_ui->NetworkType->indexOfSelectedItem());
     m_ui->preambleLabel->setEnabled(enabled);
     m_ui->PreambleType->setEnabled(enabled);
     m_ui->ChannelText->setEnabled(enabled);
     m_ui->Channel->setEnabled(enabled);
-    setAuthenTypeComboText(authenticationKindOf(networkType));
-    OnSelchangeAuthType();
-    update();
 }
 
 void ProfileEditorController::OnAuthType()
@@ -341,10 +360,15 @@ Profile ProfileEditorController::createProfileData()
 bool ProfileEditorController::VerifyKey()
 {
     traceEntry(className, "VerifyKey");
-    const auto refusal = keyRefusal(keyControlsOf(controls()));
-    if (refusal)
-        m_alerts.NSRunAlertPanel(*refusal, QString(), QStringLiteral("OK"));
-    return !refusal;
+    const KeyControls keys = keyControlsOf(controls());
+    const auto refusal = keyRefusal(keys);
+    if (!refusal)
+        return true;
+    // The key may be on a hidden tab. The alert takes the focus, so the field gets it afterwards.
+    m_ui->TabView->setCurrentWidget(m_ui->securityPage);
+    m_alerts.NSRunAlertPanel(*refusal, QString(), QStringLiteral("OK"));
+    m_ui->keyFields->focusRefusedKey(keys);
+    return false;
 }
 
 void ProfileEditorController::saveProfile()
@@ -362,14 +386,23 @@ void ProfileEditorController::OnOK()
     m_fragThreshold.correctText();
     if (!VerifyKey() || !records)
         return;
-    Profile profile = createProfileData();
-    const bool exists = modifyIndex >= 0 && static_cast<std::size_t>(modifyIndex) < records->size();
-    if (!m_origin.IsNewData && exists)
-        (*records)[static_cast<std::size_t>(modifyIndex)] = std::move(profile);
-    else
-        records->push_back(std::move(profile));
+    putProfile(createProfileData());
     saveProfile();
     releaseRecords(sheetAccepted);
+}
+
+void ProfileEditorController::putProfile(Profile profile)
+{
+    const auto row = static_cast<std::size_t>(modifyIndex);
+    const bool exists = modifyIndex >= 0 && row < records->size();
+    const Profile opened = exists ? (*records)[row] : Profile();
+    // Another program may have saved profiles while the sheet was open.
+    *records = m_store.latestRecords(*records);
+    const auto current = !m_origin.IsNewData && exists ? currentRow(*records, opened, row) : std::nullopt;
+    if (current)
+        (*records)[*current] = std::move(profile);
+    else
+        records->push_back(std::move(profile));
 }
 
 void ProfileEditorController::OnCANCEL()
@@ -382,4 +415,6 @@ void ProfileEditorController::releaseRecords(int code)
 {
     records.reset();
     m_sheets.stopModalWithCode(code);
+    m_ui->keyFields->hideKeys();
+    m_ui->keyFields->clearTexts();
 }

@@ -63,18 +63,23 @@ public:
     void setAuthenTypeComboText(int kind);
     void setAuthenTypeCombo(int index);
     void setEncryTypeCombo(int index);
-    // Shows an alert for the first rule that the keys break.
+    // Shows an alert for the first rule that the keys break, then focuses the key.
     [[nodiscard]] bool VerifyKey();
 
 private:
     void setUpSsidField();
     void connectControls();
     void beginEditing(bool isNewData);
+    void showSubject(const QString& subject);
+    void enableNetworkTypeFields();
     void clearKeys();
     void showSsid(const std::optional<SsidSelection>& selection);
     void showPowerSaving(bool powerSaving);
     void showKeys(const EditedProfile& profile);
     [[nodiscard]] ProfileControls controls() const;
+    // Adds or replaces the profile in the list. One that another program changed or deleted meanwhile is not replaced:
+    // the profile is added, so that neither is lost.
+    void putProfile(Profile profile);
     void releaseRecords(int code);
 
     ModalSheets& m_sheets;

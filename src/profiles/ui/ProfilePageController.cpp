@@ -15,8 +15,6 @@
 #include "survey/connection/ProfileData.h"
 #include "ui_ProfilePage.h"
 
-#include <QShortcut>
-
 #include <chrono>
 
 namespace {
@@ -83,12 +81,6 @@ void ProfilePageController::awakeFromNib()
     connect(m_ui->Edit, &QPushButton::clicked, this, [this] { OnEdit(); });
     connect(m_ui->Delete, &QPushButton::clicked, this, [this] { OnDelete(); });
     connect(m_ui->Activate, &QPushButton::clicked, this, [this] { OnActivate(); });
-    // Only in the list: while a cell is edited, the key deletes a character.
-    auto* const deleteKey
-        = new QShortcut(QKeySequence::Delete, m_ui->profileList, nullptr, nullptr, Qt::WidgetShortcut);
-    connect(deleteKey, &QShortcut::activated, this, [this] { OnDelete(); });
-    m_ui->Delete->setToolTip(
-        tr("%1 (%2)").arg(m_ui->Delete->toolTip(), deleteKey->key().toString(QKeySequence::NativeText)));
     ProfileEditor.awakeFromNib();
     m_timer = m_runLoop.scheduleRepeatingTimer(timerInterval, [this] { OnTimer(); });
 }
@@ -235,7 +227,7 @@ QString ProfilePageController::imageTextForTableColumn(QStringView /*identifier*
 void ProfilePageController::setObjectValue(const QVariant& value, QStringView identifier, int row)
 {
     profileData[static_cast<std::size_t>(row)].setValue(identifier, value.toString());
-    m_store.saveRecords(records);
+    m_store.saveRecords(m_store.latestRecords(records));
 }
 
 QString ProfilePageController::toolTipForTableColumn(QStringView identifier, int row) const

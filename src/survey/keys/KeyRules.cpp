@@ -42,14 +42,14 @@ QString wepRefusal(const WepKeyControls& key, std::size_t index)
 }
 
 // The selected key is checked first; it is the only one that must not be empty.
-std::optional<QString> wepKeysRefusal(const std::array<WepKeyControls, wepKeyCount>& keys)
+std::optional<std::size_t> firstInvalidKey(const std::array<WepKeyControls, wepKeyCount>& keys)
 {
     const auto selected = static_cast<std::size_t>(selectedKeyIndex(keys));
     if (!hasKeyLength(keys[selected]))
-        return wepRefusal(keys[selected], selected);
+        return selected;
     for (std::size_t i = 0; i < keys.size(); ++i)
         if (!upToZero(keys[i].text.view()).empty() && !hasKeyLength(keys[i]))
-            return wepRefusal(keys[i], i);
+            return i;
     return std::nullopt;
 }
 
@@ -86,9 +86,14 @@ std::optional<QString> keyRefusal(const KeyControls& controls)
 {
     if (controls.authenTypeIndex >= wpaAuthenTypeIndex)
         return presharedKeyRefusal(upToZero(controls.WPAPSK.view()));
-    if (!usesWepKeys(controls.authenTypeIndex, controls.encryTypeIndex))
-        return std::nullopt;
-    return wepKeysRefusal(controls.wepKeys);
+    const auto key = refusedWepKey(controls);
+    return key ? std::optional(wepRefusal(controls.wepKeys[*key], *key)) : std::nullopt;
+}
+
+std::optional<std::size_t> refusedWepKey(const KeyControls& controls)
+{
+    const bool inUse = usesWepKeys(controls.authenTypeIndex, controls.encryTypeIndex);
+    return inUse ? firstInvalidKey(controls.wepKeys) : std::nullopt;
 }
 
 bool usesWepKeys(int authenTypeIndex, int encryTypeIndex)

@@ -51,6 +51,9 @@ struct KeyControls {
 // a WEP key is checked. A pre-shared key has no maximum length here: the derivation refuses a text that is too long.
 [[nodiscard]] std::optional<QString> keyRefusal(const KeyControls& controls);
 
+// The WEP key that keyRefusal refuses, 0 to 3; std::nullopt if it refuses the pre-shared key or nothing.
+[[nodiscard]] std::optional<std::size_t> refusedWepKey(const KeyControls& controls);
+
 // Whether WEP keys are in use and their texts are converted: with "Shared", and with "WEP" for "Open".
 [[nodiscard]] bool usesWepKeys(int authenTypeIndex, int encryTypeIndex);
 

@@ -113,13 +113,22 @@ TEST_F(ChannelBoxTest, OpeningTheListKeepsAHiddenChannelUntilASelection)
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&editor));
     store.saveRecords({ onChannel(u"36"_qs) });
     editor.EditInit(0);
-    channel.showPopup();
-    QTest::keyClick(channel.view(), Qt::Key_Escape);
-    EXPECT_EQ(channel.objectValueOfSelectedItem(), u"36"_qs);
+    for (const Qt::Key key : { Qt::Key_Escape, Qt::Key_Return, Qt::Key_Enter }) {
+        channel.showPopup();
+        QTest::keyClick(channel.view(), key);
+        EXPECT_EQ(channel.objectValueOfSelectedItem(), u"36"_qs) << key;
+        EXPECT_TRUE(QTest::qWaitFor([this] { return !channel.view()->isVisible(); })) << key;
+    }
     channel.showPopup();
     QTest::keyClick(channel.view(), Qt::Key_Up);
     QTest::keyClick(channel.view(), Qt::Key_Return);
-    EXPECT_EQ(channel.objectValueOfSelectedItem(), u"13"_qs);
+    EXPECT_EQ(channel.objectValueOfSelectedItem(), u"14"_qs) << "the nearest, as in the closed list";
+    store.saveRecords({ onChannel(u"36"_qs) });
+    editor.EditInit(0);
+    channel.showPopup();
+    QTest::keyClick(channel.view(), Qt::Key_Down);
+    QTest::keyClick(channel.view(), Qt::Key_Return);
+    EXPECT_EQ(channel.objectValueOfSelectedItem(), u"1"_qs);
 }
 
 } // namespace

@@ -202,6 +202,34 @@ TEST_F(ProfileEditorAccessTest, ThresholdIsCorrectedBeforeItIsSaved)
     }
 }
 
+TEST_F(ProfileEditorAccessTest, RefusedKeyIsShownWithTheFocus)
+{
+    open();
+    choose(combo(u"AuthenType"_qs), 2);
+    type(field(u"WPAPreSharedKey"_qs), u"short"_qs);
+    tabs().setCurrentIndex(0);
+    pressOk();
+    EXPECT_EQ(alerts.alerts.size(), 1u);
+    EXPECT_TRUE(field(u"WPAPreSharedKey"_qs).isVisible());
+    EXPECT_EQ(editor.focusWidget(), &field(u"WPAPreSharedKey"_qs));
+    EXPECT_EQ(field(u"WPAPreSharedKey"_qs).selectedText(), u"short"_qs);
+}
+
+TEST_F(ProfileEditorAccessTest, KeysAreClearedAndHiddenWhenTheSheetCloses)
+{
+    for (const auto button : { QDialogButtonBox::Ok, QDialogButtonBox::Cancel }) {
+        open();
+        choose(combo(u"EncryType"_qs), 1);
+        control<QCheckBox>(u"showKeys"_qs).setChecked(true);
+        type(keyText(1), u"0123456789"_qs);
+        press(button);
+        EXPECT_EQ(sheets.stops.back(), button == QDialogButtonBox::Ok ? sheetAccepted : sheetCancelled);
+        EXPECT_EQ(keyText(1).text(), QString());
+        EXPECT_EQ(keyText(1).echoMode(), QLineEdit::Password);
+    }
+    EXPECT_EQ(saved().front().text(u"WEPKey1"_qs), u"0123456789"_qs);
+}
+
 using ProfilePageAccessTest = ProfilePageFixture;
 
 TEST_F(ProfilePageAccessTest, TabOrderIsTheListThenTheButtons)

@@ -2,6 +2,8 @@
 
 #include "tests/profiles/ui/ProfileEditorFixture.h"
 
+#include <QAbstractItemView>
+
 namespace {
 
 using ProfileEditorOpeningsTest = ProfileEditorFixture;
@@ -151,6 +153,78 @@ TEST_F(ProfileEditorOpeningsTest, AuthenticationListChangesNothingElse)
     EXPECT_EQ(items(combo(u"AuthenType"_qs)), ofAdHoc);
     EXPECT_EQ(combo(u"AuthenType"_qs).indexOfSelectedItem(), 0);
     expectTheRestUnchanged();
+}
+
+// This opening selects the network type without enabling its fields.
+TEST_F(ProfileEditorOpeningsTest, ChoosingAdHocAgainEnablesItsFieldsAndKeepsTheAuthentication)
+{
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&editor));
+    ProfileProposal network = proposal("ad hoc", Ndis802_11IBSS);
+    network.AuthenMode = Ndis802_11AuthModeShared;
+    EXPECT_TRUE(editor.AddProfile(network));
+    ASSERT_EQ(combo(u"NetworkType"_qs).indexOfSelectedItem(), 0);
+    ASSERT_FALSE(combo(u"Channel"_qs).isEnabled());
+    const Items authentications = items(combo(u"AuthenType"_qs));
+    combo(u"NetworkType"_qs).showPopup();
+    QTest::keyClick(combo(u"NetworkType"_qs).view(), Qt::Key_Return);
+    EXPECT_TRUE(combo(u"Channel"_qs).isEnabled());
+    EXPECT_TRUE(control<QLabel>(u"ChannelText"_qs).isEnabled());
+    EXPECT_TRUE(combo(u"PreambleType"_qs).isEnabled());
+    EXPECT_EQ(items(combo(u"AuthenType"_qs)), authentications);
+    EXPECT_EQ(combo(u"AuthenType"_qs).indexOfSelectedItem(), 1);
+}
+
+// Two windows of one user, on different displays, share the store.
+TEST_F(ProfileEditorOpeningsTest, ProfilesSavedByAnotherProgramMeanwhileAreKept)
+{
+    const Profile first = sampleProfile(u"first"_qs);
+    const Profile theirs = sampleProfile(u"theirs"_qs);
+    const auto names = [this] {
+        Items result;
+        for (const Profile& profile : saved())
+            result.push_back(profile.text(ProfileKey::profileName));
+        return result;
+    };
+    store.saveRecords({ first });
+    editor.AddInit();
+    type(field(u"ProfileName"_qs), u"added"_qs);
+    store.saveRecords({ theirs, first });
+    pressOk();
+    EXPECT_EQ(names(), (Items { u"theirs"_qs, u"first"_qs, u"added"_qs }));
+
+    store.saveRecords({ first });
+    editor.EditInit(0);
+    type(field(u"ProfileName"_qs), u"edited"_qs);
+    store.saveRecords({ theirs, first });
+    pressOk();
+    EXPECT_EQ(names(), (Items { u"theirs"_qs, u"edited"_qs }));
+
+    store.saveRecords({ first });
+    editor.EditInit(0);
+    type(field(u"ProfileName"_qs), u"edited"_qs);
+    store.saveRecords({ theirs });
+    pressOk();
+    EXPECT_EQ(names(), (Items { u"theirs"_qs, u"edited"_qs })) << "added again after their deletion";
+}
+
+TEST_F(ProfileEditorOpeningsTest, SheetSaysWhichProfileItEdits)
+{
+    const auto& subject = control<QLabel>(u"subject"_qs);
+    store.saveRecords({ sampleProfile(u"<b>home</b>"_qs), sampleProfile(QString()) });
+    editor.AddInit();
+    EXPECT_EQ(subject.text(), u"New profile"_qs);
+    editor.EditInit(0);
+    EXPECT_TRUE(subject.text().contains(u"<b>home</b>"_qs));
+    EXPECT_EQ(subject.textFormat(), Qt::PlainText);
+    EXPECT_TRUE(subject.isVisible());
+    type(field(u"ProfileName"_qs), u"office"_qs);
+    EXPECT_TRUE(subject.text().contains(u"home"_qs)) << "the stored name";
+    editor.EditInit(1);
+    EXPECT_EQ(subject.text(), u"Profile without a name"_qs);
+    EXPECT_TRUE(editor.AddProfile(proposal("caf\xE9")));
+    EXPECT_TRUE(subject.text().startsWith(u"New profile"_qs));
+    EXPECT_TRUE(subject.text().contains(NetworkName("caf\xE9").displayText())) << subject.text().toStdString();
+    EXPECT_EQ(editor.accessibleDescription(), subject.text());
 }
 
 } // namespace

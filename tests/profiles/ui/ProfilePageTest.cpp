@@ -185,7 +185,8 @@ TEST_F(ProfilePageTest, DeleteRemovesTheProfileFromFileAndDefaultsWithoutConfirm
     EXPECT_TRUE(alerts.alerts.empty());
 }
 
-TEST_F(ProfilePageTest, DeleteKeyDeletesTheSelectedProfile)
+// Deletion is not confirmed and cannot be undone, so a single key must not cause it.
+TEST_F(ProfilePageTest, DeleteKeyDeletesNothing)
 {
     haveProfiles(three());
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&page));
@@ -193,7 +194,8 @@ TEST_F(ProfilePageTest, DeleteKeyDeletesTheSelectedProfile)
     table->setFocus();
     table->selectRowNumber(2);
     QTest::keyClick(table, Qt::Key_Delete);
-    EXPECT_EQ(names(inFile()), (Names { u"one"_qs, u"two"_qs }));
+    EXPECT_EQ(names(inFile()), (Names { u"one"_qs, u"two"_qs, u"three"_qs }));
+    EXPECT_EQ(table->numberOfRows(), 3);
 }
 
 TEST_F(ProfilePageTest, SortedListEditsAndDeletesTheSelectedProfile)

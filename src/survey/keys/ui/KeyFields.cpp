@@ -136,12 +136,11 @@ void KeyFields::selectHexadecimal()
         row.format->selectItemAtIndex(hexadecimalFormat);
 }
 
-// setText() prevents undo from restoring a cleared key; clear() would not.
 void KeyFields::clearTexts()
 {
-    m_ui->WPAPreSharedKey->setText(QString());
+    m_ui->WPAPreSharedKey->clearSecret();
     for (const Row& row : m_rows)
-        row.text->setText(QString());
+        row.text->clearSecret();
 }
 
 void KeyFields::hideKeys()
@@ -151,21 +150,28 @@ void KeyFields::hideKeys()
 
 void KeyFields::setKeysShown(bool shown)
 {
-    const auto echo = shown ? QLineEdit::Normal : QLineEdit::Password;
-    m_ui->WPAPreSharedKey->setEchoMode(echo);
+    m_ui->WPAPreSharedKey->setMasked(!shown);
     for (const Row& row : m_rows)
-        row.text->setEchoMode(echo);
+        row.text->setMasked(!shown);
 }
 
 bool KeyFields::focusFirstKey()
 {
-    QLineEdit* field = m_ui->WPAPreSharedKey;
+    SecretLineEdit* field = m_ui->WPAPreSharedKey;
     if (!field->isEnabled())
         field = m_rows[static_cast<std::size_t>(selectedKeyIndex(wepKeyControlsOf(wepKeyRows())))].text;
     if (!field->isEnabled())
         return false;
     field->setFocus();
     return true;
+}
+
+void KeyFields::focusRefusedKey(const KeyControls& controls)
+{
+    const auto wepKey = refusedWepKey(controls);
+    SecretLineEdit* const field = wepKey ? m_rows[*wepKey].text : m_ui->WPAPreSharedKey;
+    field->setFocus();
+    field->selectAll();
 }
 
 void KeyFields::updateHints()

@@ -13,8 +13,8 @@
 
 class ComboBox;
 class QLabel;
-class QLineEdit;
 class QRadioButton;
+class SecretLineEdit;
 
 namespace Ui {
 class KeyFields;
@@ -46,10 +46,12 @@ public:
     // The hints are for a profile until another use is set.
     void setKeyUse(KeyUse use);
     void selectHexadecimal(); // for every key
-    void clearTexts();
+    void clearTexts(); // also overwrites them in memory, as far as SecretLineEdit can
     void hideKeys();
     // Focuses the field that the user has to fill in. Returns false if all fields are disabled.
     [[nodiscard]] bool focusFirstKey();
+    // Focuses the field that these values get refused for.
+    void focusRefusedKey(const KeyControls& controls);
 
 protected:
     void changeEvent(QEvent* event) override;
@@ -58,7 +60,7 @@ private:
     struct Row {
         QRadioButton* radio;
         ComboBox* format;
-        QLineEdit* text;
+        SecretLineEdit* text;
         QLabel* hint;
     };
 

@@ -1,6 +1,7 @@
 #include "survey/keys/ui/KeyFields.h"
 
 #include "platform/ui/ComboBox.h"
+#include "platform/ui/SecretLineEdit.h"
 
 #include <QAccessible>
 #include <QCheckBox>
@@ -100,6 +101,28 @@ TEST_F(KeyFieldsTest, KeysAreReadableWhileShowKeysIsChecked)
     fields.hideKeys();
     EXPECT_EQ(keyText(2).echoMode(), QLineEdit::Password);
     EXPECT_EQ(presharedKey().echoMode(), QLineEdit::Password);
+}
+
+TEST_F(KeyFieldsTest, EveryKeyIsASecretForScreenReaders)
+{
+    const auto lines = fields.findChildren<QLineEdit*>();
+    EXPECT_EQ(lines.size(), 5);
+    for (const QLineEdit* const line : lines)
+        EXPECT_NE(qobject_cast<const SecretLineEdit*>(line), nullptr) << line->objectName().toStdString();
+}
+
+TEST_F(KeyFieldsTest, FocusesTheRefusedKeyWithItsTextSelected)
+{
+    fields.enableFor(openAuthentication, wep);
+    fields.setWepKey(0, 0, u"0123456789"_qs);
+    fields.setWepKey(2, 0, u"012"_qs);
+    fields.selectTransmitKey(0);
+    fields.focusRefusedKey(fields.keyControls(openAuthentication, wep));
+    EXPECT_EQ(fields.focusWidget(), &keyText(3)) << "not the transmit key, which is valid";
+    EXPECT_EQ(keyText(3).selectedText(), u"012"_qs);
+    fields.enableFor(wpa, none);
+    fields.focusRefusedKey(fields.keyControls(wpa, none));
+    EXPECT_EQ(fields.focusWidget(), &presharedKey());
 }
 
 // The fields are reused for the next network.
