@@ -9,19 +9,28 @@
 #include "platform/ui/NetworkNameDelegate.h"
 #include "profiles/ProfileStore.h"
 #include "profiles/ui/SsidValidator.h"
+#include "profiles/ui/TabScrollArea.h"
 #include "survey/connection/ProfileProposal.h"
 #include "survey/keys/SecurityControlRules.h"
 #include "ui_ProfileEditor.h"
+
+#include <QScreen>
 
 namespace {
 
 constexpr char className[] = "ProfileEditorController";
 constexpr int infrastructureItem = 1;
+constexpr int securityTab = 1;
 
 std::unique_ptr<Ui::ProfileEditor> makeForm(QDialog& sheet)
 {
     auto form = std::make_unique<Ui::ProfileEditor>();
     form->setupUi(&sheet);
+    for (QWidget* const page : { form->generalPage, form->securityPage, form->advancedPage })
+        TabScrollArea::wrap(*form->TabView, *page);
+    // A new parent moves a widget to the end of the tab order; the buttons stay the last.
+    form->buttons->setParent(nullptr);
+    form->sheetLayout->addWidget(form->buttons);
     return form;
 }
 
@@ -68,6 +77,8 @@ void ProfileEditorController::awakeFromNib()
     m_ui->ChannelText->setEnabled(false);
     m_ui->Channel->setEnabled(false);
     connectControls();
+    // By itself, a window opens on two thirds of the screen at most, and the tabs would be scrolled needlessly.
+    resize(sizeHint().boundedTo(screen()->availableSize()));
 }
 
 void ProfileEditorController::connectControls()
@@ -365,7 +376,7 @@ bool ProfileEditorController::VerifyKey()
     if (!refusal)
         return true;
     // The key may be on a hidden tab. The alert takes the focus, so the field gets it afterwards.
-    m_ui->TabView->setCurrentWidget(m_ui->securityPage);
+    m_ui->TabView->setCurrentIndex(securityTab);
     m_alerts.NSRunAlertPanel(*refusal, QString(), QStringLiteral("OK"));
     m_ui->keyFields->focusRefusedKey(keys);
     return false;

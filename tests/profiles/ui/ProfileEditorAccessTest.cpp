@@ -6,6 +6,7 @@
 #include <QAccessible>
 #include <QGroupBox>
 #include <QKeySequence>
+#include <QScrollArea>
 #include <QTabBar>
 
 #include <map>
@@ -228,6 +229,31 @@ TEST_F(ProfileEditorAccessTest, KeysAreClearedAndHiddenWhenTheSheetCloses)
         EXPECT_EQ(keyText(1).echoMode(), QLineEdit::Password);
     }
     EXPECT_EQ(saved().front().text(u"WEPKey1"_qs), u"0123456789"_qs);
+}
+
+TEST_F(ProfileEditorAccessTest, FitsASmallScreenWithItsButtonsVisible)
+{
+    open();
+    const QSize small(640, 400);
+    for (const QScrollArea* const area : editor.findChildren<QScrollArea*>())
+        EXPECT_GE(area->height(), area->widget()->sizeHint().height()) << "scrolled although the screen is large";
+    EXPECT_LE(editor.minimumSizeHint().width(), small.width());
+    EXPECT_LE(editor.minimumSizeHint().height(), small.height());
+    editor.resize(small);
+    QCoreApplication::processEvents();
+    ASSERT_EQ(editor.size(), small);
+    const auto isInside = [this](QWidget& widget) {
+        return widget.isVisible() && widget.visibleRegion().boundingRect().height() == widget.height()
+            && editor.rect().contains({ widget.mapTo(&editor, QPoint()), widget.size() });
+    };
+    for (int page = 0; page < tabs().count(); ++page) {
+        tabs().setCurrentIndex(page);
+        for (const auto button : { QDialogButtonBox::Ok, QDialogButtonBox::Cancel })
+            EXPECT_TRUE(isInside(*control<QDialogButtonBox>(u"buttons"_qs).button(button))) << page;
+    }
+    choose(combo(u"EncryType"_qs), 1);
+    keyText(4).setFocus();
+    EXPECT_TRUE(isInside(keyText(4))) << "the field with the focus is scrolled into view";
 }
 
 using ProfilePageAccessTest = ProfilePageFixture;
