@@ -92,7 +92,7 @@ def deletes_a_profile_without_confirmation(top, simulator, utility):
         utility.press("Return")
     wait_until("a third profile is listed", lambda: shown(top)[2:] and shown(top)[2][0] == "PROF1")
     select(top, utility, 2)
-    utility.press("Delete")
+    utility.press("alt+d")
     wait_until("it is deleted", lambda: shown(top) == SHOWN)
     assert [profile["SSID"] for profile in stored()] == [MANUAL, SURVEYED], len(stored())
 
