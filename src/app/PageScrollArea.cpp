@@ -40,6 +40,12 @@ PageScrollArea::PageScrollArea(QWidget* page, QWidget* parent)
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* focus) { showFocus(focus); });
 }
 
+// The focus moves while the children are destroyed, when this is no longer a scroll area.
+PageScrollArea::~PageScrollArea()
+{
+    disconnect(qApp, nullptr, this, nullptr);
+}
+
 void PageScrollArea::showFocus(QWidget* focus)
 {
     if (focus != nullptr && widget() != nullptr && widget()->isAncestorOf(focus))

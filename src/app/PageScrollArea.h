@@ -9,7 +9,7 @@ class PageScrollArea final : public QScrollArea {
 
 public:
     explicit PageScrollArea(QWidget* page, QWidget* parent = nullptr);
-    ~PageScrollArea() override = default;
+    ~PageScrollArea() override;
 
     // Moves the focus away from a button, which a stray Space would press, to the page's first other control.
     void leaveButtons();

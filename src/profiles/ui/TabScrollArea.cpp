@@ -16,6 +16,12 @@ TabScrollArea::TabScrollArea(QWidget& page)
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* focus) { showFocus(focus); });
 }
 
+// The focus moves while the children are destroyed, when this is no longer a scroll area.
+TabScrollArea::~TabScrollArea()
+{
+    disconnect(qApp, nullptr, this, nullptr);
+}
+
 void TabScrollArea::wrap(QTabWidget& tabs, QWidget& page)
 {
     const int index = tabs.indexOf(&page);

@@ -18,5 +18,6 @@ public:
 
 private:
     explicit TabScrollArea(QWidget& page);
+    ~TabScrollArea() override;
     void showFocus(QWidget* focus);
 };
