@@ -76,14 +76,17 @@ TEST_F(ListedNetworkTest, NameOf32BytesIsSavedAndHashedWithoutTheFollowingBytes)
         "eb4507d8f927bbb4f1c7abfafdae2e10987a440b3546af745a08397c00d9a6f4");
 }
 
-TEST_F(ListedNetworkTest, StaleRowMakesNoProfile)
+TEST_F(ListedNetworkTest, StaleRowMakesAProfileOfTheNetworkThatItShows)
 {
     showList({ EntryBuilder("first", 1), EntryBuilder("second", 2) });
     haveList({ EntryBuilder("second", 2), EntryBuilder("other", 3) }); // scanned, and not yet shown
+    sheets.users.emplace_back(
+        [](QDialog& sheet) { EXPECT_EQ(sheet.findChild<QComboBox*>(u"SSID"_qs)->currentText(), u"second"); });
     addProfileOfRow(1);
+    EXPECT_EQ(sheets.shown.size(), 1u);
     haveList({ EntryBuilder("first", 1) });
     pressAddProfile();
-    EXPECT_TRUE(sheets.shown.empty()) << "it would not be the network that the row names";
+    EXPECT_EQ(sheets.shown.size(), 1u) << "the network has left the list";
     EXPECT_TRUE(alerts.alerts.empty());
     EXPECT_TRUE(assertions.failures.empty());
     EXPECT_TRUE(inFile().empty());
