@@ -12,7 +12,7 @@ inline constexpr std::uint16_t capabilityIbss = 0x0002;
 inline constexpr std::uint16_t capabilityPrivacy = 0x0010;
 inline constexpr std::uint16_t capabilityShortPreamble = 0x0020;
 
-// What a scan found out about one network, wherever it comes from.
+// A scanned network, simulated or real.
 struct BssDescription {
     MacAddress bssid {};
     std::vector<std::uint8_t> ssid; // at most 32 bytes are reported; empty for a hidden network

@@ -51,7 +51,7 @@ class ServiceHost {
     Q_DISABLE_COPY_MOVE(ServiceHost)
 
 public:
-    // Called for each well-formed request in its turn: open first, calls only on connections that were opened with
+    // Called for each well-formed request in order: open first, calls only on connections that were opened with
     // success. Any other request closes its connection. The handler may withdraw or destroy the host.
     using Handler = std::function<void(const ServiceRequest& request, ServiceReply reply)>;
 

@@ -30,8 +30,8 @@ public:
     [[nodiscard]] SaveReport& saveReport() const;
     // Replaces the content of the page's tab.
     void setPage(Page page, QWidget* content);
-    // Shows the window, or the sheet that is open, in front of other windows. The token lets it take the focus where
-    // the window system asks for one; it may be empty.
+    // Shows the window, or the sheet that is open, in front of other windows. The token lets it take the focus on
+    // window systems that require one; it may be empty.
     void bringToFront(const QByteArray& activationToken);
 
 protected:

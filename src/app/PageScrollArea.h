@@ -11,7 +11,7 @@ public:
     explicit PageScrollArea(QWidget* page, QWidget* parent = nullptr);
     ~PageScrollArea() override;
 
-    // Moves the focus away from a button, which a stray Space would press, to the page's first other control.
+    // If a button has the focus, moves it to the page's first other control, so a stray Space presses nothing.
     void leaveButtons();
 
 private:

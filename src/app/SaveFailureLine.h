@@ -6,7 +6,7 @@
 
 #include <map>
 
-// Names the files that could not be written, and why, until they are. Takes no space while there are none. Screen
+// Names the files that could not be written, with the reason, until they are saved. Takes no space otherwise. Screen
 // readers announce it.
 class SaveFailureLine final : public QLabel, public SaveReport {
     Q_OBJECT

@@ -15,7 +15,7 @@
 // The entry of the active profile: all values and the row from which it was activated.
 [[nodiscard]] Profile activeEntry(const Profile& profile, int row);
 
-// The entry of a profile that is no longer active, made from the present entry. It has no "Hidden".
+// The entry of a profile that is no longer active, made from the current entry. It has no "Hidden".
 [[nodiscard]] Profile inactiveEntry(const Profile& entry, int row);
 
 // Whether the profile of this entry is connected automatically.

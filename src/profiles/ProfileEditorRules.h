@@ -26,7 +26,7 @@
 [[nodiscard]] int channelIndexOf(int channel);
 
 // The editor's selFlag after the authentication was selected: 1 for WPA, 0 for "Open" and "Shared". Without a selected
-// authentication the present value is kept.
+// authentication the current value is kept.
 [[nodiscard]] int selFlagAfter(int authenTypeIndex, int selFlag);
 
 // The items of the SSID list: the names of a scan result in its order, with duplicates and empty names.

@@ -34,7 +34,7 @@ struct ProfileControls {
     QString WPAPreSharedKey;
 };
 
-// The state of the editor besides its controls.
+// The state of the editor that is not in its controls.
 struct ProfileOrigin {
     bool IsNewData { true };
     MacAddress copyBSSID {};
@@ -46,7 +46,7 @@ struct CreatedProfile {
     bool bHidden { false }; // the new state of the editor
 };
 
-// Makes a profile of the controls. list is the scan result. If the name of a new profile is the selected item of the SSID
+// Makes a profile from the controls. list is the scan result. If the name of a new profile is the selected item of the SSID
 // list, the profile gets the address of that entry, or no address if the entry has disappeared. A new infrastructure
 // profile with a typed name belongs to a hidden network.
 [[nodiscard]] CreatedProfile createProfileData(

@@ -7,7 +7,7 @@
 
 enum class ChannelBand { Band2GHz, Band5GHz };
 
-// A stretch of a band that holds channels: between two of them no channel is in use.
+// A contiguous part of a band; there are no channels between two parts.
 struct ChannelRange {
     ChannelBand band;
     std::uint32_t lowKhz;

@@ -36,7 +36,7 @@ struct ChannelViewModel {
 
 enum class ChannelStep { First, Last, LowerFrequency, HigherFrequency, Stronger, Weaker };
 
-// The row that a step leads to from the selected one, among the networks that are drawn; -1 when none is drawn.
-// Networks on one frequency follow each other by decreasing signal. A step beyond either end stays there. Where no drawn
-// network is selected, a step along the axis starts at its end, and a step by signal at the strongest network.
+// The row to select after a step from the selected one, among the networks that are drawn; -1 if none is drawn.
+// Networks on one frequency follow each other by decreasing signal. Steps stop at both ends. If no drawn network is
+// selected, a step along the axis starts at its end, and a step by signal at the strongest network.
 [[nodiscard]] int rowAfterStep(const ChannelViewModel& model, ChannelStep step);

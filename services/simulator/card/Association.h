@@ -61,7 +61,7 @@ private:
     std::optional<std::string> m_ssid; // requested
     std::optional<MacAddress> m_bssid; // requested; takes precedence over the name
     std::int64_t m_startMs { 0 };
-    // Only a request creates a network. A network that was joined and then disappeared is waited for.
+    // Only a request creates a network. The card waits for a joined network that disappeared.
     bool m_createWhenAbsent { false };
     std::optional<HeardNetwork> m_peer;
 };

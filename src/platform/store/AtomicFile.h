@@ -18,14 +18,14 @@ inline constexpr unsigned privateFileMode = 0600;
 // the same file, so it may be read and changed safely in between.
 //
 // Not a QSaveFile: that creates its file with mode 0666, ignores a failed sync to disk, and a process killed just
-// before the rename leaves the keys under a random name that no later save can tell from a file of the user's. Here the
+// before the rename leaves the keys under a random name, which later saves cannot recognise as theirs. Here the
 // name is fixed (".being-written" is appended), and a leftover is removed by the next save. The lock on it (flock) ends
 // with its process.
 class AtomicFile {
     Q_DISABLE_COPY_MOVE(AtomicFile)
 
 public:
-    // How long a save waits for that of another program, which may have been stopped.
+    // How long a save waits for another program's save; that program may be suspended.
     static constexpr std::chrono::milliseconds defaultLockTimeout { 2000 };
 
     explicit AtomicFile(const QString& path);

@@ -20,7 +20,7 @@ struct EncryptionList {
 };
 
 // The list after the authentication was selected; selFlag is the new value. A changed selFlag empties the list first.
-// Otherwise, as between "Open" and "Shared", the items are inserted again in front of the present ones and the selected
+// Otherwise, as between "Open" and "Shared", the items are inserted again in front of the current ones and the selected
 // index keeps its number. No selected authentication inserts nothing.
 [[nodiscard]] EncryptionList encryptionListAfter(
     EncryptionList list, int authenTypeIndex, int selFlag, int encryptionCapability);

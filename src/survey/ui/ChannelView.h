@@ -21,7 +21,7 @@ class ChannelView : public QFrame {
 public:
     explicit ChannelView(QWidget* parent = nullptr);
 
-    // A new list numbers its rows anew, so no row is selected afterwards. joinedRow is -1 for none.
+    // A new list has new row numbers, so no row is selected afterwards. joinedRow is -1 for none.
     void setNetworks(std::vector<ChannelViewNetwork> networks, int joinedRow = -1);
     void setJoinedRow(int row);
     // Emits no signal. -1 for none.

@@ -11,7 +11,7 @@
 #include <optional>
 #include <vector>
 
-// Where the parts of the channel view lie, for a font, a size and the networks shown. Device-independent pixels.
+// The layout of the channel view for a font, a size and the networks shown. Device-independent pixels.
 struct ChannelViewGeometry {
     // A part of the axis to scale. The axis is broken between two ranges.
     struct Range {
@@ -24,14 +24,14 @@ struct ChannelViewGeometry {
         ChannelBand band;
         QRectF area;
         std::vector<Range> ranges;
-        QRectF title; // empty where there is no room
+        QRectF title; // empty if it does not fit
         QString titleText;
     };
     struct Tick {
         int channel;
         double x;
         bool isInUse;
-        QRectF label; // empty where there is no room
+        QRectF label; // empty if it does not fit
     };
     // A parabola of one channel's width over the axis, as high as the signal.
     struct Curve {
@@ -49,7 +49,7 @@ struct ChannelViewGeometry {
     QRectF area; // between the axes; names may go above it by labelHeight
     double labelHeight;
     QRectF signalLabels; // left of the signal axis
-    QRectF signalTitle; // to be turned upwards; empty where there is no room
+    QRectF signalTitle; // drawn rotated; empty if it does not fit
     std::vector<Pane> panes;
     std::vector<Tick> ticks;
     std::vector<Curve> curves; // the strongest first
@@ -59,8 +59,8 @@ struct ChannelViewGeometry {
     [[nodiscard]] const Pane& paneOf(const Curve& curve) const;
     // Height of the outline at x; nothing left and right of the curve.
     [[nodiscard]] std::optional<double> outlineY(const Curve& curve, double x) const;
-    // The curve that a click at a point means: the one with the nearest outline, among the curves that contain the
-    // point or miss it by no more than the gap. The stronger one where two are equally near. nullptr: no curve.
+    // The curve hit by a click at a point: the one with the nearest outline, among the curves that contain the
+    // point or miss it by no more than the gap. The stronger one if two are equally near. nullptr: no curve.
     [[nodiscard]] const Curve* curveAt(const QPointF& point) const;
 
 private:

@@ -14,7 +14,7 @@ struct ChannelViewLabel {
     QRectF box;
     QRectF mark; // the mark of the joined network; empty for the others
     QRectF textBox;
-    QString text; // elided where there is no room
+    QString text; // elided if it does not fit
     bool isElided;
 };
 
