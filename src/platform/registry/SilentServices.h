@@ -12,7 +12,7 @@
 struct ServiceLocation {
     std::string directory; // ROOT/CLASS
     std::string instance;
-    auto operator<=>(const ServiceLocation&) const = default;
+    auto operator<=>(const ServiceLocation&) const = default; // NOLINT(modernize-use-nullptr): a false positive
 };
 
 // Remembers services that let a request time out, so that the next request does not wait for them again. A silent

@@ -33,6 +33,7 @@ template <typename T> struct ClearingAllocator {
 
 template <typename T> using SecretVector = std::vector<T, ClearingAllocator<T>>;
 
+// Copied like any array; each copy clears itself. NOLINTNEXTLINE(cppcoreguidelines-special-member-functions)
 template <typename T, std::size_t size> struct SecretArray : std::array<T, size> {
     ~SecretArray() { secureClear(this->data(), size * sizeof(T)); }
 };

@@ -337,6 +337,7 @@ std::optional<BssidEntry> SiteSurveyPageController::selectedEntry()
 }
 
 // A scan has replaced the list since the rows were built. The user means the network that the row shows.
+// Takes a copy, because the refresh replaces the rows. NOLINTNEXTLINE(performance-unnecessary-value-param)
 std::optional<BssidEntry> SiteSurveyPageController::entryInNewList(AccessPoint displayed)
 {
     RefreshAPList();
