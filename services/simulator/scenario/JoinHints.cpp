@@ -1,5 +1,6 @@
 #include "services/simulator/scenario/JoinHints.h"
 
+#include "services/simulator/scenario/PrintableName.h"
 #include "services/simulator/scenario/ScenarioValues.h"
 
 #include <algorithm>
@@ -12,43 +13,6 @@ struct HintRow {
     std::string kind;
     std::string toType;
 };
-
-bool isContinuation(char character)
-{
-    return (static_cast<unsigned char>(character) & 0xC0U) == 0x80;
-}
-
-// The length in bytes of the printable UTF-8 character at the start of the text; 0 if there is none.
-std::size_t printableLength(std::string_view text)
-{
-    const auto lead = static_cast<unsigned char>(text.front());
-    if (lead < 0x80)
-        return lead >= 0x20 && lead != 0x7F && lead != '\\' ? 1 : 0;
-    const std::size_t length = lead >= 0xC2 && lead < 0xE0 ? 2 : lead >= 0xE0 && lead < 0xF0 ? 3 : lead < 0xF5 ? 4 : 0;
-    if (lead < 0xC2 || length == 0 || text.size() < length)
-        return 0;
-    if (!std::all_of(text.begin() + 1, text.begin() + static_cast<std::ptrdiff_t>(length), isContinuation))
-        return 0;
-    // Overlong forms, surrogates, code points above U+10FFFF, and the control characters U+0080 to U+009F.
-    const auto second = static_cast<unsigned char>(text[1]);
-    const bool isForbidden = (lead == 0xE0 && second < 0xA0) || (lead == 0xED && second >= 0xA0)
-        || (lead == 0xF0 && second < 0x90) || (lead == 0xF4 && second >= 0x90) || (lead == 0xC2 && second < 0xA0);
-    return isForbidden ? 0 : length;
-}
-
-std::string displayName(std::string_view ssid)
-{
-    std::string text;
-    while (!ssid.empty()) {
-        const std::size_t length = printableLength(ssid);
-        if (length == 0)
-            text += "\\x" + hexOfBytes(ssid.substr(0, 1));
-        else
-            text += ssid.substr(0, length);
-        ssid.remove_prefix(std::max<std::size_t>(1, length));
-    }
-    return text;
-}
 
 std::string cipherName(Cipher cipher)
 {
@@ -80,7 +44,7 @@ std::string kind(const ScenarioNetwork& network)
     return securityName(network) + (network.adHoc ? ", ad hoc" : "") + (network.hidden ? ", hidden" : "");
 }
 
-std::string wepKeys(const ScenarioNetwork& network)
+std::string wepKeyHint(const ScenarioNetwork& network)
 {
     std::string list;
     for (std::size_t i = 0; i < network.wepKeys.size(); ++i) {
@@ -101,7 +65,7 @@ std::string wepKeys(const ScenarioNetwork& network)
 
 // The site survey uses the first 32 characters of 64 digits as the key bytes, without converting the digits. That gives
 // the right key only if all digits are '3', the character 0x33; other keys must be entered in a profile.
-std::string presharedKey(const PresharedKey& key)
+std::string presharedKeyHint(const PresharedKey& key)
 {
     const std::string digits = hexOfBytes({ reinterpret_cast<const char*>(key.data()), key.size() });
     const bool needsProfile = digits != std::string(digits.size(), '3');
@@ -114,10 +78,10 @@ std::string secret(const ScenarioNetwork& network)
     case Security::Open:
         return {};
     case Security::Wep:
-        return wepKeys(network);
+        return wepKeyHint(network);
     case Security::WpaPsk:
     case Security::WpaNone:
-        return network.presharedKey ? presharedKey(*network.presharedKey) : "passphrase " + network.passphrase;
+        return network.presharedKey ? presharedKeyHint(*network.presharedKey) : "passphrase " + network.passphrase;
     case Security::WpaEnterprise:
         return "(cannot be joined)";
     }
@@ -132,16 +96,10 @@ std::string toType(const ScenarioNetwork& network)
     return what.empty() ? "its name" : "its name, then " + what;
 }
 
-// Counts characters: UTF-8 continuation bytes have no width.
-std::size_t widthOf(const std::string& text)
-{
-    return text.size() - static_cast<std::size_t>(std::count_if(text.begin(), text.end(), isContinuation));
-}
-
 void appendPadded(std::string& line, const std::string& text, std::size_t width)
 {
     line += text;
-    line.append(width - widthOf(text) + 2, ' ');
+    line.append(width - widthOfText(text) + 2, ' ');
 }
 
 } // namespace
@@ -150,12 +108,12 @@ std::string joinHints(const Scenario& scenario)
 {
     std::vector<HintRow> rows { { "Network", "Kind", "To join, type" } };
     for (const ScenarioNetwork& network : scenario.networks)
-        rows.push_back({ displayName(network.ssid), kind(network), toType(network) });
+        rows.push_back({ printableName(network.ssid), kind(network), toType(network) });
     std::size_t nameWidth = 0;
     std::size_t kindWidth = 0;
     for (const HintRow& row : rows) {
-        nameWidth = std::max(nameWidth, widthOf(row.name));
-        kindWidth = std::max(kindWidth, widthOf(row.kind));
+        nameWidth = std::max(nameWidth, widthOfText(row.name));
+        kindWidth = std::max(kindWidth, widthOfText(row.kind));
     }
     std::string text;
     for (const HintRow& row : rows) {
