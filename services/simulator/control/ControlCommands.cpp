@@ -192,7 +192,7 @@ CommandOutcome readOid(const QString& word, Fault& fault)
 {
     if (word.isEmpty() || word == QLatin1String("any"))
         return {};
-    if (isListFault(fault.kind) || isClientFault(fault.kind))
+    if (targetOfFault(fault.kind) != FaultTarget::Request)
         return refused(QStringLiteral("this kind of fault takes no OID"));
     fault.oid = oidFromText(word.toStdString());
     return fault.oid ? CommandOutcome() : refused(QStringLiteral("\"%1\" is not an OID").arg(word));

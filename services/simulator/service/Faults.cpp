@@ -2,32 +2,43 @@
 
 #include "driver/records/Oids.h"
 
+#include <algorithm>
 #include <array>
 
 namespace {
 
 constexpr std::array kinds {
-    FaultKindRow { FaultKind::RefuseClients, "refuse", "", "refuse to open user clients" },
-    FaultKindRow { FaultKind::HangAll, "hang-all", "", "answer nothing, not even opening a user client" },
-    FaultKindRow { FaultKind::Fail, "fail", "", "refuse the request, which does not reach the card" },
-    FaultKindRow { FaultKind::Delay, "delay", "--ms N", "delay the reply, by at most 600000 ms" },
-    FaultKindRow { FaultKind::Hang, "hang", "", "never answer the request, which does not reach the card" },
+    FaultKindRow { FaultKind::RefuseClients, FaultTarget::Client, "refuse", "", "refuse to open user clients" },
     FaultKindRow {
-        FaultKind::HangUp, "hang-up", "", "close the connection instead of a reply; the card gets the request" },
-    FaultKindRow { FaultKind::CutShort, "cut", "--bytes N", "truncate the reply to N bytes" },
-    FaultKindRow { FaultKind::ShortHeader, "short-header", "", "reply with a packet of 4 bytes" },
-    FaultKindRow { FaultKind::SizeLie, "size-lie", "", "reply with a size field that is 64 too large" },
+        FaultKind::HangAll, FaultTarget::Client, "hang-all", "", "answer nothing, not even opening a user client" },
     FaultKindRow {
-        FaultKind::OverCapacity, "over-capacity", "", "reply with 64 bytes more than the client has room for" },
+        FaultKind::Fail, FaultTarget::Request, "fail", "", "refuse the request, which does not reach the card" },
+    FaultKindRow { FaultKind::Delay, FaultTarget::Request, "delay", "--ms N", "delay the reply, by at most 600000 ms" },
     FaultKindRow {
-        FaultKind::ListZeroLength, "list-zero-length", "", "set the length of each chunk's first entry to 0" },
+        FaultKind::Hang, FaultTarget::Request, "hang", "", "never answer the request, which does not reach the card" },
+    FaultKindRow { FaultKind::HangUp, FaultTarget::Request, "hang-up", "",
+        "close the connection instead of a reply; the card gets the request" },
+    FaultKindRow { FaultKind::CutShort, FaultTarget::Request, "cut", "--bytes N", "truncate the reply to N bytes" },
+    FaultKindRow { FaultKind::ShortHeader, FaultTarget::Request, "short-header", "", "reply with a packet of 4 bytes" },
     FaultKindRow {
-        FaultKind::ListHugeLength, "list-huge-length", "", "set the length of each chunk's first entry to 4294967280" },
-    FaultKindRow { FaultKind::ListLyingCount, "list-lying-count", "", "set the entry count of each chunk to 1000000" },
-    FaultKindRow { FaultKind::ListElementsPastEnd, "list-elements-past-end", "",
+        FaultKind::SizeLie, FaultTarget::Request, "size-lie", "", "reply with a size field that is 64 too large" },
+    FaultKindRow { FaultKind::OverCapacity, FaultTarget::Request, "over-capacity", "",
+        "reply with 64 bytes more than the client has room for" },
+    FaultKindRow { FaultKind::ListZeroLength, FaultTarget::List, "list-zero-length", "",
+        "set the length of each chunk's first entry to 0" },
+    FaultKindRow { FaultKind::ListHugeLength, FaultTarget::List, "list-huge-length", "",
+        "set the length of each chunk's first entry to 4294967280" },
+    FaultKindRow { FaultKind::ListLyingCount, FaultTarget::List, "list-lying-count", "",
+        "set the entry count of each chunk to 1000000" },
+    FaultKindRow { FaultKind::ListElementsPastEnd, FaultTarget::List, "list-elements-past-end", "",
         "set the elements' length of each chunk's first entry to 60000" },
-    FaultKindRow { FaultKind::ListEndless, "list-endless", "", "continue the list without end" },
+    FaultKindRow { FaultKind::ListEndless, FaultTarget::List, "list-endless", "", "continue the list without end" },
 };
+
+const FaultKindRow& rowOf(FaultKind kind)
+{
+    return *std::find_if(kinds.begin(), kinds.end(), [kind](const FaultKindRow& row) { return row.kind == kind; });
+}
 
 bool matchesDirection(FaultDirection direction, bool isSet)
 {
@@ -55,7 +66,7 @@ bool appliesTo(const Fault& fault, const ServiceRequest& request)
         return request.kind == RequestKind::Open;
     if (request.kind != RequestKind::StructureCall)
         return false;
-    if (isListFault(fault.kind))
+    if (targetOfFault(fault.kind) == FaultTarget::List)
         return isListQuery(request.selector);
     return (!fault.oid || *fault.oid == (request.selector & ~oidSetFlag))
         && matchesDirection(fault.direction, (request.selector & oidSetFlag) != 0);
@@ -70,11 +81,12 @@ std::span<const FaultKindRow> faultKinds()
 
 std::string_view nameOfFault(FaultKind kind)
 {
-    for (const FaultKindRow& row : kinds) {
-        if (row.kind == kind)
-            return row.name;
-    }
-    return {};
+    return rowOf(kind).name;
+}
+
+FaultTarget targetOfFault(FaultKind kind)
+{
+    return rowOf(kind).target;
 }
 
 std::optional<FaultKind> faultFromName(std::string_view name)
@@ -84,35 +96,6 @@ std::optional<FaultKind> faultFromName(std::string_view name)
             return row.kind;
     }
     return std::nullopt;
-}
-
-bool isListFault(FaultKind kind)
-{
-    switch (kind) {
-    case FaultKind::ListZeroLength:
-    case FaultKind::ListHugeLength:
-    case FaultKind::ListLyingCount:
-    case FaultKind::ListElementsPastEnd:
-    case FaultKind::ListEndless:
-        return true;
-    case FaultKind::RefuseClients:
-    case FaultKind::HangAll:
-    case FaultKind::Fail:
-    case FaultKind::Delay:
-    case FaultKind::Hang:
-    case FaultKind::HangUp:
-    case FaultKind::CutShort:
-    case FaultKind::ShortHeader:
-    case FaultKind::SizeLie:
-    case FaultKind::OverCapacity:
-        break;
-    }
-    return false;
-}
-
-bool isClientFault(FaultKind kind)
-{
-    return kind == FaultKind::RefuseClients || kind == FaultKind::HangAll;
 }
 
 void Faults::add(const Fault& fault)

@@ -26,6 +26,13 @@ enum class FaultKind {
     ListEndless,
 };
 
+// What a fault applies to.
+enum class FaultTarget {
+    Client, // before any OID is known
+    Request, // structure calls, all or those of one OID
+    List, // the replies that deliver a scan result
+};
+
 enum class FaultDirection {
     Both,
     Query,
@@ -43,6 +50,7 @@ struct Fault {
 // A kind of fault as the commands, the help and the documents name it.
 struct FaultKindRow {
     FaultKind kind;
+    FaultTarget target;
     std::string_view name;
     std::string_view arguments;
     std::string_view summary;
@@ -50,12 +58,8 @@ struct FaultKindRow {
 
 [[nodiscard]] std::span<const FaultKindRow> faultKinds();
 [[nodiscard]] std::string_view nameOfFault(FaultKind kind);
+[[nodiscard]] FaultTarget targetOfFault(FaultKind kind);
 [[nodiscard]] std::optional<FaultKind> faultFromName(std::string_view name);
-
-// Kinds that apply to scan results and take no OID.
-[[nodiscard]] bool isListFault(FaultKind kind);
-// Kinds that apply to a client before any OID is known.
-[[nodiscard]] bool isClientFault(FaultKind kind);
 
 // The active faults, in the order in which they were added.
 class Faults {

@@ -85,7 +85,8 @@ void apply(FaultyReply& reply, const ServiceRequest& request, const Fault& fault
 bool reachesCard(const std::vector<Fault>& faults)
 {
     return std::none_of(faults.begin(), faults.end(), [](const Fault& fault) {
-        return fault.kind == FaultKind::Fail || fault.kind == FaultKind::Hang || isClientFault(fault.kind);
+        return fault.kind == FaultKind::Fail || fault.kind == FaultKind::Hang
+            || targetOfFault(fault.kind) == FaultTarget::Client;
     });
 }
 
