@@ -8,6 +8,7 @@
 #include "driver/records/VxRecords.h"
 #include "platform/AlertPanels.h"
 #include "platform/TickClock.h"
+#include "platform/registry/DriverMessages.h"
 
 #include <algorithm>
 #include <array>
@@ -17,8 +18,6 @@ namespace {
 
 constexpr char className[] = "VX7100Access";
 constexpr char serviceClass[] = "Pellvane";
-constexpr std::uint32_t connectionType = 0;
-constexpr std::uint32_t completionMethod = 1;
 
 constexpr std::uint32_t scanTicks = 2 * ticksPerSecond;
 constexpr std::size_t listChunkSize = 4096; // bytes
@@ -94,7 +93,7 @@ bool VX7100Access::SearchDevice()
 bool VX7100Access::OpenConnectToDevice()
 {
     traceEntry(className, "OpenConnectToDevice");
-    if (m_registry.IOServiceOpen(dataService, connectionType, dataPort) == KERN_SUCCESS)
+    if (m_registry.IOServiceOpen(dataService, driverConnectionType, dataPort) == KERN_SUCCESS)
         return true;
     // The message names SearchDevice on purpose: people search logs for this wording.
     trace("!!!! VX7100Access - SearchDevice - Couldn't create a user client, why not? !!!!\n");

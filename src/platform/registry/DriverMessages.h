@@ -30,3 +30,6 @@ static_assert(sizeof(DriverReplyHeader) == 8);
 static_assert(offsetof(DriverReplyHeader, outputSize) == 4);
 
 inline constexpr std::uint32_t maxTransferSize = 65536; // bytes of input or output
+
+inline constexpr std::uint32_t driverConnectionType = 0; // of the user client that takes the calls below
+inline constexpr std::uint32_t completionMethod = 1; // the scalar call that ends every structure call

@@ -17,8 +17,6 @@
 
 namespace {
 
-constexpr std::uint32_t connectionType = 0;
-constexpr std::uint32_t completionMethod = 1;
 constexpr int timeoutsBeforeCompletionCall = 2;
 constexpr int timeoutsBeforePause = 3;
 
@@ -34,15 +32,6 @@ FileDescriptor connectWithoutWaiting(const ServiceLocation& location)
     return socket;
 }
 
-// Deleted later: a notifier's own signal may lead to its deletion.
-struct DeleteLater {
-    void operator()(QSocketNotifier* notifier) const
-    {
-        notifier->setEnabled(false);
-        notifier->deleteLater();
-    }
-};
-
 } // namespace
 
 // One connection to a silent service, and how far its questions have been answered.
@@ -54,7 +43,7 @@ public:
         : m_socket(std::move(socket))
         , m_makesCompletionCall(makesCompletionCall)
     {
-        send(DriverRequestKind::Open, connectionType, now);
+        send(DriverRequestKind::Open, driverConnectionType, now);
     }
 
     void notify(std::function<void()> onReadable)
@@ -86,6 +75,15 @@ public:
     }
 
 private:
+    // Deleted later: a notifier's own signal may lead to its deletion.
+    struct DeleteLater {
+        void operator()(QSocketNotifier* notifier) const
+        {
+            notifier->setEnabled(false);
+            notifier->deleteLater();
+        }
+    };
+
     void send(DriverRequestKind kind, std::uint32_t selector, TimePoint now)
     {
         m_sent = now;
