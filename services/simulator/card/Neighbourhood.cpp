@@ -1,12 +1,13 @@
 #include "services/simulator/card/Neighbourhood.h"
 
+#include "driver/records/ChannelTable.h"
+
 #include <algorithm>
 #include <cmath>
 #include <numbers>
 
 namespace {
 
-constexpr std::int32_t maxTwoGhzChannel = 14;
 // The sum of two waves with unrelated periods looks irregular and stays within the range.
 constexpr double slowPeriodMs = 47'000.0;
 constexpr double fastPeriodMs = 13'000.0;

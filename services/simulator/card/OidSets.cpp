@@ -12,7 +12,6 @@ using Input = std::span<const std::byte>;
 constexpr std::uint32_t scanInputBytes = 4;
 constexpr std::uint32_t maxThresholdBytes = 2347;
 constexpr std::uint32_t minFragmentBytes = 256;
-constexpr std::int32_t maxTwoGhzChannel = 14;
 constexpr std::uint32_t maxPhyMode = 3;
 constexpr std::uint32_t minFiveGhzPhyMode = 2;
 constexpr std::uint32_t maxPowerMode = 2;

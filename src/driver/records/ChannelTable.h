@@ -9,6 +9,7 @@ struct ChannelFreq {
 };
 
 inline constexpr std::int32_t G_nChanFreqCount = 41;
+inline constexpr std::int32_t maxTwoGhzChannel = 14;
 
 // 2.4 GHz channels first. The order matters: ad hoc profiles refer to a row by its index.
 extern const std::array<ChannelFreq, G_nChanFreqCount> ChannelFreqTable;
