@@ -39,6 +39,8 @@ bool operator==(const PropertyEntry& left, const PropertyEntry& right);
 
 inline constexpr qsizetype maxPropertyListSize = qsizetype { 16 } * 1024 * 1024; // bytes
 inline constexpr int maxPropertyListDepth = 64; // nested arrays and dictionaries
+inline constexpr int maxPropertyListValues = 200'000; // bounds the time to read a file
+inline constexpr qsizetype maxPropertyListTag = 256; // bytes from < to >
 
 // std::nullopt unless the bytes are a complete, valid property list. Also rejects documents that exceed the limits,
 // declare entities, repeat a key in a dictionary or continue after the end of the root. Comments are skipped.

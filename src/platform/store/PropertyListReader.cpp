@@ -5,9 +5,27 @@
 #include <QSet>
 #include <QXmlStreamReader>
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace {
+
+// The XML reader compares each attribute with all others of its tag, so a tag of a megabyte would take minutes. Comments,
+// declarations and processing instructions have no attributes.
+bool hasOverlongTag(const QByteArray& bytes)
+{
+    for (qsizetype start = bytes.indexOf('<'); start >= 0; start = bytes.indexOf('<', start + 1)) {
+        const bool isTag = start + 1 < bytes.size() && bytes[start + 1] != '!' && bytes[start + 1] != '?';
+        if (isTag
+            && !QByteArrayView(bytes)
+                    .sliced(start)
+                    .first(std::min(maxPropertyListTag, bytes.size() - start))
+                    .contains('>'))
+            return true;
+    }
+    return false;
+}
 
 // Walks the document from its first token to its last. Any error makes an operation return std::nullopt, which rejects
 // the whole document.
@@ -26,6 +44,7 @@ private:
     QXmlStreamReader::TokenType nextMarkup();
     bool findRoot();
     bool isPlainElement() const { return m_xml.attributes().isEmpty(); }
+    bool hasKnownEncoding() const;
     bool isPlainDoctype() const;
     bool endElement() { return nextMarkup() == QXmlStreamReader::EndElement; }
 
@@ -36,6 +55,7 @@ private:
     std::optional<PropertyValue> dictionary(int depth);
 
     QXmlStreamReader m_xml;
+    int m_values { 0 };
 };
 
 std::optional<qint64> integerOf(const QString& text)
@@ -92,11 +112,22 @@ bool Reader::isPlainDoctype() const
     return m_xml.dtdName() == QLatin1String("plist") && !m_xml.text().contains(u'[');
 }
 
+// In other encodings the bytes of a tag may not be those that hasOverlongTag() looks for.
+bool Reader::hasKnownEncoding() const
+{
+    constexpr std::array known { QLatin1String(""), QLatin1String("UTF-8"), QLatin1String("US-ASCII"),
+        QLatin1String("ISO-8859-1") };
+    return std::any_of(known.begin(), known.end(),
+        [this](QLatin1String name) { return m_xml.documentEncoding().compare(name, Qt::CaseInsensitive) == 0; });
+}
+
 bool Reader::findRoot()
 {
     if (nextMarkup() != QXmlStreamReader::StartDocument)
         return false;
     if (!m_xml.documentVersion().isEmpty() && m_xml.documentVersion() != QLatin1String("1.0"))
+        return false;
+    if (!hasKnownEncoding())
         return false;
     auto token = nextMarkup();
     if (token == QXmlStreamReader::DTD && isPlainDoctype())
@@ -141,7 +172,7 @@ std::optional<QString> Reader::elementText()
 // Reads the element that has just started, to its end.
 std::optional<PropertyValue> Reader::value(int depth)
 {
-    if (!isPlainElement())
+    if (!isPlainElement() || ++m_values > maxPropertyListValues)
         return std::nullopt;
     const QString element = m_xml.name().toString();
     const bool nests = element == QLatin1String("array") || element == QLatin1String("dict");
@@ -209,7 +240,7 @@ std::optional<PropertyValue> Reader::dictionary(int depth)
 
 std::optional<PropertyValue> readPropertyList(const QByteArray& bytes)
 {
-    if (bytes.size() > maxPropertyListSize || bytes.contains('\0'))
+    if (bytes.size() > maxPropertyListSize || bytes.contains('\0') || hasOverlongTag(bytes))
         return std::nullopt;
     return Reader(bytes).document();
 }

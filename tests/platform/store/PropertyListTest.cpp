@@ -152,7 +152,8 @@ INSTANTIATE_TEST_SUITE_P(PropertyListReader, InvalidDocument,
     testing::Values(QByteArray(), QByteArray(" \n"), QByteArray("bplist00\xD0"), good + "x", good + "<a/>", good + good,
         good + QByteArray("\0", 1), QByteArray("\0", 1) + good, good.chopped(1), QByteArray("x") + good,
         " <?xml version=\"1.0\"?>" + good, "<?xml version=\"1.1\"?>" + good,
-        "<?xml version=\"1.0\" encoding=\"none\"?>" + good, QByteArray("<plist version=\"2.0\"><string/></plist>"),
+        "<?xml version=\"1.0\" encoding=\"none\"?>" + good, "<?xml version=\"1.0\" encoding=\"IBM037\"?>" + good,
+        QByteArray("<plist version=\"2.0\"><string/></plist>"),
         QByteArray("<plist version=\"1.0\" a=\"b\"><string/></plist>"), QByteArray("<plist/>"),
         QByteArray("<list><string/></list>"), QByteArray("<string/>"), "<!DOCTYPE list>" + good,
         "<!DOCTYPE plist []>" + good, "<!DOCTYPE plist [<!ENTITY a \"b\">]>" + good,
@@ -191,6 +192,27 @@ TEST(PropertyListReader, RejectsDocumentsAboveSizeLimit)
     };
     EXPECT_TRUE(readPropertyList(document(maxPropertyListSize)));
     EXPECT_FALSE(readPropertyList(document(maxPropertyListSize + 1)));
+}
+
+TEST(PropertyListReader, RejectsDocumentsWithTooManyValues)
+{
+    const auto document
+        = [](int values) { return "<array>" + QByteArray("<true/>").repeated(values - 1) + "</array>"; };
+    EXPECT_TRUE(read(document(maxPropertyListValues)));
+    EXPECT_FALSE(read(document(maxPropertyListValues + 1)));
+}
+
+// A tag of this size takes the XML reader minutes.
+TEST(PropertyListReader, RejectsOverlongTagsBeforeTheyAreParsed)
+{
+    QByteArray attributes;
+    for (int i = 0; i < 500000; ++i)
+        attributes += " a" + QByteArray::number(i) + "=\"\"";
+    EXPECT_FALSE(read("<dict" + attributes + "/>"));
+    EXPECT_FALSE(read("<dict" + attributes));
+    EXPECT_TRUE(read("<dict" + QByteArray(maxPropertyListTag - 7, ' ') + "/>"));
+    EXPECT_FALSE(read("<dict" + QByteArray(maxPropertyListTag - 6, ' ') + "/>"));
+    EXPECT_TRUE(read("<string><!-- " + QByteArray(maxPropertyListTag, 'a') + " --></string>"));
 }
 
 TEST(PropertyListReader, RejectsTruncatedDocuments)
