@@ -90,9 +90,10 @@ std::uint32_t BssidEntry::bigEndian32At(std::size_t offset) const
 
 void BssidEntry::setLittleEndian16At(std::size_t offset, std::uint16_t value)
 {
-    const std::size_t place = m_offset + offset;
-    if (place > m_buffer.size() || m_buffer.size() - place < sizeof(value))
+    const std::size_t length = entryLengthAt(m_buffer, m_offset);
+    if (length < sizeof(value) || offset > length - sizeof(value))
         return;
+    const std::size_t place = m_offset + offset;
     m_buffer[place] = static_cast<std::byte>(value & 0xFF);
     m_buffer[place + 1] = static_cast<std::byte>(value >> 8);
 }

@@ -26,7 +26,8 @@ public:
     [[nodiscard]] std::uint16_t littleEndian16At(std::size_t offset) const;
     [[nodiscard]] std::uint32_t bigEndian32At(std::size_t offset) const;
 
-    // Writes to the list's buffer. Does nothing if the value does not fit.
+    // Writes to the list's buffer. Does nothing unless the whole value lies within the entry's Length, because an access
+    // point that announces too short an element could otherwise change the Length of the next entry.
     void setLittleEndian16At(std::size_t offset, std::uint16_t value);
 
 private:

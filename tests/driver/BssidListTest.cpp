@@ -97,14 +97,16 @@ TEST(BssidEntry, BytesUpToZeroStopAtTheEndOfTheEntry)
     EXPECT_TRUE(BssidListWalk(buffer).next()->bytesUpToZero(21).empty());
 }
 
-TEST(BssidEntry, ReadsZerosAndWritesNothingPastTheBuffer)
+TEST(BssidEntry, ReadsZerosAndWritesNothingPastTheEntry)
 {
-    Bytes buffer = bssidList({ EntryBuilder() });
+    Bytes last = bssidList({ EntryBuilder() });
+    EXPECT_EQ(BssidListWalk(last).next()->byteAt(1000000), 0);
+    EXPECT_EQ(BssidListWalk(last).next()->littleEndian16At(sizeof(WLAN_BSSID_EX)), 0);
+    EXPECT_EQ(BssidListWalk(last).next()->bigEndian32At(sizeof(WLAN_BSSID_EX) - 1), 0u);
+    Bytes buffer = bssidList({ EntryBuilder(), EntryBuilder() });
     auto entry = *BssidListWalk(buffer).next();
-    EXPECT_EQ(entry.byteAt(1000000), 0);
-    EXPECT_EQ(entry.littleEndian16At(sizeof(WLAN_BSSID_EX)), 0);
-    EXPECT_EQ(entry.bigEndian32At(sizeof(WLAN_BSSID_EX) - 1), 0u);
     const Bytes before = buffer;
+    entry.setLittleEndian16At(sizeof(WLAN_BSSID_EX), 0xFFFF);
     entry.setLittleEndian16At(sizeof(WLAN_BSSID_EX) - 1, 0xFFFF);
     entry.setLittleEndian16At(1000000, 0xFFFF);
     EXPECT_EQ(buffer, before);
