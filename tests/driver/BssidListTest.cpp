@@ -120,6 +120,16 @@ TEST(AppendBssidChunk, AppendsAfterTheLastEntry)
     EXPECT_EQ(lastAddressBytes(buffer), (std::vector<std::uint8_t> { 1, 2, 3, 4 }));
 }
 
+// The end of the list is found by one step more than the list counts.
+TEST(AppendBssidChunk, AppendsAfterAnEntryThatTheListDoesNotCount)
+{
+    Bytes buffer = inBuffer(bssidList({ EntryBuilder("a", 1), EntryBuilder("b", 2) }));
+    buffer[0] = std::byte { 1 };
+    EXPECT_EQ(appendBssidChunk(buffer, bssidList({ EntryBuilder("c", 3) })).appended, 1u);
+    buffer[0] = std::byte { 3 };
+    EXPECT_EQ(lastAddressBytes(buffer), (std::vector<std::uint8_t> { 1, 2, 3 }));
+}
+
 TEST(AppendBssidChunk, AppendsToAnEmptyList)
 {
     Bytes buffer = inBuffer({});
