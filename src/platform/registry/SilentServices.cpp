@@ -17,7 +17,7 @@
 
 namespace {
 
-constexpr int timeoutsBeforeCompletionCall = 2;
+constexpr int timeoutsBeforeStrictProbe = 2;
 constexpr int timeoutsBeforePause = 3;
 
 FileDescriptor connectWithoutWaiting(const ServiceLocation& location)
@@ -39,9 +39,11 @@ class SilentServices::Probe {
 public:
     enum class Outcome { Pending, Answered, TooSlow, Failed };
 
-    Probe(FileDescriptor socket, bool makesCompletionCall, TimePoint now)
+    // A strict probe expects fast answers and also makes the completion call.
+    Probe(FileDescriptor socket, bool isStrict, TimePoint now)
         : m_socket(std::move(socket))
-        , m_makesCompletionCall(makesCompletionCall)
+        , m_makesCompletionCall(isStrict)
+        , m_maxTime(isStrict ? maxProbeTime : maxFirstProbeTime)
     {
         send(DriverRequestKind::Open, driverConnectionType, now);
     }
@@ -66,7 +68,7 @@ public:
         const auto received = std::span(packet).first(length < 0 ? 0 : std::min<std::size_t>(length, packet.size()));
         if (parseDriverReply(received, 0).status == ReplyStatus::Malformed)
             return Outcome::Failed;
-        if (now - m_sent > maxProbeTime)
+        if (now - m_sent > m_maxTime)
             return Outcome::TooSlow;
         if (!std::exchange(m_makesCompletionCall, false))
             return Outcome::Answered;
@@ -94,6 +96,7 @@ private:
 
     FileDescriptor m_socket;
     bool m_makesCompletionCall;
+    std::chrono::milliseconds m_maxTime;
     TimePoint m_sent {};
     std::unique_ptr<QSocketNotifier, DeleteLater> m_readable; // destroyed before its descriptor
 };
@@ -110,10 +113,8 @@ void SilentServices::requestTimedOut(const ServiceLocation& location)
     Entry& entry = m_entries[location];
     entry.silent = true;
     ++entry.timeouts;
-    if (entry.timeouts >= timeoutsBeforePause) {
-        const int doublings = std::min(entry.timeouts - timeoutsBeforePause, 8);
-        entry.pausedUntil = m_clock() + std::min(firstPause * (1 << doublings), maxPause);
-    }
+    if (entry.timeouts >= timeoutsBeforePause)
+        entry.pausedUntil = m_clock() + pause;
     startProbe(location, entry);
 }
 
@@ -142,7 +143,7 @@ void SilentServices::startProbe(const ServiceLocation& location, Entry& entry)
     FileDescriptor socket = connectWithoutWaiting(location);
     if (!socket)
         return; // tried again with the next request
-    entry.probe = std::make_unique<Probe>(std::move(socket), entry.timeouts >= timeoutsBeforeCompletionCall, now);
+    entry.probe = std::make_unique<Probe>(std::move(socket), entry.timeouts >= timeoutsBeforeStrictProbe, now);
     entry.probe->notify([this, location] { checkProbe(location); });
 }
 

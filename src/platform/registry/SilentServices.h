@@ -19,8 +19,9 @@ struct ServiceLocation {
 // service is probed without waiting: an open request is sent on a separate connection, and the event loop delivers the
 // reply. The service is silent until a probe is answered in time.
 //
-// If a service answers the probe but not the request that follows, later probes also make the completion call that ends
-// every request. If it answers that as well, and still no request, the pauses between probes grow.
+// If a service answers the probe but not the request that follows, later probes expect a faster answer and also make the
+// completion call that ends every request. If it answers that as well, and still no request, it is left alone for a
+// while before each further probe.
 class SilentServices {
     Q_DISABLE_COPY_MOVE(SilentServices)
 
@@ -28,11 +29,12 @@ public:
     using TimePoint = std::chrono::steady_clock::time_point;
     using Clock = std::function<TimePoint()>;
 
+    static constexpr std::chrono::milliseconds maxFirstProbeTime { 2000 }; // as a request
     // A request exchanges three packets within 2 s. A service that takes longer than this for one of them would make
     // the next request time out too.
     static constexpr std::chrono::milliseconds maxProbeTime { 500 };
-    static constexpr std::chrono::seconds firstPause { 10 };
-    static constexpr std::chrono::seconds maxPause { 60 };
+    // A request that runs out of time blocks for 2 s; with this pause the caller is free for more than 80 % of the time.
+    static constexpr std::chrono::seconds pause { 10 };
 
     explicit SilentServices(Clock clock = std::chrono::steady_clock::now);
     ~SilentServices();

@@ -75,10 +75,25 @@ TEST_F(SilentServicesTest, ARecoveryIsSeenWithoutTheEventLoop)
     SUCCEED();
 }
 
+TEST_F(SilentServicesTest, ASlowAnswerCountsAfterTheFirstTimeoutOnly)
+{
+    service.onOpen([this](const Double::Request&) {
+        advance(SilentServices::maxFirstProbeTime);
+        return Double::answer();
+    });
+    hangs = false;
+    silent.requestTimedOut(location);
+    waitUntilAnswering();
+    silent.requestTimedOut(location);
+    const std::size_t before = service.requests().size();
+    waitForProbes(before + 3);
+    EXPECT_TRUE(silent.isSilent(location));
+}
+
 TEST_F(SilentServicesTest, AnAnswerThatTookTooLongIsFollowedByAnotherProbe)
 {
     service.onOpen([this](const Double::Request&) {
-        advance(SilentServices::maxProbeTime + 1ms);
+        advance(SilentServices::maxFirstProbeTime + 1ms);
         return Double::answer();
     });
     silent.requestTimedOut(location);
@@ -105,24 +120,22 @@ TEST_F(SilentServicesTest, AServiceThatOpensButDoesNotCallIsProbedWithACompletio
     EXPECT_EQ(requests.back(), (Double::Request { 2, 1, 0, 0, {} }));
 }
 
-TEST_F(SilentServicesTest, AServiceThatOnlyAnswersProbesIsPausedForLongerAndLonger)
+TEST_F(SilentServicesTest, AServiceThatOnlyAnswersProbesIsLeftAloneBetweenThem)
 {
     hangs = false;
     for (int timeout = 0; timeout < 2; ++timeout) {
         silent.requestTimedOut(location);
         waitUntilAnswering();
     }
-    silent.requestTimedOut(location);
-    const std::size_t before = service.requests().size();
-    advance(SilentServices::firstPause - 1ms);
-    EXPECT_TRUE(silent.isSilent(location));
-    EXPECT_EQ(service.requests().size(), before);
-    advance(1ms);
-    waitUntilAnswering();
-
-    silent.requestTimedOut(location);
-    advance(SilentServices::firstPause);
-    EXPECT_TRUE(silent.isSilent(location));
+    for (int round = 0; round < 4; ++round) {
+        silent.requestTimedOut(location);
+        const std::size_t before = service.requests().size();
+        advance(SilentServices::pause - 1ms);
+        EXPECT_TRUE(silent.isSilent(location));
+        EXPECT_EQ(service.requests().size(), before);
+        advance(1ms);
+        waitUntilAnswering();
+    }
 }
 
 TEST_F(SilentServicesTest, AnAnsweredRequestForgetsTheTimeouts)
