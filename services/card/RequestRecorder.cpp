@@ -57,9 +57,15 @@ std::string recordedLine(const ServiceRequest& request, std::int64_t nowMs)
 std::error_code RequestRecorder::start(const std::string& path)
 {
     stop();
-    FileDescriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, 0600));
+    // Without O_NONBLOCK, opening a FIFO would wait for a reader.
+    FileDescriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0600));
+    struct stat status { };
+    if (!file || ::fstat(file.get(), &status) != 0)
+        return lastSystemError();
+    if (!S_ISREG(status.st_mode))
+        return std::make_error_code(std::errc::invalid_argument);
     // An existing file would keep its mode.
-    if (!file || ::fchmod(file.get(), 0600) != 0)
+    if (::fchmod(file.get(), 0600) != 0)
         return lastSystemError();
     m_file.reset(::fdopen(file.get(), "w"));
     if (!m_file)

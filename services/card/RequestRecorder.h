@@ -13,7 +13,8 @@
 // recorded unless recording was started.
 class RequestRecorder {
 public:
-    // Starts a new recording and truncates the file. Does not follow a symbolic link.
+    // Starts a new recording and truncates the file. Does not follow a symbolic link. Fails with invalid_argument, or as
+    // open() does, for anything but a regular file.
     [[nodiscard]] std::error_code start(const std::string& path);
     void stop();
     // Empty unless a recording runs.

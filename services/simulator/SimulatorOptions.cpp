@@ -65,6 +65,7 @@ SimulatorCommandLine readSimulatorArguments(const QStringList& arguments)
     if (!parser.positionalArguments().isEmpty())
         return failure(QStringLiteral("unexpected argument \"%1\"").arg(parser.positionalArguments().constFirst()));
 
+    const QString runtime = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
     SimulatorOptions options;
     options.scenarioFile = parser.value(QStringLiteral("scenario"));
     options.instance = parser.value(QStringLiteral("instance"));
@@ -72,11 +73,14 @@ SimulatorCommandLine readSimulatorArguments(const QStringList& arguments)
         return failure(QStringLiteral("\"%1\" is not an instance name").arg(options.instance));
     options.root = parser.value(QStringLiteral("root"));
     if (options.root.isEmpty())
-        options.root
-            = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation) + QStringLiteral("/io-registry");
+        options.root = runtime + QStringLiteral("/io-registry");
     options.controlPath = parser.value(QStringLiteral("control"));
     if (options.controlPath.isEmpty())
         options.controlPath = defaultControlPath(options.instance);
+    const bool needsRuntime
+        = parser.value(QStringLiteral("root")).isEmpty() || parser.value(QStringLiteral("control")).isEmpty();
+    if (needsRuntime && runtime.isEmpty())
+        return failure(QStringLiteral("no usable XDG_RUNTIME_DIR; pass --root and --control"));
     options.recordFile = parser.value(QStringLiteral("record"));
     options.isQuiet = parser.isSet(QStringLiteral("quiet"));
     options.startsEjected = parser.isSet(QStringLiteral("ejected"));

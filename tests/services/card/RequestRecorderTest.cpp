@@ -1,6 +1,7 @@
 #include "services/card/RequestRecorder.h"
 
 #include "driver/records/Oids.h"
+#include "posix/FileDescriptor.h"
 
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
@@ -8,6 +9,7 @@
 #include <fstream>
 #include <sstream>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -87,4 +89,17 @@ TEST(RequestRecorder, RejectsSymbolicLinksAndReportsErrors)
     EXPECT_TRUE(recorder.path().empty());
     EXPECT_EQ(recorder.start(folder.filePath(QStringLiteral("no/such/folder")).toStdString()),
         std::errc::no_such_file_or_directory);
+}
+
+// Opening a FIFO for writing waits for a reader.
+TEST(RequestRecorder, RejectsFifosWithoutWaiting)
+{
+    const QTemporaryDir folder;
+    const std::string fifo = folder.filePath(QStringLiteral("fifo")).toStdString();
+    ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
+    RequestRecorder recorder;
+    EXPECT_EQ(recorder.start(fifo), std::errc::no_such_device_or_address);
+    const FileDescriptor reader(::open(fifo.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    EXPECT_EQ(recorder.start(fifo), std::errc::invalid_argument);
+    EXPECT_TRUE(recorder.path().empty());
 }

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+
 namespace {
 
 SimulatorCommandLine read(const QString& words)
@@ -25,6 +27,22 @@ TEST(SimulatorOptions, HaveDefaults)
     EXPECT_TRUE(line.options->recordFile.isEmpty());
     EXPECT_FALSE(line.options->isQuiet);
     EXPECT_FALSE(line.options->startsEjected);
+}
+
+// The default paths would begin in the root of the file system.
+TEST(SimulatorOptions, NeedARuntimeDirectoryOrBothPaths)
+{
+    // Without XDG_RUNTIME_DIR, Qt uses a directory in the temporary one.
+    const std::array names { "XDG_RUNTIME_DIR", "TMPDIR" };
+    const std::array values { qgetenv(names[0]), qgetenv(names[1]) };
+    for (const char* name : names)
+        qputenv(name, "/dev/null");
+    EXPECT_FALSE(read({}).options);
+    EXPECT_FALSE(read(QStringLiteral("--root /r")).options);
+    EXPECT_FALSE(read(QStringLiteral("--control /c")).options);
+    EXPECT_TRUE(read(QStringLiteral("--root /r --control /c")).options);
+    for (std::size_t i = 0; i < names.size(); ++i)
+        values[i].isNull() ? qunsetenv(names[i]) : qputenv(names[i], values[i]);
 }
 
 TEST(SimulatorOptions, AreParsedFromTheCommandLine)
