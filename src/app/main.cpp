@@ -2,6 +2,7 @@
 #include "app/CoreDumps.h"
 #include "app/SingleInstance.h"
 #include "app/shared/Identity.h"
+#include "app/shared/StandardStreams.h"
 #include "platform/LogindConsoleUser.h"
 #include "platform/StandardAssertionHandler.h"
 #include "platform/SystemTickClock.h"
@@ -52,6 +53,7 @@ QByteArray displayName()
 
 int main(int argc, char** argv)
 {
+    prepareStandardStreams();
     disableCoreDumps();
     waitUntilUserLogsIn(argc, argv);
     SingleInstance instance(qEnvironmentVariable("XDG_RUNTIME_DIR").toStdString(), displayName());

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string_view>
+
+// The program goes on without its lines on standard error if nobody can read them.
+
+// Opens /dev/null in place of closed standard streams, so that no file or socket takes their descriptors, ignores
+// SIGPIPE, and sends Qt's messages through writeToStandardError(). Call it first in main().
+void prepareStandardStreams();
+
+// Never waits: drops the rest of the text if its reader is slow, has stopped or no longer exists.
+void writeToStandardError(std::string_view text);
