@@ -14,11 +14,11 @@ class HiddenSSID;
 // Asks for the name of a hidden network. Stops with 1 for OK and 0 for Cancel.
 class HiddenSSIDController final : public QDialog {
     Q_OBJECT
+    Q_DISABLE_COPY_MOVE(HiddenSSIDController)
 
 public:
     HiddenSSIDController(ModalSheets& sheets, HiddenSSIDReceiver& siteSurvey, QWidget* parent = nullptr);
     ~HiddenSSIDController() override;
-    Q_DISABLE_COPY_MOVE(HiddenSSIDController)
 
     // Returns the name, truncated to 32 bytes and not checked otherwise.
     void OnOK();

@@ -19,12 +19,12 @@ class WEPSetting;
 // settings to the site survey, and with 0 for Cancel.
 class WEPSettingController final : public QDialog {
     Q_OBJECT
+    Q_DISABLE_COPY_MOVE(WEPSettingController)
 
 public:
     WEPSettingController(
         ModalSheets& sheets, AlertPanels& alerts, SecuritySettingsReceiver& siteSurvey, QWidget* parent = nullptr);
     ~WEPSettingController() override;
-    Q_DISABLE_COPY_MOVE(WEPSettingController)
 
     void awakeFromNib();
 

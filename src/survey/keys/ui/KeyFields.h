@@ -24,11 +24,11 @@ class KeyFields;
 // key. A hint next to each key says what is missing. The keys are hidden until the user asks to show them.
 class KeyFields final : public QWidget {
     Q_OBJECT
+    Q_DISABLE_COPY_MOVE(KeyFields)
 
 public:
     explicit KeyFields(QWidget* parent = nullptr);
     ~KeyFields() override;
-    Q_DISABLE_COPY_MOVE(KeyFields)
 
     // The values for checking and conversion, with the given selections.
     [[nodiscard]] KeyControls keyControls(int authenTypeIndex, int encryTypeIndex) const;
