@@ -4,7 +4,6 @@
 #include "app/shared/SharedState.h"
 #include "app/shared/Trace.h"
 #include "driver/BssidList.h"
-#include "driver/MacAddressText.h"
 #include "platform/AlertPanels.h"
 #include "platform/ByteText.h"
 #include "platform/NetworkName.h"
@@ -13,6 +12,7 @@
 #include "platform/ui/ModalSheets.h"
 #include "platform/ui/NetworkNameDelegate.h"
 #include "survey/AccessPointRows.h"
+#include "survey/ListedNetwork.h"
 #include "survey/NetworkSecurity.h"
 #include "survey/ProfileFromScan.h"
 #include "survey/SurveyTexts.h"
@@ -20,6 +20,7 @@
 #include "survey/connection/ProfileEditorSheet.h"
 #include "survey/ui/ChannelView.h"
 #include "survey/ui/SignalBarsDelegate.h"
+#include "survey/ui/SurveyColumns.h"
 #include "ui_SiteSurveyPage.h"
 
 #include <QItemSelectionModel>
@@ -34,33 +35,11 @@
 namespace {
 
 constexpr char className[] = "SiteSurveyPageController";
-const QString PIColumn = QStringLiteral("pi");
 constexpr std::chrono::milliseconds timerInterval { 2000 };
-
-std::vector<TableColumn> columns()
-{
-    using Kind = TableColumn::Kind;
-    const auto tr = [](const char* text) { return SiteSurveyPageController::tr(text); };
-    return {
-        { PIColumn, {}, Kind::Image, tr("The network that the card is connected to") },
-        { u"ssid"_qs, tr("SSID"), Kind::Text, tr("Network name") },
-        { u"bssid"_qs, tr("BSSID"), Kind::Text, tr("Address of the access point") },
-        { u"signal"_qs, tr("Signal"), Kind::Number, tr("Signal quality, 0 to 100") },
-        { u"channel"_qs, tr("Channel"), Kind::Number, tr("Radio channel") },
-        { u"authentication"_qs, tr("Authentication"), Kind::Text, tr("How the network admits a station") },
-        { u"encryption"_qs, tr("Encryption"), Kind::Text, tr("How the network protects its data") },
-        { u"network"_qs, tr("Network Type"), Kind::Text, tr("Access point or ad hoc network") },
-    };
-}
 
 bool needsKey(const PROFILE_DATA& record)
 {
     return record.AuthenMode != Ndis802_11AuthModeOpen || record.EncryStatus != Ndis802_11EncryptionDisabled;
-}
-
-bool isEntryOf(const AccessPoint& row, const BssidEntry& entry)
-{
-    return row.bssid() == macAddressText(entry.fixedPart().MacAddress);
 }
 
 } // namespace
@@ -74,8 +53,7 @@ SiteSurveyPageController::SiteSurveyPageController(VX7100Access& adapter, RunLoo
     , m_alerts(alerts)
     , m_sheets(sheets)
     , m_ui(std::make_unique<Ui::SiteSurveyPage>())
-    , WEPSetting(sheets, alerts, *this)
-    , HiddenSSID(sheets, *this)
+    , m_joinSheets(sheets, alerts, [this](QDialog& sheet) { return runSheet(sheet); })
 {
     traceEntry(className, "init");
     m_ui->setupUi(this);
@@ -91,7 +69,7 @@ SiteSurveyPageController::~SiteSurveyPageController()
 void SiteSurveyPageController::setUpTable()
 {
     TableView& list = *m_ui->ApList;
-    list.setTableColumns(columns());
+    list.setTableColumns(surveyColumns());
     list.setDelegateForTableColumn(u"ssid", new NetworkNameDelegate(NetworkName::hiddenPlaceholder(), &list));
     list.setDelegateForTableColumn(u"signal", new SignalBarsDelegate(&list));
     list.setDataSource(this);
@@ -146,7 +124,7 @@ void SiteSurveyPageController::awakeFromNib()
     connect(m_ui->Rescan, &QPushButton::clicked, this, [this] { askForRescan(); });
     setUpKey(QKeySequence::Refresh, *m_ui->Rescan);
     setUpKey(Qt::CTRL | Qt::Key_G, *m_ui->showChannels);
-    WEPSetting.awakeFromNib();
+    m_joinSheets.awakeFromNib();
     // The line keeps its room while it is empty, so that the list does not change its height.
     QSizePolicy policy = m_ui->JoinStatus->sizePolicy();
     policy.setRetainSizeWhenHidden(true);
@@ -287,17 +265,19 @@ void SiteSurveyPageController::OnConnect()
             QStringLiteral("WPA-Enterprise isn't supported yet!!!"), QString(), QStringLiteral("OK"));
         return;
     }
-    if (isHiddenNetwork(choice.network) && !askForHiddenName(choice))
-        return;
+    if (isHiddenNetwork(choice.network)) {
+        const auto name = m_joinSheets.askForHiddenName();
+        if (!name)
+            return;
+        choice.hidden = true;
+        choice.ssid = name->record();
+    }
     if (!needsSecuritySettings(choice)) {
         join(choice, connectionRecord(choice, nullptr));
         return;
     }
-    if (!askForSecuritySettings(choice.wpaClass, tkip))
-        return;
-    auto record = connectionRecord(choice, &m_securitySettings);
-    m_securitySettings = {}; // do not keep the keys
-    join(choice, std::move(record));
+    if (const auto settings = m_joinSheets.askForSecuritySettings(choice.wpaClass, tkip))
+        join(choice, connectionRecord(choice, &*settings));
 }
 
 void SiteSurveyPageController::OnAddProfile()
@@ -329,8 +309,7 @@ std::optional<BssidEntry> SiteSurveyPageController::selectedEntry()
     const std::size_t row = static_cast<std::size_t>(CurrentSelectedItem - 1);
     if (row >= tableData.size())
         return std::nullopt;
-    const auto entry = bssidEntryAt(currentBssidList(), static_cast<std::uint32_t>(row));
-    if (entry && isEntryOf(tableData[row], *entry))
+    if (const auto entry = entryAtRow(currentBssidList(), CurrentSelectedItem - 1, tableData[row]))
         return entry;
     const bool emptyList = !bssidEntryAt(currentBssidList(), 0);
     return emptyList ? std::nullopt : entryInNewList(tableData[row]);
@@ -341,13 +320,10 @@ std::optional<BssidEntry> SiteSurveyPageController::selectedEntry()
 std::optional<BssidEntry> SiteSurveyPageController::entryInNewList(AccessPoint displayed)
 {
     RefreshAPList();
-    BssidListWalk walk(currentBssidList());
-    for (int row = 0; const auto entry = walk.next(); ++row) {
-        if (!isEntryOf(displayed, *entry))
-            continue;
-        m_ui->ApList->selectRowNumber(row);
-        CurrentSelectedItem = row + 1;
-        return entry;
+    if (const auto network = findNetwork(currentBssidList(), displayed)) {
+        m_ui->ApList->selectRowNumber(network->row);
+        CurrentSelectedItem = network->row + 1;
+        return network->entry;
     }
     const QString name = NetworkName::fromText(displayed.ssid()).displayText();
     showNotice(name.isEmpty() ? tr("That network is no longer in range. The list is now up to date.")
@@ -380,31 +356,6 @@ void SiteSurveyPageController::setSheetRunning(bool running)
         button->setEnabled(!running);
 }
 
-bool SiteSurveyPageController::askForHiddenName(NetworkChoice& choice)
-{
-    HiddenSSID.focusName();
-    if (!runSheet(HiddenSSID))
-        return false;
-    choice.hidden = true;
-    choice.ssid = m_hiddenName.record();
-    return true;
-}
-
-bool SiteSurveyPageController::askForSecuritySettings(WpaClass wpaClass, bool tkip)
-{
-    const bool wpa = wpaClass != WpaClass::NoWpa;
-    if (wpa)
-        WEPSetting.setAuthenTypeComboText(wpaClass == WpaClass::WpaNone ? 0 : 1);
-    WEPSetting.setAuthenTypeCombo(wpa ? wpaAuthenTypeIndex : 0);
-    WEPSetting.OnSelchangeAuthType();
-    // WEP without WPA; otherwise the network's cipher, which is AES unless it is TKIP.
-    WEPSetting.setEncryTypeCombo(wpa && tkip ? 0 : 1);
-    WEPSetting.OnSelchangeEncryptionType();
-    WEPSetting.clearText();
-    WEPSetting.focusFirstKey();
-    return runSheet(WEPSetting);
-}
-
 void SiteSurveyPageController::join(const NetworkChoice& choice, std::unique_ptr<PROFILE_DATA> record)
 {
     m_connection.SsidSet = choice.ssid;
@@ -417,18 +368,6 @@ void SiteSurveyPageController::join(const NetworkChoice& choice, std::unique_ptr
     G_configFromProfile = 0;
     if (m_profilePage)
         m_profilePage->DisabledActivateProfile();
-}
-
-void SiteSurveyPageController::ReceiveWEPsetting(const SecuritySettings& settings)
-{
-    traceEntry(className, "ReceiveWEPsetting");
-    m_securitySettings = settings;
-}
-
-void SiteSurveyPageController::ReceiveHiddenSSID(const NetworkName& HiddenSSIDtext)
-{
-    traceEntry(className, "ReceiveHiddenSSID");
-    m_hiddenName = HiddenSSIDtext;
 }
 
 void SiteSurveyPageController::queueAndFollow(
@@ -481,7 +420,7 @@ int SiteSurveyPageController::numberOfRowsInTableView() const
 
 QVariant SiteSurveyPageController::objectValueForTableColumn(QStringView identifier, int row) const
 {
-    if (identifier == PIColumn)
+    if (identifier == joinedColumn)
         return row == G_bCurSelItem ? QVariant(imageNamed(u"HANDSHAK")) : QVariant();
     return tableData[static_cast<std::size_t>(row)].value(identifier);
 }

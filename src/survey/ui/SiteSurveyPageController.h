@@ -9,9 +9,7 @@
 #include "survey/connection/ConnectionTasks.h"
 #include "survey/connection/JoinProgress.h"
 #include "survey/connection/TaskQueue.h"
-#include "survey/ui/HiddenSSIDController.h"
-#include "survey/ui/SheetReceivers.h"
-#include "survey/ui/WEPSettingController.h"
+#include "survey/ui/JoinSheets.h"
 
 #include <QWidget>
 
@@ -38,16 +36,14 @@ class SiteSurveyPageController final : public QWidget,
                                        public SiteSurveyPage,
                                        public TableDataSource,
                                        public ConnectionQueue,
-                                       private SecuritySettingsReceiver,
-                                       private HiddenSSIDReceiver,
                                        private SurveyList {
     Q_OBJECT
+    Q_DISABLE_COPY_MOVE(SiteSurveyPageController)
 
 public:
     SiteSurveyPageController(VX7100Access& adapter, RunLoop& runLoop, AssertionHandler& assertions, AlertPanels& alerts,
         ModalSheets& sheets, QWidget* parent = nullptr);
     ~SiteSurveyPageController() override;
-    Q_DISABLE_COPY_MOVE(SiteSurveyPageController)
 
     void awakeFromNib();
     // Notified of connections made here and of new profiles; may be null.
@@ -103,11 +99,7 @@ private:
     // Returns whether the sheet ended with OK. The page's actions are disabled until then.
     [[nodiscard]] bool runSheet(QDialog& sheet);
     void setSheetRunning(bool running);
-    [[nodiscard]] bool askForHiddenName(NetworkChoice& choice);
-    [[nodiscard]] bool askForSecuritySettings(WpaClass wpaClass, bool tkip);
     void join(const NetworkChoice& choice, std::unique_ptr<PROFILE_DATA> record);
-    void ReceiveWEPsetting(const SecuritySettings& settings) override;
-    void ReceiveHiddenSSID(const NetworkName& HiddenSSIDtext) override;
 
     VX7100Access& Adapter;
     RunLoop& m_runLoop;
@@ -128,9 +120,6 @@ private:
     bool m_rescanAsked { false }; // and its list is not shown yet
     std::weak_ptr<ProfileData> m_queuedConnection; // the one that m_joinProgress follows
 
-    WEPSettingController WEPSetting;
-    HiddenSSIDController HiddenSSID;
+    JoinSheets m_joinSheets;
     std::int32_t CurrentSelectedItem { 0 }; // 1-based; 0 if no row was selected
-    SecuritySettings m_securitySettings; // returned by the security sheet; empty again after the join
-    NetworkName m_hiddenName; // as the hidden-SSID sheet last returned it
 };

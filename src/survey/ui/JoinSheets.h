@@ -1,0 +1,36 @@
+#pragma once
+
+#include "survey/ConnectionRecord.h"
+#include "survey/ui/HiddenSSIDController.h"
+#include "survey/ui/SheetReceivers.h"
+#include "survey/ui/WEPSettingController.h"
+
+#include <functional>
+#include <optional>
+
+// The sheets that ask for what a connection still lacks: the name of a hidden network, and the keys.
+class JoinSheets final : private SecuritySettingsReceiver, private HiddenSSIDReceiver {
+    Q_DISABLE_COPY_MOVE(JoinSheets)
+
+public:
+    // Returns whether the sheet ended with OK.
+    using RunSheet = std::function<bool(QDialog&)>;
+
+    JoinSheets(ModalSheets& sheets, AlertPanels& alerts, RunSheet runSheet);
+    ~JoinSheets() override = default;
+
+    void awakeFromNib();
+    // Both return std::nullopt if the user cancels the sheet.
+    [[nodiscard]] std::optional<NetworkName> askForHiddenName();
+    [[nodiscard]] std::optional<SecuritySettings> askForSecuritySettings(WpaClass wpaClass, bool tkip);
+
+private:
+    void ReceiveWEPsetting(const SecuritySettings& settings) override;
+    void ReceiveHiddenSSID(const NetworkName& HiddenSSIDtext) override;
+
+    RunSheet m_runSheet;
+    WEPSettingController WEPSetting;
+    HiddenSSIDController HiddenSSID;
+    SecuritySettings m_securitySettings; // returned by the security sheet; empty while no sheet runs
+    NetworkName m_hiddenName; // as the hidden-SSID sheet last returned it
+};
