@@ -168,23 +168,15 @@ void SiteSurveyPageController::OnRescan()
     if (m_sheetRunning)
         return;
     showNotice({});
-    m_queuedRescan = queueRescan();
-    m_rescanAsked = true;
+    m_rescanProgress.begin(queueRescan());
     showJoinProgress();
 }
 
 // A second scan right after one that is still waiting would only block the window for longer.
 void SiteSurveyPageController::askForRescan()
 {
-    if (m_queuedRescan.expired())
+    if (!m_rescanProgress.isQueued())
         OnRescan();
-}
-
-QString SiteSurveyPageController::rescanText() const
-{
-    if (!m_rescanAsked)
-        return {};
-    return G_bDeviceExist != 0 ? tr("Searching for networks…") : tr("The search starts when a wireless card is found.");
 }
 
 void SiteSurveyPageController::RefreshAPList()
@@ -198,7 +190,7 @@ void SiteSurveyPageController::RescanTimeFunc()
     clearRows();
     AccessPointRowsResult result = accessPointRows(currentBssidList(), m_assertions);
     tableData = std::move(result.rows);
-    m_rescanAsked = !m_queuedRescan.expired();
+    m_rescanProgress.endUnlessQueued();
     if (!result.complete)
         return;
     m_ui->channelView->setNetworks(channelViewNetworks(tableData), G_bCurSelItem);
@@ -239,7 +231,7 @@ void SiteSurveyPageController::showJoinProgress()
     if (text.isEmpty())
         text = m_joinProgress.text();
     if (text.isEmpty())
-        text = rescanText();
+        text = m_rescanProgress.text(G_bDeviceExist != 0);
     m_ui->JoinStatus->setText(text.isEmpty() ? QStringLiteral(" ") : text); // as high as a line of text
     m_ui->JoinStatus->setVisible(!text.isEmpty());
 }
@@ -252,7 +244,7 @@ void SiteSurveyPageController::OnConnect()
     showNotice({});
     m_connection.TimerCount = 0;
     G_bRescan = 0; // a scan that has ended is not taken up by the next tick
-    m_rescanAsked = !m_queuedRescan.expired();
+    m_rescanProgress.endUnlessQueued();
     const auto entry = selectedEntry();
     if (!entry)
         return;

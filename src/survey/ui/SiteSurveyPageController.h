@@ -5,6 +5,7 @@
 #include "platform/ui/TableDataSource.h"
 #include "survey/AccessPoint.h"
 #include "survey/ConnectionRecord.h"
+#include "survey/RescanProgress.h"
 #include "survey/connection/ConnectionQueue.h"
 #include "survey/connection/ConnectionTasks.h"
 #include "survey/connection/JoinProgress.h"
@@ -83,7 +84,6 @@ private:
     [[nodiscard]] QString emptyText() const;
     void RescanTimeFunc();
     void askForRescan();
-    [[nodiscard]] QString rescanText() const;
     void clearRows();
     void reloadData() override;
     void updateEmptyTexts();
@@ -116,8 +116,7 @@ private:
     ConnectionState m_connection;
     JoinProgress m_joinProgress;
     QString m_notice;
-    std::weak_ptr<ProfileData> m_queuedRescan; // the last one that the user asked for
-    bool m_rescanAsked { false }; // and its list is not shown yet
+    RescanProgress m_rescanProgress;
     std::weak_ptr<ProfileData> m_queuedConnection; // the one that m_joinProgress follows
 
     JoinSheets m_joinSheets;
