@@ -203,8 +203,9 @@ void TableView::keyPressEvent(QKeyEvent* event)
         QTableView::keyPressEvent(event);
         return;
     }
-    // When the table gets the focus, its first cell becomes current without being selected. The first Up or Down must
-    // select that row instead of skipping it, and so must a key that does not change the current cell.
+    // When the table gets the focus, its first cell becomes current without being selected, and no row shows it. The
+    // first Up or Down must select that row instead of skipping it, and so must a key that does not change the current
+    // cell.
     const bool step = event->key() == Qt::Key_Up || event->key() == Qt::Key_Down;
     if (!step || selectedRow() >= 0 || !currentIndex().isValid())
         QTableView::keyPressEvent(event);
@@ -250,7 +251,7 @@ QRect TableView::rowRect(const QModelIndex& index) const
         | visualRect(index.siblingAtColumn(header.logicalIndex(header.count() - 1)));
 }
 
-// The cell that cursor keys start from: the current one, or the first if there is none (after a deselection).
+// The cell that Space selects: the current one, or the first if there is none (after a deselection).
 QModelIndex TableView::keyboardIndex() const
 {
     const QModelIndex current = currentIndex();
@@ -261,7 +262,7 @@ void TableView::currentChanged(const QModelIndex& current, const QModelIndex& pr
 {
     QTableView::currentChanged(current, previous); // repaints only the two cells
     viewport()->update(rowRect(previous));
-    viewport()->update(rowRect(keyboardIndex()));
+    viewport()->update(rowRect(current));
 }
 
 void TableView::paintEvent(QPaintEvent* event)
@@ -271,21 +272,52 @@ void TableView::paintEvent(QPaintEvent* event)
     paintEmptyText(*event);
 }
 
-// Only if the cell does not draw its own focus frame (CellDelegate). A row that is not selected always shows the focus.
-// A selected row is already highlighted; there the style decides, as it does for any widget.
+// Only if the cell does not draw its own focus frame (CellDelegate), and only in the selected row: styles fill the
+// frame, so another row would look selected. Whether a highlighted row needs a frame is up to the style.
 void TableView::paintRowFocus()
 {
-    const QModelIndex index = keyboardIndex();
-    if (!hasFocus() || !index.isValid() || index.flags().testFlag(Qt::ItemIsEditable))
+    const QModelIndex index = currentIndex();
+    const bool selected = index.isValid() && selectionModel()->isSelected(index);
+    if (!hasFocus() || !selected || index.flags().testFlag(Qt::ItemIsEditable))
         return;
     QStyleOptionFocusRect option;
     option.initFrom(this);
     option.rect = rowRect(index);
-    const bool selected = selectionModel()->isSelected(index);
-    option.state |= selected ? QStyle::State_Selected : QStyle::State_KeyboardFocusChange;
-    option.backgroundColor = palette().color(selected ? QPalette::Highlight : QPalette::Base);
+    option.state |= QStyle::State_Selected;
+    option.backgroundColor = palette().color(QPalette::Highlight);
     QPainter painter(viewport());
     style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, this);
+}
+
+bool TableView::event(QEvent* event)
+{
+    const bool handled = QTableView::event(event);
+    if (event->type() == QEvent::Paint) // of the frame; paintEvent paints the viewport
+        paintFrameFocus();
+    return handled;
+}
+
+void TableView::paintFrameFocus()
+{
+    const int width = frameWidth();
+    if (!hasFocus() || width == 0)
+        return;
+    QPainter painter(this);
+    painter.setPen(QPen(palette().color(QPalette::Highlight), width, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+    const qreal middle = width / 2.0;
+    painter.drawRect(QRectF(frameRect()).adjusted(middle, middle, -middle, -middle));
+}
+
+void TableView::focusInEvent(QFocusEvent* event)
+{
+    QTableView::focusInEvent(event);
+    update(frameRect());
+}
+
+void TableView::focusOutEvent(QFocusEvent* event)
+{
+    QTableView::focusOutEvent(event);
+    update(frameRect());
 }
 
 void TableView::paintEmptyText(const QPaintEvent& event)

@@ -14,7 +14,8 @@
 
 // A table with a data source. Row numbers are those of the source, regardless of sorting. Clicking a header sorts in
 // ascending order, then in descending order, then restores the order of the source. At most one row is selected. Cursor
-// keys select the row they move to; typing searches the first text column.
+// keys select the row they move to; typing searches the first text column. The frame of the table shows the focus, so that
+// no row looks selected that is not.
 class TableView : public QTableView {
     Q_OBJECT
 
@@ -47,6 +48,9 @@ public:
     [[nodiscard]] QString emptyText() const;
 
 protected:
+    bool event(QEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
@@ -64,6 +68,7 @@ private:
     [[nodiscard]] QRect rowRect(const QModelIndex& index) const;
     void paintEmptyText(const QPaintEvent& event);
     void paintRowFocus();
+    void paintFrameFocus();
 
     CellDelegate m_cellDelegate;
     PictureDelegate m_pictureDelegate;

@@ -30,31 +30,71 @@ TEST_F(TableViewKeyboardTest, FocusDoesNotSelect)
     EXPECT_EQ(table.selectedRow(), -1);
 }
 
-TEST_F(TableViewKeyboardTest, FocusFrameSurroundsWholeRow)
+TEST_F(TableViewKeyboardTest, OnlySelectedRowLooksSelected)
 {
-    const auto ends = [this](int row) {
-        const QRect first = table.visualRect(table.model()->index(row, 0));
-        const QRect last = table.visualRect(table.model()->index(row, 2));
-        const QImage image = painted();
-        return std::pair(image.copy(QRect(first.topLeft(), QSize(4, first.height()))),
-            image.copy(QRect(last.topRight() - QPoint(3, 0), QSize(4, last.height()))));
+    const auto expectPaintedAsWithoutFocus = [this](const char* state) {
+        table.setFocus();
+        ASSERT_EQ(table.selectedRow(), -1);
+        const QImage focused = painted();
+        table.clearFocus();
+        EXPECT_EQ(focused, painted()) << state;
+        table.setFocus();
     };
-    ASSERT_TRUE(table.hasFocus());
-    ASSERT_EQ(table.currentIndex(), table.model()->index(0, 0));
-    const auto focused = ends(0);
-    table.selectionModel()->setCurrentIndex(table.model()->index(2, 2), QItemSelectionModel::NoUpdate);
-    const auto left = ends(0);
-    const auto reached = ends(2);
-    table.clearFocus();
-    EXPECT_NE(focused.first, left.first);
-    EXPECT_NE(focused.second, left.second);
-    EXPECT_NE(reached.first, ends(2).first);
-    EXPECT_NE(reached.second, ends(2).second);
-    EXPECT_EQ(ends(0), left);
-    table.setFocus();
+    const QImage unselected = painted();
+    ASSERT_TRUE(table.currentIndex().isValid());
+    expectPaintedAsWithoutFocus("the first cell is current");
+    table.selectionModel()->setCurrentIndex(table.model()->index(2, 1), QItemSelectionModel::NoUpdate);
+    expectPaintedAsWithoutFocus("an editable cell is current");
+    press(Qt::Key_End);
+    EXPECT_NE(painted(), unselected);
+    table.reloadData();
     table.deselectAll();
+    expectPaintedAsWithoutFocus("the selection was cleared, as by a refresh");
+}
+
+TEST_F(TableViewKeyboardTest, ReturnWithoutSelectedRowIsNoOp)
+{
+    int actions = 0;
+    table.setDoubleAction([&actions] { ++actions; });
+    ASSERT_TRUE(table.currentIndex().isValid());
+    press(Qt::Key_Return);
+    table.deselectAll();
+    press(Qt::Key_Return);
+    EXPECT_EQ(actions, 0);
+    EXPECT_EQ(table.selectedRow(), -1);
+    press(Qt::Key_Down);
+    press(Qt::Key_Return);
+    EXPECT_EQ(actions, 1);
+}
+
+TEST_F(TableViewKeyboardTest, FrameOfTableShowsFocus)
+{
+    const auto frame = [this] {
+        QCoreApplication::processEvents();
+        const QImage image = table.grab().toImage();
+        return std::pair(image.copy(0, 0, image.width(), 1), image.copy(image.width() - 1, 0, 1, image.height()));
+    };
+    const auto focused = frame();
+    table.clearFocus();
+    const auto unfocused = frame();
+    EXPECT_NE(focused.first, unfocused.first);
+    EXPECT_NE(focused.second, unfocused.second);
+    table.setFocus();
+    EXPECT_EQ(frame(), focused);
+}
+
+TEST_F(TableViewKeyboardTest, FocusRepaintsFrame)
+{
+    table.clearFocus();
     QCoreApplication::processEvents();
-    EXPECT_EQ(ends(0), focused) << "the row that the next key goes to";
+    PaintObserver frame(table);
+    table.setFocus();
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(frame.region.contains(QPoint(0, table.height() / 2)));
+    frame.region = {};
+    table.clearFocus();
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(frame.region.contains(QPoint(0, table.height() / 2)));
 }
 
 TEST_F(TableViewKeyboardTest, SelectedRowHasNoLinesBetweenCells)
