@@ -23,6 +23,7 @@ Application::Application(const Platform& platform)
     m_window.setPage(MainWindow::Page::Statistics, &m_statistics);
     m_window.setPage(MainWindow::Page::AdvancedSettings, &m_advanced);
     m_window.setPage(MainWindow::Page::About, &m_about);
+    m_siteSurvey.keepSortOrderIn(platform.settings);
     m_siteSurvey.setProfilePage(&m_profiles);
     m_siteSurvey.setProfileEditor(&m_profiles.profileEditor());
 }

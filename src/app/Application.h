@@ -32,7 +32,7 @@ struct Platform {
     ModalSheets& sheets;
     AssertionHandler& assertions;
     UserDefaults& userDefaults; // the profiles
-    QSettings& settings; // the window's placement and the maker's web site
+    QSettings& settings; // the window's placement, the sort order of the networks and the maker's web site
     QString homePath { QDir::homePath() }; // holds Library/Preferences
     QString bundleRoot {}; // prepended to the fixed paths of the installed bundles
 };

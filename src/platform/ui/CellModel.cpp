@@ -30,6 +30,12 @@ int CellModel::columnOf(QStringView identifier) const
     return -1;
 }
 
+QString CellModel::identifierOf(int column) const
+{
+    const bool exists = column >= 0 && column < columnCount();
+    return exists ? m_columns[static_cast<std::size_t>(column)].identifier : QString();
+}
+
 int CellModel::firstTextColumn() const
 {
     const auto isText = [](const TableColumn& column) { return column.kind == TableColumn::Kind::Text; };
@@ -214,6 +220,8 @@ QVariant CellModel::headerData(int section, Qt::Orientation orientation, int rol
         return column.description;
     case Qt::AccessibleTextRole:
         return column.title.isEmpty() ? column.description : column.title;
+    case Qt::InitialSortOrderRole:
+        return QVariant(column.descendingFirst ? Qt::DescendingOrder : Qt::AscendingOrder);
     case Qt::TextAlignmentRole:
         return QVariant((column.kind == TableColumn::Kind::Number ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
     default:

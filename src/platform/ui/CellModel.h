@@ -15,6 +15,7 @@ struct TableColumn {
     Kind kind { Kind::Text };
     QString description {}; // tool tip of the header; its accessible name if it has no title
     bool editable { false };
+    bool descendingFirst { false }; // the first click on the header sorts in descending order
 };
 
 // Caches the cells of a TableView as of the last reload. Row n is row n of the data source.
@@ -31,6 +32,8 @@ public:
     void setDataSource(TableDataSource* source);
     // -1 if no column has this identifier.
     [[nodiscard]] int columnOf(QStringView identifier) const;
+    // Empty if there is no such column.
+    [[nodiscard]] QString identifierOf(int column) const;
     [[nodiscard]] int firstTextColumn() const; // 0 if there is none
     // Current number of rows of the source.
     [[nodiscard]] int availableRows() const;

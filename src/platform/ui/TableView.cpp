@@ -153,6 +153,18 @@ void TableView::deselectAll()
     selectionModel()->clear();
 }
 
+TableView::SortOrder TableView::sortedColumn() const
+{
+    const QHeaderView& header = *horizontalHeader();
+    return { m_cells.identifierOf(header.sortIndicatorSection()), header.sortIndicatorOrder() };
+}
+
+void TableView::sortByColumnWithIdentifier(const SortOrder& sorted)
+{
+    const int column = m_cells.columnOf(sorted.identifier);
+    sortByColumn(column, column >= 0 ? sorted.order : Qt::AscendingOrder);
+}
+
 void TableView::setDoubleAction(std::function<void()> action)
 {
     m_doubleAction = std::move(action);

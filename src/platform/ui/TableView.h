@@ -13,7 +13,8 @@
 #include <vector>
 
 // A table with a data source. Row numbers are those of the source, regardless of sorting. Clicking a header sorts in
-// ascending order, then in descending order, then restores the order of the source. At most one row is selected. Cursor
+// ascending order (TableColumn::descendingFirst: in descending order), then in the opposite order, then restores the
+// order of the source. At most one row is selected. Cursor
 // keys select the row they move to; typing searches the first text column. The frame of the table shows the focus, so that
 // no row looks selected that is not.
 class TableView : public QTableView {
@@ -36,6 +37,14 @@ public:
     void selectRowNumber(int row); // an invalid row clears the selection
     void deselectAll();
     void keyboardSearch(const QString& search) override;
+
+    struct SortOrder {
+        QString identifier; // of the column; empty for the order of the source
+        Qt::SortOrder order { Qt::AscendingOrder };
+    };
+    [[nodiscard]] SortOrder sortedColumn() const;
+    // An unknown identifier restores the order of the source.
+    void sortByColumnWithIdentifier(const SortOrder& sorted);
 
     // Called for a double click on a row, after selecting it, and for Return or Enter while a row is selected.
     void setDoubleAction(std::function<void()> action);

@@ -11,6 +11,7 @@
 #include "platform/ui/Images.h"
 #include "platform/ui/ModalSheets.h"
 #include "platform/ui/NetworkNameDelegate.h"
+#include "platform/ui/TableSortOrder.h"
 #include "survey/AccessPointRows.h"
 #include "survey/ListedNetwork.h"
 #include "survey/NetworkSecurity.h"
@@ -130,6 +131,11 @@ void SiteSurveyPageController::awakeFromNib()
     policy.setRetainSizeWhenHidden(true);
     m_ui->JoinStatus->setSizePolicy(policy);
     showJoinProgress();
+}
+
+void SiteSurveyPageController::keepSortOrderIn(QSettings& settings)
+{
+    keepSortOrder(*m_ui->ApList, settings);
 }
 
 void SiteSurveyPageController::StartSiteSurveyTimer()

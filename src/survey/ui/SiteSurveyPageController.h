@@ -24,6 +24,7 @@ class ModalSheets;
 class ProfileEditorSheet;
 class QKeySequence;
 class QPushButton;
+class QSettings;
 class RunLoop;
 class Timer;
 class VX7100Access;
@@ -51,6 +52,9 @@ public:
     void setProfilePage(ProfilePage* profilePage) { m_profilePage = profilePage; }
     // May be null; then no profile can be created here.
     void setProfileEditor(ProfileEditorSheet* profileEditor) { ProfileEditor = profileEditor; }
+
+    // Restores the order in which the user last sorted the list, and keeps it in the settings, which outlive the page.
+    void keepSortOrderIn(QSettings& settings);
 
     void StartSiteSurveyTimer() override;
     void StopSiteSurveyTimer() override;

@@ -74,18 +74,23 @@ class TableViewTest : public testing::Test {
 protected:
     TableViewTest()
     {
-        using Kind = TableColumn::Kind;
-        table.setTableColumns({
-            { u"pi"_qs, {}, Kind::Image, u"Marked row"_qs },
-            { u"name"_qs, u"Name"_qs, Kind::Text, {}, true },
-            { u"figure"_qs, u"Figure"_qs, Kind::Number },
-        });
+        table.setTableColumns(columns());
         table.setDataSource(&source);
         table.resize(600, 300);
         source.rows = { { u"delta"_qs, u"9"_qs }, { u"alpha"_qs, u"100"_qs, true }, { u"Beta"_qs, u"20"_qs } };
     }
 
     ~TableViewTest() override { table.setDataSource(nullptr); }
+
+    [[nodiscard]] static std::vector<TableColumn> columns()
+    {
+        using Kind = TableColumn::Kind;
+        return {
+            { u"pi"_qs, {}, Kind::Image, u"Marked row"_qs },
+            { u"name"_qs, u"Name"_qs, Kind::Text, {}, true },
+            { u"figure"_qs, u"Figure"_qs, Kind::Number },
+        };
+    }
 
     [[nodiscard]] std::vector<QString> textsOf(int column) const
     {

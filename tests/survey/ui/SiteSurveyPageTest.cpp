@@ -16,6 +16,8 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QScreen>
+#include <QSettings>
+#include <QTemporaryDir>
 #include <QTest>
 
 namespace {
@@ -83,6 +85,12 @@ protected:
 EntryBuilder onChannel(EntryBuilder entry, std::uint32_t frequencyKhz)
 {
     entry.fixedPart.Configuration.DSConfig = frequencyKhz;
+    return entry;
+}
+
+EntryBuilder withSignal(EntryBuilder entry, std::int32_t dBm)
+{
+    entry.fixedPart.Rssi = dBm;
     return entry;
 }
 
@@ -375,6 +383,46 @@ TEST_F(SiteSurveyPageTest, RefreshClearsASelectionMadeWithTheKeyboard)
     EXPECT_EQ(table->selectedRow(), -1);
     QTest::keyClick(table, Qt::Key_Down);
     EXPECT_EQ(table->selectedRow(), 0);
+}
+
+TEST_F(SiteSurveyPageTest, FirstClickOnSignalShowsTheStrongestNetworkFirst)
+{
+    haveList({ withSignal(EntryBuilder("weak", 1), -85), withSignal(EntryBuilder("near", 2), -50),
+        withSignal(EntryBuilder("far", 3), -65) });
+    page.RefreshAPList();
+    show();
+    QHeaderView& header = *table->horizontalHeader();
+    const auto clickSignal = [&header] {
+        constexpr int signalColumn = 3;
+        const int x = header.sectionViewportPosition(signalColumn) + header.sectionSize(signalColumn) / 2;
+        QTest::mouseClick(header.viewport(), Qt::LeftButton, {}, QPoint(x, header.height() / 2));
+    };
+    clickSignal();
+    EXPECT_EQ(column(u"SSID"_qs), (Texts { u"near"_qs, u"far"_qs, u"weak"_qs }));
+    clickSignal();
+    EXPECT_EQ(column(u"SSID"_qs), (Texts { u"weak"_qs, u"far"_qs, u"near"_qs }));
+    clickSignal();
+    EXPECT_EQ(column(u"SSID"_qs), (Texts { u"weak"_qs, u"near"_qs, u"far"_qs })) << "the order of the list";
+}
+
+TEST_F(SiteSurveyPageTest, RestoredSortOrderJoinsTheEntryOfTheSelectedRow)
+{
+    const QTemporaryDir directory;
+    QSettings settings(directory.filePath(u"settings.ini"_qs), QSettings::IniFormat);
+    settings.setValue(u"ApList/sortColumn"_qs, u"signal"_qs);
+    settings.setValue(u"ApList/sortDescending"_qs, true);
+    page.keepSortOrderIn(settings);
+    haveList({ withSignal(EntryBuilder("weak", 1), -85), withSignal(EntryBuilder("near", 2), -50) });
+    page.RefreshAPList();
+    EXPECT_EQ(column(u"SSID"_qs), (Texts { u"near"_qs, u"weak"_qs }));
+    show();
+    table->setFocus();
+    QTest::keyClick(table, Qt::Key_Home);
+    QTest::keyClick(table, Qt::Key_Return);
+    ASSERT_NE(TaskQueue::GetTaskObject(), nullptr);
+    EXPECT_EQ(TaskQueue::GetTaskObject()->Profile()->Bssid, second);
+    page.RefreshAPList();
+    EXPECT_EQ(column(u"SSID"_qs), (Texts { u"near"_qs, u"weak"_qs })) << "a new list is sorted as well";
 }
 
 TEST_F(SiteSurveyPageTest, StoresACellUnderItsKey)
