@@ -24,6 +24,7 @@ WEPSettingController::WEPSettingController(
 {
     m_ui->setupUi(this);
     m_ui->keyFields->setKeyUse(KeyUse::Connection);
+    m_ui->keyFields->setUnusedWepKeysHidden(true);
 }
 
 WEPSettingController::~WEPSettingController() = default;
@@ -121,7 +122,10 @@ void WEPSettingController::OnSelchangeEncryptionType()
     traceEntry(className, "OnSelchangeEncryptionType");
     selAuth = m_ui->AuthenType->indexOfSelectedItem();
     selEncry = m_ui->EncryType->indexOfSelectedItem();
+    const QSize before = sizeHint();
     m_ui->keyFields->enableFor(selAuth, selEncry);
+    if (sizeHint() != before) // other keys are visible now
+        adjustSize();
 }
 
 bool WEPSettingController::VerifyKey(const KeyControls& controls)

@@ -66,6 +66,15 @@ protected:
         QTest::mouseClick(control<QDialogButtonBox>(u"buttons"_qs).button(button), Qt::LeftButton);
     }
 
+    void expectWepKeysVisible(bool visible)
+    {
+        for (int number = 1; number <= 4; ++number) {
+            EXPECT_EQ(keyText(number).isVisible(), visible) << number;
+            EXPECT_EQ(keyFormat(number).isVisible(), visible) << number;
+            EXPECT_EQ(keyRadio(number).isVisible(), visible) << number;
+        }
+    }
+
     void expectWepKeysEnabled(bool enabled)
     {
         for (int number = 1; number <= 4; ++number) {
@@ -299,6 +308,22 @@ TEST_F(WEPSettingTest, FocusesTheFieldToFillIn)
     choose(authenType(), 2);
     sheet.focusFirstKey();
     EXPECT_EQ(sheet.focusWidget(), &presharedKey());
+}
+
+TEST_F(WEPSettingTest, WepKeysTakeNoRoomWhileOnlyAPresharedKeyIsUsed)
+{
+    expectWepKeysVisible(true);
+    const int height = sheet.height();
+    choose(authenType(), 2);
+    expectWepKeysVisible(false);
+    EXPECT_LT(sheet.height(), height * 2 / 3);
+    EXPECT_GT(presharedKey().width(), presharedKey().fontMetrics().averageCharWidth() * 20);
+    choose(authenType(), 1);
+    expectWepKeysVisible(true);
+    expectWepKeysEnabled(true);
+    EXPECT_GE(sheet.height(), sheet.minimumSizeHint().height());
+    choose(authenType(), 0);
+    expectWepKeysVisible(true);
 }
 
 } // namespace

@@ -49,6 +49,7 @@ void KeyFields::reserveSpace()
         row.text->setMinimumWidth(fontMetrics().horizontalAdvance(widestKey));
         row.hint->setMinimumSize(fontMetrics().horizontalAdvance(widestHint), fontMetrics().height());
     }
+    m_ui->WPAPreSharedKey->setMinimumWidth(fontMetrics().horizontalAdvance(widestKey));
     const QString widestPresharedKeyHint = presharedKeyHint(notAscii, m_keyUse);
     m_ui->WPAPreSharedKeyHint->setMinimumSize(
         fontMetrics().horizontalAdvance(widestPresharedKeyHint), fontMetrics().height());
@@ -102,7 +103,21 @@ void KeyFields::enableFor(int authenTypeIndex, int encryTypeIndex)
             row.text->setEnabled(enabled->wepKeys);
         }
     }
+    updateWepKeysVisible();
     updateHints();
+}
+
+void KeyFields::setUnusedWepKeysHidden(bool hidden)
+{
+    m_unusedWepKeysHidden = hidden;
+    updateWepKeysVisible();
+}
+
+void KeyFields::updateWepKeysVisible()
+{
+    const bool unused = m_ui->WPAPreSharedKey->isEnabled() && !m_rows[0].text->isEnabled();
+    m_ui->wepKeyGroup->setVisible(!m_unusedWepKeysHidden || !unused);
+    updateGeometry(); // at once, for the sheet's new size
 }
 
 void KeyFields::setWepKey(std::size_t key, int formatIndex, const QString& text)

@@ -35,6 +35,8 @@ public:
     // The texts of the fields, for storing.
     [[nodiscard]] std::array<WepKeyRow, wepKeyCount> wepKeyRows() const;
     [[nodiscard]] QString WPAPSK() const;
+    // Hides the WEP keys while only a pre-shared key is used. Otherwise they are always visible.
+    void setUnusedWepKeysHidden(bool hidden);
     // Enables the fields that these selections use (keyFieldsEnabled).
     void enableFor(int authenTypeIndex, int encryTypeIndex);
 
@@ -68,8 +70,10 @@ private:
     void connectControls();
     void setKeysShown(bool shown);
     void updateHints();
+    void updateWepKeysVisible();
 
     std::unique_ptr<Ui::KeyFields> m_ui;
     std::array<Row, wepKeyCount> m_rows {};
     KeyUse m_keyUse { KeyUse::Profile };
+    bool m_unusedWepKeysHidden { false };
 };

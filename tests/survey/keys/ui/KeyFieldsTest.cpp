@@ -55,6 +55,20 @@ TEST_F(KeyFieldsTest, ReturnsTheTypedKeysWithTheGivenSelections)
     EXPECT_EQ(keys.WPAPSK, "");
 }
 
+TEST_F(KeyFieldsTest, HidesUnusedWepKeysOnlyOnRequest)
+{
+    fields.enableFor(wpa, none);
+    EXPECT_TRUE(keyText(1).isVisible());
+    EXPECT_FALSE(keyText(1).isEnabled());
+    fields.setUnusedWepKeysHidden(true);
+    EXPECT_FALSE(keyText(1).isVisible());
+    fields.enableFor(openAuthentication, wep);
+    EXPECT_TRUE(keyText(1).isVisible());
+    fields.enableFor(openAuthentication, none);
+    EXPECT_TRUE(keyText(1).isVisible()) << "WEP may be chosen next";
+    EXPECT_TRUE(presharedKey().isVisible());
+}
+
 TEST_F(KeyFieldsTest, ShowsAStoredSetOfKeys)
 {
     fields.setWepKey(1, 1, u"abcde"_qs);
