@@ -41,6 +41,14 @@ void HiddenSSIDController::OnCANCEL()
     m_sheets.stopModalWithCode(sheetCancelled);
 }
 
+void HiddenSSIDController::setNetwork(const QString& bssid)
+{
+    const QString text
+        = tr("The network of the access point %1 does not send its name. Type the name to join it.").arg(bssid);
+    m_ui->explanation->setText(text);
+    setAccessibleDescription(text); // read out when the sheet opens
+}
+
 void HiddenSSIDController::focusName()
 {
     m_ui->HiddenSSIDText->setFocus();

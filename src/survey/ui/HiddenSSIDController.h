@@ -23,6 +23,8 @@ public:
     // Returns the name, truncated to 32 bytes and not checked otherwise.
     void OnOK();
     void OnCANCEL();
+    // Says in the sheet which network it asks for, by the address of its access point.
+    void setNetwork(const QString& bssid);
     // Focuses the name and selects a previous one, so that typing replaces it.
     void focusName();
 

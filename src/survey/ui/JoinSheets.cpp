@@ -1,8 +1,10 @@
 #include "survey/ui/JoinSheets.h"
 
 #include "app/shared/Trace.h"
+#include "driver/MacAddressText.h"
 #include "survey/keys/SecurityControlRules.h"
 
+#include <span>
 #include <utility>
 
 namespace {
@@ -23,19 +25,22 @@ void JoinSheets::awakeFromNib()
     WEPSetting.awakeFromNib();
 }
 
-std::optional<NetworkName> JoinSheets::askForHiddenName()
+std::optional<NetworkName> JoinSheets::askForHiddenName(const WLAN_BSSID_EX& network)
 {
+    HiddenSSID.setNetwork(macAddressText(network.MacAddress));
     HiddenSSID.focusName();
     if (!m_runSheet(HiddenSSID))
         return std::nullopt;
     return m_hiddenName;
 }
 
-std::optional<SecuritySettings> JoinSheets::askForSecuritySettings(WpaClass wpaClass, bool tkip)
+std::optional<SecuritySettings> JoinSheets::askForSecuritySettings(const NetworkChoice& choice, bool tkip)
 {
-    const bool wpa = wpaClass != WpaClass::NoWpa;
+    const NetworkName name = NetworkName::upToZero(std::as_bytes(std::span(choice.ssid.Ssid)));
+    WEPSetting.setNetwork(name, macAddressText(choice.network.MacAddress));
+    const bool wpa = choice.wpaClass != WpaClass::NoWpa;
     if (wpa)
-        WEPSetting.setAuthenTypeComboText(wpaClass == WpaClass::WpaNone ? 0 : 1);
+        WEPSetting.setAuthenTypeComboText(choice.wpaClass == WpaClass::WpaNone ? 0 : 1);
     WEPSetting.setAuthenTypeCombo(wpa ? wpaAuthenTypeIndex : 0);
     WEPSetting.OnSelchangeAuthType();
     // WEP without WPA; otherwise the network's cipher, which is AES unless it is TKIP.

@@ -21,8 +21,8 @@ public:
 
     void awakeFromNib();
     // Both return std::nullopt if the user cancels the sheet.
-    [[nodiscard]] std::optional<NetworkName> askForHiddenName();
-    [[nodiscard]] std::optional<SecuritySettings> askForSecuritySettings(WpaClass wpaClass, bool tkip);
+    [[nodiscard]] std::optional<NetworkName> askForHiddenName(const WLAN_BSSID_EX& network);
+    [[nodiscard]] std::optional<SecuritySettings> askForSecuritySettings(const NetworkChoice& choice, bool tkip);
 
 private:
     void ReceiveWEPsetting(const SecuritySettings& settings) override;

@@ -264,7 +264,7 @@ void SiteSurveyPageController::OnConnect()
         return;
     }
     if (isHiddenNetwork(choice.network)) {
-        const auto name = m_joinSheets.askForHiddenName();
+        const auto name = m_joinSheets.askForHiddenName(choice.network);
         if (!name)
             return;
         choice.hidden = true;
@@ -274,7 +274,7 @@ void SiteSurveyPageController::OnConnect()
         join(choice, connectionRecord(choice, nullptr));
         return;
     }
-    if (const auto settings = m_joinSheets.askForSecuritySettings(choice.wpaClass, tkip))
+    if (const auto settings = m_joinSheets.askForSecuritySettings(choice, tkip))
         join(choice, connectionRecord(choice, &*settings));
 }
 

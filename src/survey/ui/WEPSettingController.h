@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/NetworkName.h"
 #include "survey/ConnectionRecord.h"
 
 #include <QDialog>
@@ -33,6 +34,8 @@ public:
     void setAuthenTypeCombo(int index);
     void setEncryTypeCombo(int index);
     [[nodiscard]] int getAuthenTypeCombo() const;
+    // Says in the sheet which network the settings are for: its name, or the address of its access point without one.
+    void setNetwork(const NetworkName& name, const QString& bssid);
     // Clears the key fields and hides their text.
     void clearText();
     // Focuses the field that the user has to fill in.

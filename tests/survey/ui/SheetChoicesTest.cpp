@@ -184,6 +184,44 @@ TEST_F(SheetChoicesTest, KeysOfThePreviousConnectionAreNotSent)
     EXPECT_TRUE(queued()->Profile()->pWepKey[0].empty());
 }
 
+TEST_F(SheetChoicesTest, SecuritySheetSaysWhichNetworkItIsFor)
+{
+    QString text;
+    QString spoken;
+    const auto readAndCancel = [&text, &spoken](QDialog& sheet) {
+        text = sheet.findChild<QLabel*>(u"network"_qs)->text();
+        spoken = sheet.accessibleDescription();
+        press(sheet, QDialogButtonBox::Cancel);
+    };
+    sheets.users.emplace_back(readAndCancel);
+    connectTo(wepEntry("<b>caf\xC3\xA9</b>"));
+    EXPECT_TRUE(text.contains(u"“<b>café</b>”"_qs)) << qPrintable(text);
+    EXPECT_EQ(spoken, text);
+    EntryBuilder nameless = wepEntry("");
+    nameless.fixedPart.InfrastructureMode = Ndis802_11IBSS;
+    sheets.users.emplace_back(readAndCancel);
+    connectTo(nameless);
+    EXPECT_TRUE(text.contains(u"00-11-22-33-44-01"_qs)) << qPrintable(text);
+}
+
+TEST_F(SheetChoicesTest, HiddenNetworksSheetsSayWhichNetworkTheyAreFor)
+{
+    QString asked;
+    QString joined;
+    sheets.users.emplace_back([&asked](QDialog& sheet) {
+        asked = sheet.findChild<QLabel*>(u"explanation"_qs)->text();
+        sheet.findChild<QLineEdit*>(u"HiddenSSIDText"_qs)->setText(u"attic"_qs);
+        press(sheet, QDialogButtonBox::Ok);
+    });
+    sheets.users.emplace_back([&joined](QDialog& sheet) {
+        joined = sheet.findChild<QLabel*>(u"network"_qs)->text();
+        press(sheet, QDialogButtonBox::Cancel);
+    });
+    connectTo(wepEntry(""));
+    EXPECT_TRUE(asked.contains(u"00-11-22-33-44-01"_qs)) << qPrintable(asked);
+    EXPECT_TRUE(joined.contains(u"“attic”"_qs)) << qPrintable(joined);
+}
+
 TEST_F(SheetChoicesTest, EmptyHiddenNameIsJoined)
 {
     sheets.users.emplace_back([](QDialog& sheet) { press(sheet, QDialogButtonBox::Ok); });
