@@ -24,6 +24,8 @@ QString emptyListText(const SurveyState& state)
                   "Settings page.");
     if (!state.surveyed)
         return tr("Searching for networks…");
-    // The card's hardware switch is not queried; while it is off, no network is in range either.
+    if (state.cardSwitchOn == false)
+        return tr("The wireless card's own radio switch is off. Switch it on, then press Rescan.");
+    // A switch whose position is not known, or that was read before it was moved, may be off as well.
     return tr("No networks in range, or the card's own radio switch is off. Press Rescan to search again.");
 }

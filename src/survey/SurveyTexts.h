@@ -4,10 +4,13 @@
 
 #include <QString>
 
+#include <optional>
+
 struct SurveyState {
     CardState card { CardState::Unknown };
     bool deviceExists { false };
     bool radioOn { false };
+    std::optional<bool> cardSwitchOn {}; // the card's own radio switch, if known
     bool surveyed { false }; // the first scan since the card was inserted has ended
 };
 

@@ -19,6 +19,21 @@ TEST(SurveyTexts, ExplainsWhyTheListIsEmpty)
     EXPECT_TRUE(nothingInRange.contains(u"radio switch is off"_qs));
 }
 
+TEST(SurveyTexts, NamesTheCardsSwitchWhereItIsKnownToBeOff)
+{
+    const SurveyState state { .deviceExists = true, .radioOn = true, .cardSwitchOn = false, .surveyed = true };
+    EXPECT_TRUE(emptyListText(state).contains(u"own radio switch is off. Switch it on"_qs));
+    SurveyState on = state;
+    on.cardSwitchOn = true;
+    EXPECT_FALSE(emptyListText(on).contains(u"Switch it on"_qs));
+    for (bool SurveyState::*const outranking :
+        { &SurveyState::deviceExists, &SurveyState::radioOn, &SurveyState::surveyed }) {
+        SurveyState other = state;
+        other.*outranking = false;
+        EXPECT_FALSE(emptyListText(other).contains(u"own radio switch"_qs)) << qPrintable(emptyListText(other));
+    }
+}
+
 TEST(SurveyTexts, DoesNotReportAMissingCardBeforeTheFirstSearch)
 {
     const QString looking = emptyListText({ .card = CardState::Unknown, .deviceExists = false });

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
 // What the device watch knows about the card, for texts only: requests depend on G_bDeviceExist.
 enum class CardState : std::uint8_t {
@@ -12,3 +13,7 @@ enum class CardState : std::uint8_t {
 
 // Set by the device watch. Main thread only.
 inline CardState cardState { CardState::Unknown };
+
+// Whether the card's own radio switch is on, as the link status page last read it; std::nullopt while no card has said.
+// Main thread only.
+inline std::optional<bool> cardSwitchOn;

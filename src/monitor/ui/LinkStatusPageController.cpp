@@ -1,5 +1,6 @@
 #include "monitor/ui/LinkStatusPageController.h"
 
+#include "app/shared/CardState.h"
 #include "app/shared/Pages.h"
 #include "app/shared/SharedState.h"
 #include "app/shared/Trace.h"
@@ -95,6 +96,7 @@ std::optional<LinkSample> LinkStatusPageController::refresh()
 
 void LinkStatusPageController::showNoDevice()
 {
+    cardSwitchOn.reset();
     updateConnectStatus(disconnectedText());
     m_ui->Status->setText(QStringLiteral("No Device!!"));
     clearFigures();
@@ -106,7 +108,8 @@ void LinkStatusPageController::showDisconnected()
         m_ui->Status->setText(radioOffText());
     } else {
         VX_802_11_STA_CONFIG configuration {};
-        (void)queryRecord(Adapter, VX_OID_802_11_STA_CONFIG, configuration);
+        if (queryRecord(Adapter, VX_OID_802_11_STA_CONFIG, configuration))
+            cardSwitchOn = configuration.HwRadioStatus != 0;
         m_ui->Status->setText(configuration.HwRadioStatus != 0 ? QStringLiteral("Disconnected") : radioOffText());
     }
     clearFigures();
@@ -127,9 +130,10 @@ std::optional<LinkSample> LinkStatusPageController::showConnected()
     if (!showChannel())
         return std::nullopt;
 
-    // The station configuration is not shown, but the query is part of the request sequence.
+    // The station configuration is not shown here, but the query is part of the request sequence.
     VX_802_11_STA_CONFIG configuration {};
-    (void)queryRecord(Adapter, VX_OID_802_11_STA_CONFIG, configuration);
+    if (queryRecord(Adapter, VX_OID_802_11_STA_CONFIG, configuration))
+        cardSwitchOn = configuration.HwRadioStatus != 0;
     VX_802_11_LINK_COUNTERS counters {};
     (void)queryRecord(Adapter, VX_OID_802_11_LINK_COUNTERS, counters);
 

@@ -105,6 +105,7 @@ QString SiteSurveyPageController::emptyText() const
     return emptyListText({ .card = cardState,
         .deviceExists = G_bDeviceExist != 0,
         .radioOn = G_bRadio != 0,
+        .cardSwitchOn = cardSwitchOn,
         .surveyed = SiteSurveyTimer != nullptr });
 }
 

@@ -1,3 +1,4 @@
+#include "app/shared/CardState.h"
 #include "tests/monitor/ui/LinkStatusPageFixture.h"
 
 #include <QCheckBox>
@@ -233,6 +234,25 @@ TEST_F(AwakeLinkStatusPageTest, ShowsTheRadioOffIfTheHardwareRadioIsOff)
     setHardwareRadio(0);
     EXPECT_EQ(requestsOfTick(), radioStateQueries);
     expectNoLink(u"Radio Status <--> OFF");
+}
+
+TEST_F(AwakeLinkStatusPageTest, PassesOnWhetherTheCardsSwitchIsOn)
+{
+    tick();
+    EXPECT_EQ(cardSwitchOn, true) << "while connected";
+    setMediaState(NdisMediaStateDisconnected);
+    setHardwareRadio(0);
+    tick();
+    EXPECT_EQ(cardSwitchOn, false);
+    setHardwareRadio(1);
+    tick();
+    EXPECT_EQ(cardSwitchOn, true);
+    card.registry.fail(VX_OID_802_11_STA_CONFIG);
+    tick();
+    EXPECT_EQ(cardSwitchOn, true) << "a failed query says nothing";
+    G_bDeviceExist = 0;
+    tick();
+    EXPECT_EQ(cardSwitchOn, std::nullopt);
 }
 
 TEST_F(AwakeLinkStatusPageTest, DoesNotQueryTheHardwareRadioIfTheRadioIsSwitchedOff)

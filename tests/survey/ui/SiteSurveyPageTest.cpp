@@ -168,6 +168,19 @@ TEST_F(SiteSurveyPageTest, ExplainsWhyTheListIsEmpty)
     EXPECT_EQ(table->accessibleDescription(), table->emptyText());
 }
 
+TEST_F(SiteSurveyPageTest, EmptyListNamesTheCardsSwitchWithoutARequest)
+{
+    letLinkBeDown();
+    cardState = CardState::Answering;
+    page.StartSiteSurveyTimer();
+    cardSwitchOn = false; // as the link status page has read it
+    runLoop.advance(2000ms);
+    EXPECT_TRUE(table->emptyText().contains(u"own radio switch is off. Switch it on"_qs));
+    EXPECT_EQ(table->accessibleDescription(), table->emptyText());
+    EXPECT_EQ(registry.oids(), std::vector<std::uint32_t> { OID_GEN_MEDIA_CONNECT_STATUS });
+    cardSwitchOn.reset();
+}
+
 // Takes a picture of the screen during a scan, which blocks the event loop.
 class PhotographingClock final : public TickClock {
 public:
