@@ -20,6 +20,7 @@
 #include "survey/connection/ProfileData.h"
 #include "survey/connection/ProfileEditorSheet.h"
 #include "survey/ui/ChannelView.h"
+#include "survey/ui/CheckMarkIcon.h"
 #include "survey/ui/SignalBarsDelegate.h"
 #include "survey/ui/SurveyColumns.h"
 #include "ui_SiteSurveyPage.h"
@@ -90,6 +91,7 @@ void SiteSurveyPageController::setUpChannelView()
     });
     connect(m_ui->ApList->selectionModel(), &QItemSelectionModel::selectionChanged, &view,
         [this] { m_ui->channelView->setSelectedRow(m_ui->ApList->selectedRow()); });
+    m_ui->showChannels->setIcon(checkMarkIcon());
     connect(m_ui->showChannels, &QPushButton::toggled, this, [this](bool shown) { showChannels(shown); });
 }
 

@@ -472,6 +472,26 @@ TEST_F(SiteSurveyPageTest, SwitchesBetweenListAndChannelView)
     EXPECT_EQ(page.findChild<QLabel*>(u"listLabel"_qs)->buddy(), table);
 }
 
+TEST_F(SiteSurveyPageTest, CheckedChannelsButtonDiffersInShape)
+{
+    const auto markedPixels = [this](QIcon::State state) {
+        const QImage image = showChannels->icon().pixmap(32, QIcon::Normal, state).toImage();
+        int count = 0;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x)
+                count += qAlpha(image.pixel(x, y)) > 128 ? 1 : 0;
+        }
+        return count;
+    };
+    EXPECT_EQ(markedPixels(QIcon::Off), 0);
+    EXPECT_GT(markedPixels(QIcon::On), 20);
+    show();
+    const int width = showChannels->width();
+    showChannels->click();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(showChannels->width(), width);
+}
+
 TEST_F(SiteSurveyPageTest, ListAndChannelViewSelectTheSameNetwork)
 {
     haveList({ onChannel(EntryBuilder("a", 1), 2412000), onChannel(EntryBuilder("b", 2), 2437000) });
