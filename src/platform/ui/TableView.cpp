@@ -5,6 +5,7 @@
 #include <QKeyEvent>
 #include <QPaintEvent>
 #include <QPainter>
+#include <QScrollBar>
 #include <QStyleOptionFocusRect>
 
 #include <algorithm>
@@ -151,6 +152,17 @@ void TableView::selectRowNumber(int row)
 void TableView::deselectAll()
 {
     selectionModel()->clear();
+}
+
+void TableView::scrollToRowNumber(int row)
+{
+    const QModelIndex index = m_sorting.mapFromSource(m_cells.index(row, 0));
+    if (!index.isValid())
+        return;
+    executeDelayedItemsLayout(); // new rows extend the scroll range
+    const int left = horizontalScrollBar()->value();
+    scrollTo(index);
+    horizontalScrollBar()->setValue(left);
 }
 
 TableView::SortOrder TableView::sortedColumn() const

@@ -36,6 +36,7 @@ public:
     [[nodiscard]] int selectedRow() const; // -1 if no row is selected
     void selectRowNumber(int row); // an invalid row clears the selection
     void deselectAll();
+    void scrollToRowNumber(int row); // only vertically; an invalid row is ignored
     void keyboardSearch(const QString& search) override;
 
     struct SortOrder {

@@ -398,6 +398,23 @@ void SiteSurveyPageController::DoTask()
 void SiteSurveyPageController::ProbeConnectStatus()
 {
     ::ProbeConnectStatus(m_connection, Adapter, *this);
+    scrollToNewlyJoinedRow();
+}
+
+// Only once: afterwards the user decides what is visible. A selected row must not move away from the pointer either.
+void SiteSurveyPageController::scrollToNewlyJoinedRow()
+{
+    if (!m_connection.linkUp)
+        m_joinedBssid.clear();
+    const int row = G_bCurSelItem;
+    if (row < 0 || row >= numberOfRowsInTableView())
+        return;
+    const QString bssid = tableData[static_cast<std::size_t>(row)].bssid();
+    if (bssid == m_joinedBssid)
+        return;
+    m_joinedBssid = bssid;
+    if (const int selected = m_ui->ApList->selectedRow(); selected < 0 || selected == row)
+        m_ui->ApList->scrollToRowNumber(row);
 }
 
 void SiteSurveyPageController::resetFlag()

@@ -91,6 +91,7 @@ private:
     void clearRows();
     void reloadData() override;
     void updateEmptyTexts();
+    void scrollToNewlyJoinedRow();
     void showJoinProgress();
     // Shown in place of the progress until the user does something else.
     void showNotice(const QString& text);
@@ -115,8 +116,10 @@ private:
     std::unique_ptr<Ui::SiteSurveyPage> m_ui;
     ::TaskQueue TaskQueue;
     std::unique_ptr<Timer> SiteSurveyTimer;
+    QMenu m_rowMenu;
     bool m_sheetRunning { false };
     std::vector<AccessPoint> tableData;
+    QString m_joinedBssid; // of the row that was last scrolled into view; empty while the link is down
     ConnectionState m_connection;
     JoinProgress m_joinProgress;
     QString m_notice;
