@@ -2,6 +2,7 @@
 
 #include "platform/ui/TableHeader.h"
 
+#include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QPaintEvent>
 #include <QPainter>
@@ -357,6 +358,23 @@ void TableView::paintEmptyText(const QPaintEvent& event)
     painter.setPen(palette().color(QPalette::PlaceholderText));
     painter.drawText(
         viewport()->rect().adjusted(margin, margin, -margin, -margin), Qt::AlignCenter | Qt::TextWordWrap, text);
+}
+
+void TableView::contextMenuEvent(QContextMenuEvent* event)
+{
+    if (event->reason() != QContextMenuEvent::Mouse) {
+        if (selectedRow() < 0)
+            return;
+        scrollToRowNumber(selectedRow());
+        const QRect row = rowRect(selectionModel()->selectedRows().first()) & viewport()->rect();
+        Q_EMIT rowMenuRequested(viewport()->mapToGlobal(row.bottomLeft()));
+        return;
+    }
+    const QModelIndex index = indexAt(viewport()->mapFromGlobal(event->globalPos()));
+    if (!index.isValid())
+        return;
+    setCurrentIndex(index); // selects the row
+    Q_EMIT rowMenuRequested(event->globalPos());
 }
 
 void TableView::changeEvent(QEvent* event)

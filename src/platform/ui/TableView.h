@@ -57,6 +57,10 @@ public:
     void updateEmptyText();
     [[nodiscard]] QString emptyText() const;
 
+Q_SIGNALS:
+    // A row was clicked with the right button, which selects it, or the menu key was pressed while a row is selected.
+    void rowMenuRequested(const QPoint& globalPosition);
+
 protected:
     bool event(QEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
@@ -66,6 +70,7 @@ protected:
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
     void paintEvent(QPaintEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
     void setUpHeaders();

@@ -13,6 +13,7 @@
 #include "platform/ui/NetworkNameDelegate.h"
 #include "platform/ui/TableSortOrder.h"
 #include "survey/AccessPointRows.h"
+#include "survey/AccessPointText.h"
 #include "survey/ListedNetwork.h"
 #include "survey/NetworkSecurity.h"
 #include "survey/ProfileFromScan.h"
@@ -25,6 +26,8 @@
 #include "survey/ui/SurveyColumns.h"
 #include "ui_SiteSurveyPage.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QItemSelectionModel>
 #include <QPointer>
 #include <QShortcut>
@@ -61,6 +64,7 @@ SiteSurveyPageController::SiteSurveyPageController(VX7100Access& adapter, RunLoo
     m_ui->setupUi(this);
     setUpTable();
     setUpChannelView();
+    setUpRowMenu();
 }
 
 SiteSurveyPageController::~SiteSurveyPageController()
@@ -93,6 +97,21 @@ void SiteSurveyPageController::setUpChannelView()
         [this] { m_ui->channelView->setSelectedRow(m_ui->ApList->selectedRow()); });
     m_ui->showChannels->setIcon(checkMarkIcon());
     connect(m_ui->showChannels, &QPushButton::toggled, this, [this](bool shown) { showChannels(shown); });
+}
+
+void SiteSurveyPageController::setUpRowMenu()
+{
+    QAction* const connectAction = m_rowMenu.addAction(m_ui->Connect->text(), this, [this] { OnConnect(); });
+    m_rowMenu.setDefaultAction(connectAction); // the action of a double click
+    m_rowMenu.addAction(m_ui->AddProfile->text(), this, [this] { OnAddProfile(); });
+    QAction* const copyAction = m_rowMenu.addAction(tr("Cop&y"), this, [this] { copyRow(); });
+    copyAction->setShortcut(QKeySequence::Copy);
+    copyAction->setShortcutContext(Qt::WidgetWithChildrenShortcut); // other widgets copy their own text
+    m_ui->views->addAction(copyAction);
+    connect(m_ui->ApList, &TableView::rowMenuRequested, this, [this](const QPoint& position) {
+        if (!m_sheetRunning)
+            m_rowMenu.popup(position);
+    });
 }
 
 void SiteSurveyPageController::showChannels(bool shown)
@@ -196,6 +215,7 @@ void SiteSurveyPageController::RefreshAPList()
 void SiteSurveyPageController::RescanTimeFunc()
 {
     traceEntry(className, "RefreshAPList"); // RefreshAPList() itself writes no trace
+    m_rowMenu.close(); // it belongs to a row of the old list
     clearRows();
     AccessPointRowsResult result = accessPointRows(currentBssidList(), m_assertions);
     tableData = std::move(result.rows);
@@ -299,6 +319,13 @@ void SiteSurveyPageController::OnAddProfile()
         m_profilePage->RefreshProfileList();
 }
 
+void SiteSurveyPageController::copyRow() const
+{
+    const int row = m_ui->ApList->selectedRow();
+    if (row >= 0 && row < numberOfRowsInTableView())
+        QGuiApplication::clipboard()->setText(tabSeparatedText(tableData[static_cast<std::size_t>(row)]));
+}
+
 std::optional<BssidEntry> SiteSurveyPageController::selectedEntry()
 {
     CurrentSelectedItem = m_ui->ApList->selectedRow() + 1;
@@ -355,6 +382,10 @@ void SiteSurveyPageController::setSheetRunning(bool running)
     m_sheetRunning = running;
     for (QPushButton* const button : { m_ui->Rescan, m_ui->AddProfile, m_ui->Connect })
         button->setEnabled(!running);
+    m_rowMenu.close();
+    const auto actions = m_rowMenu.actions();
+    for (QAction* const action : actions)
+        action->setEnabled(!running);
 }
 
 void SiteSurveyPageController::join(const NetworkChoice& choice, std::unique_ptr<PROFILE_DATA> record)

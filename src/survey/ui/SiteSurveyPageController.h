@@ -12,6 +12,7 @@
 #include "survey/connection/TaskQueue.h"
 #include "survey/ui/JoinSheets.h"
 
+#include <QMenu>
 #include <QWidget>
 
 #include <memory>
@@ -69,6 +70,8 @@ public:
     void OnConnect();
     // Opens the profile editor with the selected network. Sends nothing to the driver.
     void OnAddProfile();
+    // Copies the displayed texts of the selected row to the clipboard.
+    void copyRow() const;
     void DoTask();
     void ProbeConnectStatus();
     void resetFlag() override;
@@ -83,6 +86,7 @@ public:
 private:
     void setUpTable();
     void setUpChannelView();
+    void setUpRowMenu();
     void setUpKey(const QKeySequence& keys, QPushButton& button);
     void showChannels(bool shown);
     [[nodiscard]] QString emptyText() const;
