@@ -10,8 +10,8 @@
 #include "platform/RunLoop.h"
 #include "platform/ui/Images.h"
 #include "platform/ui/ModalSheets.h"
-#include "platform/ui/NetworkNameDelegate.h"
 #include "platform/ui/TableSortOrder.h"
+#include "platform/ui/TableView.h"
 #include "survey/AccessPointRows.h"
 #include "survey/AccessPointText.h"
 #include "survey/ListedNetwork.h"
@@ -21,14 +21,11 @@
 #include "survey/connection/ProfileData.h"
 #include "survey/connection/ProfileEditorSheet.h"
 #include "survey/ui/ChannelView.h"
-#include "survey/ui/CheckMarkIcon.h"
-#include "survey/ui/SignalBarsDelegate.h"
 #include "survey/ui/SurveyColumns.h"
 #include "ui_SiteSurveyPage.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
-#include <QItemSelectionModel>
 #include <QPointer>
 #include <QShortcut>
 
@@ -47,6 +44,13 @@ bool needsKey(const PROFILE_DATA& record)
     return record.AuthenMode != Ndis802_11AuthModeOpen || record.EncryStatus != Ndis802_11EncryptionDisabled;
 }
 
+std::unique_ptr<Ui::SiteSurveyPage> formOf(QWidget& page)
+{
+    auto form = std::make_unique<Ui::SiteSurveyPage>();
+    form->setupUi(&page);
+    return form;
+}
+
 } // namespace
 
 SiteSurveyPageController::SiteSurveyPageController(VX7100Access& adapter, RunLoop& runLoop,
@@ -57,68 +61,27 @@ SiteSurveyPageController::SiteSurveyPageController(VX7100Access& adapter, RunLoo
     , m_assertions(assertions)
     , m_alerts(alerts)
     , m_sheets(sheets)
-    , m_ui(std::make_unique<Ui::SiteSurveyPage>())
+    , m_ui(formOf(*this))
+    , m_views(*m_ui, *this, [this] { return emptyText(); })
+    , m_rowMenu(m_ui->Connect->text(), m_ui->AddProfile->text(), *m_ui->views)
     , m_joinSheets(sheets, alerts, [this](QDialog& sheet) { return runSheet(sheet); })
 {
     traceEntry(className, "init");
-    m_ui->setupUi(this);
-    setUpTable();
-    setUpChannelView();
     setUpRowMenu();
+    connect(&m_views, &NetworkViews::networkActivated, this, &SiteSurveyPageController::OnConnect);
 }
 
-SiteSurveyPageController::~SiteSurveyPageController()
-{
-    m_ui->ApList->setDataSource(nullptr);
-}
-
-void SiteSurveyPageController::setUpTable()
-{
-    TableView& list = *m_ui->ApList;
-    list.setTableColumns(surveyColumns());
-    list.setDelegateForTableColumn(u"ssid", new NetworkNameDelegate(NetworkName::hiddenPlaceholder(), &list));
-    list.setDelegateForTableColumn(u"signal", new SignalBarsDelegate(&list));
-    list.setDataSource(this);
-    // No signal arrives between finding a card and the end of its first scan, so ask at paint time.
-    list.setEmptyTextSource([this] { return emptyText(); });
-}
-
-// The list and the channel view select the same network. The list holds the selection.
-void SiteSurveyPageController::setUpChannelView()
-{
-    ChannelView& view = *m_ui->channelView;
-    view.setEmptyTextSource([this] { return emptyText(); });
-    connect(&view, &ChannelView::rowSelected, m_ui->ApList, &TableView::selectRowNumber);
-    connect(&view, &ChannelView::rowActivated, this, [this](int row) {
-        m_ui->ApList->selectRowNumber(row);
-        OnConnect();
-    });
-    connect(m_ui->ApList->selectionModel(), &QItemSelectionModel::selectionChanged, &view,
-        [this] { m_ui->channelView->setSelectedRow(m_ui->ApList->selectedRow()); });
-    m_ui->showChannels->setIcon(checkMarkIcon());
-    connect(m_ui->showChannels, &QPushButton::toggled, this, [this](bool shown) { showChannels(shown); });
-}
+SiteSurveyPageController::~SiteSurveyPageController() = default;
 
 void SiteSurveyPageController::setUpRowMenu()
 {
-    QAction* const connectAction = m_rowMenu.addAction(m_ui->Connect->text(), this, [this] { OnConnect(); });
-    m_rowMenu.setDefaultAction(connectAction); // the action of a double click
-    m_rowMenu.addAction(m_ui->AddProfile->text(), this, [this] { OnAddProfile(); });
-    QAction* const copyAction = m_rowMenu.addAction(tr("Cop&y"), this, [this] { copyRow(); });
-    copyAction->setShortcut(QKeySequence::Copy);
-    copyAction->setShortcutContext(Qt::WidgetWithChildrenShortcut); // other widgets copy their own text
-    m_ui->views->addAction(copyAction);
+    connect(&m_rowMenu, &NetworkMenu::connectChosen, this, &SiteSurveyPageController::OnConnect);
+    connect(&m_rowMenu, &NetworkMenu::addProfileChosen, this, &SiteSurveyPageController::OnAddProfile);
+    connect(&m_rowMenu, &NetworkMenu::copyChosen, this, &SiteSurveyPageController::copyRow);
     connect(m_ui->ApList, &TableView::rowMenuRequested, this, [this](const QPoint& position) {
         if (!m_sheetRunning)
             m_rowMenu.popup(position);
     });
-}
-
-void SiteSurveyPageController::showChannels(bool shown)
-{
-    QWidget* const view = shown ? static_cast<QWidget*>(m_ui->channelView) : m_ui->ApList;
-    m_ui->views->setCurrentWidget(view);
-    m_ui->listLabel->setBuddy(view);
 }
 
 QString SiteSurveyPageController::emptyText() const
@@ -166,7 +129,7 @@ void SiteSurveyPageController::StartSiteSurveyTimer()
     // A card that briefly stops answering is started again without a stop in between. Replace the timer: two timers
     // would probe the link twice as often, and only one could be stopped.
     SiteSurveyTimer = m_runLoop.scheduleRepeatingTimer(timerInterval, [this] { OnTimer(); });
-    updateEmptyTexts();
+    m_views.updateEmptyTexts();
 }
 
 void SiteSurveyPageController::StopSiteSurveyTimer()
@@ -175,7 +138,7 @@ void SiteSurveyPageController::StopSiteSurveyTimer()
     m_notice.clear();
     SiteSurveyTimer.reset();
     m_joinProgress.reset();
-    updateEmptyTexts();
+    m_views.updateEmptyTexts();
     showJoinProgress();
 }
 
@@ -222,7 +185,7 @@ void SiteSurveyPageController::RescanTimeFunc()
     m_rescanProgress.endUnlessQueued();
     if (!result.complete)
         return;
-    m_ui->channelView->setNetworks(channelViewNetworks(tableData), G_bCurSelItem);
+    m_views.setNetworks(tableData, G_bCurSelItem);
     reloadData();
     m_ui->ApList->deselectAll();
 }
@@ -236,22 +199,13 @@ void SiteSurveyPageController::ClearAPList()
 void SiteSurveyPageController::clearRows()
 {
     tableData.clear();
-    m_ui->channelView->setNetworks({});
+    m_views.setNetworks({}, -1);
     reloadData();
 }
 
 void SiteSurveyPageController::reloadData()
 {
-    m_ui->ApList->reloadData();
-    m_ui->channelView->setJoinedRow(G_bCurSelItem);
-    m_ui->channelView->setSelectedRow(m_ui->ApList->selectedRow());
-    updateEmptyTexts();
-}
-
-void SiteSurveyPageController::updateEmptyTexts()
-{
-    m_ui->ApList->updateEmptyText();
-    m_ui->channelView->updateEmptyText();
+    m_views.reloadData(G_bCurSelItem);
 }
 
 void SiteSurveyPageController::showJoinProgress()
@@ -382,10 +336,7 @@ void SiteSurveyPageController::setSheetRunning(bool running)
     m_sheetRunning = running;
     for (QPushButton* const button : { m_ui->Rescan, m_ui->AddProfile, m_ui->Connect })
         button->setEnabled(!running);
-    m_rowMenu.close();
-    const auto actions = m_rowMenu.actions();
-    for (QAction* const action : actions)
-        action->setEnabled(!running);
+    m_rowMenu.setActionsEnabled(!running);
 }
 
 void SiteSurveyPageController::join(const NetworkChoice& choice, std::unique_ptr<PROFILE_DATA> record)
@@ -429,23 +380,16 @@ void SiteSurveyPageController::DoTask()
 void SiteSurveyPageController::ProbeConnectStatus()
 {
     ::ProbeConnectStatus(m_connection, Adapter, *this);
-    scrollToNewlyJoinedRow();
+    showJoinedRow();
 }
 
-// Only once: afterwards the user decides what is visible. A selected row must not move away from the pointer either.
-void SiteSurveyPageController::scrollToNewlyJoinedRow()
+void SiteSurveyPageController::showJoinedRow()
 {
     if (!m_connection.linkUp)
-        m_joinedBssid.clear();
+        m_views.forgetJoined();
     const int row = G_bCurSelItem;
-    if (row < 0 || row >= numberOfRowsInTableView())
-        return;
-    const QString bssid = tableData[static_cast<std::size_t>(row)].bssid();
-    if (bssid == m_joinedBssid)
-        return;
-    m_joinedBssid = bssid;
-    if (const int selected = m_ui->ApList->selectedRow(); selected < 0 || selected == row)
-        m_ui->ApList->scrollToRowNumber(row);
+    if (row >= 0 && row < numberOfRowsInTableView())
+        m_views.showJoined(row, tableData[static_cast<std::size_t>(row)].bssid());
 }
 
 void SiteSurveyPageController::resetFlag()

@@ -11,8 +11,9 @@
 #include "survey/connection/JoinProgress.h"
 #include "survey/connection/TaskQueue.h"
 #include "survey/ui/JoinSheets.h"
+#include "survey/ui/NetworkMenu.h"
+#include "survey/ui/NetworkViews.h"
 
-#include <QMenu>
 #include <QWidget>
 
 #include <memory>
@@ -84,18 +85,14 @@ public:
     [[nodiscard]] QString toolTipForTableColumn(QStringView identifier, int row) const override;
 
 private:
-    void setUpTable();
-    void setUpChannelView();
     void setUpRowMenu();
     void setUpKey(const QKeySequence& keys, QPushButton& button);
-    void showChannels(bool shown);
     [[nodiscard]] QString emptyText() const;
     void RescanTimeFunc();
     void askForRescan();
     void clearRows();
     void reloadData() override;
-    void updateEmptyTexts();
-    void scrollToNewlyJoinedRow();
+    void showJoinedRow();
     void showJoinProgress();
     // Shown in place of the progress until the user does something else.
     void showNotice(const QString& text);
@@ -120,10 +117,10 @@ private:
     std::unique_ptr<Ui::SiteSurveyPage> m_ui;
     ::TaskQueue TaskQueue;
     std::unique_ptr<Timer> SiteSurveyTimer;
-    QMenu m_rowMenu;
+    NetworkViews m_views;
+    NetworkMenu m_rowMenu;
     bool m_sheetRunning { false };
     std::vector<AccessPoint> tableData;
-    QString m_joinedBssid; // of the row that was last scrolled into view; empty while the link is down
     ConnectionState m_connection;
     JoinProgress m_joinProgress;
     QString m_notice;

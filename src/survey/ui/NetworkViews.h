@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+
+#include <functional>
+#include <vector>
+
+class AccessPoint;
+class ChannelView;
+class TableDataSource;
+class TableView;
+
+namespace Ui {
+class SiteSurveyPage;
+}
+
+// The list and the channel view of the site survey page, of which one is visible. Both show the same networks and select
+// the same one; the list holds the selection.
+class NetworkViews final : public QObject {
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(NetworkViews)
+
+public:
+    // The widgets of the form and the source outlive the views. emptyText explains why there are no networks.
+    NetworkViews(Ui::SiteSurveyPage& form, TableDataSource& source, const std::function<QString()>& emptyText);
+    ~NetworkViews() override;
+
+    // The networks of the channel view; the list has them from its source.
+    void setNetworks(const std::vector<AccessPoint>& rows, int joinedRow);
+    void reloadData(int joinedRow);
+    void updateEmptyTexts();
+    // Shows the row in the list when its network is joined. Only once: afterwards the user decides what is visible. A
+    // selected row does not move away from the pointer either. -1 if no row is joined.
+    void showJoined(int row, const QString& bssid);
+    void forgetJoined() { m_joinedBssid.clear(); }
+
+Q_SIGNALS:
+    // A network of the channel view, which is selected now.
+    void networkActivated();
+
+private:
+    void setUpList(TableDataSource& source, const std::function<QString()>& emptyText);
+    void setUpChannels(const std::function<QString()>& emptyText);
+    void showChannels(bool shown);
+
+    Ui::SiteSurveyPage& m_form;
+    TableView& m_list;
+    ChannelView& m_channels;
+    QString m_joinedBssid; // of the row that was last shown; empty while none is joined
+};
