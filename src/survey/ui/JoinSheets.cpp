@@ -2,9 +2,12 @@
 
 #include "app/shared/Trace.h"
 #include "driver/MacAddressText.h"
+#include "platform/AlertPanels.h"
+#include "survey/NetworkSecurity.h"
 #include "survey/keys/SecurityControlRules.h"
 
 #include <span>
+#include <string_view>
 #include <utility>
 
 namespace {
@@ -14,7 +17,8 @@ constexpr char className[] = "SiteSurveyPageController"; // the page receives wh
 } // namespace
 
 JoinSheets::JoinSheets(ModalSheets& sheets, AlertPanels& alerts, RunSheet runSheet)
-    : m_runSheet(std::move(runSheet))
+    : m_alerts(alerts)
+    , m_runSheet(std::move(runSheet))
     , WEPSetting(sheets, alerts, *this)
     , HiddenSSID(sheets, *this)
 {
@@ -23,6 +27,32 @@ JoinSheets::JoinSheets(ModalSheets& sheets, AlertPanels& alerts, RunSheet runShe
 void JoinSheets::awakeFromNib()
 {
     WEPSetting.awakeFromNib();
+}
+
+std::optional<JoinSettings> JoinSheets::askForSettings(const BssidEntry& entry)
+{
+    // Copied: a rescan may replace the list while a sheet is open.
+    NetworkChoice choice { entry.fixedPart(), IsItemWPA(entry), false, {} };
+    choice.ssid = choice.network.Ssid;
+    const bool tkip = std::string_view(encryptionTextOf(entry)) == "TKIP";
+    if (choice.wpaClass == WpaClass::Enterprise) {
+        m_alerts.NSRunAlertPanel(
+            QStringLiteral("WPA-Enterprise isn't supported yet!!!"), QString(), QStringLiteral("OK"));
+        return std::nullopt;
+    }
+    if (isHiddenNetwork(choice.network)) {
+        const auto name = askForHiddenName(choice.network);
+        if (!name)
+            return std::nullopt;
+        choice.hidden = true;
+        choice.ssid = name->record();
+    }
+    if (!needsSecuritySettings(choice))
+        return JoinSettings { choice, connectionRecord(choice, nullptr) };
+    const auto settings = askForSecuritySettings(choice, tkip);
+    if (!settings)
+        return std::nullopt;
+    return JoinSettings { choice, connectionRecord(choice, &*settings) };
 }
 
 std::optional<NetworkName> JoinSheets::askForHiddenName(const WLAN_BSSID_EX& network)

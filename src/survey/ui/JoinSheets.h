@@ -8,6 +8,11 @@
 #include <functional>
 #include <optional>
 
+struct JoinSettings {
+    NetworkChoice choice;
+    std::unique_ptr<PROFILE_DATA> record;
+};
+
 // The sheets that ask for what a connection still lacks: the name of a hidden network, and the keys.
 class JoinSheets final : private SecuritySettingsReceiver, private HiddenSSIDReceiver {
     Q_DISABLE_COPY_MOVE(JoinSheets)
@@ -20,14 +25,18 @@ public:
     ~JoinSheets() override = default;
 
     void awakeFromNib();
+    // Asks for what connecting to the entry's network lacks. Returns std::nullopt if the user cancels a sheet, and after
+    // an alert if the network cannot be joined.
+    [[nodiscard]] std::optional<JoinSettings> askForSettings(const BssidEntry& entry);
+
+private:
     // Both return std::nullopt if the user cancels the sheet.
     [[nodiscard]] std::optional<NetworkName> askForHiddenName(const WLAN_BSSID_EX& network);
     [[nodiscard]] std::optional<SecuritySettings> askForSecuritySettings(const NetworkChoice& choice, bool tkip);
-
-private:
     void ReceiveWEPsetting(const SecuritySettings& settings) override;
     void ReceiveHiddenSSID(const NetworkName& HiddenSSIDtext) override;
 
+    AlertPanels& m_alerts;
     RunSheet m_runSheet;
     WEPSettingController WEPSetting;
     HiddenSSIDController HiddenSSID;

@@ -15,12 +15,10 @@
 #include "survey/AccessPointRows.h"
 #include "survey/AccessPointText.h"
 #include "survey/ListedNetwork.h"
-#include "survey/NetworkSecurity.h"
 #include "survey/ProfileFromScan.h"
 #include "survey/SurveyTexts.h"
 #include "survey/connection/ProfileData.h"
 #include "survey/connection/ProfileEditorSheet.h"
-#include "survey/ui/ChannelView.h"
 #include "survey/ui/SurveyColumns.h"
 #include "ui_SiteSurveyPage.h"
 
@@ -29,9 +27,7 @@
 #include <QPointer>
 #include <QShortcut>
 
-#include <algorithm>
 #include <span>
-#include <string_view>
 #include <utility>
 
 namespace {
@@ -231,28 +227,8 @@ void SiteSurveyPageController::OnConnect()
     const auto entry = selectedEntry();
     if (!entry)
         return;
-    // Copied: a rescan may replace the list while a sheet is open.
-    NetworkChoice choice { entry->fixedPart(), IsItemWPA(*entry), false, {} };
-    choice.ssid = choice.network.Ssid;
-    const bool tkip = std::string_view(encryptionTextOf(*entry)) == "TKIP";
-    if (choice.wpaClass == WpaClass::Enterprise) {
-        m_alerts.NSRunAlertPanel(
-            QStringLiteral("WPA-Enterprise isn't supported yet!!!"), QString(), QStringLiteral("OK"));
-        return;
-    }
-    if (isHiddenNetwork(choice.network)) {
-        const auto name = m_joinSheets.askForHiddenName(choice.network);
-        if (!name)
-            return;
-        choice.hidden = true;
-        choice.ssid = name->record();
-    }
-    if (!needsSecuritySettings(choice)) {
-        join(choice, connectionRecord(choice, nullptr));
-        return;
-    }
-    if (const auto settings = m_joinSheets.askForSecuritySettings(choice, tkip))
-        join(choice, connectionRecord(choice, &*settings));
+    if (auto settings = m_joinSheets.askForSettings(*entry))
+        join(settings->choice, std::move(settings->record));
 }
 
 void SiteSurveyPageController::OnAddProfile()
