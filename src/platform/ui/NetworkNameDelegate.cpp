@@ -1,6 +1,7 @@
 #include "platform/ui/NetworkNameDelegate.h"
 
 #include "platform/ByteText.h"
+#include "platform/ui/FaintText.h"
 
 NetworkNameDelegate::NetworkNameDelegate(const QString& placeholder, QObject* parent)
     : CellDelegate(parent)
@@ -18,5 +19,5 @@ void NetworkNameDelegate::initStyleOption(QStyleOptionViewItem* option, const QM
     option->text = m_placeholder;
     option->features |= QStyleOptionViewItem::HasDisplay;
     option->font.setItalic(true);
-    option->palette.setBrush(QPalette::Text, option->palette.brush(QPalette::PlaceholderText));
+    option->palette.setBrush(QPalette::Text, faintTextColour(option->palette));
 }

@@ -1,5 +1,6 @@
 #include "platform/ui/TableView.h"
 
+#include "platform/ui/FaintText.h"
 #include "platform/ui/TableHeader.h"
 
 #include <QContextMenuEvent>
@@ -328,7 +329,7 @@ void TableView::paintFrameFocus()
     if (!hasFocus() || width == 0)
         return;
     QPainter painter(this);
-    painter.setPen(QPen(palette().color(QPalette::Highlight), width, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+    painter.setPen(QPen(focusColour(palette()), width, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
     const qreal middle = width / 2.0;
     painter.drawRect(QRectF(frameRect()).adjusted(middle, middle, -middle, -middle));
 }
@@ -355,7 +356,7 @@ void TableView::paintEmptyText(const QPaintEvent& event)
         return;
     const int margin = fontMetrics().height();
     QPainter painter(viewport());
-    painter.setPen(palette().color(QPalette::PlaceholderText));
+    painter.setPen(faintTextColour(palette()));
     painter.drawText(
         viewport()->rect().adjusted(margin, margin, -margin, -margin), Qt::AlignCenter | Qt::TextWordWrap, text);
 }

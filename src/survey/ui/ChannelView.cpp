@@ -1,5 +1,6 @@
 #include "survey/ui/ChannelView.h"
 
+#include "platform/ui/FaintText.h"
 #include "survey/ChannelViewText.h"
 #include "survey/ui/ChannelViewPainter.h"
 
@@ -167,7 +168,7 @@ void ChannelView::paintEvent(QPaintEvent* event)
 void ChannelView::paintEmptyText(QPainter& painter) const
 {
     const int margin = fontMetrics().height();
-    painter.setPen(palette().color(QPalette::PlaceholderText));
+    painter.setPen(faintTextColour(palette()));
     painter.drawText(
         contentsRect().adjusted(margin, margin, -margin, -margin), Qt::AlignCenter | Qt::TextWordWrap, emptyText());
 }

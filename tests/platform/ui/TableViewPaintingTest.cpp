@@ -1,5 +1,7 @@
+#include "platform/ui/NetworkNameDelegate.h"
 #include "tests/platform/ui/TableViewFixture.h"
 
+#include <algorithm>
 #include <cstdlib>
 
 namespace {
@@ -41,6 +43,38 @@ TEST_F(TableViewTest, ShowsEmptyTextOnlyWhileEmpty)
     table.reloadData();
     EXPECT_NE(painted(), nothing);
     EXPECT_EQ(table.accessibleDescription(), u"Nothing here."_qs);
+}
+
+// As some dark colour schemes leave it.
+QPalette darkWithDarkPlaceholder()
+{
+    QPalette palette;
+    palette.setColor(QPalette::Base, QColor(27, 30, 32));
+    palette.setColor(QPalette::Text, Qt::white);
+    palette.setColor(QPalette::PlaceholderText, QColor(27, 30, 32));
+    return palette;
+}
+
+TEST_F(TableViewTest, EmptyTextAndHiddenNameAreLegibleInAnyColourScheme)
+{
+    const auto brightest = [](const QImage& image) {
+        int value = 0;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x)
+                value = std::max(value, qGray(image.pixel(x, y)));
+        }
+        return value;
+    };
+    constexpr int legible = 27 + 100;
+    table.setPalette(darkWithDarkPlaceholder());
+    table.setEmptyText(u"Nothing here."_qs);
+    show();
+    EXPECT_GT(brightest(painted()), legible);
+    NetworkNameDelegate delegate(u"(hidden)"_qs, nullptr);
+    table.setDelegateForTableColumn(u"name", &delegate);
+    source.rows = { { QString(), QString() } };
+    table.reloadData();
+    EXPECT_GT(brightest(painted()), legible);
 }
 
 TEST_F(TableViewTest, QueriesEmptyTextOnEveryPaint)
