@@ -36,6 +36,14 @@ bool isCursorKey(int key)
     }
 }
 
+// A thin line in the colour of the selection is hard to see on a dark background.
+QColor focusColour(const QPalette& palette)
+{
+    const QColor colour = palette.color(QPalette::Highlight);
+    const bool dark = palette.color(QPalette::Base).lightness() < palette.color(QPalette::Text).lightness();
+    return dark ? colour.lighter() : colour;
+}
+
 } // namespace
 
 TableView::TableView(QWidget* parent)

@@ -10,10 +10,8 @@ namespace {
 // Draws with the present palette, at the size that is asked for.
 class CheckMarkEngine final : public QIconEngine {
 public:
-    void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State state) override
+    void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State /*state*/) override
     {
-        if (state != QIcon::On)
-            return;
         const auto group = mode == QIcon::Disabled ? QPalette::Disabled : QPalette::Active;
         const qreal unit = rect.height() / 16.0;
         const QPointF origin = QRectF(rect).topLeft();

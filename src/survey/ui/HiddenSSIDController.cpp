@@ -43,8 +43,7 @@ void HiddenSSIDController::OnCANCEL()
 
 void HiddenSSIDController::setNetwork(const QString& bssid)
 {
-    const QString text
-        = tr("The network of the access point %1 does not send its name. Type the name to join it.").arg(bssid);
+    const QString text = tr("The network at %1 does not send its name. Type the name to join it.").arg(bssid);
     m_ui->explanation->setText(text);
     setAccessibleDescription(text); // read out when the sheet opens
 }

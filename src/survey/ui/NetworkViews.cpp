@@ -13,6 +13,20 @@
 
 #include <QItemSelectionModel>
 
+namespace {
+
+// Neither higher than other buttons nor of a changing width.
+void setUpSwitch(QPushButton& button)
+{
+    const int side = button.fontMetrics().ascent();
+    button.setIconSize({ side, side });
+    button.setIcon(checkMarkIcon());
+    button.setMinimumWidth(button.sizeHint().width());
+    button.setIcon({});
+}
+
+} // namespace
+
 NetworkViews::NetworkViews(Ui::SiteSurveyPage& form, TableDataSource& source, const std::function<QString()>& emptyText)
     : m_form(form)
     , m_list(*form.ApList)
@@ -47,12 +61,13 @@ void NetworkViews::setUpChannels(const std::function<QString()>& emptyText)
     });
     connect(m_list.selectionModel(), &QItemSelectionModel::selectionChanged, this,
         [this] { m_channels.setSelectedRow(m_list.selectedRow()); });
-    m_form.showChannels->setIcon(checkMarkIcon());
+    setUpSwitch(*m_form.showChannels);
     connect(m_form.showChannels, &QPushButton::toggled, this, [this](bool shown) { showChannels(shown); });
 }
 
 void NetworkViews::showChannels(bool shown)
 {
+    m_form.showChannels->setIcon(shown ? checkMarkIcon() : QIcon());
     QWidget* const view = shown ? static_cast<QWidget*>(&m_channels) : &m_list;
     m_form.views->setCurrentWidget(view);
     m_form.listLabel->setBuddy(view);

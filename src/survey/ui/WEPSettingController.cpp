@@ -81,7 +81,7 @@ int WEPSettingController::getAuthenTypeCombo() const
 
 void WEPSettingController::setNetwork(const NetworkName& name, const QString& bssid)
 {
-    const QString text = name.isEmpty() ? tr("To join the network of the access point %1:").arg(bssid)
+    const QString text = name.isEmpty() ? tr("To join the network at %1:").arg(bssid)
                                         : tr("To join the network “%1”:").arg(name.displayText());
     m_ui->network->setText(text);
     setAccessibleDescription(text); // read out when the sheet opens
