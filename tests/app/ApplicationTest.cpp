@@ -2,6 +2,7 @@
 
 #include "app/shared/SharedState.h"
 #include "driver/records/Oids.h"
+#include "platform/ui/TableView.h"
 #include "tests/app/ApplicationFixture.h"
 #include "tests/support/ContentOf.h"
 
@@ -75,6 +76,19 @@ TEST_F(ApplicationTest, StoresSettingsUnderTheHomeDirectory)
     application.window().findChild<ProfilePageController*>()->OnAdd();
     EXPECT_TRUE(contentOf(home.filePath(u"Library/Preferences/Profile.plist"_qs)).contains("PROF"));
     EXPECT_EQ(userDefaults.arrays.count(u"Profiles"_qs), 1u);
+}
+
+TEST_F(ApplicationTest, KeepsTheSortOrderOfTheNetworksNextToTheWindowsPlacement)
+{
+    auto& networks = *application.window().findChild<TableView*>(u"ApList"_qs);
+    networks.sortByColumnWithIdentifier({ u"signal"_qs, Qt::DescendingOrder });
+    application.window().close();
+    EXPECT_TRUE(userDefaults.arrays.empty());
+    Application next { { registry, clock, runLoop, alerts, sheets, assertions, userDefaults, settings, home.path(),
+        home.path() } };
+    const auto sorted = next.window().findChild<TableView*>(u"ApList"_qs)->sortedColumn();
+    EXPECT_EQ(sorted.identifier, u"signal"_qs);
+    EXPECT_EQ(sorted.order, Qt::DescendingOrder);
 }
 
 TEST_F(ApplicationTest, LinkStatusPageUpdatesTheSiteSurveyPage)
