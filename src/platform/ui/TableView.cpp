@@ -342,18 +342,6 @@ void TableView::paintFrameFocus()
     painter.drawRect(QRectF(frameRect()).adjusted(middle, middle, -middle, -middle));
 }
 
-void TableView::focusInEvent(QFocusEvent* event)
-{
-    QTableView::focusInEvent(event);
-    update(frameRect());
-}
-
-void TableView::focusOutEvent(QFocusEvent* event)
-{
-    QTableView::focusOutEvent(event);
-    update(frameRect());
-}
-
 void TableView::paintEmptyText(const QPaintEvent& event)
 {
     const QString text = displayedEmptyText();
