@@ -1,8 +1,6 @@
 #include "platform/ui/WindowTickClock.h"
 
 #include <QApplication>
-#include <QPainter>
-#include <QScreen>
 #include <QTest>
 #include <QTimer>
 #include <QWidget>
@@ -16,43 +14,6 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* /*event*/) override { ++painted; }
-};
-
-// Covers its parent, and is painted from state that has no change signal.
-class OpaqueChild final : public QWidget {
-public:
-    explicit OpaqueChild(QWidget& parent)
-        : QWidget(&parent)
-    {
-        setAttribute(Qt::WA_OpaquePaintEvent);
-        setGeometry(parent.rect());
-        show();
-    }
-
-    QColor colour { Qt::red };
-
-protected:
-    void paintEvent(QPaintEvent* /*event*/) override { QPainter(this).fillRect(rect(), colour); }
-};
-
-// Takes a picture of the screen during the wait.
-class PhotographingClock final : public TickClock {
-public:
-    explicit PhotographingClock(QWidget& window)
-        : m_window(window)
-    {
-    }
-
-    void Delay(std::uint32_t /*numTicks*/) override
-    {
-        screen = m_window.screen()->grabWindow(m_window.winId()).toImage();
-    }
-    [[nodiscard]] std::chrono::nanoseconds elapsed() const override { return {}; }
-
-    QImage screen;
-
-private:
-    QWidget& m_window;
 };
 
 // Records the state of the window during the wait.
@@ -103,17 +64,6 @@ TEST_F(WindowTickClockTest, ShowsWaitCursorAndPaintsBeforeWaitOfOneSecond)
     EXPECT_TRUE(observer.waitCursor);
     EXPECT_GT(observer.paintedBefore, 0);
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
-}
-
-TEST_F(WindowTickClockTest, PaintsOpaqueChildrenOfTheWindow)
-{
-    OpaqueChild child(window);
-    QCoreApplication::processEvents();
-    PhotographingClock photographer(window);
-    child.colour = Qt::green;
-    WindowTickClock(photographer).Delay(60);
-    ASSERT_FALSE(photographer.screen.isNull());
-    EXPECT_EQ(photographer.screen.pixelColor(photographer.screen.rect().center()), QColor(Qt::green));
 }
 
 TEST_F(WindowTickClockTest, ChangesNothingForShortWait)
