@@ -1,8 +1,8 @@
 #include "app/MainWindow.h"
 
-#include "app/PageScrollArea.h"
 #include "app/WindowPlacement.h"
 #include "platform/ui/Images.h"
+#include "platform/ui/PageScrollArea.h"
 #include "ui_MainWindow.h"
 
 #include <QApplication>
@@ -61,7 +61,7 @@ void MainWindow::setPage(Page page, QWidget* content)
     QWidget* const body = tabView().widget(static_cast<int>(page));
     const auto placeholders = body->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
     qDeleteAll(placeholders);
-    body->layout()->addWidget(new PageScrollArea(content, body));
+    body->layout()->addWidget(new PageScrollArea(*content, PageScrollArea::MinWidth::Any, body));
     body->layout()->setContentsMargins(0, 0, 0, 0); // the page has its own margins
 }
 

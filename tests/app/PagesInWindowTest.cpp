@@ -1,4 +1,4 @@
-#include "app/PageScrollArea.h"
+#include "platform/ui/PageScrollArea.h"
 #include "tests/app/ApplicationFixture.h"
 
 #include <QAbstractButton>

@@ -7,9 +7,9 @@
 #include "platform/NetworkName.h"
 #include "platform/ui/ModalSheets.h"
 #include "platform/ui/NetworkNameDelegate.h"
+#include "platform/ui/PageScrollArea.h"
 #include "profiles/ProfileStore.h"
 #include "profiles/ui/SsidValidator.h"
-#include "profiles/ui/TabScrollArea.h"
 #include "survey/connection/ProfileProposal.h"
 #include "survey/keys/SecurityControlRules.h"
 #include "ui_ProfileEditor.h"
@@ -27,7 +27,7 @@ std::unique_ptr<Ui::ProfileEditor> makeForm(QDialog& sheet)
     auto form = std::make_unique<Ui::ProfileEditor>();
     form->setupUi(&sheet);
     for (QWidget* const page : { form->generalPage, form->securityPage, form->advancedPage })
-        TabScrollArea::wrap(*form->TabView, *page);
+        PageScrollArea::wrapTab(*form->TabView, *page, PageScrollArea::MinWidth::OfPage);
     // A new parent moves a widget to the end of the tab order; the buttons stay the last.
     form->buttons->setParent(nullptr);
     form->sheetLayout->addWidget(form->buttons);

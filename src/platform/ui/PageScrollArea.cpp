@@ -1,7 +1,9 @@
-#include "app/PageScrollArea.h"
+#include "platform/ui/PageScrollArea.h"
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QScrollBar>
+#include <QTabWidget>
 
 namespace {
 
@@ -27,16 +29,17 @@ QWidget* firstControlOtherThanButtons(QWidget& page)
 
 } // namespace
 
-PageScrollArea::PageScrollArea(QWidget* page, QWidget* parent)
+PageScrollArea::PageScrollArea(QWidget& page, MinWidth minWidth, QWidget* parent)
     : QScrollArea(parent)
+    , m_minWidth(minWidth)
 {
     setFrameShape(QFrame::NoFrame);
     setFocusPolicy(Qt::NoFocus); // the page's controls are the tab stops
     setWidgetResizable(true);
-    setWidget(page);
+    setWidget(&page);
     // The tab's background shows through.
     viewport()->setAutoFillBackground(false);
-    page->setAutoFillBackground(false);
+    page.setAutoFillBackground(false);
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* focus) { showFocus(focus); });
 }
 
@@ -44,6 +47,29 @@ PageScrollArea::PageScrollArea(QWidget* page, QWidget* parent)
 PageScrollArea::~PageScrollArea()
 {
     disconnect(qApp, nullptr, this, nullptr);
+}
+
+void PageScrollArea::wrapTab(QTabWidget& tabs, QWidget& page, MinWidth minWidth)
+{
+    const int index = tabs.indexOf(&page);
+    const QString title = tabs.tabText(index);
+    tabs.removeTab(index);
+    tabs.insertTab(index, new PageScrollArea(page, minWidth), title);
+    tabs.setCurrentIndex(0);
+}
+
+// QScrollArea limits its own to a few lines.
+QSize PageScrollArea::sizeHint() const
+{
+    return widget()->sizeHint();
+}
+
+QSize PageScrollArea::minimumSizeHint() const
+{
+    const QSize minimum = QScrollArea::minimumSizeHint();
+    if (m_minWidth == MinWidth::Any)
+        return minimum;
+    return { widget()->minimumSizeHint().width() + verticalScrollBar()->sizeHint().width(), minimum.height() };
 }
 
 void PageScrollArea::showFocus(QWidget* focus)
