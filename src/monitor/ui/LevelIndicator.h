@@ -4,7 +4,7 @@
 
 // A bar in the colour of its grade, with marks at the grade thresholds. Screen readers see a progress bar. Because
 // colour must not be the only indication, the page also shows the grade as text.
-class LevelIndicator : public QProgressBar {
+class LevelIndicator final : public QProgressBar {
     Q_OBJECT
 
 public:

@@ -22,7 +22,7 @@ class LinkStatusPage;
 
 // The link status page. Reads the link from the driver and shows it every 2 s. The tick also updates the connection
 // text of the site survey page and G_bCheckedProfileConnect, so it runs even while another tab is in front.
-class LinkStatusPageController : public QWidget {
+class LinkStatusPageController final : public QWidget {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(LinkStatusPageController)
 

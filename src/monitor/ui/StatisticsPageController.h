@@ -15,7 +15,7 @@ class StatisticsPage;
 
 // The statistics page. Shows the driver's frame counters every 2 s, even while another tab is in front. The counters
 // are shown as reported, without a baseline.
-class StatisticsPageController : public QWidget {
+class StatisticsPageController final : public QWidget {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(StatisticsPageController)
 

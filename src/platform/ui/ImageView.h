@@ -5,7 +5,7 @@
 
 // Shows one image at the size and scale of the view; accessible as a graphic with the view's accessible name. The view
 // is square and sized in lines of text, so that it stays in proportion to neighbouring text.
-class ImageView : public QWidget {
+class ImageView final : public QWidget {
     Q_OBJECT
     Q_PROPERTY(int lines READ lines WRITE setLines)
 

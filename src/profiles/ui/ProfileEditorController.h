@@ -25,11 +25,11 @@ class ProfileEditor;
 // values.
 class ProfileEditorController final : public QDialog, public ProfileEditorSheet {
     Q_OBJECT
+    Q_DISABLE_COPY_MOVE(ProfileEditorController)
 
 public:
     ProfileEditorController(ModalSheets& sheets, AlertPanels& alerts, ProfileStore& store, QWidget* parent = nullptr);
     ~ProfileEditorController() override;
-    Q_DISABLE_COPY_MOVE(ProfileEditorController)
 
     void awakeFromNib();
 

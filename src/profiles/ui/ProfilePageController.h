@@ -27,13 +27,13 @@ class ProfilePage;
 // The page that lists the stored profiles. Row n is profile n of the store, however the view is sorted.
 class ProfilePageController final : public QWidget, public ProfilePage, public TableDataSource {
     Q_OBJECT
+    Q_DISABLE_COPY_MOVE(ProfilePageController)
 
 public:
     // The arguments must outlive the page.
     ProfilePageController(VX7100Access& adapter, RunLoop& runLoop, AlertPanels& alerts, ModalSheets& sheets,
         ProfileStore& store, ConnectionQueue& siteSurveyPage, QWidget* parent = nullptr);
     ~ProfilePageController() override;
-    Q_DISABLE_COPY_MOVE(ProfilePageController)
 
     void awakeFromNib();
     [[nodiscard]] ProfileEditorSheet& profileEditor() { return ProfileEditor; }
