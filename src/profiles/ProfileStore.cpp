@@ -42,6 +42,18 @@ ProfileList ProfileStore::latestRecords(const ProfileList& known) const
     return prefs.arrayForKey(profilesKey).value_or(known);
 }
 
+void ProfileStore::putProfile(ProfileList& records, Profile profile, std::optional<std::size_t> editedRow) const
+{
+    const bool exists = editedRow && *editedRow < records.size();
+    const Profile opened = exists ? records[*editedRow] : Profile();
+    records = latestRecords(records);
+    const auto current = exists ? currentRow(records, opened, *editedRow) : std::nullopt;
+    if (current)
+        records[*current] = std::move(profile);
+    else
+        records.push_back(std::move(profile));
+}
+
 void ProfileStore::loadActivation(ProfileList& recordActivate) const
 {
     if (auto stored = prefs.arrayForKey(profileSettingKey))

@@ -31,6 +31,10 @@ public:
     // change.
     void loadActivation(ProfileList& recordActivate) const;
 
+    // Changes the list to the latest one with the profile: in place of the one that `records` has in the edited row, or else
+    // at the end. One that another program changed or deleted meanwhile is not replaced, so that neither is lost.
+    void putProfile(ProfileList& records, Profile profile, std::optional<std::size_t> editedRow) const;
+
     // Backs up an unreadable file before replacing it.
     void saveRecords(const ProfileList& records);
 

@@ -4,12 +4,9 @@
 #include "app/shared/Trace.h"
 #include "driver/BssidList.h"
 #include "platform/AlertPanels.h"
-#include "platform/NetworkName.h"
 #include "platform/ui/ModalSheets.h"
-#include "platform/ui/NetworkNameDelegate.h"
 #include "platform/ui/PageScrollArea.h"
 #include "profiles/ProfileStore.h"
-#include "profiles/ui/SsidValidator.h"
 #include "survey/connection/ProfileProposal.h"
 #include "survey/keys/SecurityControlRules.h"
 #include "ui_ProfileEditor.h"
@@ -47,25 +44,12 @@ ProfileEditorController::ProfileEditorController(
     , m_fragThreshold(
           *m_ui->FragThresholdCheck, *m_ui->FragThresholdSlider, *m_ui->FragThresholdText, fragmentationThresholdRange)
 {
-    setUpSsidField();
 }
 
 ProfileEditorController::~ProfileEditorController()
 {
     traceAlways("ProfileEditorController - dealloc \n");
     saveProfile();
-}
-
-void ProfileEditorController::setUpSsidField()
-{
-    QLineEdit& field = *m_ui->SSID->lineEdit();
-    field.setAccessibleName(m_ui->SSID->accessibleName());
-    field.setValidator(new SsidValidator(&field));
-    // Keep a typed name as typed: completion could replace it with another network's name, and on losing focus the box
-    // would select an entry that reads the same.
-    m_ui->SSID->setCompleter(nullptr);
-    m_ui->SSID->setItemDelegate(new NetworkNameDelegate(NetworkName::hiddenPlaceholder(), m_ui->SSID));
-    QObject::disconnect(&field, &QLineEdit::editingFinished, m_ui->SSID, nullptr);
 }
 
 void ProfileEditorController::awakeFromNib()
@@ -164,7 +148,7 @@ void ProfileEditorController::EditInit(std::int32_t row)
     showPowerSaving(profile.PSMode);
     m_ui->TxPower->selectItemAtIndex(profile.TxPower);
     GetBssidList();
-    showSsid(ssidOfEditedProfile(m_ui->SSID->itemObjectValues(), profile.SSID));
+    m_ui->SSID->showSelection(ssidOfEditedProfile(m_ui->SSID->itemObjectValues(), profile.SSID));
     showKeys(profile);
     m_origin.copyBSSID = profile.copyBSSID.value_or(m_origin.copyBSSID);
     m_origin.bHidden = profile.bHidden;
@@ -194,7 +178,7 @@ bool ProfileEditorController::AddProfile(const ProfileProposal& proposal)
     showPowerSaving(false);
     m_ui->TxPower->selectItemAtIndex(0);
     GetBssidList();
-    showSsid(ssidOfScannedNetwork(m_ui->SSID->itemObjectValues(), proposal.SSID.text()));
+    m_ui->SSID->showSelection(ssidOfScannedNetwork(m_ui->SSID->itemObjectValues(), proposal.SSID.text()));
     clearKeys();
     m_ui->ProfileName->selectAll();
     update();
@@ -207,14 +191,6 @@ void ProfileEditorController::clearKeys()
     m_ui->keyFields->selectHexadecimal();
     m_ui->keyFields->clearTexts();
     m_ui->keyFields->selectTransmitKey(0);
-}
-
-void ProfileEditorController::showSsid(const std::optional<SsidSelection>& selection)
-{
-    if (!selection)
-        return;
-    m_ui->SSID->selectItemAtIndex(selection->index);
-    m_ui->SSID->setEditText(selection->text);
 }
 
 void ProfileEditorController::showPowerSaving(bool powerSaving)
@@ -397,23 +373,11 @@ void ProfileEditorController::OnOK()
     m_fragThreshold.correctText();
     if (!VerifyKey() || !records)
         return;
-    putProfile(createProfileData());
+    const std::optional<std::size_t> edited
+        = m_origin.IsNewData ? std::nullopt : std::optional(static_cast<std::size_t>(modifyIndex));
+    m_store.putProfile(*records, createProfileData(), edited);
     saveProfile();
     releaseRecords(sheetAccepted);
-}
-
-void ProfileEditorController::putProfile(Profile profile)
-{
-    const auto row = static_cast<std::size_t>(modifyIndex);
-    const bool exists = modifyIndex >= 0 && row < records->size();
-    const Profile opened = exists ? (*records)[row] : Profile();
-    // Another program may have saved profiles while the sheet was open.
-    *records = m_store.latestRecords(*records);
-    const auto current = !m_origin.IsNewData && exists ? currentRow(*records, opened, row) : std::nullopt;
-    if (current)
-        (*records)[*current] = std::move(profile);
-    else
-        records->push_back(std::move(profile));
 }
 
 void ProfileEditorController::OnCANCEL()

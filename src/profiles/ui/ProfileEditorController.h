@@ -67,19 +67,14 @@ public:
     [[nodiscard]] bool VerifyKey();
 
 private:
-    void setUpSsidField();
     void connectControls();
     void beginEditing(bool isNewData);
     void showSubject(const QString& subject);
     void enableNetworkTypeFields();
     void clearKeys();
-    void showSsid(const std::optional<SsidSelection>& selection);
     void showPowerSaving(bool powerSaving);
     void showKeys(const EditedProfile& profile);
     [[nodiscard]] ProfileControls controls() const;
-    // Adds or replaces the profile in the list. One that another program changed or deleted meanwhile is not replaced:
-    // the profile is added, so that neither is lost.
-    void putProfile(Profile profile);
     void releaseRecords(int code);
 
     ModalSheets& m_sheets;
