@@ -2,8 +2,8 @@
 
 #include "platform/store/PropertyListFile.h"
 #include "platform/store/SaveReport.h"
+#include "profiles/ProfileMerge.h"
 
-#include <algorithm>
 #include <iterator>
 #include <utility>
 
@@ -33,13 +33,21 @@ QString ProfileStore::defaultRecordsFile()
 
 ProfileList ProfileStore::loadRecords() const
 {
-    auto records = prefs.arrayForKey(profilesKey);
+    auto records = recordsInDefaults();
     return records ? *std::move(records) : readDictionariesFile(recordsFile);
 }
 
 ProfileList ProfileStore::latestRecords(const ProfileList& known) const
 {
-    return prefs.arrayForKey(profilesKey).value_or(known);
+    return recordsInDefaults().value_or(known);
+}
+
+std::optional<ProfileList> ProfileStore::recordsInDefaults() const
+{
+    auto records = prefs.arrayForKey(profilesKey);
+    if (!m_savedBefore || !records)
+        return records;
+    return mergedProfiles(*m_savedBefore, *records, prefs.savedArrayForKey(profilesKey).value_or(*m_savedBefore));
 }
 
 void ProfileStore::putProfile(ProfileList& records, Profile profile, std::optional<std::size_t> editedRow) const
@@ -72,6 +80,9 @@ void ProfileStore::saveActivation(ProfileList& recordActivate, const Profile& en
         recordActivate.push_back(entry);
     else
         recordActivate.front() = entry;
+    if (m_savedBefore) // the list is saved as well
+        if (const auto records = recordsInDefaults())
+            prefs.setArray(profilesKey, *records);
     prefs.setArray(profileSettingKey, recordActivate);
     synchronizeDefaults();
 }
@@ -101,7 +112,9 @@ void ProfileStore::storeInDefaults(const ProfileList& records)
 // A success does not name its file, so the last failed one is remembered.
 void ProfileStore::synchronizeDefaults()
 {
+    auto saved = prefs.savedArrayForKey(profilesKey).value_or(ProfileList());
     const SaveResult result = prefs.synchronize();
+    m_savedBefore = result ? std::nullopt : std::optional(std::move(saved));
     if (!m_saves)
         return;
     if (!m_failedDefaultsFile.isEmpty() && m_failedDefaultsFile != result.path)
@@ -120,12 +133,4 @@ void ProfileStore::writeFile(const ProfileList& records)
         m_saves->saveSucceeded(recordsFile);
     else
         m_saves->saveFailed(recordsFile, reasonOf(result));
-}
-
-std::optional<std::size_t> currentRow(const ProfileList& records, const Profile& profile, std::size_t row)
-{
-    if (row < records.size() && records[row] == profile)
-        return row;
-    const auto found = std::find(records.begin(), records.end(), profile);
-    return found != records.end() ? std::optional(static_cast<std::size_t>(found - records.begin())) : std::nullopt;
 }

@@ -47,6 +47,8 @@ public:
     void deleteRecord(ProfileList& records, ProfileList& recordActivate, int row);
 
 private:
+    // After a failed save, the list that was not saved, with what another program has changed since.
+    [[nodiscard]] std::optional<ProfileList> recordsInDefaults() const;
     void storeInDefaults(const ProfileList& records);
     void synchronizeDefaults();
     void writeFile(const ProfileList& records);
@@ -55,8 +57,5 @@ private:
     QString recordsFile;
     SaveReport* m_saves;
     QString m_failedDefaultsFile; // reported as failed; empty after a success
+    std::optional<ProfileList> m_savedBefore; // the list in the file of the defaults when saving them failed
 };
-
-// Where the list has this profile now, which was in this row; std::nullopt if it was deleted or changed.
-[[nodiscard]] std::optional<std::size_t> currentRow(
-    const ProfileList& records, const Profile& profile, std::size_t row);

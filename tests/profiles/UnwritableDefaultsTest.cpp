@@ -124,6 +124,56 @@ TEST_F(UnwritableDefaults, ActivationAndDeletionAreReported)
     EXPECT_EQ(saves.failures.size(), 2u);
 }
 
+TEST_F(UnwritableDefaults, KeepWhatAnotherProgramSavesMeanwhile)
+{
+    SettingsUserDefaults otherDefaults(defaults.path());
+    ProfileStore other(otherDefaults, file);
+    ProfileList records = oldList;
+    {
+        const FullDisk fullDisk;
+        store.putProfile(records, sampleProfile(u"own"_qs), std::nullopt);
+        store.saveRecords(records);
+    }
+    ProfileList otherRecords = other.loadRecords();
+    other.putProfile(otherRecords, sampleProfile(u"other"_qs), std::nullopt);
+    other.saveRecords(otherRecords);
+
+    const ProfileList both { oldList[0], oldList[1], sampleProfile(u"other"_qs), sampleProfile(u"own"_qs) };
+    EXPECT_EQ(store.loadRecords(), both);
+    {
+        const FullDisk fullDisk;
+        store.putProfile(records, sampleProfile(u"late"_qs), std::nullopt);
+        store.saveRecords(records);
+    }
+    ProfileList activation;
+    other.deleteRecord(otherRecords, activation, 2); // must not come back with the list that failed
+    store.putProfile(records, sampleProfile(u"last"_qs), std::nullopt);
+    store.saveRecords(records);
+    const ProfileList expected { oldList[0], oldList[1], sampleProfile(u"own"_qs), sampleProfile(u"late"_qs),
+        sampleProfile(u"last"_qs) };
+    EXPECT_EQ(other.loadRecords(), expected);
+    EXPECT_EQ(readDictionariesFile(file), expected);
+}
+
+TEST_F(UnwritableDefaults, ActivationSavesTheListWithWhatAnotherProgramAdded)
+{
+    {
+        const FullDisk fullDisk;
+        store.saveRecords(newList);
+    }
+    SettingsUserDefaults otherDefaults(defaults.path());
+    ProfileStore other(otherDefaults, file);
+    ProfileList otherRecords = other.loadRecords();
+    otherRecords.push_back(sampleProfile(u"other"_qs));
+    other.saveRecords(otherRecords);
+
+    ProfileList activation;
+    store.saveActivation(activation, activeEntry(newList[0], 0));
+    const ProfileList expected { newList[0], newList[1], sampleProfile(u"other"_qs), newList[2] };
+    EXPECT_EQ(other.loadRecords(), expected);
+    EXPECT_EQ(store.loadRecords(), expected);
+}
+
 TEST_F(UnwritableDefaults, KeepTheListInMemoryIfNoDirectoryCanBeCreated)
 {
     const QString blocked = home.filePath(QStringLiteral("blocked"));

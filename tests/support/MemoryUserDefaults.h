@@ -13,6 +13,10 @@ public:
         const auto array = arrays.find(key);
         return array == arrays.end() ? std::nullopt : std::optional(array->second);
     }
+    [[nodiscard]] std::optional<PropertyDictionaries> savedArrayForKey(const QString& key) const override
+    {
+        return arrayForKey(key);
+    }
     void setArray(const QString& key, const PropertyDictionaries& array) override
     {
         arrays[key] = array;

@@ -44,6 +44,11 @@ std::optional<PropertyDictionaries> SettingsUserDefaults::arrayForKey(const QStr
 {
     if (const auto change = m_changes.find(key); change != m_changes.end())
         return change->second;
+    return savedArrayForKey(key);
+}
+
+std::optional<PropertyDictionaries> SettingsUserDefaults::savedArrayForKey(const QString& key) const
+{
     if (auto stored = readArrays(m_path); stored.isComplete)
         m_saved = std::move(stored.arrays);
     const auto saved = m_saved.find(key);

@@ -21,6 +21,7 @@ public:
     [[nodiscard]] QString path() const { return m_path; }
 
     [[nodiscard]] std::optional<PropertyDictionaries> arrayForKey(const QString& key) const override;
+    [[nodiscard]] std::optional<PropertyDictionaries> savedArrayForKey(const QString& key) const override;
     void setArray(const QString& key, const PropertyDictionaries& array) override;
     void removeObjectForKey(const QString& key) override;
     SaveResult synchronize() override;

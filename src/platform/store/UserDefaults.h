@@ -15,6 +15,9 @@ public:
     // std::nullopt for a key without a list; the list may be empty.
     [[nodiscard]] virtual std::optional<PropertyDictionaries> arrayForKey(const QString& key) const = 0;
 
+    // The same without the changes that are not written to disk, or could not be.
+    [[nodiscard]] virtual std::optional<PropertyDictionaries> savedArrayForKey(const QString& key) const = 0;
+
     virtual void setArray(const QString& key, const PropertyDictionaries& array) = 0;
     virtual void removeObjectForKey(const QString& key) = 0;
 
