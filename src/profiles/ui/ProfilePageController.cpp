@@ -8,6 +8,7 @@
 #include "platform/ui/Images.h"
 #include "platform/ui/ModalSheets.h"
 #include "platform/ui/NetworkNameDelegate.h"
+#include "platform/ui/RowMenu.h"
 #include "profiles/ProfileConnection.h"
 #include "profiles/ProfileRows.h"
 #include "profiles/ProfileStore.h"
@@ -77,6 +78,7 @@ void ProfilePageController::awakeFromNib()
 {
     traceEntry(className, "awakeFromNib");
     m_ui->profileList->setDoubleAction([this] { OnActivate(); });
+    new RowMenu(*m_ui->profileList, { m_ui->Activate, m_ui->Edit, m_ui->Delete });
     connect(m_ui->Add, &QPushButton::clicked, this, [this] { OnAdd(); });
     connect(m_ui->Edit, &QPushButton::clicked, this, [this] { OnEdit(); });
     connect(m_ui->Delete, &QPushButton::clicked, this, [this] { OnDelete(); });
