@@ -1,6 +1,5 @@
 #include "app/SaveFailureLine.h"
 
-#include <QAccessibleWidget>
 #include <QDir>
 
 namespace {
@@ -12,33 +11,13 @@ QString wrappable(QString text)
     return text.replace(u'/', QString(u'/') + zeroWidthSpace);
 }
 
-// Screen readers announce an alert when it is shown.
-QAccessibleInterface* accessibleAlert(const QString& className, QObject* object)
-{
-    if (className != QLatin1String("SaveFailureLine"))
-        return nullptr;
-    return new QAccessibleWidget(static_cast<QWidget*>(object), QAccessible::AlertMessage);
-}
-
-void installAccessibleAlert()
-{
-    [[maybe_unused]] static const bool installed = [] {
-        QAccessible::installFactory(accessibleAlert);
-        return true;
-    }();
-}
-
 } // namespace
 
 SaveFailureLine::SaveFailureLine(QWidget* parent)
-    : QLabel(parent)
+    : AnnouncedLine(parent)
 {
-    installAccessibleAlert();
-    setTextFormat(Qt::PlainText);
-    setWordWrap(true);
     setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     setFocusPolicy(Qt::StrongFocus);
-    hide();
 }
 
 void SaveFailureLine::saveFailed(const QString& path, const QString& reason)
@@ -61,10 +40,5 @@ void SaveFailureLine::update()
     if (!sentences.isEmpty())
         sentences.append(tr("The change is lost when Vantrel closes, unless it is saved again."));
     const QString message = sentences.join(u' ');
-    if (message == accessibleName())
-        return;
-    hide(); // so that a changed message is announced as well
-    setText(wrappable(message));
-    setAccessibleName(message);
-    setVisible(!message.isEmpty());
+    announce(message, wrappable(message));
 }

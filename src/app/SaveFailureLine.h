@@ -1,14 +1,12 @@
 #pragma once
 
 #include "platform/store/SaveReport.h"
-
-#include <QLabel>
+#include "platform/ui/AnnouncedLine.h"
 
 #include <map>
 
-// Names the files that could not be written, with the reason, until they are saved. Takes no space otherwise. Screen
-// readers announce it.
-class SaveFailureLine final : public QLabel, public SaveReport {
+// Names the files that could not be written, with the reason, until they are saved. Takes no space otherwise.
+class SaveFailureLine final : public AnnouncedLine, public SaveReport {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(SaveFailureLine)
 

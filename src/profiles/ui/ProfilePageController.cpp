@@ -13,6 +13,7 @@
 #include "profiles/ProfileRows.h"
 #include "profiles/ProfileStore.h"
 #include "survey/connection/ConnectionQueue.h"
+#include "survey/connection/JoinProgress.h"
 #include "survey/connection/ProfileData.h"
 #include "ui_ProfilePage.h"
 
@@ -84,6 +85,7 @@ void ProfilePageController::awakeFromNib()
     connect(m_ui->Delete, &QPushButton::clicked, this, [this] { OnDelete(); });
     connect(m_ui->Activate, &QPushButton::clicked, this, [this] { OnActivate(); });
     ProfileEditor.awakeFromNib();
+    m_ui->connectionStatus->reserveRoomFor(JoinProgress::longText());
     m_timer = m_runLoop.scheduleRepeatingTimer(timerInterval, [this] { OnTimer(); });
 }
 
@@ -99,6 +101,17 @@ void ProfilePageController::reloadData()
             ? tr("No profiles yet. Add one here, or from a network of the site survey.")
             : tr("Profiles are shown once a network card has been found."));
     m_ui->profileList->reloadData();
+    m_ui->connectionStatus->announce(connectionText());
+}
+
+QString ProfilePageController::connectionText() const
+{
+    if (G_configFromProfile == 0)
+        return {};
+    if (G_bDeviceExist != 0)
+        return SiteSurveyPage.joinProgress().text();
+    const bool reconnects = !recordActivate.empty() && isActiveEntry(recordActivate.front());
+    return reconnects ? tr("The connection starts when a wireless card is found.") : QString();
 }
 
 void ProfilePageController::ClearProfileList()

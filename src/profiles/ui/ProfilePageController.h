@@ -62,6 +62,8 @@ public:
 private:
     void setUpTable();
     void reloadData();
+    // How the connection of a profile proceeds; empty if the last connection was made from the site survey.
+    [[nodiscard]] QString connectionText() const;
     void runEditor();
     // The selected row; -1 after an alert if no row is selected.
     [[nodiscard]] int selectedRowOrAlert(const QString& message);

@@ -2,6 +2,7 @@
 
 #include <memory>
 
+class JoinProgress;
 struct PROFILE_DATA;
 
 // Accepts the connections of profiles.
@@ -13,4 +14,6 @@ public:
     virtual void SetTaskQueue(std::unique_ptr<PROFILE_DATA> record) = 0;
     // Resets whether the last connection of the site survey was made by SSID or by BSSID.
     virtual void resetFlag() = 0;
+    // Of the connection queued last, for texts.
+    [[nodiscard]] virtual const JoinProgress& joinProgress() const = 0;
 };

@@ -1,5 +1,8 @@
 #include "survey/connection/JoinProgress.h"
 
+#include "app/shared/SharedState.h"
+#include "platform/NetworkName.h"
+
 #include <QCoreApplication>
 
 namespace {
@@ -14,6 +17,9 @@ QString tr(const char* text)
 
 QString likelyReasons(const JoinRequirements& requirements)
 {
+    if (G_bRadio == 0)
+        return tr("The radio of the wireless card is switched off. To switch it on, press Radio On on the Advanced "
+                  "Settings page.");
     if (requirements.adHoc)
         return requirements.key ? tr("The key may be wrong, or no other station may be in range.")
                                 : tr("No other station of this ad hoc network may be in range.");
@@ -24,13 +30,25 @@ QString likelyReasons(const JoinRequirements& requirements)
                             : tr("The network may be out of range, or it refused the card.");
 }
 
+QString quoted(const QString& network)
+{
+    return network.isEmpty() ? tr("the network") : QChar(0x201C) + network + QChar(0x201D);
+}
+
+QString failure(const QString& quotedNetwork, const QString& reasons)
+{
+    return tr("No connection to %1 after %2 seconds. %3")
+        .arg(quotedNetwork, QString::number(ticksBeforeFailure * secondsPerTick),
+            reasons); // in one call: a name may contain "%2"
+}
+
 } // namespace
 
 void JoinProgress::begin(const QString& network, const JoinRequirements& requirements)
 {
     m_requirements = requirements;
     m_state = State::Queued;
-    m_network = network.isEmpty() ? tr("the network") : QChar(0x201C) + network + QChar(0x201D);
+    m_network = quoted(network);
     m_ticksWaited = 0;
 }
 
@@ -70,9 +88,12 @@ QString JoinProgress::text() const
     case State::Waiting:
         return tr("Connecting to %1…").arg(m_network);
     case State::Failed:
-        return tr("No connection to %1 after %2 seconds. %3")
-            .arg(m_network, QString::number(ticksBeforeFailure * secondsPerTick),
-                likelyReasons(m_requirements)); // in one call: a name may contain "%2"
+        return failure(m_network, likelyReasons(m_requirements));
     }
     return {};
+}
+
+QString JoinProgress::longText()
+{
+    return failure(quoted(QString(NetworkName::maxLength, u'n')), likelyReasons({ .key = true, .typedName = true }));
 }

@@ -22,6 +22,8 @@ public:
 
     // Empty if no connection is in progress.
     [[nodiscard]] QString text() const;
+    // A text as long as any of a name with ordinary letters, to reserve room for.
+    [[nodiscard]] static QString longText();
 
 private:
     enum class State {

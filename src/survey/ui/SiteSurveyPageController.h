@@ -77,6 +77,7 @@ public:
     void ProbeConnectStatus();
     void resetFlag() override;
     void SetTaskQueue(std::unique_ptr<PROFILE_DATA> record) override;
+    [[nodiscard]] const JoinProgress& joinProgress() const override { return m_joinProgress; }
 
     [[nodiscard]] int numberOfRowsInTableView() const override;
     [[nodiscard]] QVariant objectValueForTableColumn(QStringView identifier, int row) const override;

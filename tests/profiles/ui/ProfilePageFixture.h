@@ -6,6 +6,7 @@
 #include "profiles/ProfileStore.h"
 #include "profiles/ui/ProfilePageController.h"
 #include "survey/connection/ConnectionQueue.h"
+#include "survey/connection/JoinProgress.h"
 #include "survey/connection/ProfileData.h"
 #include "tests/profiles/SampleProfile.h"
 #include "tests/support/ManualRunLoop.h"
@@ -35,6 +36,9 @@ public:
         fromProfileWhenReset = G_configFromProfile;
     }
 
+    [[nodiscard]] const JoinProgress& joinProgress() const override { return progress; }
+
+    JoinProgress progress;
     std::vector<QString> calls;
     std::vector<std::unique_ptr<PROFILE_DATA>> records;
     int rescanWhenQueued { -1 };
