@@ -25,7 +25,8 @@ QWidget* currentWindow()
 
 constexpr int maxCharactersPerLine = 60;
 
-// A message box is only as wide as its title, which breaks the sentences below it into a narrow column.
+// A message box is only as wide as its title, which breaks the sentences below it into a narrow column. Not for the title
+// itself: the box would take this width for that of its text, and cut the text off instead of wrapping it.
 void widenForText(QLabel& label)
 {
     const QFontMetrics metrics = label.fontMetrics();
@@ -38,8 +39,7 @@ void layOut(QMessageBox& panel)
     if (auto* const title = panel.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"))) {
         QFont font = title->font();
         font.setBold(true);
-        title->setFont(font);
-        widenForText(*title);
+        title->setFont(font); // the message box wraps a title that is too wide for it
     }
     if (auto* const message = panel.findChild<QLabel*>(QStringLiteral("qt_msgbox_informativelabel")))
         widenForText(*message);

@@ -58,6 +58,21 @@ TEST(QtAlertPanels, ShortTitleDoesNotNarrowALongMessage)
     });
 }
 
+TEST(QtAlertPanels, LongTitleIsNotCutOff)
+{
+    const QString title = u"Encryption type is incorrect, please re-select the correct Encryption type."_qs;
+    for (const QString& message : { QString(), u"A message."_qs }) {
+        runPanel(title, message, [](QMessageBox& panel) {
+            const auto* const label = panel.findChild<QLabel*>(u"qt_msgbox_label"_qs);
+            ASSERT_NE(label, nullptr);
+            EXPECT_TRUE(label->wordWrap() || label->width() >= label->sizeHint().width());
+            EXPECT_GE(label->height(), label->heightForWidth(label->width()));
+            EXPECT_LE(panel.width(), 640);
+            QTest::keyClick(&panel, Qt::Key_Escape);
+        });
+    }
+}
+
 TEST(QtAlertPanels, EscapeDismissesPanel)
 {
     runPanel(u"a"_qs, u"b"_qs, [](QMessageBox& panel) { QTest::keyClick(&panel, Qt::Key_Escape); });
