@@ -72,6 +72,8 @@ void ProfilePageController::setUpTable()
     m_ui->profileList->setTableColumns(columns());
     m_ui->profileList->setDelegateForTableColumn(ssidColumn, new NetworkNameDelegate({}, m_ui->profileList));
     m_ui->profileList->setDataSource(this);
+    // Otherwise the page would be scrolled to keep the preferred height of the list, because the status line wraps.
+    m_ui->profileList->setMinimumHeight(m_ui->profileList->minimumSizeHint().height());
     reloadData();
 }
 

@@ -337,10 +337,21 @@ TEST_F(ProfilePageTest, DeleteKeyInACellDeletesACharacter)
     EXPECT_EQ(inFile().size(), 3u);
 }
 
+TEST_F(ProfilePageTest, ListHasTheRoomThatIsLeft)
+{
+    for (const int height : { 350, 700 }) {
+        page.resize(600, height);
+        QCoreApplication::processEvents();
+        EXPECT_GT(table->height(), height - page.fontMetrics().height() * 10);
+    }
+}
+
 TEST_F(ProfilePageTest, CanBeMadeSmall)
 {
     EXPECT_LT(page.minimumSizeHint().width(), page.fontMetrics().averageCharWidth() * 80);
     EXPECT_LT(page.minimumSizeHint().height(), page.fontMetrics().height() * 20);
+    EXPECT_LT(page.heightForWidth(600), page.fontMetrics().height() * 20) << "the list shrinks before the page scrolls";
+    EXPECT_GT(table->minimumHeight(), page.fontMetrics().height() * 3);
 }
 
 } // namespace
