@@ -18,6 +18,7 @@
 namespace {
 
 constexpr char className[] = "AdvancePageController";
+constexpr int maxCharactersAcross = 90; // wider lists and texts are hard to read
 constexpr int unknownModeLine = 465;
 
 // A change made by the page, without the signals that report one of the user.
@@ -41,6 +42,7 @@ AdvancePageController::AdvancePageController(VX7100Access& adapter, AlertPanels&
 {
     traceEntry(className, "init");
     m_ui->setupUi(this);
+    m_ui->column->setMaximumWidth(fontMetrics().averageCharWidth() * maxCharactersAcross);
     m_ui->RadioSwitchPic->setImage(imageNamed(u"RADIOON"));
     showRadioText();
     connectControls();

@@ -378,4 +378,18 @@ TEST_F(AdvancePageTest, RateListDoesNotChangeThePageWidth)
     EXPECT_EQ(page->sizeHint().width(), width);
 }
 
+TEST_F(AdvancePageTest, UsesTheWidthOfASmallWindowAndNotAllOfALargeOne)
+{
+    open();
+    const auto* const column = page->findChild<QWidget*>(u"column"_qs);
+    for (const int width : { 600, 1400 }) {
+        page->resize(width, 370);
+        QCoreApplication::processEvents();
+        EXPECT_EQ(page->width(), width);
+        EXPECT_LE(std::abs(column->geometry().center().x() - width / 2), 2);
+        EXPECT_GE(column->width(), std::min(column->maximumWidth(), width * 9 / 10));
+    }
+    EXPECT_LT(column->maximumWidth(), 1400);
+}
+
 } // namespace
