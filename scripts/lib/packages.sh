@@ -5,7 +5,7 @@
 # Configuring the tree needs GoogleTest and Google Benchmark too.
 build_packages=(
     g++ cmake ninja-build
-    qt6-base-dev qt6-svg-dev
+    qt6-base-dev qt6-svg-dev libxcb1-dev
     libtomlplusplus-dev libssl-dev
     libgtest-dev libgmock-dev libbenchmark-dev
 )

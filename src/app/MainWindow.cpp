@@ -1,5 +1,6 @@
 #include "app/MainWindow.h"
 
+#include "app/StartupNotification.h"
 #include "app/WindowPlacement.h"
 #include "platform/ui/Images.h"
 #include "platform/ui/PageScrollArea.h"
@@ -74,6 +75,7 @@ void MainWindow::bringToFront(const QByteArray& activationToken)
     show();
     raise();
     activateWindow();
+    activateForLaunch(*windowHandle(), activationToken);
     if (QWidget* const sheet = QApplication::activeModalWidget()) {
         sheet->raise();
         sheet->activateWindow();

@@ -49,6 +49,14 @@ QByteArray displayName()
     return qgetenv("QT_QPA_PLATFORM") + ' ' + qgetenv("WAYLAND_DISPLAY") + ' ' + qgetenv("DISPLAY");
 }
 
+// From the program that starts this one, for the window that shall appear. Wayland's token comes first, because some
+// desktops set both.
+QByteArray activationToken()
+{
+    const QByteArray token = qgetenv("XDG_ACTIVATION_TOKEN");
+    return token.isEmpty() ? qgetenv("DESKTOP_STARTUP_ID") : token;
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -57,7 +65,7 @@ int main(int argc, char** argv)
     disableCoreDumps();
     waitUntilUserLogsIn(argc, argv);
     SingleInstance instance(qEnvironmentVariable("XDG_RUNTIME_DIR").toStdString(), displayName());
-    if (!instance.isFirst(qgetenv("XDG_ACTIVATION_TOKEN")))
+    if (!instance.isFirst(activationToken()))
         return 0;
     const QApplication framework(argc, argv);
     setApplicationIdentity();
