@@ -122,6 +122,12 @@ def says_that_the_radio_was_switched_off_here(top, simulator, utility):
     reads(top, "switched off")
 
 
+def says_why_a_profile_does_not_connect(top, simulator, utility):
+    utility.press("alt+p", "alt+r", "Home", "alt+c")
+    reads(top, f"Connecting to \u201c{NETWORK}\u201d")
+    reads(top, f"No connection to \u201c{NETWORK}\u201d", "radio of the wireless card is switched off")
+
+
 def works_again_once_the_radio_is_on(top, simulator, utility):
     utility.press("alt+v")
     press_button(top, "Radio On")
@@ -174,6 +180,7 @@ SECOND_DAY = [
     says_that_the_cards_own_switch_is_off,
     works_again_once_the_switch_is_on,
     says_that_the_radio_was_switched_off_here,
+    says_why_a_profile_does_not_connect,
     works_again_once_the_radio_is_on,
     says_that_the_settings_were_not_saved,
 ]
