@@ -61,8 +61,12 @@ TEST(QtAlertPanels, ShortTitleDoesNotNarrowALongMessage)
 TEST(QtAlertPanels, LongTitleIsNotCutOff)
 {
     const QString title = u"Encryption type is incorrect, please re-select the correct Encryption type."_qs;
-    for (const QString& message : { QString(), u"A message."_qs }) {
-        runPanel(title, message, [](QMessageBox& panel) {
+    const QFont before = QApplication::font();
+    for (const int size : { 6, 9, 12 }) { // whether the box wraps a title depends on its width and on the screen
+        QFont font = before;
+        font.setPixelSize(size);
+        QApplication::setFont(font);
+        runPanel(title, QString(), [](QMessageBox& panel) {
             const auto* const label = panel.findChild<QLabel*>(u"qt_msgbox_label"_qs);
             ASSERT_NE(label, nullptr);
             EXPECT_TRUE(label->wordWrap() || label->width() >= label->sizeHint().width());
@@ -71,6 +75,7 @@ TEST(QtAlertPanels, LongTitleIsNotCutOff)
             QTest::keyClick(&panel, Qt::Key_Escape);
         });
     }
+    QApplication::setFont(before);
 }
 
 TEST(QtAlertPanels, EscapeDismissesPanel)
