@@ -258,6 +258,7 @@ TEST_F(ProfileEditorTest, TypedNameIsNeitherCompletedNorMatchedWithTheList)
     editor.AddInit();
     type(*combo(u"SSID"_qs).lineEdit(), u"cafe"_qs);
     field(u"ProfileName"_qs).setFocus();
+    EXPECT_EQ(combo(u"SSID"_qs).completer(), nullptr);
     EXPECT_EQ(combo(u"SSID"_qs).currentText(), u"cafe"_qs);
     EXPECT_EQ(combo(u"SSID"_qs).indexOfSelectedItem(), -1);
 }
