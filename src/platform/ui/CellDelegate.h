@@ -10,6 +10,9 @@ class CellDelegate : public QStyledItemDelegate {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
 
+    // The displayed text of a cell without the space that aligns it.
+    [[nodiscard]] virtual QString textOf(const QVariant& value) const { return value.toString(); }
+
 protected:
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
 };

@@ -9,15 +9,22 @@ NetworkNameDelegate::NetworkNameDelegate(const QString& placeholder, QObject* pa
 {
 }
 
+QString NetworkNameDelegate::textOf(const QVariant& value) const
+{
+    const QString name = value.toString();
+    return name.isEmpty() ? m_placeholder : ::displayText(name);
+}
+
+QString NetworkNameDelegate::displayText(const QVariant& value, const QLocale& /*locale*/) const
+{
+    return textOf(value);
+}
+
 void NetworkNameDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const
 {
     CellDelegate::initStyleOption(option, index);
-    if (!option->text.isEmpty()) {
-        option->text = ::displayText(option->text);
+    if (!index.data().toString().isEmpty())
         return;
-    }
-    option->text = m_placeholder;
-    option->features |= QStyleOptionViewItem::HasDisplay;
     option->font.setItalic(true);
     option->palette.setBrush(QPalette::Text, faintTextColour(option->palette));
 }

@@ -10,6 +10,9 @@ public:
     // The placeholder for an empty name, in italics to tell it from a name that reads the same; may be empty.
     NetworkNameDelegate(const QString& placeholder, QObject* parent);
 
+    [[nodiscard]] QString textOf(const QVariant& value) const override;
+    [[nodiscard]] QString displayText(const QVariant& value, const QLocale& locale) const override;
+
 protected:
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
 

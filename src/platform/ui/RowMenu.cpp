@@ -1,49 +1,41 @@
 #include "platform/ui/RowMenu.h"
 
-#include "platform/ByteText.h"
+#include "platform/ui/CellDelegate.h"
 #include "platform/ui/TableView.h"
 
-#include <QAction>
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QHeaderView>
-#include <QMenu>
 #include <QPushButton>
 
-#include <utility>
-
-RowMenu::RowMenu(TableView& table, std::vector<QPushButton*> buttons)
-    : QObject(&table)
+RowMenu::RowMenu(TableView& table, const std::vector<QPushButton*>& buttons, QWidget& area)
+    : QMenu(&table)
     , m_table(table)
-    , m_buttons(std::move(buttons))
-    , m_copy(new QAction(tr("C&opy"), this))
 {
-    m_copy->setShortcut(QKeySequence::Copy);
-    m_copy->setShortcutContext(Qt::WidgetShortcut); // the table itself would copy a single cell
-    connect(m_copy, &QAction::triggered, this, [this] { copyRow(); });
-    m_table.addAction(m_copy);
-    m_table.setContextMenuPolicy(Qt::CustomContextMenu);
-    connect(&m_table, &QWidget::customContextMenuRequested, this, [this](const QPoint& position) { open(position); });
-}
-
-void RowMenu::open(const QPoint& position)
-{
-    if (m_table.selectedRow() < 0)
-        return;
-    auto* const menu = new QMenu(&m_table);
-    menu->setObjectName(QStringLiteral("rowMenu"));
-    menu->setAttribute(Qt::WA_DeleteOnClose);
-    for (QPushButton* const button : m_buttons) {
-        QAction* const action = menu->addAction(button->text());
-        action->setEnabled(button->isEnabled());
-        connect(action, &QAction::triggered, button, &QPushButton::click);
+    setObjectName(QStringLiteral("rowMenu"));
+    for (QPushButton* const button : buttons) {
+        QAction* const action = addAction(button->text(), button, &QPushButton::click);
+        connect(this, &QMenu::aboutToShow, action, [action, button] { action->setEnabled(button->isEnabled()); });
     }
-    menu->addSeparator();
-    menu->addAction(m_copy);
-    menu->popup(m_table.viewport()->mapToGlobal(position));
+    setDefaultAction(actions().constFirst());
+    addSeparator();
+    m_copy = addAction(tr("Cop&y"), this, &RowMenu::copyRow);
+    m_copy->setShortcut(QKeySequence::Copy);
+    m_copy->setShortcutContext(Qt::WidgetWithChildrenShortcut); // other widgets copy their own text
+    area.addAction(m_copy);
+    connect(&table, &TableView::rowMenuRequested, this, [this](const QPoint& position) {
+        if (m_copy->isEnabled())
+            popup(position);
+    });
 }
 
-void RowMenu::copyRow()
+void RowMenu::setBlocked(bool blocked)
+{
+    close();
+    m_copy->setEnabled(!blocked);
+}
+
+void RowMenu::copyRow() const
 {
     if (m_table.selectedRow() < 0)
         return;
@@ -51,9 +43,10 @@ void RowMenu::copyRow()
     const QHeaderView& header = *m_table.horizontalHeader();
     QStringList texts;
     for (int position = 0; position < header.count(); ++position) {
-        const QVariant text = m_table.model()->index(row, header.logicalIndex(position)).data();
-        if (text.isValid()) // a picture has none
-            texts.append(displayText(text.toString()));
+        const QModelIndex index = m_table.model()->index(row, header.logicalIndex(position));
+        const auto* const delegate = qobject_cast<const CellDelegate*>(m_table.itemDelegateForIndex(index));
+        if (delegate != nullptr && index.data().isValid()) // a picture has no text
+            texts.append(delegate->textOf(index.data()));
     }
     QGuiApplication::clipboard()->setText(texts.join(u'\t'));
 }

@@ -1,30 +1,30 @@
 #pragma once
 
-#include <QObject>
+#include <QMenu>
 
 #include <vector>
 
-class QAction;
 class QPushButton;
 class TableView;
 
-// The context menu of a table's selected row: the buttons that act on it, and Copy, also as the keyboard shortcut for
-// copying. Opens with the right mouse button and with the Menu key.
-class RowMenu final : public QObject {
+// The context menu of a table's selected row: the buttons that act on it, and Copy.
+class RowMenu final : public QMenu {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(RowMenu)
 
 public:
-    // The table owns the menu. The buttons must outlive it.
-    RowMenu(TableView& table, std::vector<QPushButton*> buttons);
+    // The first button is the default action, that of a double click. The key of Copy works in the area and its
+    // children. The table is the parent of the menu; the buttons outlive it.
+    RowMenu(TableView& table, const std::vector<QPushButton*>& buttons, QWidget& area);
     ~RowMenu() override = default;
 
+    // A blocked menu is closed and does not open, and its keys do nothing.
+    void setBlocked(bool blocked);
+
 private:
-    void open(const QPoint& position);
     // The displayed texts of the row from left to right, separated by tabs.
-    void copyRow();
+    void copyRow() const;
 
     TableView& m_table;
-    std::vector<QPushButton*> m_buttons;
     QAction* m_copy;
 };

@@ -81,7 +81,7 @@ void ProfilePageController::awakeFromNib()
 {
     traceEntry(className, "awakeFromNib");
     m_ui->profileList->setDoubleAction([this] { OnActivate(); });
-    new RowMenu(*m_ui->profileList, { m_ui->Activate, m_ui->Edit, m_ui->Delete });
+    new RowMenu(*m_ui->profileList, { m_ui->Activate, m_ui->Edit, m_ui->Delete }, *m_ui->profileList);
     connect(m_ui->Add, &QPushButton::clicked, this, [this] { OnAdd(); });
     connect(m_ui->Edit, &QPushButton::clicked, this, [this] { OnEdit(); });
     connect(m_ui->Delete, &QPushButton::clicked, this, [this] { OnDelete(); });

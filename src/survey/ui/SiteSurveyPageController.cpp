@@ -13,7 +13,6 @@
 #include "platform/ui/TableSortOrder.h"
 #include "platform/ui/TableView.h"
 #include "survey/AccessPointRows.h"
-#include "survey/AccessPointText.h"
 #include "survey/ListedNetwork.h"
 #include "survey/ProfileFromScan.h"
 #include "survey/SurveyTexts.h"
@@ -22,8 +21,6 @@
 #include "survey/ui/SurveyColumns.h"
 #include "ui_SiteSurveyPage.h"
 
-#include <QClipboard>
-#include <QGuiApplication>
 #include <QPointer>
 #include <QShortcut>
 
@@ -59,26 +56,14 @@ SiteSurveyPageController::SiteSurveyPageController(VX7100Access& adapter, RunLoo
     , m_sheets(sheets)
     , m_ui(formOf(*this))
     , m_views(*m_ui, *this, [this] { return emptyText(); })
-    , m_rowMenu(m_ui->Connect->text(), m_ui->AddProfile->text(), *m_ui->views)
+    , m_rowMenu(*m_ui->ApList, { m_ui->Connect, m_ui->AddProfile }, *m_ui->views)
     , m_joinSheets(sheets, alerts, [this](QDialog& sheet) { return runSheet(sheet); })
 {
     traceEntry(className, "init");
-    setUpRowMenu();
     connect(&m_views, &NetworkViews::networkActivated, this, &SiteSurveyPageController::OnConnect);
 }
 
 SiteSurveyPageController::~SiteSurveyPageController() = default;
-
-void SiteSurveyPageController::setUpRowMenu()
-{
-    connect(&m_rowMenu, &NetworkMenu::connectChosen, this, &SiteSurveyPageController::OnConnect);
-    connect(&m_rowMenu, &NetworkMenu::addProfileChosen, this, &SiteSurveyPageController::OnAddProfile);
-    connect(&m_rowMenu, &NetworkMenu::copyChosen, this, &SiteSurveyPageController::copyRow);
-    connect(m_ui->ApList, &TableView::rowMenuRequested, this, [this](const QPoint& position) {
-        if (!m_sheetRunning)
-            m_rowMenu.popup(position);
-    });
-}
 
 QString SiteSurveyPageController::emptyText() const
 {
@@ -249,13 +234,6 @@ void SiteSurveyPageController::OnAddProfile()
         m_profilePage->RefreshProfileList();
 }
 
-void SiteSurveyPageController::copyRow() const
-{
-    const int row = m_ui->ApList->selectedRow();
-    if (row >= 0 && row < numberOfRowsInTableView())
-        QGuiApplication::clipboard()->setText(tabSeparatedText(tableData[static_cast<std::size_t>(row)]));
-}
-
 std::optional<BssidEntry> SiteSurveyPageController::selectedEntry()
 {
     CurrentSelectedItem = m_ui->ApList->selectedRow() + 1;
@@ -312,7 +290,7 @@ void SiteSurveyPageController::setSheetRunning(bool running)
     m_sheetRunning = running;
     for (QPushButton* const button : { m_ui->Rescan, m_ui->AddProfile, m_ui->Connect })
         button->setEnabled(!running);
-    m_rowMenu.setActionsEnabled(!running);
+    m_rowMenu.setBlocked(running);
 }
 
 void SiteSurveyPageController::join(const NetworkChoice& choice, std::unique_ptr<PROFILE_DATA> record)

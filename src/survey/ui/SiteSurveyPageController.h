@@ -2,6 +2,7 @@
 
 #include "app/shared/Pages.h"
 #include "platform/NetworkName.h"
+#include "platform/ui/RowMenu.h"
 #include "platform/ui/TableDataSource.h"
 #include "survey/AccessPoint.h"
 #include "survey/ConnectionRecord.h"
@@ -11,7 +12,6 @@
 #include "survey/connection/JoinProgress.h"
 #include "survey/connection/TaskQueue.h"
 #include "survey/ui/JoinSheets.h"
-#include "survey/ui/NetworkMenu.h"
 #include "survey/ui/NetworkViews.h"
 
 #include <QWidget>
@@ -71,8 +71,6 @@ public:
     void OnConnect();
     // Opens the profile editor with the selected network. Sends nothing to the driver.
     void OnAddProfile();
-    // Copies the displayed texts of the selected row to the clipboard.
-    void copyRow() const;
     void DoTask();
     void ProbeConnectStatus();
     void resetFlag() override;
@@ -86,7 +84,6 @@ public:
     [[nodiscard]] QString toolTipForTableColumn(QStringView identifier, int row) const override;
 
 private:
-    void setUpRowMenu();
     void setUpKey(const QKeySequence& keys, QPushButton& button);
     [[nodiscard]] QString emptyText() const;
     void RescanTimeFunc();
@@ -119,7 +116,7 @@ private:
     ::TaskQueue TaskQueue;
     std::unique_ptr<Timer> SiteSurveyTimer;
     NetworkViews m_views;
-    NetworkMenu m_rowMenu;
+    RowMenu m_rowMenu;
     bool m_sheetRunning { false };
     std::vector<AccessPoint> tableData;
     ConnectionState m_connection;

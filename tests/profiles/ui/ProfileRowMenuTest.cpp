@@ -29,7 +29,7 @@ protected:
         return openMenu();
     }
 
-    [[nodiscard]] QMenu* openMenu() const { return table->findChild<QMenu*>(u"rowMenu"_qs); }
+    [[nodiscard]] static QMenu* openMenu() { return qobject_cast<QMenu*>(QApplication::activePopupWidget()); }
 
     static void choose(QMenu& menu, const QString& text)
     {
