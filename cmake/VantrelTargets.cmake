@@ -68,6 +68,9 @@ function(vantrel_test name)
         # The libraries under test keep these checks. In the tests themselves every EXPECT would expand to many of them,
         # which takes a third of the compile time.
         target_compile_options(${name} PRIVATE -fno-sanitize=null,alignment,vptr)
+        # Sources that share most of their headers are compiled together, in half the time. Names in the anonymous
+        # namespaces of a test program must differ.
+        set_target_properties(${name} PROPERTIES UNITY_BUILD ON)
     endif()
     add_test(NAME ${name} COMMAND ${name} --gtest_brief=1)
 endfunction()

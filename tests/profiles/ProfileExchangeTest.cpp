@@ -5,6 +5,7 @@
 #include "profiles/ProfileConnection.h"
 #include "profiles/ProfileStore.h"
 #include "tests/platform/store/RandomTexts.h"
+#include "tests/profiles/StoreKeys.h"
 #include "tests/support/PythonExchange.h"
 
 #include <QDir>
@@ -18,9 +19,6 @@
 // with any text in a profile. It sees the escaped form of characters that XML cannot contain.
 
 namespace {
-
-const auto profilesKey = QStringLiteral("Profiles");
-const auto settingKey = QStringLiteral("Profile Setting");
 
 // A name of 32 bytes, most of them malformed.
 QString longestName(RandomTexts& texts)

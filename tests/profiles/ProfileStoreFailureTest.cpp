@@ -5,6 +5,7 @@
 #include "profiles/ProfileStore.h"
 #include "tests/profiles/KilledAtSystemCall.h"
 #include "tests/profiles/SampleProfile.h"
+#include "tests/profiles/StoreKeys.h"
 #include "tests/support/ContentOf.h"
 
 #include <QDir>
@@ -28,9 +29,6 @@
 // users can read nothing.
 
 namespace {
-
-const auto profilesKey = QStringLiteral("Profiles");
-const auto settingKey = QStringLiteral("Profile Setting");
 
 // A user's home directory. QSettings caches in the process what it has read, so every start gets a new one.
 struct Home {

@@ -3,6 +3,7 @@
 #include "platform/store/PropertyListFile.h"
 #include "platform/store/SettingsUserDefaults.h"
 #include "tests/profiles/SampleProfile.h"
+#include "tests/profiles/StoreKeys.h"
 #include "tests/support/ContentOf.h"
 #include "tests/support/MemoryUserDefaults.h"
 
@@ -12,9 +13,6 @@
 #include <gtest/gtest.h>
 
 namespace {
-
-const auto profilesKey = QStringLiteral("Profiles");
-const auto settingKey = QStringLiteral("Profile Setting");
 
 class ProfileStoreTest : public testing::Test {
 protected:

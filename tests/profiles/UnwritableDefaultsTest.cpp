@@ -4,6 +4,7 @@
 #include "profiles/ProfileConnection.h"
 #include "profiles/ProfileStore.h"
 #include "tests/profiles/SampleProfile.h"
+#include "tests/profiles/StoreKeys.h"
 #include "tests/support/ContentOf.h"
 #include "tests/support/RecordingSaveReport.h"
 
@@ -17,8 +18,6 @@
 // If writing fails, the program continues with the list in memory.
 
 namespace {
-
-const auto settingKey = QStringLiteral("Profile Setting");
 
 // No byte can be written to any file during its lifetime, as on a full disk.
 class FullDisk {

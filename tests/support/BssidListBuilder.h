@@ -57,6 +57,10 @@ struct EntryBuilder {
     }
 };
 
+// Cipher suites of a WPA element
+inline constexpr int tkip = 2;
+inline constexpr int ccmp = 4;
+
 // A WPA element with one or more pairwise suites of the group's cipher and one authentication suite.
 inline Bytes wpaElement(int groupCipher, int authentication, int pairwiseSuites = 1)
 {
@@ -67,6 +71,16 @@ inline Bytes wpaElement(int groupCipher, int authentication, int pairwiseSuites 
     Bytes element = bytesOf({ 221, static_cast<int>(body.size()) });
     append(element, body);
     return element;
+}
+
+inline EntryBuilder wpaEntry(
+    int cipher, int authentication, std::int32_t mode = Ndis802_11Infrastructure, int pairwiseSuites = 1)
+{
+    EntryBuilder entry;
+    entry.fixedPart.Privacy = 1;
+    entry.fixedPart.InfrastructureMode = mode;
+    entry.elements = wpaElement(cipher, authentication, pairwiseSuites);
+    return entry;
 }
 
 // A list, or a chunk of one, with the given count.

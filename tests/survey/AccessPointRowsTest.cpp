@@ -9,9 +9,6 @@
 
 namespace {
 
-constexpr int tkip = 2;
-constexpr int ccmp = 4;
-
 AccessPoint rowOf(const EntryBuilder& entry)
 {
     RecordingAssertionHandler assertions;
@@ -19,15 +16,6 @@ AccessPoint rowOf(const EntryBuilder& entry)
     const auto result = accessPointRows(buffer, assertions);
     EXPECT_TRUE(result.complete);
     return result.rows.empty() ? AccessPoint() : result.rows.front();
-}
-
-EntryBuilder wpaEntry(int cipher, int authentication, std::int32_t mode = Ndis802_11Infrastructure)
-{
-    EntryBuilder entry;
-    entry.fixedPart.Privacy = 1;
-    entry.fixedPart.InfrastructureMode = mode;
-    entry.elements = wpaElement(cipher, authentication);
-    return entry;
 }
 
 TEST(AccessPointRows, OpenNetworkShowsAllSevenTexts)

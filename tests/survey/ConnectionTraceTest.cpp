@@ -4,18 +4,13 @@
 #include "survey/connection/ConnectionTasks.h"
 #include "survey/connection/ProfileData.h"
 #include "tests/support/StandardErrorOf.h"
+#include "tests/survey/IdleList.h"
 #include "tests/survey/SurveyFixture.h"
 
 #include <functional>
 #include <string>
 
 namespace {
-
-class IdleList final : public SurveyList {
-public:
-    void RefreshAPList() override { }
-    void reloadData() override { }
-};
 
 class ConnectionTraceTest : public SurveyFixture {
 protected:

@@ -8,15 +8,6 @@
 
 namespace {
 
-EntryBuilder wpaEntry(int cipher, int authentication, std::int32_t mode = Ndis802_11Infrastructure, int pairwise = 1)
-{
-    EntryBuilder entry;
-    entry.fixedPart.Privacy = 1;
-    entry.fixedPart.InfrastructureMode = mode;
-    entry.elements = wpaElement(cipher, authentication, pairwise);
-    return entry;
-}
-
 WpaClass classOf(const EntryBuilder& entry)
 {
     Bytes buffer = inBuffer(bssidList({ entry }));

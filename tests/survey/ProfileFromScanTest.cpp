@@ -16,15 +16,6 @@ std::optional<ProfileProposal> proposalOf(const EntryBuilder& entry)
     return profileProposal(*BssidListWalk(buffer).next(), assertions);
 }
 
-EntryBuilder wpaEntry(int cipher, int authentication, std::int32_t mode = Ndis802_11Infrastructure)
-{
-    EntryBuilder entry;
-    entry.fixedPart.Privacy = 1;
-    entry.fixedPart.InfrastructureMode = mode;
-    entry.elements = wpaElement(cipher, authentication);
-    return entry;
-}
-
 EntryBuilder withoutPrivacy(EntryBuilder entry)
 {
     entry.fixedPart.Privacy = 0;

@@ -11,9 +11,6 @@
 
 namespace {
 
-constexpr int tkip = 2;
-constexpr int ccmp = 4;
-
 Requests settings(int networkType, int authenMode, int encryStatus)
 {
     const ExpectedRadio radio {

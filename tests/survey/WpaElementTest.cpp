@@ -6,7 +6,6 @@
 
 namespace {
 
-constexpr int tkip = 2;
 constexpr int preSharedKey = 2;
 
 struct FoundElement {

@@ -2,15 +2,10 @@
 
 #include "survey/connection/ConnectionTasks.h"
 #include "survey/connection/ProfileData.h"
+#include "tests/survey/IdleList.h"
 #include "tests/survey/SurveyFixture.h"
 
 namespace {
-
-class IdleList final : public SurveyList {
-public:
-    void RefreshAPList() override { }
-    void reloadData() override { }
-};
 
 class HostileListWatchTest : public SurveyFixture {
 protected:

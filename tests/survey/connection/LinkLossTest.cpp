@@ -3,15 +3,10 @@
 #include "survey/connection/ConnectionTasks.h"
 #include "survey/connection/ProfileData.h"
 #include "tests/support/RecordedRequests.h"
+#include "tests/survey/IdleList.h"
 #include "tests/survey/SurveyFixture.h"
 
 namespace {
-
-class IdleList final : public SurveyList {
-public:
-    void RefreshAPList() override { }
-    void reloadData() override { }
-};
 
 class LinkLossTest : public SurveyFixture {
 protected:

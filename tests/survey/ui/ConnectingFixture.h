@@ -18,9 +18,6 @@
 
 // The site survey page with the real sheets and a scripted user.
 
-inline constexpr int tkip = 2;
-inline constexpr int ccmp = 4;
-
 class CountingProfilePage final : public ProfilePage {
 public:
     void RefreshProfileList() override { }

@@ -1,4 +1,5 @@
 #include "services/simulator/scenario/Scenario.h"
+#include "tests/services/simulator/scenario/ScenarioTexts.h"
 
 #include <gtest/gtest.h>
 
@@ -26,11 +27,6 @@ std::uint32_t linesIn(const std::string& text)
 {
     return static_cast<std::uint32_t>(std::count(text.begin(), text.end(), '\n'));
 }
-
-const std::string nameless = "bssid = \"0A-00-00-00-00-01\"\n";
-const std::string named = "ssid = \"Quay\"\n" + nameless;
-const std::string wep = named + "security = \"wep\"\n";
-const std::string wpaPsk = named + "security = \"wpa-psk\"\n";
 
 void expectErrorAt(const ScenarioResult& result, const InvalidLine& invalid, std::uint32_t line)
 {

@@ -1,5 +1,7 @@
 #include "services/simulator/scenario/Scenario.h"
 
+#include "tests/services/simulator/scenario/ScenarioTexts.h"
+
 #include <gtest/gtest.h>
 
 #include <cstdio>
@@ -19,9 +21,6 @@ ScenarioNetwork networkOf(const std::string& toml)
     return result.scenario->networks.front();
 }
 
-const std::string named = "ssid = \"Quay\"\nbssid = \"0A-00-00-00-00-01\"\n";
-const std::string wep = named + "security = \"wep\"\n";
-const std::string wpaPsk = named + "security = \"wpa-psk\"\n";
 const std::string wpaNone = named + "mode = \"ad-hoc\"\nsecurity = \"wpa-none\"\n";
 
 TEST(Scenario, MayBeEmpty)
