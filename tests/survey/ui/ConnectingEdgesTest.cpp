@@ -135,7 +135,7 @@ TEST_F(ConnectingEdgesTest, SheetThatCouldNotRunIsACancel)
 
 TEST_F(ConnectingEdgesTest, EnterpriseAlertHasOnlyAnOkButton)
 {
-    connectTo(wpaEntry(ccmp, 1));
+    connectTo(wpaNetwork(ccmp, 1));
     using Alert = RecordingAlertPanels::Alert;
     EXPECT_EQ(
         alerts.alerts, (std::vector<Alert> { { u"WPA-Enterprise isn't supported yet!!!"_qs, QString(), u"OK"_qs } }));
@@ -143,7 +143,7 @@ TEST_F(ConnectingEdgesTest, EnterpriseAlertHasOnlyAnOkButton)
 
 TEST_F(ConnectingEdgesTest, HiddenEnterpriseNetworkIsRefusedBeforeTheNameSheet)
 {
-    EntryBuilder hidden = wpaEntry(ccmp, 1);
+    EntryBuilder hidden = wpaNetwork(ccmp, 1);
     hidden.fixedPart.Ssid = {};
     connectTo(hidden);
     ASSERT_EQ(alerts.alerts.size(), 1U);

@@ -33,7 +33,7 @@ inline EntryBuilder wepEntry(std::string_view ssid = "wep")
     return entry;
 }
 
-inline EntryBuilder wpaEntry(int cipher, int authentication, std::int32_t mode = Ndis802_11Infrastructure)
+inline EntryBuilder wpaNetwork(int cipher, int authentication, std::int32_t mode = Ndis802_11Infrastructure)
 {
     EntryBuilder entry = wepEntry("IEEE");
     entry.fixedPart.InfrastructureMode = mode;

@@ -76,7 +76,7 @@ TEST_F(ConnectingTest, DoubleClickJoinsTheClickedRow)
 
 TEST_F(ConnectingTest, EnterpriseNetworkIsRefused)
 {
-    connectTo(wpaEntry(ccmp, 1));
+    connectTo(wpaNetwork(ccmp, 1));
     ASSERT_EQ(alerts.alerts.size(), 1u);
     EXPECT_EQ(alerts.alerts[0].title, u"WPA-Enterprise isn't supported yet!!!"_qs);
     EXPECT_EQ(alerts.alerts[0].message, QString());
@@ -146,7 +146,7 @@ TEST_F(ConnectingTest, WpaSheetOpensWithTheCipherOfTheNetwork)
             EXPECT_EQ(sheet.focusWidget(), sheet.findChild<QLineEdit*>(u"WPAPreSharedKey"_qs));
             press(sheet, QDialogButtonBox::Cancel);
         });
-        connectTo(wpaEntry(cipher, 2));
+        connectTo(wpaNetwork(cipher, 2));
     }
     EXPECT_EQ(sheets.shown.size(), 3u);
     EXPECT_EQ(queued(), nullptr);
@@ -163,7 +163,7 @@ TEST_F(ConnectingTest, AdHocWpaNetworkOffersWpaNone)
         QTest::keyClicks(sheet.findChild<QLineEdit*>(u"WPAPreSharedKey"_qs), u"password"_qs);
         press(sheet, QDialogButtonBox::Ok);
     });
-    connectTo(wpaEntry(ccmp, 2, Ndis802_11IBSS));
+    connectTo(wpaNetwork(ccmp, 2, Ndis802_11IBSS));
     ASSERT_NE(queued(), nullptr);
     EXPECT_EQ(queued()->Profile()->AuthenMode, 5);
     EXPECT_EQ(queued()->Profile()->EncryStatus, 6);
@@ -173,19 +173,19 @@ TEST_F(ConnectingTest, AdHocWpaNetworkOffersWpaNone)
 TEST_F(ConnectingTest, KeyFieldsAreEmptyEachTimeTheSheetOpens)
 {
     typeKey(u"WPAPreSharedKey"_qs, u"password"_qs);
-    connectTo(wpaEntry(tkip, 2));
+    connectTo(wpaNetwork(tkip, 2));
     sheets.users.emplace_back([](QDialog& sheet) {
         EXPECT_TRUE(sheet.findChild<QLineEdit*>(u"WPAPreSharedKey"_qs)->text().isEmpty());
         press(sheet, QDialogButtonBox::Cancel);
     });
-    connectTo(wpaEntry(tkip, 2));
+    connectTo(wpaNetwork(tkip, 2));
     EXPECT_EQ(sheets.shown.size(), 2u);
 }
 
 TEST_F(ConnectingTest, KeyOf64DigitsIsReplacedByItsFirst32Characters)
 {
     typeKey(u"WPAPreSharedKey"_qs, QString(64, u'3'));
-    connectTo(wpaEntry(tkip, 2));
+    connectTo(wpaNetwork(tkip, 2));
     ASSERT_NE(queued(), nullptr);
     const KeyRecord& key = queued()->Profile()->pWpaKey;
     EXPECT_TRUE(
@@ -202,7 +202,7 @@ TEST_F(ConnectingTest, SecuritySheetOffersNoKeyOf64Digits)
         EXPECT_TRUE(key->accessibleDescription().contains(u"Add Profile"_qs));
         press(sheet, QDialogButtonBox::Cancel);
     });
-    connectTo(wpaEntry(tkip, 2));
+    connectTo(wpaNetwork(tkip, 2));
     EXPECT_EQ(sheets.shown.size(), 1U);
 }
 
@@ -257,7 +257,7 @@ TEST_F(ConnectingTest, FailedJoinNamesTheReasonsOfItsNetwork)
     page.StartSiteSurveyTimer();
     letLinkBeDown();
     typeKey(u"WPAPreSharedKey"_qs, u"password"_qs);
-    connectTo(wpaEntry(tkip, 2));
+    connectTo(wpaNetwork(tkip, 2));
     runLoop.advance(12s);
     EXPECT_TRUE(joinStatus().contains(u"key may be wrong"_qs));
     typeKey(u"HiddenSSIDText"_qs, u"attic"_qs);
@@ -296,7 +296,7 @@ TEST_F(ConnectingTest, HiddenNameIsSelectedEachTimeTheSheetOpens)
 
 TEST_F(ConnectingTest, InvalidListsAreHandledSafely)
 {
-    EntryBuilder lying = wpaEntry(tkip, 2);
+    EntryBuilder lying = wpaNetwork(tkip, 2);
     lying.keepLengths = true;
     lying.fixedPart.Length = 150;
     lying.fixedPart.IELength = 0xFFFFFFFF;

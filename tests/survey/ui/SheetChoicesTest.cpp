@@ -63,13 +63,13 @@ TEST_F(SheetChoicesTest, WepNetworkKeepsTheAuthenticationListOfThePreviousNetwor
     Items authentications;
     Items encryptions;
     listsAtNextOpening(authentications, encryptions);
-    connectTo(wpaEntry(tkip, 2, Ndis802_11IBSS));
+    connectTo(wpaNetwork(tkip, 2, Ndis802_11IBSS));
     EXPECT_EQ(authentications, (Items { u"Open"_qs, u"Shared"_qs, u"WPA-NONE"_qs }));
     listsAtNextOpening(authentications, encryptions);
     connectTo(wepEntry());
     EXPECT_EQ(authentications, (Items { u"Open"_qs, u"Shared"_qs, u"WPA-NONE"_qs }));
     listsAtNextOpening(authentications, encryptions);
-    connectTo(wpaEntry(tkip, 2));
+    connectTo(wpaNetwork(tkip, 2));
     EXPECT_EQ(authentications, (Items { u"Open"_qs, u"Shared"_qs, u"WPA-PSK"_qs }));
 }
 
@@ -79,7 +79,7 @@ TEST_F(SheetChoicesTest, EachStepInsertsTheEncryptionsAgain)
     for (const std::size_t opened : { 1U, 2U, 3U }) {
         Items encryptions;
         listsAtNextOpening(authentications, encryptions);
-        connectTo(wpaEntry(tkip, 2));
+        connectTo(wpaNetwork(tkip, 2));
         Items expected;
         for (std::size_t times = 0; times < opened * 2; ++times)
             expected.insert(expected.end(), { u"TKIP"_qs, u"AES"_qs });
@@ -96,7 +96,7 @@ TEST_F(SheetChoicesTest, RepeatedTkipCountsAsAes)
         QTest::keyClicks(sheet.findChild<QLineEdit*>(u"WPAPreSharedKey"_qs), u"password"_qs);
         press(sheet, QDialogButtonBox::Ok);
     });
-    connectTo(wpaEntry(tkip, 2));
+    connectTo(wpaNetwork(tkip, 2));
     expectQueued(4, 6);
 }
 
@@ -107,7 +107,7 @@ TEST_F(SheetChoicesTest, NetworkWithAnUnknownModeShowsWpaPskAndJoinsAsWpaNone)
         QTest::keyClicks(sheet.findChild<QLineEdit*>(u"WPAPreSharedKey"_qs), u"password"_qs);
         press(sheet, QDialogButtonBox::Ok);
     });
-    connectTo(wpaEntry(tkip, 2, Ndis802_11AutoUnknown));
+    connectTo(wpaNetwork(tkip, 2, Ndis802_11AutoUnknown));
     expectQueued(5, 4);
     EXPECT_EQ(queued()->Profile()->NetworkType, 2);
     EXPECT_EQ(queued()->Profile()->ConnectByBssid, 1);
@@ -123,7 +123,7 @@ TEST_F(SheetChoicesTest, AesNetworkSelectsNothingWithoutAesSupportAndJoinsAsAes)
         QTest::keyClicks(sheet.findChild<QLineEdit*>(u"WPAPreSharedKey"_qs), u"password"_qs);
         press(sheet, QDialogButtonBox::Ok);
     });
-    connectTo(wpaEntry(ccmp, 2));
+    connectTo(wpaNetwork(ccmp, 2));
     EXPECT_TRUE(alerts.alerts.empty());
     expectQueued(4, 6);
 }
@@ -131,7 +131,7 @@ TEST_F(SheetChoicesTest, AesNetworkSelectsNothingWithoutAesSupportAndJoinsAsAes)
 TEST_F(SheetChoicesTest, OpenWithNoneJoinsAWpaNetworkWithoutAKey)
 {
     answer(0, 0, {}, {});
-    connectTo(wpaEntry(tkip, 2));
+    connectTo(wpaNetwork(tkip, 2));
     expectQueued(0, 1);
     EXPECT_TRUE(queued()->Profile()->pWpaKey.empty());
     EXPECT_TRUE(queued()->Profile()->pWepKey[0].empty());
@@ -141,7 +141,7 @@ TEST_F(SheetChoicesTest, OpenWithNoneJoinsAWpaNetworkWithoutAKey)
 TEST_F(SheetChoicesTest, SharedJoinsAWpaNetworkWithWepKeys)
 {
     answer(1, 1, u"WEPKey1Text"_qs, u"0123456789"_qs);
-    connectTo(wpaEntry(tkip, 2));
+    connectTo(wpaNetwork(tkip, 2));
     expectQueued(1, 0);
     EXPECT_TRUE(queued()->Profile()->pWpaKey.empty());
     EXPECT_EQ(queued()->Profile()->pWepKey[0].size(), 44U);
@@ -150,7 +150,7 @@ TEST_F(SheetChoicesTest, SharedJoinsAWpaNetworkWithWepKeys)
 TEST_F(SheetChoicesTest, SharedWithNoneJoinsAWpaNetworkWithWepKeysAndNoEncryption)
 {
     answer(1, 0, u"WEPKey1Text"_qs, u"0123456789"_qs);
-    connectTo(wpaEntry(tkip, 2));
+    connectTo(wpaNetwork(tkip, 2));
     expectQueued(1, 1);
     EXPECT_EQ(queued()->Profile()->pWepKey[0].size(), 44U);
 }
