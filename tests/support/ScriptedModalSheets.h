@@ -19,6 +19,7 @@ public:
     {
         shown.push_back(sheet.objectName());
         m_code.reset();
+        ++m_running;
         sheet.show();
         if (!users.empty()) {
             const User user = users.front();
@@ -26,6 +27,7 @@ public:
             user(sheet);
         }
         sheet.hide();
+        --m_running;
         return m_code.value_or(sheetCancelled);
     }
 
@@ -35,10 +37,13 @@ public:
         stops.push_back(code);
     }
 
+    [[nodiscard]] bool isRunning() const override { return m_running > 0; }
+
     std::deque<User> users;
     std::vector<QString> shown; // object names of the sheets, in order
     std::vector<int> stops;
 
 private:
     std::optional<int> m_code;
+    int m_running { 0 };
 };

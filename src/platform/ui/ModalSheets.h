@@ -15,4 +15,6 @@ public:
     [[nodiscard]] virtual int runModalForWindow(QDialog& sheet, QWidget& mainWindow) = 0;
     // Stops the innermost running sheet; a no-op if there is none.
     virtual void stopModalWithCode(int code) = 0;
+    // Assistive technology can press a button of a window that a sheet blocks for mouse and keyboard, so the pages ask.
+    [[nodiscard]] virtual bool isRunning() const = 0;
 };

@@ -368,11 +368,11 @@ void ProfileEditorController::saveProfile()
 void ProfileEditorController::OnOK()
 {
     traceEntry(className, "OnOK");
+    if (!VerifyKey() || !records)
+        return;
     // The button's shortcut does not move the focus, so the fields have not corrected their text yet.
     m_rtsThreshold.correctText();
     m_fragThreshold.correctText();
-    if (!VerifyKey() || !records)
-        return;
     const std::optional<std::size_t> edited
         = m_origin.IsNewData ? std::nullopt : std::optional(static_cast<std::size_t>(modifyIndex));
     m_store.putProfile(*records, createProfileData(), edited);

@@ -138,6 +138,8 @@ void ProfilePageController::RefreshProfileList()
 void ProfilePageController::OnAdd()
 {
     traceEntry(className, "OnAdd");
+    if (m_sheets.isRunning())
+        return;
     if (G_bDeviceExist == 0) {
         m_alerts.NSRunAlertPanel(QStringLiteral("Device not exist."),
             QStringLiteral("Please insert your Network Card and then set profile."), QStringLiteral("OK"));
@@ -150,6 +152,8 @@ void ProfilePageController::OnAdd()
 void ProfilePageController::OnEdit()
 {
     traceEntry(className, "OnEdit");
+    if (m_sheets.isRunning())
+        return;
     const int row = selectedRowOrAlert(QStringLiteral("Please select an item to edit."));
     if (row < 0)
         return;
@@ -167,6 +171,8 @@ void ProfilePageController::runEditor()
 void ProfilePageController::OnDelete()
 {
     traceEntry(className, "OnDelete");
+    if (m_sheets.isRunning())
+        return;
     const int row = selectedRowOrAlert(QStringLiteral("Please select an item to delete."));
     if (row < 0)
         return;
@@ -185,6 +191,8 @@ int ProfilePageController::selectedRowOrAlert(const QString& message)
 void ProfilePageController::OnActivate()
 {
     traceEntry(className, "OnActivate");
+    if (m_sheets.isRunning())
+        return;
     const int row = m_ui->profileList->selectedRow();
     if (row < 0 || static_cast<std::size_t>(row) >= records.size())
         return;

@@ -13,6 +13,8 @@
 
 #include <QItemSelectionModel>
 
+#include <utility>
+
 namespace {
 
 // Neither higher than other buttons nor of a changing width.
@@ -73,14 +75,16 @@ void NetworkViews::showChannels(bool shown)
     m_form.listLabel->setBuddy(view);
 }
 
-void NetworkViews::setNetworks(const std::vector<AccessPoint>& rows, int joinedRow)
+void NetworkViews::setNetworks(const std::vector<AccessPoint>& rows)
 {
-    m_channels.setNetworks(channelViewNetworks(rows), joinedRow);
+    m_newNetworks = channelViewNetworks(rows);
 }
 
 void NetworkViews::reloadData(int joinedRow)
 {
     m_list.reloadData();
+    if (m_newNetworks)
+        m_channels.setNetworks(*std::exchange(m_newNetworks, std::nullopt), joinedRow);
     m_channels.setJoinedRow(joinedRow);
     m_channels.setSelectedRow(m_list.selectedRow());
     updateEmptyTexts();

@@ -4,10 +4,12 @@
 #include <QString>
 
 #include <functional>
+#include <optional>
 #include <vector>
 
 class AccessPoint;
 class ChannelView;
+struct ChannelViewNetwork;
 class TableDataSource;
 class TableView;
 
@@ -26,8 +28,8 @@ public:
     NetworkViews(Ui::SiteSurveyPage& form, TableDataSource& source, const std::function<QString()>& emptyText);
     ~NetworkViews() override;
 
-    // The networks of the channel view; the list has them from its source.
-    void setNetworks(const std::vector<AccessPoint>& rows, int joinedRow);
+    // The networks that the channel view shows from the next reload on; the list has them from its source.
+    void setNetworks(const std::vector<AccessPoint>& rows);
     void reloadData(int joinedRow);
     void updateEmptyTexts();
     // Shows the row in the list when its network is joined. Only once: afterwards the user decides what is visible. A
@@ -47,5 +49,6 @@ private:
     Ui::SiteSurveyPage& m_form;
     TableView& m_list;
     ChannelView& m_channels;
+    std::optional<std::vector<ChannelViewNetwork>> m_newNetworks; // until the next reload
     QString m_joinedBssid; // of the row that was last shown; empty while none is joined
 };

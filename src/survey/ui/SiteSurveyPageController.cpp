@@ -92,10 +92,7 @@ void SiteSurveyPageController::awakeFromNib()
     setUpKey(QKeySequence::Refresh, *m_ui->Rescan);
     setUpKey(Qt::CTRL | Qt::Key_G, *m_ui->showChannels);
     m_joinSheets.awakeFromNib();
-    // The line keeps its room while it is empty, so that the list does not change its height.
-    QSizePolicy policy = m_ui->JoinStatus->sizePolicy();
-    policy.setRetainSizeWhenHidden(true);
-    m_ui->JoinStatus->setSizePolicy(policy);
+    m_ui->JoinStatus->reserveRoomFor(JoinProgress::longText());
     showJoinProgress();
 }
 
@@ -137,7 +134,7 @@ void SiteSurveyPageController::OnTimer()
 void SiteSurveyPageController::OnRescan()
 {
     traceEntry(className, "OnRescan");
-    if (m_sheetRunning)
+    if (m_sheets.isRunning())
         return;
     showNotice({});
     m_rescanProgress.begin(queueRescan());
@@ -164,9 +161,9 @@ void SiteSurveyPageController::RescanTimeFunc()
     AccessPointRowsResult result = accessPointRows(currentBssidList(), m_assertions);
     tableData = std::move(result.rows);
     m_rescanProgress.endUnlessQueued();
+    m_views.setNetworks(tableData);
     if (!result.complete)
         return;
-    m_views.setNetworks(tableData, G_bCurSelItem);
     reloadData();
     m_ui->ApList->deselectAll();
 }
@@ -180,7 +177,7 @@ void SiteSurveyPageController::ClearAPList()
 void SiteSurveyPageController::clearRows()
 {
     tableData.clear();
-    m_views.setNetworks({}, -1);
+    m_views.setNetworks({});
     reloadData();
 }
 
@@ -196,14 +193,13 @@ void SiteSurveyPageController::showJoinProgress()
         text = m_joinProgress.text();
     if (text.isEmpty())
         text = m_rescanProgress.text(G_bDeviceExist != 0);
-    m_ui->JoinStatus->setText(text.isEmpty() ? QStringLiteral(" ") : text); // as high as a line of text
-    m_ui->JoinStatus->setVisible(!text.isEmpty());
+    m_ui->JoinStatus->announce(text);
 }
 
 void SiteSurveyPageController::OnConnect()
 {
     traceEntry(className, "OnConnect");
-    if (m_sheetRunning)
+    if (m_sheets.isRunning())
         return;
     showNotice({});
     m_connection.TimerCount = 0;
@@ -219,7 +215,7 @@ void SiteSurveyPageController::OnConnect()
 void SiteSurveyPageController::OnAddProfile()
 {
     traceEntry(className, "OnAddProfile");
-    if (m_sheetRunning)
+    if (m_sheets.isRunning())
         return;
     showNotice({});
     const auto entry = selectedEntry();
@@ -273,7 +269,6 @@ void SiteSurveyPageController::showNotice(const QString& text)
     showJoinProgress();
 }
 
-// Assistive technology can press a button of a window that a sheet blocks for mouse and keyboard.
 bool SiteSurveyPageController::runSheet(QDialog& sheet)
 {
     const QPointer<QWidget> focus = window()->focusWidget();
@@ -287,7 +282,6 @@ bool SiteSurveyPageController::runSheet(QDialog& sheet)
 
 void SiteSurveyPageController::setSheetRunning(bool running)
 {
-    m_sheetRunning = running;
     for (QPushButton* const button : { m_ui->Rescan, m_ui->AddProfile, m_ui->Connect })
         button->setEnabled(!running);
     m_rowMenu.setBlocked(running);
@@ -356,7 +350,7 @@ void SiteSurveyPageController::resetFlag()
 void SiteSurveyPageController::SetTaskQueue(std::unique_ptr<PROFILE_DATA> record)
 {
     traceEntry(className, "SetTaskQueue");
-    const NDIS_802_11_SSID ssid = record->Ssid;
+    const NDIS_802_11_SSID ssid = record ? record->Ssid : NDIS_802_11_SSID();
     queueAndFollow(std::move(record), ssid, false);
 }
 

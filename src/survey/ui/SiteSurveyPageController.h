@@ -117,7 +117,6 @@ private:
     std::unique_ptr<Timer> SiteSurveyTimer;
     NetworkViews m_views;
     RowMenu m_rowMenu;
-    bool m_sheetRunning { false };
     std::vector<AccessPoint> tableData;
     ConnectionState m_connection;
     JoinProgress m_joinProgress;

@@ -173,6 +173,24 @@ TEST_F(ProfilePageTest, ListIsReloadedAfterCancel)
     EXPECT_EQ(table->model()->index(0, 1).data().toString(), u"from elsewhere"_qs);
 }
 
+// Assistive technology can press the buttons of the window behind a sheet.
+TEST_F(ProfilePageTest, ButtonsDoNothingWhileTheEditorIsOpen)
+{
+    haveProfiles(three());
+    table->selectRowNumber(1);
+    sheets.users.emplace_back([this](QDialog& sheet) {
+        for (const auto& button : { u"Add"_qs, u"Edit"_qs, u"Delete"_qs, u"Activate"_qs })
+            press(button);
+        EXPECT_EQ(sheet.findChild<QLineEdit*>(u"ProfileName"_qs)->text(), u"two"_qs);
+        EXPECT_TRUE(prefs.arrayForKey(u"Profile Setting"_qs).value_or(PropertyDictionaries()).empty());
+        pressButton(sheet, QDialogButtonBox::Ok);
+    });
+    press(u"Edit"_qs);
+    EXPECT_EQ(names(inFile()), (Names { u"one"_qs, u"two"_qs, u"three"_qs }));
+    EXPECT_EQ(sheets.shown.size(), 1U);
+    EXPECT_TRUE(alerts.alerts.empty());
+}
+
 TEST_F(ProfilePageTest, DeleteRemovesTheProfileFromFileAndDefaultsWithoutConfirmation)
 {
     haveProfiles(three());

@@ -1,5 +1,8 @@
 #include "tests/profiles/ui/ProfileEditorFixture.h"
 
+#include <functional>
+#include <vector>
+
 namespace {
 
 struct Threshold {
@@ -100,17 +103,37 @@ TEST_P(ThresholdFieldsTest, TextIsSavedRegardlessOfTheCheckBox)
     EXPECT_EQ(saved().front().text(QString::fromLatin1(GetParam().key)), u"512"_qs);
 }
 
-TEST_P(ThresholdFieldsTest, EditedProfileShowsAndSavesThePreviousThresholds)
+TEST_P(ThresholdFieldsTest, EachOpeningShowsAndSavesThePreviousThresholds)
 {
     turnOn();
     type(text, u"777"_qs);
     press(QDialogButtonBox::Cancel);
     store.saveRecords({ sampleProfile() });
-    editor.EditInit(0);
-    EXPECT_TRUE(check.isChecked());
-    EXPECT_EQ(text.text(), u"777"_qs);
+    const std::vector<std::function<void()>> openings { [this] { editor.EditInit(0); }, [this] { editor.AddInit(); },
+        [this] {
+            ProfileProposal network;
+            network.EcrypStatus = Ndis802_11EncryptionDisabled;
+            EXPECT_TRUE(editor.AddProfile(network));
+        } };
+    for (const auto& open : openings) {
+        open();
+        EXPECT_TRUE(check.isChecked());
+        EXPECT_EQ(text.text(), u"777"_qs);
+        EXPECT_EQ(slider.value(), 777);
+        pressOk();
+        EXPECT_EQ(saved().back().text(QString::fromLatin1(GetParam().key)), u"777"_qs);
+    }
+}
+
+TEST_P(ThresholdFieldsTest, RefusedKeyLeavesTheTypedText)
+{
+    turnOn();
+    choose(combo(u"AuthenType"_qs), 2);
+    type(field(u"WPAPreSharedKey"_qs), u"short"_qs);
+    text.clear();
     pressOk();
-    EXPECT_EQ(saved().front().text(QString::fromLatin1(GetParam().key)), u"777"_qs);
+    ASSERT_EQ(alerts.alerts.size(), 1U);
+    EXPECT_EQ(text.text(), QString());
 }
 
 INSTANTIATE_TEST_SUITE_P(Each, ThresholdFieldsTest,

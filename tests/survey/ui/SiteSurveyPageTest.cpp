@@ -166,6 +166,11 @@ TEST_F(SiteSurveyPageTest, KeepsButDoesNotShowTheRowsBeforeAFailedAssertion)
     EXPECT_EQ(assertions.failures.front().method, "RescanTimeFunc");
     EXPECT_EQ(page.numberOfRowsInTableView(), 1);
     EXPECT_EQ(table->numberOfRows(), 0);
+    const QString inChannelView = u"a on channel"_qs;
+    EXPECT_FALSE(channels->accessibleDescription().contains(inChannelView));
+    page.ProbeConnectStatus(); // reloads the table
+    EXPECT_EQ(table->numberOfRows(), 1);
+    EXPECT_TRUE(channels->accessibleDescription().contains(inChannelView));
 }
 
 TEST_F(SiteSurveyPageTest, MarksOnlyTheConnectedRow)
@@ -273,6 +278,7 @@ TEST_F(SiteSurveyPageTest, ShowsAtOnceThatItIsGoingToScan)
     rescan->click();
     EXPECT_TRUE(line->isVisible());
     EXPECT_EQ(line->text(), u"Searching for networks…"_qs);
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(line)->text(QAccessible::Name), line->text());
     QCoreApplication::processEvents();
     EXPECT_EQ(table->height(), height) << "the line has its room reserved";
     runLoop.advance(2000ms);
