@@ -16,6 +16,6 @@ class QWindow;
 // The message that ends the launcher's feedback, in the parts in which it is sent.
 [[nodiscard]] std::vector<QByteArray> launchEndParts(const QByteArray& startupId);
 
-// Ends the launcher's feedback and gives the window the focus with the time of the launch: window managers refuse it to
-// a window whose last use is older than that of the active one. A no-op on other platforms.
+// Ends the launcher's feedback and gives the window the focus with the time of the launch. Without it, window managers
+// refuse the focus to a window that was last used before the active one. A no-op on other platforms.
 void activateForLaunch(const QWindow& window, const QByteArray& startupId);

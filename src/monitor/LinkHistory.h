@@ -37,7 +37,7 @@ public:
     [[nodiscard]] std::optional<LinkSample> at(std::size_t age) const;
     // False if there are only gaps.
     [[nodiscard]] bool hasSamples() const { return m_sampleCount != 0; }
-    // Over both directions; 0 if there is none.
+    // The highest known throughput in either direction; 0 if none is known.
     [[nodiscard]] std::uint32_t maxThroughputKbps() const;
 
 private:

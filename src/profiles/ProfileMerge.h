@@ -11,6 +11,6 @@
 [[nodiscard]] ProfileList mergedProfiles(
     const ProfileList& base, const ProfileList& changed, const ProfileList& stored);
 
-// Where the list has this profile now, which was in this row; std::nullopt if it was deleted or changed.
+// The present row of the profile that was in this row; std::nullopt if it was deleted or changed.
 [[nodiscard]] std::optional<std::size_t> currentRow(
     const ProfileList& records, const Profile& profile, std::size_t row);

@@ -31,8 +31,8 @@ public:
     // change.
     void loadActivation(ProfileList& recordActivate) const;
 
-    // Changes the list to the latest one with the profile: in place of the one that `records` has in the edited row, or else
-    // at the end. One that another program changed or deleted meanwhile is not replaced, so that neither is lost.
+    // Replaces `records` by the latest list and puts the profile into it: over the one from the edited row, or at the end
+    // if it is new or another program has changed or deleted that one, so that neither version is lost.
     void putProfile(ProfileList& records, Profile profile, std::optional<std::size_t> editedRow) const;
 
     // Backs up an unreadable file before replacing it.
@@ -47,7 +47,8 @@ public:
     void deleteRecord(ProfileList& records, ProfileList& recordActivate, int row);
 
 private:
-    // After a failed save, the list that was not saved, with what another program has changed since.
+    // The list in the defaults; after a failed save, the list that was not saved, with what another program has changed
+    // since.
     [[nodiscard]] std::optional<ProfileList> recordsInDefaults() const;
     void storeInDefaults(const ProfileList& records);
     void synchronizeDefaults();

@@ -13,7 +13,7 @@ struct ListedNetwork {
     BssidEntry entry;
 };
 
-// The entry at the index, if it is of the displayed network.
+// The entry at the index, if it describes the displayed network.
 [[nodiscard]] std::optional<BssidEntry> entryAtRow(std::span<std::byte> list, int row, const AccessPoint& displayed);
 
 // The first entry of the displayed network.

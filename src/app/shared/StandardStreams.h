@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-// The program goes on without its lines on standard error if nobody can read them.
+// The program keeps running when nobody can read its standard error; the lines are lost.
 
 // Opens /dev/null in place of closed standard streams, so that no file or socket takes their descriptors, ignores
 // SIGPIPE, and sends Qt's messages through writeToStandardError(). Call it first in main().

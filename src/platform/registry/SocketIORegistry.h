@@ -19,7 +19,7 @@ enum class DirectoryTrust;
 [[nodiscard]] std::vector<std::string> defaultRegistryRoots();
 
 // The I/O registry on top of listening sockets ROOT/CLASS/INSTANCE (docs/driver-protocol.md). A class directory that
-// other users could write to is skipped, with one line on standard error the first time.
+// other users could write to is skipped, with one line on standard error each time it becomes so.
 class SocketIORegistry final : public IORegistry {
 public:
     // requestTimeout applies to a request as a whole: opening a user client and the calls on it. A service that lets a

@@ -33,7 +33,7 @@ public:
 
     // Creates missing directories and the temporary file. Fails with timed_out while another program is saving.
     [[nodiscard]] SaveResult open(std::chrono::milliseconds lockTimeout = defaultLockTimeout);
-    // Replaces the file; once, after open succeeded.
+    // Replaces the file. Call it once, after open() has succeeded.
     [[nodiscard]] SaveResult commit(const QByteArray& content);
 
 private:

@@ -15,7 +15,7 @@ public:
     // std::nullopt for a key without a list; the list may be empty.
     [[nodiscard]] virtual std::optional<PropertyDictionaries> arrayForKey(const QString& key) const = 0;
 
-    // The same without the changes that are not written to disk, or could not be.
+    // The list as saved on disk, without changes not yet written.
     [[nodiscard]] virtual std::optional<PropertyDictionaries> savedArrayForKey(const QString& key) const = 0;
 
     virtual void setArray(const QString& key, const PropertyDictionaries& array) = 0;

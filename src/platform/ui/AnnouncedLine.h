@@ -14,7 +14,7 @@ public:
     // Without a text to display, the message itself is displayed.
     void announce(const QString& message, const QString& displayText = {});
 
-    // Keeps the room for a text of this length, so that announcements do not move the widgets around the line.
+    // Reserves the space that this text needs, so that announcements do not move the widgets around the line.
     void reserveRoomFor(const QString& text);
 
     [[nodiscard]] int heightForWidth(int width) const override;

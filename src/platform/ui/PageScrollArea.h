@@ -5,7 +5,7 @@
 class QTabWidget;
 
 // The place of a page in its tab. A page that does not fit is scrolled, and the control with the focus stays visible. A
-// sheet with such pages opens large enough to show all of the largest, if the screen is.
+// sheet with such pages opens large enough for its largest page, as far as the screen allows.
 class PageScrollArea final : public QScrollArea {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(PageScrollArea)
@@ -19,7 +19,7 @@ public:
     explicit PageScrollArea(QWidget& page, MinWidth minWidth, QWidget* parent = nullptr);
     ~PageScrollArea() override;
 
-    // Puts a page of the tabs into a scroll area in its place, and selects the first tab.
+    // Wraps a tab's page in a scroll area and selects the first tab.
     static void wrapTab(QTabWidget& tabs, QWidget& page, MinWidth minWidth);
 
     // If a button has the focus, moves it to the page's first other control, so a stray Space presses nothing.

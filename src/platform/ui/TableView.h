@@ -12,11 +12,10 @@
 #include <functional>
 #include <vector>
 
-// A table with a data source. Row numbers are those of the source, regardless of sorting. Clicking a header sorts in
-// ascending order (TableColumn::descendingFirst: in descending order), then in the opposite order, then restores the
-// order of the source. At most one row is selected. Cursor
-// keys select the row they move to; typing searches the first text column. The frame of the table shows the focus, so that
-// no row looks selected that is not.
+// A table with a data source. Row numbers are those of the source, regardless of sorting. A click on a header sorts in
+// ascending order (descending with TableColumn::descendingFirst), a second one reverses it, a third restores the
+// source's order. At most one row is selected. Cursor keys select the row they move to; typing searches the first text
+// column. The frame of the table shows the focus, so an unselected row never looks selected.
 class TableView : public QTableView {
     Q_OBJECT
 

@@ -21,7 +21,7 @@ public:
 struct ConnectionState {
     std::uint8_t runFlag { 0 }; // a task is running
     std::uint8_t SetSsid { 0 }; // the last connection from the site survey was made by SSID
-    std::uint8_t SetBssid { 0 }; // or by BSSID
+    std::uint8_t SetBssid { 0 }; // the last connection from the site survey was made by BSSID
     std::int32_t TimerCount { 0 }; // -1 after the link has been up
     bool linkUp { false }; // at the last probe
     NDIS_802_11_SSID SsidSet {};

@@ -22,7 +22,7 @@ public:
 
     // Empty if no connection is in progress.
     [[nodiscard]] QString text() const;
-    // A text as long as any of a name with ordinary letters, to reserve room for.
+    // The longest text for a name of ordinary letters; for reserving space.
     [[nodiscard]] static QString longText();
 
 private:

@@ -32,7 +32,8 @@ struct PROFILE_DATA {
     std::int32_t PowerSaveMode { 0 }; // value of OID_802_11_POWER_MODE
     std::uint8_t CamWhenAcPower { 0 }; // carried, not sent
     std::uint32_t ChannelFreq { 0 }; // kHz; the channel of an ad hoc network
-    std::uint8_t SetWirelessMode { 0 }; // non-zero: also send wireless mode, station configuration and rates
+    // Non-zero: also send wireless mode, station configuration and rates. The utility never sets it.
+    std::uint8_t SetWirelessMode { 0 };
     NDIS_802_11_RATES DesiredRates {};
     VX_802_11_STA_CONFIG StaConfig {};
     std::uint8_t DisassociateFirst { 0 }; // non-zero: disassociate before applying the settings

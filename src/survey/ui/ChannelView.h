@@ -12,7 +12,7 @@
 
 class QHelpEvent;
 
-// The networks of the list, drawn over the channel axis as high as their signal. A click or the keyboard selects a
+// The networks of the list, each drawn at its channel, as high as its signal. A click or the keyboard selects a
 // network: Left and Right along the axis, Up and Down by signal, Home and End. A double click or Return activates it.
 // The accessible description holds the same in words.
 class ChannelView final : public QFrame {

@@ -19,7 +19,7 @@ struct ChannelViewGeometry {
         double left;
         double right;
     };
-    // The 2.4 GHz band is always there, the 5 GHz band where it has networks.
+    // The 2.4 GHz band is always shown, the 5 GHz band only if it has networks.
     struct Pane {
         ChannelBand band;
         QRectF area;

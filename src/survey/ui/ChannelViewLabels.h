@@ -19,8 +19,8 @@ struct ChannelViewLabel {
 };
 
 // Places names so that they do not overlap: the joined network's first, then the strongest. A crowded name moves up or
-// down by whole lines, is elided, or is left out. The selected network always has its name, in place of others where
-// they are in its way. The labels point into the geometry.
+// down by whole lines, is elided, or is left out. The selected network is always named; names in
+// its way are left out. The labels point into the geometry.
 [[nodiscard]] std::vector<ChannelViewLabel> placeChannelViewLabels(
     const ChannelViewGeometry& geometry, const ChannelViewModel& model, const QFontMetrics& metrics);
 

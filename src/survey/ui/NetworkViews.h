@@ -32,13 +32,13 @@ public:
     void setNetworks(const std::vector<AccessPoint>& rows);
     void reloadData(int joinedRow);
     void updateEmptyTexts();
-    // Shows the row in the list when its network is joined. Only once: afterwards the user decides what is visible. A
-    // selected row does not move away from the pointer either. -1 if no row is joined.
+    // Scrolls the list to the joined row, unless another row is selected. Once per join: afterwards the user decides
+    // what is visible.
     void showJoined(int row, const QString& bssid);
     void forgetJoined() { m_joinedBssid.clear(); }
 
 Q_SIGNALS:
-    // A network of the channel view, which is selected now.
+    // The user activated a network in the channel view; it is selected now.
     void networkActivated();
 
 private:

@@ -29,7 +29,7 @@ public:
 
     void awakeFromNib();
 
-    // 0 lists "WPA-NONE" as the third authentication, 1 "WPA-PSK"; the first item is selected. Other values do nothing.
+    // Lists authenticationItems(kind) (SecurityControlRules.h) and selects the first. A no-op for any other kind.
     void setAuthenTypeComboText(int kind);
     void setAuthenTypeCombo(int index);
     void setEncryTypeCombo(int index);

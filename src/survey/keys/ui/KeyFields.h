@@ -52,7 +52,7 @@ public:
     void hideKeys();
     // Focuses the field that the user has to fill in. Returns false if all fields are disabled.
     [[nodiscard]] bool focusFirstKey();
-    // Focuses the field that these values get refused for.
+    // Focuses the field whose value keyRefusal() refuses.
     void focusRefusedKey(const KeyControls& controls);
 
 protected:
