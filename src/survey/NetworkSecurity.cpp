@@ -1,7 +1,7 @@
 #include "survey/NetworkSecurity.h"
 
 #include "app/shared/Trace.h"
-#include "driver/records/DisplayNames.h"
+#include "survey/DisplayNames.h"
 
 WpaClass wpaClassOf(const BssidEntry& entry, const WpaElement& element, std::uint16_t pairwiseSuites)
 {

@@ -1,7 +1,6 @@
 #include "driver/MacAddressText.h"
 #include "driver/VX7100Access.h"
 #include "driver/records/ChannelTable.h"
-#include "driver/records/DisplayNames.h"
 #include "driver/records/NdisRecords.h"
 #include "driver/records/RegulatoryChannels.h"
 #include "driver/records/VxRecords.h"
@@ -13,7 +12,6 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -45,30 +43,6 @@ TEST(ChannelOfFrequency, FindsOnlyExactFrequencies)
     EXPECT_EQ(channelOfFrequency(2419000), -1);
     EXPECT_EQ(channelOfFrequency(0), -1);
     EXPECT_EQ(channelOfFrequency(2412), -1);
-}
-
-template <std::size_t size> std::vector<std::string_view> displayNames(const std::array<std::string_view, size>& table)
-{
-    std::vector<std::string_view> names;
-    for (std::size_t value = 0; value < size; ++value)
-        names.push_back(displayName(table, value));
-    return names;
-}
-
-TEST(DisplayNames, AreIndexedByDriverValueAndEmptyForStatesThatAreNeverShown)
-{
-    using Names = std::vector<std::string_view>;
-    EXPECT_EQ(displayNames(strAryEncryption), (Names { "WEP", "Not Used", "", "", "TKIP", "", "AES", "" }));
-    EXPECT_EQ(displayNames(strAryNetworkType), (Names { "Ad Hoc", "Infrastructure", "Automatic" }));
-    EXPECT_EQ(
-        displayNames(strAryAuthenType), (Names { "Open System", "Shared Key", "", "WPA", "WPA-PSK", "WPA-None" }));
-}
-
-TEST(DisplayNames, AreEmptyForValuesOutsideTheTable)
-{
-    EXPECT_EQ(displayName(strAryEncryption, 8), "");
-    EXPECT_EQ(displayName(strAryNetworkType, -1), "");
-    EXPECT_EQ(displayName(strAryNetworkType, 0x7FFFFFFF), "");
 }
 
 template <std::size_t size> std::vector<int> channelsOf(const std::array<std::uint8_t, size>& list)
