@@ -1,4 +1,4 @@
-#include "services/card/TerminationSignals.h"
+#include "services/host/TerminationSignals.h"
 #include "services/simulator/SimulatorOptions.h"
 #include "services/simulator/control/ControlCommands.h"
 #include "services/simulator/control/ControlServer.h"

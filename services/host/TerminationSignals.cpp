@@ -1,4 +1,4 @@
-#include "services/card/TerminationSignals.h"
+#include "services/host/TerminationSignals.h"
 
 #include <csignal>
 
