@@ -1,15 +1,14 @@
 #include "services/host/ListeningSocket.h"
 
+#include "posix/SocketAddress.h"
 #include "posix/SystemError.h"
 
-#include <cstring>
 #include <utility>
 
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
-#include <sys/un.h>
 
 namespace {
 
@@ -54,25 +53,14 @@ std::error_code openClassDirectory(const std::string& root, const std::string& c
 
 // Socket addresses hold at most 107 bytes, but registry paths may be longer: the address names the directory by its
 // descriptor.
-std::error_code makeAddress(int directory, const std::string& name, sockaddr_un& address)
+std::optional<sockaddr_un> addressIn(int directory, const std::string& name)
 {
-    const std::string path = "/proc/self/fd/" + std::to_string(directory) + '/' + name;
-    if (path.size() >= sizeof(address.sun_path))
-        return std::make_error_code(std::errc::filename_too_long);
-    address = {};
-    address.sun_family = AF_UNIX;
-    std::memcpy(address.sun_path, path.c_str(), path.size() + 1);
-    return {};
+    return socketAddress("/proc/self/fd/" + std::to_string(directory) + '/' + name);
 }
 
 FileDescriptor makeSocket(int type)
 {
     return FileDescriptor(::socket(AF_UNIX, type | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
-}
-
-const sockaddr* generic(const sockaddr_un& address)
-{
-    return reinterpret_cast<const sockaddr*>(&address);
 }
 
 // On success the name is free. Removes only a socket that refuses connections.
@@ -93,12 +81,12 @@ std::error_code removeStaleSocket(int directory, const std::string& name, int ty
 
 std::error_code bindAndListen(int directory, const std::string& name, int type, int socket)
 {
-    sockaddr_un address {};
-    if (const auto error = makeAddress(directory, name, address))
+    const auto address = addressIn(directory, name);
+    if (!address)
+        return std::make_error_code(std::errc::filename_too_long);
+    if (const auto error = removeStaleSocket(directory, name, type, *address))
         return error;
-    if (const auto error = removeStaleSocket(directory, name, type, address))
-        return error;
-    if (::bind(socket, generic(address), sizeof(address)) != 0 || ::listen(socket, SOMAXCONN) != 0)
+    if (::bind(socket, generic(*address), sizeof(*address)) != 0 || ::listen(socket, SOMAXCONN) != 0)
         return lastSystemError();
     return {};
 }

@@ -1,11 +1,11 @@
 #include "app/SingleInstance.h"
 
+#include "posix/SocketAddress.h"
+
 #include <QCryptographicHash>
 
-#include <algorithm>
 #include <array>
 #include <chrono>
-#include <cstring>
 #include <thread>
 #include <utility>
 
@@ -14,7 +14,6 @@
 #include <sys/file.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
-#include <sys/un.h>
 #include <unistd.h>
 
 namespace {
@@ -35,19 +34,10 @@ bool isOwnDirectory(const std::string& directory)
         && status.st_uid == ::geteuid() && (status.st_mode & (S_IWGRP | S_IWOTH)) == 0;
 }
 
-bool setAddress(sockaddr_un& address, const std::string& path)
-{
-    if (path.size() >= sizeof(address.sun_path))
-        return false;
-    address.sun_family = AF_UNIX;
-    std::copy(path.begin(), path.end(), address.sun_path);
-    return true;
-}
-
 template <typename Call> bool withAddress(const std::string& path, Call call)
 {
-    sockaddr_un address {};
-    return setAddress(address, path) && call(reinterpret_cast<const sockaddr*>(&address), sizeof(address)) == 0;
+    const auto address = socketAddress(path);
+    return address && call(generic(*address), sizeof(*address)) == 0;
 }
 
 bool isReadable(int descriptor, int limitMs)

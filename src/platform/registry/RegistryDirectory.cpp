@@ -1,20 +1,17 @@
 #include "platform/registry/RegistryDirectory.h"
 
+#include "posix/SocketAddress.h"
 #include "posix/SystemError.h"
 
 #include <algorithm>
 #include <cerrno>
-#include <charconv>
-#include <iterator>
 #include <memory>
-#include <string_view>
 #include <utility>
 
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
-#include <sys/un.h>
 
 namespace {
 
@@ -82,12 +79,10 @@ FileDescriptor openInstance(int directory, const char* name)
 
 std::error_code connectToInstance(const FileDescriptor& socket, const FileDescriptor& instance)
 {
-    constexpr std::string_view openFiles = "/proc/self/fd/";
-    sockaddr_un address {};
-    address.sun_family = AF_UNIX;
-    char* const number = std::copy(openFiles.begin(), openFiles.end(), std::begin(address.sun_path));
-    (void)std::to_chars(number, std::end(address.sun_path) - 1, instance.get());
-    if (::connect(socket.get(), reinterpret_cast<const sockaddr*>(&address), sizeof(address)) != 0)
+    const auto address = socketAddress("/proc/self/fd/" + std::to_string(instance.get()));
+    if (!address)
+        return std::make_error_code(std::errc::filename_too_long);
+    if (::connect(socket.get(), generic(*address), sizeof(*address)) != 0)
         return lastSystemError();
     return {};
 }
