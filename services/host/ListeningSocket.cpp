@@ -1,5 +1,6 @@
 #include "services/host/ListeningSocket.h"
 
+#include "posix/FileTrust.h"
 #include "posix/SocketAddress.h"
 #include "posix/SystemError.h"
 
@@ -25,14 +26,12 @@ std::error_code makeDirectory(int parent, const std::string& path)
     return {};
 }
 
-// Anyone who may write to the directory could replace our socket with their own.
 std::error_code checkTrusted(int directory)
 {
     struct stat status { };
     if (::fstat(directory, &status) != 0)
         return lastSystemError();
-    const bool isOwned = status.st_uid == 0 || status.st_uid == ::geteuid();
-    if (!isOwned || (status.st_mode & (S_IWGRP | S_IWOTH)) != 0)
+    if (!isOwnedByRootOrUser(status) || isWritableByOthers(status))
         return std::make_error_code(std::errc::operation_not_permitted);
     return {};
 }

@@ -1,5 +1,6 @@
 #include "app/SingleInstance.h"
 
+#include "posix/FileTrust.h"
 #include "posix/SocketAddress.h"
 
 #include <QCryptographicHash>
@@ -31,7 +32,7 @@ bool isOwnDirectory(const std::string& directory)
 {
     struct stat status { };
     return !directory.empty() && ::stat(directory.c_str(), &status) == 0 && S_ISDIR(status.st_mode)
-        && status.st_uid == ::geteuid() && (status.st_mode & (S_IWGRP | S_IWOTH)) == 0;
+        && isOwnedByUser(status) && !isWritableByOthers(status);
 }
 
 template <typename Call> bool withAddress(const std::string& path, Call call)

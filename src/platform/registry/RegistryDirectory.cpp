@@ -1,5 +1,6 @@
 #include "platform/registry/RegistryDirectory.h"
 
+#include "posix/FileTrust.h"
 #include "posix/SocketAddress.h"
 #include "posix/SystemError.h"
 
@@ -20,9 +21,9 @@ DirectoryTrust trustIn(const FileDescriptor& directory)
     struct stat status { };
     if (::fstat(directory.get(), &status) != 0)
         return DirectoryTrust::NotReadable;
-    if (status.st_uid != 0 && status.st_uid != ::geteuid())
+    if (!isOwnedByRootOrUser(status))
         return DirectoryTrust::ForeignOwner;
-    if ((status.st_mode & (S_IWGRP | S_IWOTH)) != 0)
+    if (isWritableByOthers(status))
         return DirectoryTrust::WritableByOthers;
     return DirectoryTrust::Trusted;
 }
