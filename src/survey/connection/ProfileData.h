@@ -2,7 +2,7 @@
 
 #include "driver/records/NdisRecords.h"
 #include "driver/records/VxRecords.h"
-#include "survey/connection/SecureMemory.h"
+#include "posix/SecureMemory.h"
 
 #include <QtGlobal>
 

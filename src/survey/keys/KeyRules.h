@@ -1,6 +1,6 @@
 #pragma once
 
-#include "survey/connection/SecureMemory.h"
+#include "posix/SecureMemory.h"
 
 #include <QString>
 

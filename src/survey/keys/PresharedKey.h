@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/NetworkName.h"
-#include "survey/connection/SecureMemory.h"
+#include "posix/SecureMemory.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,4 +1,4 @@
-#include "survey/connection/SecureMemory.h"
+#include "posix/SecureMemory.h"
 
 #include <gtest/gtest.h>
 
