@@ -1,7 +1,7 @@
 #pragma once
 
+#include "services/card/CardSettings.h"
 #include "services/simulator/card/Association.h"
-#include "services/simulator/card/CardSettings.h"
 #include "services/simulator/card/Counters.h"
 #include "services/simulator/card/Neighbourhood.h"
 #include "services/simulator/card/ScanList.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "services/simulator/card/CardSettings.h"
+#include "services/card/CardSettings.h"
 #include "services/simulator/scenario/Scenario.h"
 
 #include <optional>

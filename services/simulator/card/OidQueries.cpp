@@ -1,4 +1,5 @@
 #include "driver/records/Oids.h"
+#include "services/card/SettingRequests.h"
 #include "services/simulator/card/Beacon.h"
 #include "services/simulator/card/LinkModel.h"
 #include "services/simulator/card/OidHandlers.h"
@@ -9,11 +10,6 @@
 namespace {
 
 using Answer = std::optional<Bytes>;
-
-template <auto member> Answer settingOf(CardState& state)
-{
-    return bytesOf(state.settings.*member);
-}
 
 Answer mediaStatus(CardState& state)
 {
@@ -111,11 +107,6 @@ Answer linkCounters(CardState& state)
     return bytesOf(record);
 }
 
-Answer radio(CardState& state)
-{
-    return bytesOf(std::array<std::uint8_t, 4> { state.settings.radioOn ? std::uint8_t { 1 } : std::uint8_t { 0 } });
-}
-
 Answer stationConfig(CardState& state)
 {
     VX_802_11_STA_CONFIG record = state.settings.stationConfig;
@@ -142,27 +133,16 @@ constexpr std::array queries {
     QueryRow { OID_802_3_CURRENT_ADDRESS, sizeof(MacAddress), currentAddress },
     QueryRow { OID_802_11_BSSID, sizeof(MacAddress), bssid },
     QueryRow { OID_802_11_SSID, sizeof(NDIS_802_11_SSID), ssid },
-    QueryRow { OID_802_11_INFRASTRUCTURE_MODE, 4, settingOf<&CardSettings::infrastructureMode> },
-    QueryRow { OID_802_11_AUTHENTICATION_MODE, 4, settingOf<&CardSettings::authenticationMode> },
-    QueryRow { OID_802_11_ENCRYPTION_STATUS, 4, settingOf<&CardSettings::encryptionStatus> },
     QueryRow { VX_OID_802_11_EVENT_FLAG, 4, eventFlag },
     QueryRow { VX_OID_802_11_READY_FLAG, 4, readyFlag },
     QueryRow { OID_802_11_NETWORK_TYPES_SUPPORTED, sizeof(NDIS_802_11_NETWORK_TYPE_LIST), networkTypes },
     QueryRow { OID_802_11_RSSI, 4, rssi },
-    QueryRow { OID_802_11_FRAGMENTATION_THRESHOLD, 4, settingOf<&CardSettings::fragmentationThresholdBytes> },
-    QueryRow { OID_802_11_RTS_THRESHOLD, 4, settingOf<&CardSettings::rtsThresholdBytes> },
-    QueryRow { OID_802_11_DESIRED_RATES, sizeof(NDIS_802_11_RATES), settingOf<&CardSettings::desiredRates> },
     QueryRow { OID_802_11_CONFIGURATION, sizeof(NDIS_802_11_CONFIGURATION), configuration },
-    QueryRow { OID_802_11_POWER_MODE, 4, settingOf<&CardSettings::powerMode> },
     QueryRow { OID_802_11_BSSID_LIST, ListDelivery::chunkBytes, bssidList },
     QueryRow { VX_OID_802_11_BSSID_LIST_NEXT, ListDelivery::chunkBytes, bssidListNext },
     QueryRow { OID_802_11_STATISTICS, sizeof(NDIS_802_11_STATISTICS), statistics },
-    QueryRow { VX_OID_802_11_PREAMBLE, 4, settingOf<&CardSettings::preamble> },
     QueryRow { VX_OID_802_11_LINK_COUNTERS, sizeof(VX_802_11_LINK_COUNTERS), linkCounters },
-    QueryRow { VX_OID_802_11_RADIO, 4, radio },
-    QueryRow { VX_OID_802_11_PHY_MODE, 4, settingOf<&CardSettings::phyMode> },
     QueryRow { VX_OID_802_11_STA_CONFIG, sizeof(VX_802_11_STA_CONFIG), stationConfig },
-    QueryRow { VX_OID_802_11_TX_POWER, 4, settingOf<&CardSettings::transmitPowerPercent> },
     QueryRow { VX_OID_802_11_EEPROM_VERSION, 4, eepromVersion },
 };
 
@@ -174,5 +154,6 @@ std::optional<Bytes> answerQuery(CardState& state, std::uint32_t oid, std::uint3
         if (row.oid == oid)
             return replyCapacity >= row.length ? row.answer(state) : std::nullopt;
     }
-    return std::nullopt;
+    Answer setting = storedSetting(state.settings, oid);
+    return setting && replyCapacity >= setting->size() ? setting : std::nullopt;
 }

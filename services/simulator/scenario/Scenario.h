@@ -1,6 +1,7 @@
 #pragma once
 
 #include "driver/records/NdisRecords.h"
+#include "services/card/CardSettings.h"
 
 #include <array>
 #include <cstdint>
@@ -12,13 +13,8 @@
 // A scenario file describes a card and the networks around it (docs/scenario.md).
 
 inline constexpr std::size_t maxSsidBytes = 32;
-inline constexpr std::size_t wep40KeyBytes = 5;
-inline constexpr std::size_t wep104KeyBytes = 13;
 inline constexpr std::size_t minPassphraseBytes = 8;
 inline constexpr std::size_t maxPassphraseBytes = 63;
-inline constexpr std::size_t presharedKeyBytes = 32;
-
-using PresharedKey = std::array<std::uint8_t, presharedKeyBytes>;
 
 enum class Security {
     Open,

@@ -1,4 +1,4 @@
-#include "services/simulator/card/CardSettings.h"
+#include "services/card/CardSettings.h"
 
 #include "services/card/RecordBytes.h"
 
@@ -10,7 +10,7 @@ constexpr MacAddress broadcastAddress { 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF };
 
 struct KeyRecord {
     NDIS_802_11_KEY head {};
-    std::vector<std::uint8_t> material;
+    WepKey material;
 };
 
 std::optional<KeyRecord> keyRecord(std::span<const std::byte> record)

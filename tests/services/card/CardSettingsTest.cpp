@@ -1,6 +1,6 @@
-#include "services/simulator/card/CardSettings.h"
+#include "services/card/CardSettings.h"
 
-#include "tests/services/simulator/card/CardUnderTest.h"
+#include "tests/services/card/RequestRecords.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +8,7 @@ namespace {
 
 const std::string pmk(32, '\x5A');
 
-std::string text(const std::vector<std::uint8_t>& bytes)
+std::string text(const WepKey& bytes)
 {
     return { bytes.begin(), bytes.end() };
 }
