@@ -19,11 +19,13 @@ bool isFileName(const std::string& name)
         && name.find_first_of(std::string("/\0", 2)) == std::string::npos;
 }
 
-std::error_code makeDirectory(int parent, const std::string& path)
+// Leaves the mode of an existing directory alone.
+std::error_code makeDirectory(int parent, const std::string& path, mode_t mode)
 {
-    if (::mkdirat(parent, path.c_str(), 0700) != 0 && errno != EEXIST)
-        return lastSystemError();
-    return {};
+    if (::mkdirat(parent, path.c_str(), 0700) != 0)
+        return errno == EEXIST ? std::error_code() : lastSystemError();
+    // The umask must not take away what the mode grants.
+    return ::fchmodat(parent, path.c_str(), mode, 0) == 0 ? std::error_code() : lastSystemError();
 }
 
 std::error_code checkTrusted(int directory)
@@ -36,14 +38,15 @@ std::error_code checkTrusted(int directory)
     return {};
 }
 
-std::error_code openClassDirectory(const std::string& root, const std::string& className, FileDescriptor& directory)
+std::error_code openClassDirectory(
+    const std::string& root, const std::string& className, mode_t mode, FileDescriptor& directory)
 {
-    if (const auto error = makeDirectory(AT_FDCWD, root))
+    if (const auto error = makeDirectory(AT_FDCWD, root, mode))
         return error;
     const FileDescriptor rootDirectory(::open(root.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
     if (!rootDirectory)
         return lastSystemError();
-    if (const auto error = makeDirectory(rootDirectory.get(), className))
+    if (const auto error = makeDirectory(rootDirectory.get(), className, mode))
         return error;
     directory = FileDescriptor(
         ::openat(rootDirectory.get(), className.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
@@ -78,16 +81,33 @@ std::error_code removeStaleSocket(int directory, const std::string& name, int ty
     return ::unlinkat(directory, name.c_str(), 0) == 0 ? std::error_code() : lastSystemError();
 }
 
-std::error_code bindAndListen(int directory, const std::string& name, int type, int socket)
+// Between bind() and listen(), when nobody can connect yet.
+std::error_code grantAccess(int directory, const std::string& name, const ServiceAccess& access)
+{
+    constexpr uid_t sameOwner = static_cast<uid_t>(-1);
+    if (access.socketGroup
+        && ::fchownat(directory, name.c_str(), sameOwner, *access.socketGroup, AT_SYMLINK_NOFOLLOW) != 0)
+        return lastSystemError();
+    if (access.socketMode && ::fchmodat(directory, name.c_str(), *access.socketMode, 0) != 0)
+        return lastSystemError();
+    return {};
+}
+
+std::error_code bindAndListen(int directory, const std::string& name, int type, int socket, const ServiceAccess& access)
 {
     const auto address = addressIn(directory, name);
     if (!address)
         return std::make_error_code(std::errc::filename_too_long);
     if (const auto error = removeStaleSocket(directory, name, type, *address))
         return error;
-    if (::bind(socket, generic(*address), sizeof(*address)) != 0 || ::listen(socket, SOMAXCONN) != 0)
+    if (::bind(socket, generic(*address), sizeof(*address)) != 0)
         return lastSystemError();
-    return {};
+    std::error_code error = grantAccess(directory, name, access);
+    if (!error && ::listen(socket, SOMAXCONN) != 0)
+        error = lastSystemError();
+    if (error)
+        (void)::unlinkat(directory, name.c_str(), 0);
+    return error;
 }
 
 // Held while a stale socket is examined and removed, so that no other service takes the name in between.
@@ -108,21 +128,21 @@ private:
 
 } // namespace
 
-std::optional<ListeningSocket> ListeningSocket::publish(
-    const std::string& root, const std::string& className, const std::string& instanceName, std::error_code& error)
+std::optional<ListeningSocket> ListeningSocket::publish(const std::string& root, const std::string& className,
+    const std::string& instanceName, std::error_code& error, const ServiceAccess& access)
 {
     error = std::make_error_code(std::errc::invalid_argument);
     if (!isFileName(className) || !isFileName(instanceName))
         return std::nullopt;
     FileDescriptor directory;
-    error = openClassDirectory(root, className, directory);
+    error = openClassDirectory(root, className, access.directoryMode, directory);
     if (error)
         return std::nullopt;
-    return listen(std::move(directory), instanceName, SOCK_SEQPACKET, error);
+    return listen(std::move(directory), instanceName, SOCK_SEQPACKET, error, access);
 }
 
 std::optional<ListeningSocket> ListeningSocket::listen(
-    FileDescriptor directory, const std::string& name, int type, std::error_code& error)
+    FileDescriptor directory, const std::string& name, int type, std::error_code& error, const ServiceAccess& access)
 {
     error = isFileName(name) ? std::error_code() : std::make_error_code(std::errc::invalid_argument);
     if (error)
@@ -133,7 +153,7 @@ std::optional<ListeningSocket> ListeningSocket::listen(
         return std::nullopt;
     }
     const DirectoryLock lock(directory.get());
-    error = bindAndListen(directory.get(), name, type, socket.get());
+    error = bindAndListen(directory.get(), name, type, socket.get(), access);
     if (error)
         return std::nullopt;
     struct stat status { };

@@ -8,15 +8,22 @@
 
 #include <sys/types.h>
 
+// Who may enter the directories that are created, and who may connect.
+struct ServiceAccess {
+    mode_t directoryMode { 0700 };
+    std::optional<mode_t> socketMode {}; // as the process's umask says
+    std::optional<gid_t> socketGroup {}; // the group of the process
+};
+
 // A non-blocking listening AF_UNIX socket with a name in a directory. Destroying it removes the name, unless another
 // service has taken the name in the meantime.
 class ListeningSocket {
 public:
-    // Publishes a SOCK_SEQPACKET socket as ROOT/CLASS/INSTANCE, creating missing directories with mode 0700. Fails with
+    // Publishes a SOCK_SEQPACKET socket as ROOT/CLASS/INSTANCE, creating missing directories. Fails with
     // operation_not_permitted for a class directory that someone else owns or that group or others may write to, and
     // like listen() below.
-    [[nodiscard]] static std::optional<ListeningSocket> publish(
-        const std::string& root, const std::string& className, const std::string& instanceName, std::error_code& error);
+    [[nodiscard]] static std::optional<ListeningSocket> publish(const std::string& root, const std::string& className,
+        const std::string& instanceName, std::error_code& error, const ServiceAccess& access = {});
 
     // Listens under a name in an open directory, with a socket of this type (SOCK_STREAM or SOCK_SEQPACKET), and
     // replaces a socket left behind by a dead process. Fails with
@@ -24,8 +31,8 @@ public:
     //   filename_too_long for a name that does not fit a socket address,
     //   address_in_use if a live service has the name,
     //   file_exists if something other than a socket has it.
-    [[nodiscard]] static std::optional<ListeningSocket> listen(
-        FileDescriptor directory, const std::string& name, int type, std::error_code& error);
+    [[nodiscard]] static std::optional<ListeningSocket> listen(FileDescriptor directory, const std::string& name,
+        int type, std::error_code& error, const ServiceAccess& access = {});
 
     ~ListeningSocket();
     ListeningSocket(ListeningSocket&&) noexcept = default;

@@ -46,7 +46,8 @@ public:
     }
     ~Private() { withdraw(); }
 
-    std::error_code publish(const std::string& root, const std::string& className, const std::string& instanceName);
+    std::error_code publish(const std::string& root, const std::string& className, const std::string& instanceName,
+        const ServiceAccess& access);
     void withdraw();
     void dropConnections();
     bool isPublished() const { return m_acceptor.has_value(); }
@@ -60,12 +61,12 @@ private:
 };
 
 std::error_code ServiceHost::Private::publish(
-    const std::string& root, const std::string& className, const std::string& instanceName)
+    const std::string& root, const std::string& className, const std::string& instanceName, const ServiceAccess& access)
 {
     if (m_acceptor)
         return std::make_error_code(std::errc::already_connected);
     std::error_code error;
-    auto socket = ListeningSocket::publish(root, className, instanceName, error);
+    auto socket = ListeningSocket::publish(root, className, instanceName, error, access);
     if (socket)
         m_acceptor.emplace(
             std::move(*socket), [this](FileDescriptor connection) { addConnection(std::move(connection)); });
@@ -100,9 +101,9 @@ ServiceHost::ServiceHost(Handler handler)
 ServiceHost::~ServiceHost() = default;
 
 std::error_code ServiceHost::publish(
-    const std::string& root, const std::string& className, const std::string& instanceName)
+    const std::string& root, const std::string& className, const std::string& instanceName, const ServiceAccess& access)
 {
-    return m_private->publish(root, className, instanceName);
+    return m_private->publish(root, className, instanceName, access);
 }
 
 void ServiceHost::withdraw()

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "services/host/ListeningSocket.h"
+
 #include <QtGlobal>
 
 #include <cstddef>
@@ -60,8 +62,8 @@ public:
 
     // Publishes the service as ROOT/CLASS/INSTANCE. Fails with already_connected if the host is published, otherwise as
     // ListeningSocket::publish() does.
-    [[nodiscard]] std::error_code publish(
-        const std::string& root, const std::string& className, const std::string& instanceName);
+    [[nodiscard]] std::error_code publish(const std::string& root, const std::string& className,
+        const std::string& instanceName, const ServiceAccess& access = {});
     // Removes the socket, if this host still owns it, and closes every connection. The host can be published again.
     void withdraw();
     // Closes every connection and keeps listening.

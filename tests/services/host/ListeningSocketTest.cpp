@@ -48,6 +48,31 @@ TEST_F(ListeningSocketTest, CreatesPrivateDirectories)
     EXPECT_TRUE(isReachable());
 }
 
+TEST_F(ListeningSocketTest, GrantsAccessWhateverTheUmaskIs)
+{
+    const ServiceAccess access { 0755, mode_t { 0660 }, ::getegid() };
+    const mode_t previous = ::umask(0077);
+    const auto socket = ListeningSocket::publish(root, "Pellvane", "card0", error, access);
+    ::umask(previous);
+    ASSERT_TRUE(socket.has_value());
+    EXPECT_EQ(modeOf(root), 0755u);
+    EXPECT_EQ(modeOf(directory), 0755u);
+    EXPECT_EQ(modeOf(directory / "card0"), 0660u);
+    EXPECT_TRUE(isReachable());
+}
+
+TEST_F(ListeningSocketTest, LeavesNoSocketBehindIfAccessCannotBeGranted)
+{
+    // Only root may give files to a group that it is not a member of.
+    if (::geteuid() == 0)
+        GTEST_SKIP() << "root may do everything";
+    constexpr gid_t foreignGroup = 12345;
+    const auto socket
+        = ListeningSocket::publish(root, "Pellvane", "card0", error, { 0755, mode_t { 0660 }, foreignGroup });
+    EXPECT_FALSE(socket.has_value());
+    EXPECT_FALSE(fs::exists(directory / "card0"));
+}
+
 TEST_F(ListeningSocketTest, UsesExistingDirectories)
 {
     fs::create_directories(directory);

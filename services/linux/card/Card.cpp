@@ -1,0 +1,230 @@
+#include "services/linux/card/Card.h"
+
+#include "driver/records/Oids.h"
+#include "services/linux/card/CardRequests.h"
+#include "services/linux/card/JoinPlan.h"
+#include "services/linux/card/WirelessMode.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+constexpr std::int64_t busyRetryMs = 300;
+
+std::vector<std::uint32_t> knownFrequencies(const NetworkList& list)
+{
+    std::vector<std::uint32_t> frequencies;
+    for (const ListedNetwork& network : list.networks())
+        frequencies.push_back(network.entry.frequencyMhz);
+    return frequencies;
+}
+
+void append(Effects& effects, Effects more)
+{
+    std::move(more.begin(), more.end(), std::back_inserter(effects));
+}
+
+} // namespace
+
+Card::Card(const CardHardware& hardware, bool isReturning, std::int64_t nowMs)
+{
+    m_state.hardware = hardware;
+    m_state.settings.phyMode = wirelessModeABG; // everything that the hardware can hear, until the client chooses
+    m_state.isEventRaised = isReturning;
+    m_state.notReadySinceMs = nowMs;
+}
+
+CardReply Card::answer(
+    std::uint32_t oid, std::span<const std::byte> input, std::uint32_t replyCapacity, std::int64_t nowMs)
+{
+    if ((oid & oidSetFlag) == 0) {
+        auto output = answerQuery(m_state, oid, replyCapacity, nowMs);
+        return output ? CardReply { true, std::move(*output), {} } : CardReply {};
+    }
+    SetOutcome outcome = applySet(m_state, oid & ~oidSetFlag, input, nowMs);
+    if (outcome.startsScan) {
+        m_state.scanPlan.start(m_state.allowedChannels(), knownFrequencies(m_state.networks), m_state.link.has_value());
+        if (!m_state.scanStartMs)
+            append(outcome.effects, nextScan(nowMs));
+    }
+    return { outcome.accepted, {}, std::move(outcome.effects) };
+}
+
+Effects Card::wiphyRead(const WiphyFacts& wiphy, std::int64_t nowMs)
+{
+    const bool isFirst = m_state.wiphy.channels.empty();
+    m_state.wiphy = wiphy;
+    m_state.networks.retain(m_state.allowedMhz());
+    if (!isFirst)
+        return {};
+    // The client finds a list when it asks for the first time.
+    m_state.scanPlan.start(m_state.allowedChannels(), {}, false);
+    return nextScan(nowMs);
+}
+
+Effects Card::radioSwitched(bool isSoftBlocked, bool isHardBlocked)
+{
+    m_state.isSoftBlocked = isSoftBlocked;
+    m_state.isHardBlocked = isHardBlocked;
+    m_state.settings.radioOn = !isSoftBlocked;
+    if (!m_state.isRadioOn()) {
+        m_state.link.reset();
+        m_state.networks.clear();
+        m_state.scanPlan.cancel();
+        m_state.scanStartMs.reset();
+    }
+    return {};
+}
+
+void Card::stationsRead(const std::vector<StationInfo>& stations)
+{
+    if (!m_state.link)
+        return;
+    m_state.counters.follow(stations);
+    m_state.link->peers = stations;
+}
+
+void Card::noiseRead(std::optional<std::int32_t> noiseDbm)
+{
+    if (m_state.link)
+        m_state.link->noiseDbm = noiseDbm;
+}
+
+Effects Card::scanRead(
+    std::vector<ScanEntry> entries, const std::vector<std::uint32_t>& frequenciesMhz, std::int64_t nowMs)
+{
+    const auto allowed = m_state.allowedMhz();
+    std::erase_if(entries, [&allowed](const ScanEntry& entry) {
+        return std::find(allowed.begin(), allowed.end(), entry.frequencyMhz) == allowed.end();
+    });
+    if (m_state.isRadioOn())
+        m_state.networks.update(std::move(entries), nowMs);
+    if (frequenciesMhz.empty())
+        return {};
+    m_state.networks.scanEnded(frequenciesMhz, m_state.scanStartMs.value_or(nowMs - maxScanMs), nowMs);
+    m_state.scanPlan.scanned(frequenciesMhz, nowMs);
+    m_state.scanStartMs.reset();
+    return nextScan(nowMs);
+}
+
+Effects Card::scanFailed(bool isBusy, std::int64_t nowMs)
+{
+    m_state.scanStartMs.reset();
+    if (isBusy)
+        m_scanDueMs = nowMs + busyRetryMs;
+    else
+        m_state.scanPlan.cancel();
+    return {};
+}
+
+// The next batch, unless a join is going on, which comes first.
+Effects Card::nextScan(std::int64_t nowMs)
+{
+    m_scanDueMs.reset();
+    if (m_state.scanPlan.isDone() || !m_state.isRadioOn())
+        return {};
+    const std::int64_t freeAtMs = m_state.requestMs + joinHeadStartMs;
+    if (m_state.request && !m_state.link && m_state.isSupplicantReady && nowMs < freeAtMs) {
+        m_scanDueMs = freeAtMs;
+        return {};
+    }
+    m_state.scanStartMs = nowMs;
+    return { StartScan { m_state.scanPlan.batch(), m_state.request ? m_state.request->ssid : Octets {} } };
+}
+
+Effects Card::supplicantReady(std::int64_t nowMs)
+{
+    const bool isRestart = std::exchange(m_state.wasSupplicantReady, true);
+    m_state.isSupplicantReady = true;
+    if (!m_state.request)
+        return isRestart ? Effects {} : radioSettings();
+    Effects effects = radioSettings();
+    if (!isRestart) {
+        append(effects, restore(nowMs));
+        return effects;
+    }
+    m_state.isEventRaised = true;
+    m_state.restoreAtMs = nowMs + restoreDelayMs;
+    return effects;
+}
+
+void Card::supplicantLost(std::int64_t nowMs)
+{
+    if (m_state.isSupplicantReady)
+        m_state.notReadySinceMs = nowMs;
+    m_state.isSupplicantReady = false;
+    linkDown();
+}
+
+Effects Card::restore(std::int64_t nowMs)
+{
+    m_state.restoreAtMs.reset();
+    if (!m_state.request)
+        return {};
+    m_state.requestMs = nowMs;
+    const auto block = planJoin(m_state, *m_state.request);
+    return block ? Effects { JoinNetwork { *block } } : Effects {};
+}
+
+Effects Card::linkUp(const SupplicantStatus& status, std::int64_t nowMs)
+{
+    if (!status.isCompleted || !status.bssid || !m_state.request)
+        return {};
+    const bool isNew = !m_state.link || m_state.link->bssid != *status.bssid;
+    if (isNew)
+        m_state.counters.linkChanged();
+    m_state.link = LinkFacts { *status.bssid, status.ssid, status.frequencyMhz, status.isAdHoc, {}, {} };
+    Effects effects = radioSettings();
+    if (!m_state.scanStartMs)
+        append(effects, nextScan(nowMs));
+    return effects;
+}
+
+void Card::linkDown()
+{
+    m_state.link.reset();
+    m_state.counters.linkChanged();
+}
+
+Effects Card::networkNotFound()
+{
+    return m_state.request ? Effects { WidenSearch { m_state.allowedMhz() } } : Effects {};
+}
+
+void Card::resumed()
+{
+    if (m_state.request)
+        m_state.isEventRaised = true;
+}
+
+Effects Card::radioSettings() const
+{
+    return radioEffects(m_state);
+}
+
+Effects Card::timePassed(std::int64_t nowMs)
+{
+    Effects effects;
+    if (m_state.restoreAtMs && nowMs >= *m_state.restoreAtMs)
+        append(effects, restore(nowMs));
+    // A scan whose end was never told: the message was lost.
+    if (m_state.scanStartMs && nowMs - *m_state.scanStartMs >= maxScanMs)
+        append(effects, scanFailed(false, nowMs));
+    if (m_scanDueMs && nowMs >= *m_scanDueMs)
+        append(effects, nextScan(nowMs));
+    return effects;
+}
+
+std::optional<std::int64_t> Card::nextDueMs() const
+{
+    std::optional<std::int64_t> due = m_state.restoreAtMs;
+    const auto consider = [&due](std::optional<std::int64_t> other) {
+        if (other && (!due || *other < *due))
+            due = other;
+    };
+    consider(m_scanDueMs);
+    if (m_state.scanStartMs)
+        consider(*m_state.scanStartMs + maxScanMs);
+    return due;
+}

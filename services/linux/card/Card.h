@@ -1,0 +1,70 @@
+#pragma once
+
+#include "services/card/RecordBytes.h"
+#include "services/linux/card/CardEffects.h"
+#include "services/linux/card/CardState.h"
+
+#include <cstdint>
+#include <optional>
+#include <span>
+
+struct CardReply {
+    bool accepted { false };
+    Bytes output; // empty for sets and refused requests
+    Effects effects;
+};
+
+// A wireless interface as a card of the driver interface (docs/driver-protocol.md). The only place that changes its
+// state: requests of the client, and facts from the kernel and the supplicant. Nothing here waits for anything. Times
+// are milliseconds of a monotonic clock.
+class Card {
+public:
+    // A client that waits for the ready flag must not wait for ever, although the supplicant may never come back.
+    static constexpr std::int64_t maxNotReadyMs = 5000;
+    // Time for the client to apply its profile again before the card restores the last join itself.
+    static constexpr std::int64_t restoreDelayMs = 5000;
+    // A join comes first: scans wait until it has ended, but not longer than this.
+    static constexpr std::int64_t joinHeadStartMs = 3000;
+    static constexpr std::int64_t maxScanMs = 10'000;
+
+    // An interface that comes back after a short absence raises the event flag, in case the client did not notice.
+    Card(const CardHardware& hardware, bool isReturning, std::int64_t nowMs);
+
+    // One structure call: the OID with or without the set flag, the client's buffer, the reply capacity in bytes.
+    [[nodiscard]] CardReply answer(
+        std::uint32_t oid, std::span<const std::byte> input, std::uint32_t replyCapacity, std::int64_t nowMs);
+
+    [[nodiscard]] Effects wiphyRead(const WiphyFacts& wiphy, std::int64_t nowMs);
+    [[nodiscard]] Effects radioSwitched(bool isSoftBlocked, bool isHardBlocked);
+    void interfaceCountersRead(const InterfaceCounters& counters) { m_state.counters.follow(counters); }
+    void stationsRead(const std::vector<StationInfo>& stations);
+    void noiseRead(std::optional<std::int32_t> noiseDbm);
+    void duplicatesRead(std::uint64_t duplicates) { m_state.counters.followDuplicates(duplicates); }
+
+    // The kernel's scan result, after a scan of these frequencies, or without one.
+    [[nodiscard]] Effects scanRead(
+        std::vector<ScanEntry> entries, const std::vector<std::uint32_t>& frequenciesMhz, std::int64_t nowMs);
+    // The kernel refused or aborted the scan. Busy: another one runs, whose end is told by scanRead().
+    [[nodiscard]] Effects scanFailed(bool isBusy, std::int64_t nowMs);
+
+    [[nodiscard]] Effects supplicantReady(std::int64_t nowMs);
+    void supplicantLost(std::int64_t nowMs);
+    [[nodiscard]] Effects linkUp(const SupplicantStatus& status, std::int64_t nowMs);
+    void linkDown();
+    [[nodiscard]] Effects networkNotFound();
+    void resumed();
+
+    // Does what has become due. Call it when nextDueMs() has passed.
+    [[nodiscard]] Effects timePassed(std::int64_t nowMs);
+    [[nodiscard]] std::optional<std::int64_t> nextDueMs() const;
+
+    [[nodiscard]] const CardState& state() const { return m_state; }
+
+private:
+    [[nodiscard]] Effects nextScan(std::int64_t nowMs);
+    [[nodiscard]] Effects restore(std::int64_t nowMs);
+    [[nodiscard]] Effects radioSettings() const;
+
+    CardState m_state;
+    std::optional<std::int64_t> m_scanDueMs; // a batch waits until then
+};

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "services/linux/card/NetworkBlock.h"
+
+#include <cstdint>
+#include <optional>
+#include <variant>
+#include <vector>
+
+// What the card wants done outside. Nobody waits for it; what comes of it is told to the card as a fact.
+
+struct StartScan {
+    std::vector<std::uint32_t> frequenciesMhz;
+    Octets ssid; // also probed for by name, which makes a hidden network answer; may be empty
+};
+struct AbortScan { };
+struct JoinNetwork {
+    NetworkBlock block;
+};
+// The network was not heard where it was last seen.
+struct WidenSearch {
+    std::vector<std::uint32_t> frequenciesMhz;
+};
+struct LeaveNetwork { };
+// No threshold: never.
+struct SetRtsThreshold {
+    std::optional<std::uint32_t> bytes;
+};
+struct SetFragmentationThreshold {
+    std::optional<std::uint32_t> bytes;
+};
+// Rates in units of 500 kbit/s; an empty list allows all rates of a band.
+struct SetRates {
+    std::vector<std::uint8_t> twoGhz;
+    std::vector<std::uint8_t> fiveGhz;
+};
+struct SetPowerSave {
+    bool isOn { false };
+};
+// No value: as much as the channel allows.
+struct SetTransmitPower {
+    std::optional<std::int32_t> mbm;
+};
+struct SetRadio {
+    bool isOn { true };
+};
+
+using Effect = std::variant<StartScan, AbortScan, JoinNetwork, WidenSearch, LeaveNetwork, SetRtsThreshold,
+    SetFragmentationThreshold, SetRates, SetPowerSave, SetTransmitPower, SetRadio>;
+using Effects = std::vector<Effect>;

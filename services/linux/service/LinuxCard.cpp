@@ -1,0 +1,253 @@
+#include "services/linux/service/LinuxCard.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <utility>
+
+namespace {
+
+constexpr std::uint32_t refused = 1;
+constexpr std::uint32_t completionMethod = 1;
+
+const char* nameOf(const SetRtsThreshold&)
+{
+    return "the RTS threshold";
+}
+
+const char* nameOf(const SetFragmentationThreshold&)
+{
+    return "the fragmentation threshold";
+}
+
+const char* nameOf(const SetPowerSave&)
+{
+    return "power saving";
+}
+
+const char* nameOf(const SetTransmitPower&)
+{
+    return "the transmit power";
+}
+
+// The lowest basic rates of both bands. A linked interface must be able to send at one of the network's basic rates.
+SetRates withBasicRates(SetRates rates)
+{
+    constexpr std::uint8_t basicTwoGhz = 2; // 1 Mbit/s
+    constexpr std::uint8_t basicFiveGhz = 12; // 6 Mbit/s
+    const auto add = [](std::vector<std::uint8_t>& list, std::uint8_t rate) {
+        if (!list.empty() && std::find(list.begin(), list.end(), rate) == list.end())
+            list.push_back(rate);
+    };
+    add(rates.twoGhz, basicTwoGhz);
+    add(rates.fiveGhz, basicFiveGhz);
+    return rates;
+}
+
+} // namespace
+
+LinuxCard::LinuxCard(const CardHardware& hardware, bool isReturning, Parts parts)
+    : m_parts(std::move(parts))
+    , m_card(hardware, isReturning, m_parts.clock())
+{
+    m_due.setSingleShot(true);
+    QObject::connect(&m_due, &QTimer::timeout, &m_due, [this] { apply(m_card.timePassed(nowMs())); });
+}
+
+void LinuxCard::start()
+{
+    radioChanged();
+    m_parts.kernel->bringUp(complain("to be brought up"));
+    m_parts.supplicant->start(*this);
+    readWiphy();
+    readScan({});
+}
+
+ServiceHost::Handler LinuxCard::handler()
+{
+    return [this](const ServiceRequest& request, ServiceReply reply) { serve(request, std::move(reply)); };
+}
+
+void LinuxCard::serve(const ServiceRequest& request, ServiceReply reply)
+{
+    switch (request.kind) {
+    case RequestKind::Open:
+        reply.send(0);
+        return;
+    case RequestKind::ScalarCall:
+        reply.send(request.selector == completionMethod ? 0 : refused);
+        return;
+    case RequestKind::StructureCall:
+        break;
+    }
+    const CardReply answer = m_card.answer(request.selector, request.input, request.replyCapacity, nowMs());
+    reply.send(answer.accepted ? 0 : refused, answer.output);
+    apply(answer.effects);
+    refreshFacts();
+}
+
+void LinuxCard::apply(const Effects& effects)
+{
+    for (const Effect& effect : effects)
+        std::visit([this](const auto& one) { apply(one); }, effect);
+    armTimer();
+}
+
+template <typename Setting> void LinuxCard::apply(const Setting& setting)
+{
+    m_parts.kernel->set(setting, complain(nameOf(setting)));
+}
+
+void LinuxCard::apply(const StartScan& scan)
+{
+    m_parts.kernel->startScan(scan, [this](int error) {
+        if (error == 0)
+            return;
+        if (error != EBUSY)
+            complain("to scan")(error);
+        apply(m_card.scanFailed(error == EBUSY, nowMs()));
+    });
+}
+
+void LinuxCard::apply(const SetRates& rates)
+{
+    m_parts.kernel->set(rates, [this, rates](int error) {
+        if (error == EINVAL)
+            m_parts.kernel->set(withBasicRates(rates), complain("the transmit rates"));
+        else
+            complain("the transmit rates")(error);
+    });
+}
+
+// Complains once about the same thing. What a driver does not support at all is not worth a line.
+InterfaceKernel::Done LinuxCard::complain(const char* what)
+{
+    return [this, what](int error) {
+        if (error == 0 || error == EOPNOTSUPP)
+            return;
+        std::string complaint = std::string("the kernel refuses ") + what + ": " + std::strerror(error);
+        if (complaint != m_lastComplaint)
+            m_parts.log(complaint);
+        m_lastComplaint = std::move(complaint);
+    };
+}
+
+void LinuxCard::armTimer()
+{
+    if (const auto due = m_card.nextDueMs())
+        m_due.start(static_cast<int>(std::max<std::int64_t>(0, *due - nowMs())));
+    else
+        m_due.stop();
+}
+
+void LinuxCard::readWiphy()
+{
+    m_parts.kernel->readWiphy([this](const std::optional<WiphyFacts>& facts) {
+        if (facts)
+            apply(m_card.wiphyRead(*facts, nowMs()));
+    });
+}
+
+void LinuxCard::readScan(const std::vector<std::uint32_t>& scannedMhz)
+{
+    m_parts.kernel->readScan([this, scannedMhz](std::optional<std::vector<ScanEntry>> entries) {
+        // Without the entries the scan would age networks that it has seen.
+        if (entries)
+            apply(m_card.scanRead(std::move(*entries), scannedMhz, nowMs()));
+        else if (!scannedMhz.empty())
+            apply(m_card.scanFailed(true, nowMs()));
+    });
+}
+
+void LinuxCard::refreshFacts()
+{
+    if (nowMs() - m_factsMs < factsAgeMs)
+        return;
+    m_factsMs = nowMs();
+    m_parts.kernel->readLink([this](const std::optional<LinkMessage>& link) {
+        if (link && link->counters)
+            m_card.interfaceCountersRead(*link->counters);
+    });
+    if (!m_card.state().link)
+        return;
+    m_parts.kernel->readStations([this](const std::optional<std::vector<StationInfo>>& stations) {
+        if (stations)
+            m_card.stationsRead(*stations);
+    });
+    m_parts.kernel->readSurvey([this](const std::optional<std::vector<SurveyFacts>>& surveys) {
+        std::optional<std::int32_t> noise;
+        for (const SurveyFacts& survey : surveys.value_or(std::vector<SurveyFacts> {})) {
+            if (survey.isInUse)
+                noise = survey.noiseDbm;
+        }
+        m_card.noiseRead(noise);
+    });
+    if (const auto duplicates = m_parts.kernel->duplicates())
+        m_card.duplicatesRead(*duplicates);
+}
+
+void LinuxCard::scanEnded(const std::vector<std::uint32_t>& frequenciesMhz)
+{
+    readScan(frequenciesMhz);
+}
+
+void LinuxCard::scanAborted()
+{
+    apply(m_card.scanFailed(true, nowMs()));
+}
+
+void LinuxCard::radioChanged()
+{
+    const auto position = m_parts.radio->position();
+    apply(m_card.radioSwitched(position.isSoftBlocked, position.isHardBlocked));
+}
+
+void LinuxCard::regulatoryDomainChanged()
+{
+    readWiphy();
+}
+
+void LinuxCard::eventsMissed()
+{
+    readWiphy();
+    readScan({});
+}
+
+void LinuxCard::supplicantReady()
+{
+    apply(m_card.supplicantReady(nowMs()));
+}
+
+void LinuxCard::supplicantLost()
+{
+    m_card.supplicantLost(nowMs());
+}
+
+void LinuxCard::supplicantEvent(const SupplicantEvent& event)
+{
+    switch (event.kind) {
+    case SupplicantEventKind::Disconnected:
+        m_card.linkDown();
+        break;
+    case SupplicantEventKind::NetworkNotFound:
+        apply(m_card.networkNotFound());
+        break;
+    case SupplicantEventKind::WrongKey:
+    case SupplicantEventKind::AuthenticationRejected:
+    case SupplicantEventKind::AssociationRejected:
+        m_parts.log("the network does not accept the join: " + event.text);
+        break;
+    case SupplicantEventKind::Connected: // its status follows
+    case SupplicantEventKind::Terminating: // its end follows
+    case SupplicantEventKind::Other:
+        break;
+    }
+}
+
+void LinuxCard::supplicantStatus(const SupplicantStatus& status)
+{
+    apply(m_card.linkUp(status, nowMs()));
+    m_factsMs = nowMs() - factsAgeMs;
+    refreshFacts();
+    readScan({});
+}

@@ -1,0 +1,26 @@
+#include "services/linux/service/LinuxRadio.h"
+
+#include <utility>
+
+LinuxRadio::LinuxRadio(RadioSwitches& switches, const std::string& interfaceName, Log log)
+    : m_switches(switches)
+    , m_index(RadioSwitches::indexOf(interfaceName))
+    , m_log(std::move(log))
+{
+}
+
+InterfaceRadio::Position LinuxRadio::position() const
+{
+    const auto position = m_index ? m_switches.position(*m_index) : std::nullopt;
+    return position ? Position { position->isSoftBlocked, position->isHardBlocked } : Position {};
+}
+
+void LinuxRadio::set(bool isOn)
+{
+    if (!m_index) {
+        m_log("the radio has no switch");
+        return;
+    }
+    if (const auto error = m_switches.setSoftBlock(*m_index, !isOn))
+        m_log("the radio cannot be switched: " + error.message());
+}

@@ -1,0 +1,45 @@
+#include "services/linux/supplicant/ChildLimits.h"
+
+#include <csignal>
+
+#include <fcntl.h>
+#include <sys/prctl.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+namespace {
+
+// 1 byte instead of 0: the kernel takes 0 as no limit if it pipes cores to a program, and 1 as none at all.
+void forbidCores()
+{
+    const rlimit limit { 1, 1 };
+    (void)::setrlimit(RLIMIT_CORE, &limit);
+}
+
+// Survives exec, unlike the dumpable flag. A core made in spite of the limit would contain no memory.
+void emptyCores()
+{
+    const int filter = ::open("/proc/self/coredump_filter", O_WRONLY | O_CLOEXEC);
+    if (filter == -1)
+        return;
+    if (::write(filter, "0", 1) != 1) { } // the limit remains
+    (void)::close(filter);
+}
+
+} // namespace
+
+void limitChild()
+{
+    (void)::prctl(PR_SET_PDEATHSIG, SIGTERM);
+    forbidCores();
+    emptyCores();
+    sigset_t none {};
+    sigemptyset(&none);
+    (void)::sigprocmask(SIG_SETMASK, &none, nullptr);
+}
+
+void protectOwnMemory()
+{
+    (void)::prctl(PR_SET_DUMPABLE, 0);
+    forbidCores();
+}

@@ -1,0 +1,292 @@
+#include "services/linux/supplicant/SupplicantChild.h"
+
+#include "services/linux/supplicant/ChildLimits.h"
+#include "services/linux/supplicant/NetworkSettings.h"
+
+#include <QFile>
+#include <QStandardPaths>
+
+#include <algorithm>
+#include <utility>
+
+#include <unistd.h>
+
+namespace {
+
+constexpr int firstPauseMs = 200;
+constexpr int connectRetryMs = 30;
+constexpr std::string_view removeAll = "REMOVE_NETWORK all";
+
+QString findProgram()
+{
+    const QString name = QStringLiteral("wpa_supplicant");
+    const QString found = QStandardPaths::findExecutable(
+        name, { QStringLiteral("/usr/sbin"), QStringLiteral("/sbin"), QStringLiteral("/usr/local/sbin") });
+    return found.isEmpty() ? QStandardPaths::findExecutable(name) : found;
+}
+
+// Without a place of the system's own (a user who tries the service by hand), that of the user.
+QString directoryTemplate()
+{
+    const bool isSystem = ::access("/run", W_OK) == 0;
+    const QString parent
+        = isSystem ? QStringLiteral("/run") : QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
+    return parent + QStringLiteral("/pellvaned-XXXXXX");
+}
+
+bool isOk(std::string_view reply)
+{
+    return reply.starts_with("OK");
+}
+
+std::string_view trimmed(std::string_view text)
+{
+    while (!text.empty() && text.back() == '\n')
+        text.remove_suffix(1);
+    return text;
+}
+
+} // namespace
+
+SupplicantChild::SupplicantChild(std::string interfaceName, Log log, std::string program)
+    : m_interfaceName(std::move(interfaceName))
+    , m_log(std::move(log))
+    , m_program(std::move(program))
+    , m_control([this](std::string_view reply) { receiveReply(reply); })
+    , m_events([this](std::string_view line) { receiveEvent(line); })
+{
+    for (QTimer* const timer : { &m_restart, &m_connectRetry, &m_startTimeout, &m_replyTimeout })
+        timer->setSingleShot(true);
+    m_connectRetry.setInterval(connectRetryMs);
+    m_startTimeout.setInterval(startTimeoutMs);
+    m_replyTimeout.setInterval(replyTimeoutMs);
+    m_probe.setInterval(probeIntervalMs);
+    QObject::connect(&m_restart, &QTimer::timeout, &m_restart, [this] { launch(); });
+    QObject::connect(&m_connectRetry, &QTimer::timeout, &m_connectRetry, [this] { connectControl(); });
+    QObject::connect(&m_startTimeout, &QTimer::timeout, &m_startTimeout,
+        [this] { giveUpOn("it does not open its control socket"); });
+    QObject::connect(&m_replyTimeout, &QTimer::timeout, &m_replyTimeout, [this] { giveUpOn("it does not answer"); });
+    QObject::connect(&m_probe, &QTimer::timeout, &m_probe, [this] {
+        if (m_commands.empty())
+            send(SecretText("PING"), [](std::string_view) {});
+    });
+}
+
+SupplicantChild::~SupplicantChild()
+{
+    if (!m_process)
+        return;
+    m_process->disconnect();
+    m_process->terminate();
+    constexpr int patienceMs = 1000;
+    if (!m_process->waitForFinished(patienceMs)) {
+        m_process->kill();
+        (void)m_process->waitForFinished(patienceMs);
+    }
+}
+
+void SupplicantChild::start(SupplicantListener& listener)
+{
+    m_listener = &listener;
+    launch();
+}
+
+std::string SupplicantChild::path(const char* name) const
+{
+    return m_directory->filePath(QString::fromUtf8(name)).toStdString();
+}
+
+void SupplicantChild::launch()
+{
+    // A new directory for each child: nothing of the previous one is in the way. Mode 0700.
+    m_directory = std::make_unique<QTemporaryDir>(directoryTemplate());
+    QFile settings(m_directory->filePath(QStringLiteral("settings")));
+    if (!m_directory->isValid() || !settings.open(QIODevice::WriteOnly)) {
+        ended("cannot create a directory for its sockets");
+        return;
+    }
+    settings.write("ctrl_interface=" + m_directory->path().toUtf8() + "\nap_scan=1\nupdate_config=0\np2p_disabled=1\n");
+    settings.close();
+
+    m_process = std::make_unique<QProcess>();
+    m_process->setProgram(m_program.empty() ? findProgram() : QString::fromStdString(m_program));
+    m_process->setArguments({ QStringLiteral("-qq"), QStringLiteral("-Dnl80211"),
+        QStringLiteral("-i") + QString::fromStdString(m_interfaceName), QStringLiteral("-c") + settings.fileName() });
+    m_process->setProcessChannelMode(QProcess::ForwardedChannels);
+    m_process->setStandardInputFile(QProcess::nullDevice());
+    m_process->setChildProcessModifier(limitChild);
+    QObject::connect(m_process.get(), &QProcess::finished, m_process.get(),
+        [this](int code) { ended("it ended with status " + std::to_string(code)); });
+    QObject::connect(m_process.get(), &QProcess::errorOccurred, m_process.get(), [this](QProcess::ProcessError error) {
+        if (error == QProcess::FailedToStart)
+            ended("it cannot be started: " + m_process->errorString().toStdString());
+    });
+    m_startTimeout.start();
+    m_connectRetry.start();
+    m_process->start();
+}
+
+void SupplicantChild::connectControl()
+{
+    const std::string server = path(m_interfaceName.c_str());
+    if (m_control.connect(path("commands"), server) || m_events.connect(path("events"), server)
+        || m_events.send("ATTACH")) {
+        m_connectRetry.start();
+        return;
+    }
+    send(SecretText("PING"), [this](std::string_view) {
+        m_startTimeout.stop();
+        m_isReady = true;
+        m_lastComplaint.clear();
+        m_probe.start();
+        m_listener->supplicantReady();
+    });
+}
+
+void SupplicantChild::giveUpOn(const std::string& why)
+{
+    if (m_process) {
+        m_process->disconnect();
+        m_process->kill();
+    }
+    ended(why);
+}
+
+void SupplicantChild::ended(const std::string& why)
+{
+    if (why != m_lastComplaint)
+        m_log("wpa_supplicant is started again: " + why);
+    m_lastComplaint = why;
+    for (QTimer* const timer : { &m_connectRetry, &m_startTimeout, &m_replyTimeout, &m_probe })
+        timer->stop();
+    m_control.close();
+    m_events.close();
+    m_commands.clear();
+    m_isSent = false;
+    ++m_generation;
+    if (m_process) {
+        m_process->disconnect();
+        m_process.release()->deleteLater(); // its signal may be on the call stack
+    }
+    // Only a child that worked starts the pauses over.
+    if (std::exchange(m_isReady, false)) {
+        m_pauseMs = 0;
+        m_listener->supplicantLost();
+    }
+    scheduleRestart();
+}
+
+void SupplicantChild::scheduleRestart()
+{
+    m_pauseMs = std::clamp(2 * m_pauseMs, firstPauseMs, maxPauseMs);
+    m_restart.start(m_pauseMs);
+}
+
+void SupplicantChild::send(SecretText text, Replied replied)
+{
+    m_commands.push_back({ std::move(text), std::move(replied) });
+    if (m_commands.size() == 1)
+        sendNext();
+}
+
+void SupplicantChild::sendNext()
+{
+    if (m_commands.empty())
+        return;
+    m_isSent = true;
+    m_replyTimeout.start();
+    // A full socket means that the child does not read: the time-out deals with it.
+    if (m_control.send(m_commands.front().text.view())) { }
+}
+
+void SupplicantChild::dropUnsent()
+{
+    ++m_generation;
+    if (m_isSent && !m_commands.empty())
+        m_commands.erase(m_commands.begin() + 1, m_commands.end());
+}
+
+void SupplicantChild::receiveReply(std::string_view reply)
+{
+    if (!m_isSent || m_commands.empty())
+        return;
+    m_replyTimeout.stop();
+    m_isSent = false;
+    const Command command = std::move(m_commands.front());
+    m_commands.pop_front();
+    sendNext();
+    command.replied(trimmed(reply));
+}
+
+void SupplicantChild::receiveEvent(std::string_view line)
+{
+    const auto event = supplicantEvent(line);
+    if (!event || !m_isReady)
+        return;
+    m_listener->supplicantEvent(*event);
+    if (event->kind == SupplicantEventKind::Connected)
+        requestStatus();
+}
+
+void SupplicantChild::requestStatus()
+{
+    send(SecretText("STATUS"), [this, generation = m_generation](std::string_view reply) {
+        if (generation == m_generation)
+            m_listener->supplicantStatus(supplicantStatus(reply));
+    });
+}
+
+void SupplicantChild::join(const NetworkBlock& block)
+{
+    if (!m_isReady)
+        return;
+    dropUnsent();
+    m_networkId.clear();
+    send(SecretText(removeAll), [](std::string_view) {});
+    send(SecretText("ADD_NETWORK"), [this, block, generation = m_generation](std::string_view reply) {
+        if (generation == m_generation)
+            setAll(std::string(reply), block);
+    });
+}
+
+void SupplicantChild::setAll(const std::string& id, const NetworkBlock& block)
+{
+    if (id.empty() || id.find_first_not_of("0123456789") != std::string::npos) {
+        m_log("wpa_supplicant refuses a network");
+        return;
+    }
+    m_networkId = id;
+    for (const NetworkSetting& setting : networkSettings(block)) {
+        SecretVector<char> text;
+        const auto append = [&text](std::string_view part) { text.insert(text.end(), part.begin(), part.end()); };
+        append("SET_NETWORK " + id + ' ' + setting.name + ' ');
+        append(setting.value.view());
+        send(SecretText(std::string_view(text.data(), text.size())),
+            [this, name = setting.name, isOptional = setting.isOptional](std::string_view reply) {
+                if (!isOk(reply) && !isOptional)
+                    m_log("wpa_supplicant refuses the setting " + name);
+            });
+    }
+    send(SecretText("SELECT_NETWORK " + id), [this](std::string_view reply) {
+        if (!isOk(reply))
+            m_log("wpa_supplicant refuses to join");
+    });
+}
+
+void SupplicantChild::widenSearch(const std::vector<std::uint32_t>& frequenciesMhz)
+{
+    if (!m_isReady || m_networkId.empty() || frequenciesMhz.empty())
+        return;
+    send(SecretText("SET_NETWORK " + m_networkId + " scan_freq " + frequencyList(frequenciesMhz)),
+        [](std::string_view) {});
+}
+
+void SupplicantChild::leave()
+{
+    if (!m_isReady)
+        return;
+    dropUnsent();
+    m_networkId.clear();
+    send(SecretText("DISCONNECT"), [](std::string_view) {});
+    send(SecretText(removeAll), [](std::string_view) {});
+}

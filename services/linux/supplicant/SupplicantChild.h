@@ -1,0 +1,81 @@
+#pragma once
+
+#include "posix/SecureMemory.h"
+#include "services/linux/supplicant/ControlSocket.h"
+#include "services/linux/supplicant/Supplicant.h"
+
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTimer>
+
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <memory>
+#include <string>
+
+// A private supplicant for one interface: a child process with its control socket in a directory that only we can
+// enter. Keys reach it through that socket alone, neither as arguments nor in files. A child that ends or does not
+// answer is started again, after pauses that grow.
+class SupplicantChild final : public Supplicant {
+    Q_DISABLE_COPY_MOVE(SupplicantChild)
+
+public:
+    using Log = std::function<void(const std::string&)>;
+
+    static constexpr int replyTimeoutMs = 3000;
+    static constexpr int probeIntervalMs = 10'000;
+    static constexpr int startTimeoutMs = 10'000;
+    static constexpr int maxPauseMs = 30'000;
+
+    // program: path of the supplicant; empty to look for it in the usual directories.
+    SupplicantChild(std::string interfaceName, Log log, std::string program = {});
+    ~SupplicantChild() override;
+
+    void start(SupplicantListener& listener) override;
+    void join(const NetworkBlock& block) override;
+    void widenSearch(const std::vector<std::uint32_t>& frequenciesMhz) override;
+    void leave() override;
+
+private:
+    using Replied = std::function<void(std::string_view)>;
+    struct Command {
+        SecretText text;
+        Replied replied;
+    };
+
+    void launch();
+    void connectControl();
+    void ended(const std::string& why);
+    void scheduleRestart();
+    void giveUpOn(const std::string& why);
+    void send(SecretText text, Replied replied);
+    void sendNext();
+    void dropUnsent();
+    void receiveReply(std::string_view reply);
+    void receiveEvent(std::string_view line);
+    void setAll(const std::string& id, const NetworkBlock& block);
+    void requestStatus();
+    [[nodiscard]] std::string path(const char* name) const;
+
+    std::string m_interfaceName;
+    Log m_log;
+    std::string m_program;
+    SupplicantListener* m_listener { nullptr };
+    std::unique_ptr<QTemporaryDir> m_directory;
+    std::unique_ptr<QProcess> m_process;
+    ControlSocket m_control;
+    ControlSocket m_events;
+    std::deque<Command> m_commands; // the first one waits for its reply if m_isSent
+    bool m_isSent { false };
+    bool m_isReady { false };
+    std::uint64_t m_generation { 0 }; // of the join that replies belong to
+    std::string m_networkId;
+    int m_pauseMs { 0 };
+    std::string m_lastComplaint;
+    QTimer m_restart;
+    QTimer m_connectRetry;
+    QTimer m_startTimeout;
+    QTimer m_replyTimeout;
+    QTimer m_probe;
+};
