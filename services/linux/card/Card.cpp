@@ -11,13 +11,17 @@
 namespace {
 
 constexpr std::int64_t busyRetryMs = 300;
+constexpr std::int64_t interfaceUpMs = 500;
 
-std::vector<std::uint32_t> knownFrequencies(const NetworkList& list)
+ScanPlan::Known knownChannels(const NetworkList& list)
 {
-    std::vector<std::uint32_t> frequencies;
-    for (const ListedNetwork& network : list.networks())
-        frequencies.push_back(network.entry.frequencyMhz);
-    return frequencies;
+    ScanPlan::Known known;
+    for (const ListedNetwork& network : list.networks()) {
+        known.frequenciesMhz.push_back(network.entry.frequencyMhz);
+        if (networkName(network.entry.elements).empty())
+            known.hiddenMhz.push_back(network.entry.frequencyMhz);
+    }
+    return known;
 }
 
 void append(Effects& effects, Effects more)
@@ -44,7 +48,7 @@ CardReply Card::answer(
     }
     SetOutcome outcome = applySet(m_state, oid & ~oidSetFlag, input, nowMs);
     if (outcome.startsScan) {
-        m_state.scanPlan.start(m_state.allowedChannels(), knownFrequencies(m_state.networks), m_state.link.has_value());
+        m_state.scanPlan.start(m_state.allowedChannels(), knownChannels(m_state.networks), m_state.link.has_value());
         if (!m_state.scanStartMs)
             append(outcome.effects, nextScan(nowMs));
     }
@@ -63,18 +67,28 @@ Effects Card::wiphyRead(const WiphyFacts& wiphy, std::int64_t nowMs)
     return nextScan(nowMs);
 }
 
-Effects Card::radioSwitched(bool isSoftBlocked, bool isHardBlocked)
+Effects Card::radioSwitched(bool isSoftBlocked, bool isHardBlocked, std::int64_t nowMs)
 {
+    const bool wasOn = m_state.isRadioOn();
     m_state.isSoftBlocked = isSoftBlocked;
     m_state.isHardBlocked = isHardBlocked;
     m_state.settings.radioOn = !isSoftBlocked;
     if (!m_state.isRadioOn()) {
-        m_state.link.reset();
+        linkDown();
         m_state.networks.clear();
         m_state.scanPlan.cancel();
         m_state.scanStartMs.reset();
+        return {};
     }
-    return {};
+    if (wasOn)
+        return {};
+    // The kernel took the interface down with the radio, and leaves it so.
+    Effects effects { BringUp {} };
+    append(effects, radioSettings());
+    m_state.scanPlan.start(m_state.allowedChannels(), {}, false);
+    m_state.requestMs = nowMs; // the supplicant joins again
+    m_scanDueMs = nowMs + interfaceUpMs;
+    return effects;
 }
 
 void Card::stationsRead(const std::vector<StationInfo>& stations)
@@ -130,7 +144,9 @@ Effects Card::nextScan(std::int64_t nowMs)
         return {};
     }
     m_state.scanStartMs = nowMs;
-    return { StartScan { m_state.scanPlan.batch(), m_state.request ? m_state.request->ssid : Octets {} } };
+    const ScanBatch batch = m_state.scanPlan.batch();
+    return { StartScan {
+        batch.frequenciesMhz, batch.isListening, m_state.request ? m_state.request->ssid : Octets {} } };
 }
 
 Effects Card::supplicantReady(std::int64_t nowMs)

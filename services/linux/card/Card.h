@@ -35,7 +35,7 @@ public:
         std::uint32_t oid, std::span<const std::byte> input, std::uint32_t replyCapacity, std::int64_t nowMs);
 
     [[nodiscard]] Effects wiphyRead(const WiphyFacts& wiphy, std::int64_t nowMs);
-    [[nodiscard]] Effects radioSwitched(bool isSoftBlocked, bool isHardBlocked);
+    [[nodiscard]] Effects radioSwitched(bool isSoftBlocked, bool isHardBlocked, std::int64_t nowMs);
     void interfaceCountersRead(const InterfaceCounters& counters) { m_state.counters.follow(counters); }
     void stationsRead(const std::vector<StationInfo>& stations);
     void noiseRead(std::optional<std::int32_t> noiseDbm);

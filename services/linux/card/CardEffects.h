@@ -11,7 +11,8 @@
 
 struct StartScan {
     std::vector<std::uint32_t> frequenciesMhz;
-    Octets ssid; // also probed for by name, which makes a hidden network answer; may be empty
+    bool isListening { false }; // waits for beacons instead of asking the networks to answer
+    Octets ssid; // also asked for by name, which makes a hidden network answer; may be empty
 };
 struct AbortScan { };
 struct JoinNetwork {
@@ -44,7 +45,8 @@ struct SetTransmitPower {
 struct SetRadio {
     bool isOn { true };
 };
+struct BringUp { };
 
 using Effect = std::variant<StartScan, AbortScan, JoinNetwork, WidenSearch, LeaveNetwork, SetRtsThreshold,
-    SetFragmentationThreshold, SetRates, SetPowerSave, SetTransmitPower, SetRadio>;
+    SetFragmentationThreshold, SetRates, SetPowerSave, SetTransmitPower, SetRadio, BringUp>;
 using Effects = std::vector<Effect>;

@@ -97,6 +97,12 @@ bool addSecurity(NetworkBlock& block, const CardState& state, const Candidates& 
     }
 }
 
+// A name that the list does not have may be that of a hidden network.
+Candidates hiddenNetworks(const CardState& state)
+{
+    return state.networks.named({});
+}
+
 void addFrequencies(NetworkBlock& block, const CardState& state, const Candidates& known)
 {
     block.allowedMhz = state.allowedMhz();
@@ -140,6 +146,7 @@ std::optional<NetworkBlock> planJoin(const CardState& state, const JoinRequest& 
     block.isLegacyOnly = isLegacyOnly(state.settings);
     if (!addSecurity(block, state, known))
         return std::nullopt;
-    addFrequencies(block, state, known);
+    const bool mayBeHidden = known.empty() && block.isHidden;
+    addFrequencies(block, state, mayBeHidden ? hiddenNetworks(state) : known);
     return block;
 }

@@ -1,5 +1,7 @@
 #include "services/linux/card/ScanPlan.h"
 
+#include "services/linux/card/NetworkList.h"
+
 #include <algorithm>
 
 namespace {
@@ -12,45 +14,65 @@ constexpr std::int64_t returnMs = 110;
 // How much longer ago a channel with known networks counts as scanned.
 constexpr std::int64_t knownBonusMs = 10'000;
 
+bool contains(const std::vector<std::uint32_t>& frequencies, std::uint32_t frequency)
+{
+    return std::find(frequencies.begin(), frequencies.end(), frequency) != frequencies.end();
+}
+
 } // namespace
 
-void ScanPlan::start(
-    const std::vector<ChannelFacts>& channels, const std::vector<std::uint32_t>& knownMhz, bool isLinked)
+void ScanPlan::add(const ChannelFacts& channel, bool isListening, bool isLinked)
+{
+    const std::int64_t cost = isListening || channel.isPassive ? passiveChannelMs : activeChannelMs;
+    m_pending.push_back({ channel.frequencyMhz, cost + (isLinked ? returnMs : 0), isListening });
+}
+
+void ScanPlan::start(const std::vector<ChannelFacts>& channels, const Known& known, bool isLinked)
 {
     m_pending.clear();
-    for (const ChannelFacts& channel : channels) {
-        const std::int64_t cost = channel.isPassive ? passiveChannelMs : activeChannelMs;
-        m_pending.push_back({ channel.frequencyMhz, cost + (isLinked ? returnMs : 0) });
-    }
-    const auto dueMs = [this, &knownMhz](std::uint32_t frequency) {
+    for (const ChannelFacts& channel : channels)
+        add(channel, contains(known.hiddenMhz, channel.frequencyMhz), isLinked);
+    const auto dueMs = [this, &known](std::uint32_t frequency) {
         const auto last = m_lastScanMs.find(frequency);
-        const bool isKnown = std::find(knownMhz.begin(), knownMhz.end(), frequency) != knownMhz.end();
         const std::int64_t lastMs = last == m_lastScanMs.end() ? -knownBonusMs : last->second;
-        return lastMs - (isKnown ? knownBonusMs : 0);
+        return lastMs - (contains(known.frequenciesMhz, frequency) ? knownBonusMs : 0);
     };
     std::stable_sort(m_pending.begin(), m_pending.end(), [&dueMs](const Pending& one, const Pending& other) {
         return dueMs(one.frequencyMhz) < dueMs(other.frequencyMhz);
     });
+    if (isLinked)
+        return;
+    for (const ChannelFacts& channel : channels) {
+        if (channel.frequencyMhz < firstFiveGhzMhz && !channel.isPassive
+            && !contains(known.hiddenMhz, channel.frequencyMhz))
+            add(channel, true, isLinked);
+    }
 }
 
-std::vector<std::uint32_t> ScanPlan::batch() const
+ScanBatch ScanPlan::batch()
 {
-    std::vector<std::uint32_t> frequencies;
+    ScanBatch batch;
+    if (m_pending.empty())
+        return batch;
+    m_isListening = m_pending.front().isListening;
+    batch.isListening = m_isListening;
     std::int64_t cost = 0;
     for (const Pending& pending : m_pending) {
+        if (pending.isListening != m_isListening)
+            continue;
         cost += pending.costMs;
-        if (cost > firstBatchMs && !frequencies.empty())
+        if (cost > batchMs && !batch.frequenciesMhz.empty())
             break;
-        frequencies.push_back(pending.frequencyMhz);
+        batch.frequenciesMhz.push_back(pending.frequencyMhz);
     }
-    return frequencies;
+    return batch;
 }
 
 void ScanPlan::scanned(const std::vector<std::uint32_t>& frequenciesMhz, std::int64_t nowMs)
 {
     for (const std::uint32_t frequency : frequenciesMhz)
         m_lastScanMs[frequency] = nowMs;
-    std::erase_if(m_pending, [&frequenciesMhz](const Pending& pending) {
-        return std::find(frequenciesMhz.begin(), frequenciesMhz.end(), pending.frequencyMhz) != frequenciesMhz.end();
+    std::erase_if(m_pending, [this, &frequenciesMhz](const Pending& pending) {
+        return pending.isListening == m_isListening && contains(frequenciesMhz, pending.frequencyMhz);
     });
 }

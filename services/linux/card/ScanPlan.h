@@ -6,27 +6,45 @@
 #include <map>
 #include <vector>
 
+struct ScanBatch {
+    std::vector<std::uint32_t> frequenciesMhz;
+    bool isListening { false }; // waits for beacons instead of asking the networks to answer
+};
+
 // Divides a scan into batches. The client reads the list 2 s after its request, but scanning every channel takes up to
-// 14 s. So the first batch fits into that time, and the others follow while the client already uses the list. Channels
+// 14 s. So the first batches fit into that time, and the others follow while the client already uses the list. Channels
 // come in the order in which they were last scanned, those with known networks earlier.
+//
+// A hidden network does not answer, and a beacon falls into the short time of an active scan only by luck. So channels
+// with a known one are listened to, and in the end so are all channels of the 2.4 GHz band, unless the card is linked.
 class ScanPlan {
 public:
-    static constexpr std::int64_t firstBatchMs = 1600;
+    static constexpr std::int64_t batchMs = 1600;
 
-    // Starts over with these channels; knownMhz are the frequencies of listed networks.
-    void start(const std::vector<ChannelFacts>& channels, const std::vector<std::uint32_t>& knownMhz, bool isLinked);
+    struct Known {
+        std::vector<std::uint32_t> frequenciesMhz; // of listed networks
+        std::vector<std::uint32_t> hiddenMhz; // of listed networks without a name
+    };
+
+    // Starts over with these channels.
+    void start(const std::vector<ChannelFacts>& channels, const Known& known, bool isLinked);
     void cancel() { m_pending.clear(); }
     [[nodiscard]] bool isDone() const { return m_pending.empty(); }
-    // The frequencies in MHz to scan next; empty if nothing is left. They stay pending until scanned() names them.
-    [[nodiscard]] std::vector<std::uint32_t> batch() const;
+    // What to scan next; no frequencies if nothing is left. They stay pending until scanned() names them.
+    [[nodiscard]] ScanBatch batch();
+    // Also for scans that others have made.
     void scanned(const std::vector<std::uint32_t>& frequenciesMhz, std::int64_t nowMs);
 
 private:
     struct Pending {
         std::uint32_t frequencyMhz;
         std::int64_t costMs;
+        bool isListening;
     };
 
+    void add(const ChannelFacts& channel, bool isListening, bool isLinked);
+
     std::vector<Pending> m_pending;
+    bool m_isListening { false }; // the current batch
     std::map<std::uint32_t, std::int64_t> m_lastScanMs;
 };

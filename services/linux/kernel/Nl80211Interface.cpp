@@ -112,12 +112,13 @@ void Nl80211Interface::startScan(const StartScan& scan, Done done)
         for (const std::uint32_t frequency : scan.frequenciesMhz)
             list.put(i++, frequency);
     });
-    // The empty name asks all networks to answer; without any name the scan would only listen.
-    message.nest(NL80211_ATTR_SCAN_SSIDS, [&scan](NetlinkMessage& list) {
-        list.put(1, std::span<const std::uint8_t> {});
-        if (!scan.ssid.empty())
-            list.put(2, scan.ssid);
-    });
+    // The empty name asks all networks to answer; without any name the scan only listens.
+    if (!scan.isListening)
+        message.nest(NL80211_ATTR_SCAN_SSIDS, [&scan](NetlinkMessage& list) {
+            list.put(1, std::span<const std::uint8_t> {});
+            if (!scan.ssid.empty())
+                list.put(2, scan.ssid);
+        });
     sendSet(std::move(message), std::move(done));
 }
 

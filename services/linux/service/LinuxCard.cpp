@@ -57,7 +57,7 @@ LinuxCard::LinuxCard(const CardHardware& hardware, bool isReturning, Parts parts
 void LinuxCard::start()
 {
     radioChanged();
-    m_parts.kernel->bringUp(complain("to be brought up"));
+    apply(BringUp {});
     m_parts.supplicant->start(*this);
     readWiphy();
     readScan({});
@@ -199,7 +199,7 @@ void LinuxCard::scanAborted()
 void LinuxCard::radioChanged()
 {
     const auto position = m_parts.radio->position();
-    apply(m_card.radioSwitched(position.isSoftBlocked, position.isHardBlocked));
+    apply(m_card.radioSwitched(position.isSoftBlocked, position.isHardBlocked, nowMs()));
 }
 
 void LinuxCard::regulatoryDomainChanged()

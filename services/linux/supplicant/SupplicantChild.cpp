@@ -77,12 +77,10 @@ SupplicantChild::~SupplicantChild()
     if (!m_process)
         return;
     m_process->disconnect();
-    m_process->terminate();
+    // Killed: its end drops the link, and until it has ended it would take hold of an interface of the same name.
     constexpr int patienceMs = 1000;
-    if (!m_process->waitForFinished(patienceMs)) {
-        m_process->kill();
-        (void)m_process->waitForFinished(patienceMs);
-    }
+    m_process->kill();
+    (void)m_process->waitForFinished(patienceMs);
 }
 
 void SupplicantChild::start(SupplicantListener& listener)
