@@ -31,7 +31,7 @@ TEST(NetlinkAttributes, FlagBitsAreNoPartOfTheType)
 TEST(NetlinkAttributes, EndAtAMalformedOne)
 {
     const Bytes whole = AttributeBuilder().number(1, std::uint32_t { 7 }).number(2, std::uint32_t { 8 }).bytes();
-    for (const std::uint8_t length : { 0, 3, 9, 255 }) {
+    for (const std::uint8_t length : std::initializer_list<std::uint8_t> { 0, 3, 9, 255 }) {
         Bytes bytes = whole;
         bytes[8] = std::byte { length }; // of the second attribute
         EXPECT_TRUE(findAttribute(bytes, 1)) << int(length);

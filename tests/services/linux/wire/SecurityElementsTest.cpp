@@ -61,8 +61,8 @@ TEST(SecurityElements, MissingFieldsHaveTheDefaultsOfTheStandard)
 TEST(SecurityElements, MalformedOnesAreIgnored)
 {
     Octets cut = rsnOf(ccmp, ccmp, psk);
-    cut.resize(14); // in the middle of the pairwise suites
-    cut[1] = 12;
+    cut.resize(13); // in the middle of the pairwise suite
+    cut[1] = 11;
     EXPECT_FALSE(rsnElement(cut));
     EXPECT_FALSE(rsnElement(Octets { 48, 2, 2, 0 })); // unknown version
     EXPECT_FALSE(rsnElement(Octets { 48, 0 }));

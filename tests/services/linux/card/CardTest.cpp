@@ -1,0 +1,224 @@
+#include "services/linux/card/Card.h"
+
+#include "tests/services/linux/card/CardUnderTest.h"
+
+#include <gtest/gtest.h>
+
+TEST(Card, DisassociateEndsLinkAndRequest)
+{
+    CardUnderTest card;
+    card.joinOpen();
+    EXPECT_TRUE(card.set<std::uint32_t>(OID_802_11_DISASSOCIATE, 0));
+    EXPECT_NE(effectIn<LeaveNetwork>(card.effects), nullptr);
+    EXPECT_EQ(card.word(OID_GEN_MEDIA_CONNECT_STATUS), NdisMediaStateDisconnected);
+    card.linkUp(); // told too late
+    EXPECT_EQ(card.word(OID_GEN_MEDIA_CONNECT_STATUS), NdisMediaStateDisconnected);
+}
+
+TEST(Card, StatusOfAnIncompleteConnectionIsNoLink)
+{
+    CardUnderTest card;
+    (void)card.set(OID_802_11_SSID, ssidRecord("cafe"));
+    SupplicantStatus status;
+    status.bssid = ownAddress;
+    (void)card.card.linkUp(status, card.nowMs);
+    EXPECT_FALSE(card.card.state().link);
+}
+
+TEST(Card, BroadcastAddressRequestsTheLastNameAgain)
+{
+    CardUnderTest card;
+    (void)card.set(OID_802_11_SSID, ssidRecord("cafe"));
+    (void)card.set<std::uint32_t>(OID_802_11_DISASSOCIATE, 0);
+    EXPECT_TRUE(card.set(OID_802_11_BSSID, MacAddress { 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF }));
+    ASSERT_NE(card.block(), nullptr);
+    EXPECT_EQ(card.block()->ssid, octets("cafe"));
+}
+
+TEST(Card, RequestBeforeTheSupplicantRunsIsMadeWhenItDoes)
+{
+    Card card({}, false, 0);
+    (void)card.wiphyRead(dualBandWiphy(), 0);
+    const CardReply reply = card.answer(OID_802_11_SSID | oidSetFlag, bytesOf(ssidRecord("cafe")), 0, 0);
+    EXPECT_TRUE(reply.accepted);
+    EXPECT_EQ(effectIn<JoinNetwork>(reply.effects), nullptr);
+    EXPECT_NE(effectIn<JoinNetwork>(card.supplicantReady(100)), nullptr);
+}
+
+TEST(Card, RestartedSupplicantRaisesTheEventOnceItIsReady)
+{
+    CardUnderTest card;
+    card.joinOpen();
+    EXPECT_EQ(card.word(VX_OID_802_11_READY_FLAG), 1U);
+    card.card.supplicantLost(card.nowMs);
+    EXPECT_EQ(card.word(OID_GEN_MEDIA_CONNECT_STATUS), NdisMediaStateDisconnected);
+    EXPECT_EQ(card.word(VX_OID_802_11_READY_FLAG), 0U);
+    EXPECT_EQ(card.word(VX_OID_802_11_EVENT_FLAG), 0U);
+    card.effects = card.card.supplicantReady(card.nowMs);
+    EXPECT_EQ(card.word(VX_OID_802_11_READY_FLAG), 1U);
+    EXPECT_EQ(card.word(VX_OID_802_11_EVENT_FLAG), 1U);
+    EXPECT_EQ(card.word(VX_OID_802_11_EVENT_FLAG), 0U); // reading clears it
+}
+
+TEST(Card, RestoresTheJoinItselfIfTheClientDoesNot)
+{
+    CardUnderTest card;
+    card.joinOpen();
+    card.card.supplicantLost(card.nowMs);
+    (void)card.card.supplicantReady(card.nowMs);
+    card.pass(Card::restoreDelayMs - 1);
+    EXPECT_EQ(card.block(), nullptr);
+    card.pass(1);
+    ASSERT_NE(card.block(), nullptr);
+    EXPECT_EQ(card.block()->ssid, octets("cafe"));
+    card.pass(Card::restoreDelayMs);
+    EXPECT_EQ(card.block(), nullptr);
+}
+
+TEST(Card, LeavesTheRestorationToAClientThatJoins)
+{
+    CardUnderTest card;
+    card.joinOpen();
+    card.card.supplicantLost(card.nowMs);
+    (void)card.card.supplicantReady(card.nowMs);
+    (void)card.set(OID_802_11_SSID, ssidRecord("other"));
+    card.pass(Card::restoreDelayMs);
+    EXPECT_EQ(card.block(), nullptr);
+}
+
+TEST(Card, ReadyFlagDoesNotKeepAClientWaitingForEver)
+{
+    CardUnderTest card;
+    card.card.supplicantLost(card.nowMs);
+    card.pass(Card::maxNotReadyMs - 1);
+    EXPECT_EQ(card.word(VX_OID_802_11_READY_FLAG), 0U);
+    card.pass(1);
+    EXPECT_EQ(card.word(VX_OID_802_11_READY_FLAG), 1U);
+}
+
+TEST(Card, RestartWithoutARequestIsNoEvent)
+{
+    CardUnderTest card;
+    card.card.supplicantLost(card.nowMs);
+    (void)card.card.supplicantReady(card.nowMs);
+    EXPECT_EQ(card.word(VX_OID_802_11_EVENT_FLAG), 0U);
+}
+
+TEST(Card, ResumeAndReturnRaiseTheEvent)
+{
+    CardUnderTest card;
+    card.card.resumed();
+    EXPECT_EQ(card.word(VX_OID_802_11_EVENT_FLAG), 0U); // nothing was lost
+    card.joinOpen();
+    card.card.resumed();
+    EXPECT_EQ(card.word(VX_OID_802_11_EVENT_FLAG), 1U);
+    CardUnderTest returned(true);
+    EXPECT_EQ(returned.word(VX_OID_802_11_EVENT_FLAG), 1U);
+}
+
+TEST(Card, RadioOffEndsLinkAndClearsTheList)
+{
+    CardUnderTest card;
+    card.hear({ networkEntry("cafe", 1) });
+    card.joinOpen();
+    (void)card.card.radioSwitched(true, false, card.nowMs);
+    EXPECT_FALSE(card.card.state().link);
+    EXPECT_TRUE(card.card.state().networks.networks().empty());
+    EXPECT_TRUE(card.set<std::uint32_t>(OID_802_11_BSSID_LIST_SCAN, 0));
+    EXPECT_EQ(effectIn<StartScan>(card.effects), nullptr);
+
+    card.effects = card.card.radioSwitched(false, false, card.nowMs);
+    EXPECT_NE(effectIn<BringUp>(card.effects), nullptr);
+    card.pass(Card::joinHeadStartMs + 500);
+    EXPECT_NE(effectIn<StartScan>(card.effects), nullptr);
+}
+
+TEST(Card, ScansEveryAllowedChannelInTheEnd)
+{
+    CardUnderTest card;
+    EXPECT_TRUE(card.set<std::uint32_t>(OID_802_11_BSSID_LIST_SCAN, 0));
+    std::vector<std::uint32_t> scanned;
+    int listened = 0;
+    while (const auto* const scan = effectIn<StartScan>(card.effects)) {
+        const StartScan copy = *scan;
+        listened += copy.isListening ? 1 : 0;
+        scanned.insert(scanned.end(), copy.frequenciesMhz.begin(), copy.frequenciesMhz.end());
+        card.pass(1500);
+        card.effects = card.card.scanRead({}, copy.frequenciesMhz, card.nowMs);
+    }
+    for (const std::uint32_t frequency : { 2412U, 2437U, 5180U, 5260U })
+        EXPECT_NE(std::find(scanned.begin(), scanned.end(), frequency), scanned.end()) << frequency;
+    EXPECT_EQ(listened, 1);
+}
+
+TEST(Card, ScansOnlyTheChannelsOfTheWirelessMode)
+{
+    CardUnderTest card;
+    (void)card.set<std::uint32_t>(VX_OID_802_11_PHY_MODE, 0);
+    (void)card.set<std::uint32_t>(OID_802_11_BSSID_LIST_SCAN, 0);
+    EXPECT_EQ(effectIn<StartScan>(card.effects)->frequenciesMhz, (std::vector<std::uint32_t> { 2412, 2437 }));
+}
+
+TEST(Card, ModeOfOneBandRemovesTheNetworksOfTheOther)
+{
+    CardUnderTest card;
+    card.hear({ networkEntry("near", 1, 2412), networkEntry("fast", 2, 5180) });
+    (void)card.set<std::uint32_t>(VX_OID_802_11_PHY_MODE, 2);
+    ASSERT_EQ(card.card.state().networks.networks().size(), 1U);
+    EXPECT_EQ(card.card.state().networks.networks().front().entry.frequencyMhz, 5180U);
+    card.hear({ networkEntry("near", 1, 2412) });
+    EXPECT_EQ(card.card.state().networks.networks().size(), 1U);
+}
+
+TEST(Card, BusyKernelIsAskedAgain)
+{
+    CardUnderTest card;
+    (void)card.set<std::uint32_t>(OID_802_11_BSSID_LIST_SCAN, 0);
+    (void)card.card.scanFailed(true, card.nowMs);
+    ASSERT_TRUE(card.card.nextDueMs());
+    card.pass(*card.card.nextDueMs() - card.nowMs);
+    EXPECT_NE(effectIn<StartScan>(card.effects), nullptr);
+    (void)card.card.scanFailed(false, card.nowMs);
+    EXPECT_FALSE(card.card.nextDueMs());
+}
+
+TEST(Card, ScanWhoseEndIsNeverToldDoesNotBlockTheNextOne)
+{
+    CardUnderTest card;
+    (void)card.set<std::uint32_t>(OID_802_11_BSSID_LIST_SCAN, 0);
+    card.pass(Card::maxScanMs);
+    (void)card.set<std::uint32_t>(OID_802_11_BSSID_LIST_SCAN, 0);
+    EXPECT_NE(effectIn<StartScan>(card.effects), nullptr);
+}
+
+TEST(Card, ScanWaitsForAJoin)
+{
+    CardUnderTest card;
+    (void)card.set(OID_802_11_SSID, ssidRecord("cafe"));
+    (void)card.set<std::uint32_t>(OID_802_11_BSSID_LIST_SCAN, 0);
+    EXPECT_EQ(effectIn<StartScan>(card.effects), nullptr);
+    card.linkUp();
+    EXPECT_NE(effectIn<StartScan>(card.effects), nullptr);
+    EXPECT_EQ(effectIn<StartScan>(card.effects)->ssid, octets("cafe"));
+}
+
+TEST(Card, NetworkThatIsNotFoundIsLookedForEverywhere)
+{
+    CardUnderTest card;
+    EXPECT_TRUE(card.card.networkNotFound().empty());
+    (void)card.set(OID_802_11_SSID, ssidRecord("cafe"));
+    const Effects effects = card.card.networkNotFound();
+    ASSERT_NE(effectIn<WidenSearch>(effects), nullptr);
+    EXPECT_EQ(effectIn<WidenSearch>(effects)->frequenciesMhz.size(), 4U);
+}
+
+TEST(Card, SettingsOfTheRadioAreMadeAgainWithEachLink)
+{
+    CardUnderTest card;
+    (void)card.set<std::uint32_t>(OID_802_11_RTS_THRESHOLD, 500);
+    (void)card.set<std::uint32_t>(OID_802_11_POWER_MODE, 1);
+    card.joinOpen();
+    EXPECT_EQ(effectIn<SetRtsThreshold>(card.effects)->bytes, 500U);
+    EXPECT_TRUE(effectIn<SetPowerSave>(card.effects)->isOn);
+    EXPECT_NE(effectIn<SetRates>(card.effects), nullptr);
+}

@@ -1,0 +1,76 @@
+#include "services/linux/card/WirelessMode.h"
+
+#include "tests/services/linux/card/CardUnderTest.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+SetRates ratesFor(std::uint32_t mode, const NDIS_802_11_RATES& desired)
+{
+    CardSettings settings;
+    settings.phyMode = mode;
+    settings.desiredRates = desired;
+    return allowedRates(settings, dualBandWiphy());
+}
+
+constexpr NDIS_802_11_RATES automatic { 108, 96, 72, 48, 22, 11, 4, 2 };
+using Rates = std::vector<std::uint8_t>;
+
+} // namespace
+
+TEST(WirelessMode, AllowsItsBands)
+{
+    EXPECT_TRUE(modeAllows(wirelessModeBG, 2412));
+    EXPECT_FALSE(modeAllows(wirelessModeBG, 5180));
+    EXPECT_FALSE(modeAllows(wirelessModeB, 5180));
+    EXPECT_FALSE(modeAllows(wirelessModeA, 2412));
+    EXPECT_TRUE(modeAllows(wirelessModeA, 5180));
+    EXPECT_TRUE(modeAllows(wirelessModeABG, 2412));
+    EXPECT_TRUE(modeAllows(wirelessModeABG, 5180));
+}
+
+TEST(WirelessMode, AutomaticRatesAreNotLimited)
+{
+    const SetRates rates = ratesFor(wirelessModeABG, automatic);
+    EXPECT_TRUE(rates.twoGhz.empty());
+    EXPECT_TRUE(rates.fiveGhz.empty());
+}
+
+TEST(WirelessMode, ModeBHasFourRates)
+{
+    EXPECT_EQ(ratesFor(wirelessModeB, { 22, 11, 4, 2 }).twoGhz, (Rates { 2, 4, 11, 22 }));
+}
+
+TEST(WirelessMode, SingleRateIsUsedWhereTheBandHasIt)
+{
+    const SetRates both = ratesFor(wirelessModeABG, { 108 });
+    EXPECT_EQ(both.twoGhz, (Rates { 108 }));
+    EXPECT_EQ(both.fiveGhz, (Rates { 108 }));
+    const SetRates low = ratesFor(wirelessModeABG, { 0x80 | 11 });
+    EXPECT_EQ(low.twoGhz, (Rates { 11 }));
+    EXPECT_TRUE(low.fiveGhz.empty());
+}
+
+TEST(WirelessMode, OldModesAndSingleRatesDoWithoutNewerRates)
+{
+    CardSettings settings;
+    settings.phyMode = wirelessModeBG;
+    EXPECT_FALSE(isLegacyOnly(settings));
+    settings.phyMode = wirelessModeB;
+    EXPECT_TRUE(isLegacyOnly(settings));
+    settings.phyMode = wirelessModeBG;
+    settings.desiredRates = { 108 };
+    EXPECT_TRUE(isLegacyOnly(settings));
+}
+
+TEST(TransmitPower, IsAShareOfTheMaximum)
+{
+    EXPECT_FALSE(transmitPower(100, 2000).mbm);
+    EXPECT_EQ(transmitPower(75, 2000).mbm, 1875);
+    EXPECT_EQ(transmitPower(50, 2000).mbm, 1699);
+    EXPECT_EQ(transmitPower(25, 2000).mbm, 1398);
+    EXPECT_EQ(transmitPower(12, 2000).mbm, 1079);
+    EXPECT_EQ(transmitPower(12, 500).mbm, 0);
+    EXPECT_FALSE(transmitPower(50, 0).mbm);
+}
