@@ -8,6 +8,7 @@ build_packages=(
     qt6-base-dev qt6-svg-dev libxcb1-dev
     libtomlplusplus-dev libssl-dev
     libgtest-dev libgmock-dev libbenchmark-dev
+    pkg-config libnl-3-dev libnl-genl-3-dev
 )
 # The window: image plug-ins, fonts, the session bus for accessibility, the software renderer.
 window_packages=(libqt6svg6 fonts-dejavu-core dbus libgl1-mesa-dri)

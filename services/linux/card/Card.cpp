@@ -11,7 +11,7 @@
 namespace {
 
 constexpr std::int64_t busyRetryMs = 300;
-constexpr std::int64_t interfaceUpMs = 500;
+constexpr std::int64_t interfaceUpMs = 100;
 
 ScanPlan::Known knownChannels(const NetworkList& list)
 {
@@ -78,6 +78,7 @@ Effects Card::radioSwitched(bool isSoftBlocked, bool isHardBlocked, std::int64_t
         m_state.networks.clear();
         m_state.scanPlan.cancel();
         m_state.scanStartMs.reset();
+        m_bringUpDueMs.reset();
         return {};
     }
     if (wasOn)
@@ -119,17 +120,28 @@ Effects Card::scanRead(
     m_state.networks.scanEnded(frequenciesMhz, m_state.scanStartMs.value_or(nowMs - maxScanMs), nowMs);
     m_state.scanPlan.scanned(frequenciesMhz, nowMs);
     m_state.scanStartMs.reset();
+    m_scanTries = 0;
     return nextScan(nowMs);
 }
 
-Effects Card::scanFailed(bool isBusy, std::int64_t nowMs)
+Effects Card::scanFailed(bool isPassing, std::int64_t nowMs)
 {
     m_state.scanStartMs.reset();
-    if (isBusy)
+    if (isPassing && ++m_scanTries < maxScanTries) {
         m_scanDueMs = nowMs + busyRetryMs;
-    else
+    } else {
+        m_scanTries = 0;
         m_state.scanPlan.cancel();
+    }
     return {};
+}
+
+void Card::interfaceRead(bool isUp, std::int64_t nowMs)
+{
+    if (isUp)
+        m_bringUpDueMs.reset();
+    else if (m_state.isRadioOn() && !m_bringUpDueMs)
+        m_bringUpDueMs = nowMs + bringUpDelayMs;
 }
 
 // The next batch, unless a join is going on, which comes first.
@@ -229,6 +241,10 @@ Effects Card::timePassed(std::int64_t nowMs)
         append(effects, scanFailed(false, nowMs));
     if (m_scanDueMs && nowMs >= *m_scanDueMs)
         append(effects, nextScan(nowMs));
+    if (m_bringUpDueMs && nowMs >= *m_bringUpDueMs) {
+        m_bringUpDueMs.reset();
+        effects.emplace_back(BringUp {});
+    }
     return effects;
 }
 
@@ -240,6 +256,7 @@ std::optional<std::int64_t> Card::nextDueMs() const
             due = other;
     };
     consider(m_scanDueMs);
+    consider(m_bringUpDueMs);
     if (m_state.scanStartMs)
         consider(*m_state.scanStartMs + maxScanMs);
     return due;

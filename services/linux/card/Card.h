@@ -26,6 +26,10 @@ public:
     // A join comes first: scans wait until it has ended, but not longer than this.
     static constexpr std::int64_t joinHeadStartMs = 3000;
     static constexpr std::int64_t maxScanMs = 10'000;
+    // How often a scan is tried before it is given up.
+    static constexpr int maxScanTries = 20;
+    // Another program that takes the interface down may be doing more with it.
+    static constexpr std::int64_t bringUpDelayMs = 500;
 
     // An interface that comes back after a short absence raises the event flag, in case the client did not notice.
     Card(const CardHardware& hardware, bool isReturning, std::int64_t nowMs);
@@ -36,6 +40,8 @@ public:
 
     [[nodiscard]] Effects wiphyRead(const WiphyFacts& wiphy, std::int64_t nowMs);
     [[nodiscard]] Effects radioSwitched(bool isSoftBlocked, bool isHardBlocked, std::int64_t nowMs);
+    // The kernel leaves the interface down when its radio has been off, and any program may take it down.
+    void interfaceRead(bool isUp, std::int64_t nowMs);
     void interfaceCountersRead(const InterfaceCounters& counters) { m_state.counters.follow(counters); }
     void stationsRead(const std::vector<StationInfo>& stations);
     void noiseRead(std::optional<std::int32_t> noiseDbm);
@@ -44,8 +50,8 @@ public:
     // The kernel's scan result, after a scan of these frequencies, or without one.
     [[nodiscard]] Effects scanRead(
         std::vector<ScanEntry> entries, const std::vector<std::uint32_t>& frequenciesMhz, std::int64_t nowMs);
-    // The kernel refused or aborted the scan. Busy: another one runs, whose end is told by scanRead().
-    [[nodiscard]] Effects scanFailed(bool isBusy, std::int64_t nowMs);
+    // The kernel refused or aborted the scan, for a passing reason (another scan) or for good.
+    [[nodiscard]] Effects scanFailed(bool isPassing, std::int64_t nowMs);
 
     [[nodiscard]] Effects supplicantReady(std::int64_t nowMs);
     void supplicantLost(std::int64_t nowMs);
@@ -67,4 +73,6 @@ private:
 
     CardState m_state;
     std::optional<std::int64_t> m_scanDueMs; // a batch waits until then
+    int m_scanTries { 0 };
+    std::optional<std::int64_t> m_bringUpDueMs;
 };

@@ -103,10 +103,11 @@ std::optional<std::uint32_t> threshold(std::uint32_t bytes)
     return bytes == 0 || bytes >= offThresholdBytes ? std::nullopt : std::optional(bytes);
 }
 
+// Of the link's channel; without a link, of all channels that are allowed.
 std::int32_t maxPowerMbm(const CardState& state)
 {
     std::int32_t power = 0;
-    for (const ChannelFacts& channel : state.allowedChannels()) {
+    for (const ChannelFacts& channel : state.link ? state.wiphy.channels : state.allowedChannels()) {
         if (!state.link || channel.frequencyMhz == state.link->frequencyMhz)
             power = std::max(power, channel.maxPowerMbm);
     }

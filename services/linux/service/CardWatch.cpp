@@ -237,6 +237,8 @@ void CardWatch::receiveLink(const NetlinkReply& message)
     // The kernel also reports every change of the carrier.
     if (!isKnown || found->second.name != link->name)
         readInterfaces();
+    else
+        found->second.card->interfaceChanged(link->isUp);
 }
 
 void CardWatch::everythingMissed()

@@ -103,9 +103,11 @@ void LinuxCard::apply(const StartScan& scan)
     m_parts.kernel->startScan(scan, [this](int error) {
         if (error == 0)
             return;
-        if (error != EBUSY)
+        // Down: the radio was switched on a moment ago, or the interface is about to be brought up again.
+        const bool isPassing = error == EBUSY || error == ENETDOWN;
+        if (!isPassing)
             complain("to scan")(error);
-        apply(m_card.scanFailed(error == EBUSY, nowMs()));
+        apply(m_card.scanFailed(isPassing, nowMs()));
     });
 }
 
@@ -167,6 +169,8 @@ void LinuxCard::refreshFacts()
     m_parts.kernel->readLink([this](const std::optional<LinkMessage>& link) {
         if (link && link->counters)
             m_card.interfaceCountersRead(*link->counters);
+        if (link)
+            interfaceChanged(link->isUp);
     });
     if (!m_card.state().link)
         return;
@@ -200,6 +204,12 @@ void LinuxCard::radioChanged()
 {
     const auto position = m_parts.radio->position();
     apply(m_card.radioSwitched(position.isSoftBlocked, position.isHardBlocked, nowMs()));
+}
+
+void LinuxCard::interfaceChanged(bool isUp)
+{
+    m_card.interfaceRead(isUp, nowMs());
+    armTimer();
 }
 
 void LinuxCard::regulatoryDomainChanged()

@@ -56,6 +56,7 @@ public:
     void scanEnded(const std::vector<std::uint32_t>& frequenciesMhz);
     void scanAborted();
     void radioChanged();
+    void interfaceChanged(bool isUp);
     void regulatoryDomainChanged();
     // Messages of the kernel were lost.
     void eventsMissed();

@@ -30,7 +30,8 @@ void emptyCores()
 
 void limitChild()
 {
-    (void)::prctl(PR_SET_PDEATHSIG, SIGTERM);
+    // Not asked to end: it would take the interface down a moment later, when the next service already uses it.
+    (void)::prctl(PR_SET_PDEATHSIG, SIGKILL);
     forbidCores();
     emptyCores();
     sigset_t none {};

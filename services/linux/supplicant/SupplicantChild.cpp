@@ -143,10 +143,8 @@ void SupplicantChild::connectControl()
 
 void SupplicantChild::giveUpOn(const std::string& why)
 {
-    if (m_process) {
-        m_process->disconnect();
+    if (m_process)
         m_process->kill();
-    }
     ended(why);
 }
 
@@ -163,8 +161,13 @@ void SupplicantChild::ended(const std::string& why)
     m_isSent = false;
     ++m_generation;
     if (m_process) {
-        m_process->disconnect();
-        m_process.release()->deleteLater(); // its signal may be on the call stack
+        // Its signal may be on the call stack, or its end still to come.
+        QProcess* const process = m_process.release();
+        process->disconnect();
+        if (process->state() == QProcess::NotRunning)
+            process->deleteLater();
+        else
+            QObject::connect(process, &QProcess::finished, process, &QObject::deleteLater);
     }
     // Only a child that worked starts the pauses over.
     if (std::exchange(m_isReady, false)) {

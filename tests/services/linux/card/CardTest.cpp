@@ -182,6 +182,34 @@ TEST(Card, BusyKernelIsAskedAgain)
     EXPECT_FALSE(card.card.nextDueMs());
 }
 
+TEST(Card, InterfaceThatWasTakenDownIsBroughtUpAgain)
+{
+    CardUnderTest card;
+    card.card.interfaceRead(false, card.nowMs);
+    card.pass(Card::bringUpDelayMs - 1);
+    EXPECT_EQ(effectIn<BringUp>(card.effects), nullptr);
+    card.pass(1);
+    EXPECT_NE(effectIn<BringUp>(card.effects), nullptr);
+    EXPECT_FALSE(card.card.nextDueMs());
+
+    card.card.interfaceRead(false, card.nowMs);
+    card.card.interfaceRead(true, card.nowMs);
+    EXPECT_FALSE(card.card.nextDueMs());
+    // Without its radio it cannot be up.
+    (void)card.card.radioSwitched(true, false, card.nowMs);
+    card.card.interfaceRead(false, card.nowMs);
+    EXPECT_FALSE(card.card.nextDueMs());
+}
+
+TEST(Card, ScanThatIsRefusedAgainAndAgainIsGivenUp)
+{
+    CardUnderTest card;
+    (void)card.set<std::uint32_t>(OID_802_11_BSSID_LIST_SCAN, 0);
+    for (int i = 0; i < Card::maxScanTries; ++i)
+        (void)card.card.scanFailed(true, card.nowMs);
+    EXPECT_TRUE(card.card.state().scanPlan.isDone());
+}
+
 TEST(Card, ScanWhoseEndIsNeverToldDoesNotBlockTheNextOne)
 {
     CardUnderTest card;

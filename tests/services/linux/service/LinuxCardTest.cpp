@@ -21,6 +21,7 @@ protected:
         supplicant = ownedSupplicant.get();
         radio = ownedRadio.get();
         kernel->wiphy = dualBandWiphy();
+        kernel->link->isUp = true;
         card = std::make_unique<LinuxCard>(CardHardware { ownAddress, 1, 2 }, false,
             LinuxCard::Parts { std::move(ownedKernel), std::move(ownedSupplicant), std::move(ownedRadio),
                 [this] { return nowMs; }, [this](const std::string& text) { log += text + '\n'; } });
@@ -112,6 +113,7 @@ TEST_F(LinuxCardTest, StationsSurveyAndCountersReachTheCard)
     kernel->stations = { peer };
     kernel->surveys = { { 2437, -80, false }, { 2412, -91, true } };
     LinkMessage link;
+    link.isUp = true;
     link.counters = InterfaceCounters { 0, 0, 0, 0 };
     kernel->link = link;
     nowMs += 1000;
@@ -152,11 +154,11 @@ TEST_F(LinuxCardTest, LostScanResultsDoNotAgeTheList)
 TEST_F(LinuxCardTest, RefusedScanIsSaidOnce)
 {
     for (int i = 0; i < 3; ++i) {
-        kernel->errors["scan"] = ENETDOWN;
+        kernel->errors["scan"] = EPERM;
         set<std::uint32_t>(OID_802_11_BSSID_LIST_SCAN, 0);
         kernel->answerAll();
     }
-    EXPECT_EQ(log, "the kernel refuses to scan: Network is down\n");
+    EXPECT_EQ(log, "the kernel refuses to scan: Operation not permitted\n");
 }
 
 TEST_F(LinuxCardTest, UnsupportedSettingIsNotWorthALine)
