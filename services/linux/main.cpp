@@ -3,6 +3,7 @@
 #include "services/linux/service/CardWatch.h"
 #include "services/linux/service/SystemManagers.h"
 #include "services/linux/supplicant/ChildLimits.h"
+#include "services/linux/supplicant/SocketDirectory.h"
 
 #include <QCoreApplication>
 
@@ -78,6 +79,7 @@ int main(int argumentCount, char** arguments)
 
     const QCoreApplication application(argumentCount, arguments);
     const TerminationSignals signals([] { QCoreApplication::quit(); });
+    removeStaleSocketDirectories();
     SystemManagers managers;
     CardWatch watch({ options.root.toStdString(), options.interfaceName.toStdString(), accessForClients(log) },
         managers, steadyMs, log);

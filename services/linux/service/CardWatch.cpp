@@ -14,6 +14,7 @@
 #include <linux/netlink.h>
 #include <linux/nl80211.h>
 #include <linux/rtnetlink.h>
+#include <net/if.h>
 
 namespace {
 
@@ -141,7 +142,9 @@ void CardWatch::consider(const InterfaceFacts& interface)
             return;
         }
         m_holders.erase(interface.name);
-        if (!m_published.contains(interface.index))
+        // It may have gone while its managers were asked.
+        const bool isStillThere = ::if_nametoindex(interface.name.c_str()) == interface.index;
+        if (isStillThere && !m_published.contains(interface.index))
             publish(interface);
     });
 }

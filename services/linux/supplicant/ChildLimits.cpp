@@ -41,6 +41,9 @@ void limitChild()
 
 void protectOwnMemory()
 {
+    // The sanitizers' leak check attaches to the process.
+#ifndef __SANITIZE_ADDRESS__
     (void)::prctl(PR_SET_DUMPABLE, 0);
+#endif
     forbidCores();
 }

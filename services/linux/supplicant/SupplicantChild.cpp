@@ -2,14 +2,13 @@
 
 #include "services/linux/supplicant/ChildLimits.h"
 #include "services/linux/supplicant/NetworkSettings.h"
+#include "services/linux/supplicant/SocketDirectory.h"
 
 #include <QFile>
 #include <QStandardPaths>
 
 #include <algorithm>
 #include <utility>
-
-#include <unistd.h>
 
 namespace {
 
@@ -23,15 +22,6 @@ QString findProgram()
     const QString found = QStandardPaths::findExecutable(
         name, { QStringLiteral("/usr/sbin"), QStringLiteral("/sbin"), QStringLiteral("/usr/local/sbin") });
     return found.isEmpty() ? QStandardPaths::findExecutable(name) : found;
-}
-
-// Without a place of the system's own (a user who tries the service by hand), that of the user.
-QString directoryTemplate()
-{
-    const bool isSystem = ::access("/run", W_OK) == 0;
-    const QString parent
-        = isSystem ? QStringLiteral("/run") : QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
-    return parent + QStringLiteral("/pellvaned-XXXXXX");
 }
 
 bool isOk(std::string_view reply)
@@ -96,8 +86,8 @@ std::string SupplicantChild::path(const char* name) const
 
 void SupplicantChild::launch()
 {
-    // A new directory for each child: nothing of the previous one is in the way. Mode 0700.
-    m_directory = std::make_unique<QTemporaryDir>(directoryTemplate());
+    // A new one for each child: nothing of the previous one is in the way.
+    m_directory = makeSocketDirectory();
     QFile settings(m_directory->filePath(QStringLiteral("settings")));
     if (!m_directory->isValid() || !settings.open(QIODevice::WriteOnly)) {
         ended("cannot create a directory for its sockets");
