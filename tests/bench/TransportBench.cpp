@@ -1,6 +1,7 @@
 #include "driver/VX7100Access.h"
 #include "driver/records/Oids.h"
 #include "platform/registry/SocketIORegistry.h"
+#include "tests/bench/BareClient.h"
 #include "tests/support/RecordingAlertPanels.h"
 #include "tests/support/RecordingTickClock.h"
 
@@ -8,36 +9,17 @@
 
 #include <array>
 #include <cstdlib>
-#include <cstring>
 #include <filesystem>
 #include <string>
 #include <thread>
 
-#include <dirent.h>
-#include <fcntl.h>
-#include <poll.h>
 #include <sys/socket.h>
-#include <sys/stat.h>
-#include <sys/un.h>
 #include <unistd.h>
 
 // One complete driver request (search, open, call, complete, close), made by the utility and by the bare system calls.
 // Both use the same service.
 
 namespace {
-
-constexpr std::array<std::uint32_t, 4> header(std::uint32_t kind, std::uint32_t selector, std::uint32_t size)
-{
-    return { kind, selector, size, size };
-}
-
-sockaddr_un addressOf(const std::string& path)
-{
-    sockaddr_un address {};
-    address.sun_family = AF_UNIX;
-    std::memcpy(address.sun_path, path.c_str(), path.size() + 1);
-    return address;
-}
 
 // Replies to every request with success: four bytes for a structure call, none for others.
 class Service {
@@ -107,54 +89,6 @@ void UtilityRequest(benchmark::State& state)
     }
 }
 
-int bareConnect(int folder, const char* name)
-{
-    const int instance = ::openat(folder, name, O_PATH | O_NOFOLLOW | O_CLOEXEC);
-    const int client = ::socket(AF_UNIX, SOCK_SEQPACKET | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
-    sockaddr_un address {};
-    address.sun_family = AF_UNIX;
-    (void)std::snprintf(address.sun_path, sizeof(address.sun_path), "/proc/self/fd/%d", instance);
-    if (::connect(client, reinterpret_cast<const sockaddr*>(&address), sizeof(address)) != 0)
-        std::abort();
-    (void)::close(instance);
-    return client;
-}
-
-int bareFolder(const char* path)
-{
-    const int folder = ::open(path, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
-    struct stat status { };
-    if (folder != -1)
-        (void)::fstat(folder, &status);
-    return folder;
-}
-
-void bareSearch(const char* missing, const char* present)
-{
-    if (bareFolder(missing) != -1)
-        std::abort();
-    const int folder = bareFolder(present);
-    DIR* const listing = ::fdopendir(folder);
-    while (const dirent* const entry = ::readdir(listing)) {
-        if (entry->d_type == DT_SOCK)
-            (void)::close(bareConnect(folder, entry->d_name));
-    }
-    (void)::closedir(listing);
-}
-
-void bareRoundTrip(int client, const void* request, std::size_t size, std::span<std::byte> reply)
-{
-    iovec part { const_cast<void*>(request), size };
-    msghdr message {};
-    message.msg_iov = &part;
-    message.msg_iovlen = 1;
-    (void)::sendmsg(client, &message, MSG_NOSIGNAL | MSG_DONTWAIT);
-    pollfd watched { client, POLLIN, 0 };
-    (void)::poll(&watched, 1, 2000);
-    if (::recv(client, reply.data(), reply.size(), MSG_DONTWAIT | MSG_TRUNC) < 8)
-        std::abort();
-}
-
 void BareSystemCalls(benchmark::State& state)
 {
     const Service service;
@@ -163,16 +97,8 @@ void BareSystemCalls(benchmark::State& state)
     std::vector<std::byte> reply(65544);
     for ([[maybe_unused]] auto _ : state) {
         bareSearch(missing.c_str(), present.c_str());
-        const int folder = bareFolder(present.c_str());
-        const int client = bareConnect(folder, "card");
-        (void)::close(folder);
-        const auto open = header(0, 0, 0);
-        bareRoundTrip(client, open.data(), sizeof(open), reply);
         const std::array<std::uint32_t, 5> call { 1, OID_GEN_MEDIA_CONNECT_STATUS, 4, 4, 0 };
-        bareRoundTrip(client, call.data(), sizeof(call), reply);
-        const auto complete = header(2, 1, 0);
-        bareRoundTrip(client, complete.data(), sizeof(complete), reply);
-        (void)::close(client);
+        (void)bareRequest(present.c_str(), "card", std::as_bytes(std::span(call)), reply);
         benchmark::DoNotOptimize(reply.data());
     }
 }

@@ -4,8 +4,10 @@
 #include "services/linux/service/LinuxCard.h"
 #include "services/linux/supplicant/Supplicant.h"
 
+#include <algorithm>
 #include <deque>
 #include <functional>
+#include <map>
 #include <string>
 #include <vector>
 
