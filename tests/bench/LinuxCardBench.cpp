@@ -172,9 +172,9 @@ std::size_t fetchList(const std::string& classFolder, std::vector<std::byte>& re
 std::vector<std::byte> packetOf(std::span<const std::byte> output)
 {
     const std::array<std::uint32_t, 2> head { 0, static_cast<std::uint32_t>(output.size()) };
-    std::vector<std::byte> packet(sizeof(head));
+    std::vector<std::byte> packet(sizeof(head) + output.size());
     std::memcpy(packet.data(), head.data(), sizeof(head));
-    packet.insert(packet.end(), output.begin(), output.end());
+    std::copy(output.begin(), output.end(), packet.begin() + sizeof(head));
     return packet;
 }
 

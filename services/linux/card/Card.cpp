@@ -157,8 +157,10 @@ Effects Card::nextScan(std::int64_t nowMs)
     }
     m_state.scanStartMs = nowMs;
     const ScanBatch batch = m_state.scanPlan.batch();
-    return { StartScan {
-        batch.frequenciesMhz, batch.isListening, m_state.request ? m_state.request->ssid : Octets {} } };
+    // One name beside the empty one, which asks all networks.
+    const bool hasRoomForName = m_state.wiphy.maxScanSsids >= 2;
+    return { StartScan { batch.frequenciesMhz, batch.isListening,
+        m_state.request && hasRoomForName ? m_state.request->ssid : Octets {} } };
 }
 
 Effects Card::supplicantReady(std::int64_t nowMs)
@@ -202,7 +204,11 @@ Effects Card::linkUp(const SupplicantStatus& status, std::int64_t nowMs)
     const bool isNew = !m_state.link || m_state.link->bssid != *status.bssid;
     if (isNew)
         m_state.counters.linkChanged();
-    m_state.link = LinkFacts { *status.bssid, status.ssid, status.frequencyMhz, status.isAdHoc, {}, {} };
+    if (isNew)
+        m_state.link.emplace();
+    m_state.link->bssid = *status.bssid;
+    m_state.link->ssid = status.ssid;
+    m_state.link->frequencyMhz = status.frequencyMhz;
     Effects effects = radioSettings();
     if (!m_state.scanStartMs)
         append(effects, nextScan(nowMs));

@@ -30,10 +30,10 @@ struct SetRtsThreshold {
 struct SetFragmentationThreshold {
     std::optional<std::uint32_t> bytes;
 };
-// Rates in units of 500 kbit/s; an empty list allows all rates of a band.
+// Rates in units of 500 kbit/s; an empty list allows all rates of a band. No list for a band that the device lacks.
 struct SetRates {
-    std::vector<std::uint8_t> twoGhz;
-    std::vector<std::uint8_t> fiveGhz;
+    std::optional<std::vector<std::uint8_t>> twoGhz;
+    std::optional<std::vector<std::uint8_t>> fiveGhz;
 };
 struct SetPowerSave {
     bool isOn { false };

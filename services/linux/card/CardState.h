@@ -29,7 +29,6 @@ struct LinkFacts {
     MacAddress bssid {};
     Octets ssid;
     std::uint32_t frequencyMhz { 0 };
-    bool isAdHoc { false };
     std::vector<StationInfo> peers;
     std::optional<std::int32_t> noiseDbm;
 };

@@ -24,10 +24,21 @@ std::optional<std::uint8_t> singleRate(const NDIS_802_11_RATES& rates)
     return single;
 }
 
-std::vector<std::uint8_t> only(std::uint8_t rate, const std::vector<std::uint8_t>& offered)
+using Rates = std::vector<std::uint8_t>;
+
+// The allowed ones of the rates that a band offers; std::nullopt for a band that offers none.
+template <typename IsAllowed> std::optional<Rates> allowedOf(const Rates& offered, IsAllowed isAllowed)
 {
-    const bool isOffered = std::find(offered.begin(), offered.end(), rate) != offered.end();
-    return isOffered ? std::vector { rate } : std::vector<std::uint8_t> {};
+    if (offered.empty())
+        return std::nullopt;
+    Rates allowed;
+    std::copy_if(offered.begin(), offered.end(), std::back_inserter(allowed), isAllowed);
+    return allowed;
+}
+
+bool isCck(std::uint8_t rate)
+{
+    return std::find(cckRates.begin(), cckRates.end(), rate) != cckRates.end();
 }
 
 } // namespace
@@ -52,14 +63,15 @@ bool isLegacyOnly(const CardSettings& settings)
 
 SetRates allowedRates(const CardSettings& settings, const WiphyFacts& wiphy)
 {
-    if (const auto rate = singleRate(settings.desiredRates))
-        return { only(*rate, wiphy.twoGhzRates), only(*rate, wiphy.fiveGhzRates) };
-    SetRates rates;
-    if (settings.phyMode == wirelessModeB) {
-        std::copy_if(wiphy.twoGhzRates.begin(), wiphy.twoGhzRates.end(), std::back_inserter(rates.twoGhz),
-            [](std::uint8_t rate) { return std::find(cckRates.begin(), cckRates.end(), rate) != cckRates.end(); });
+    // An empty list does not limit a band.
+    const auto none = [](std::uint8_t) { return false; };
+    if (const auto single = singleRate(settings.desiredRates)) {
+        const auto isSingle = [single](std::uint8_t rate) { return rate == *single; };
+        return { allowedOf(wiphy.twoGhzRates, isSingle), allowedOf(wiphy.fiveGhzRates, isSingle) };
     }
-    return rates;
+    const bool isModeB = settings.phyMode == wirelessModeB;
+    return { isModeB ? allowedOf(wiphy.twoGhzRates, isCck) : allowedOf(wiphy.twoGhzRates, none),
+        allowedOf(wiphy.fiveGhzRates, none) };
 }
 
 SetTransmitPower transmitPower(std::uint32_t percent, std::int32_t maxPowerMbm)

@@ -15,13 +15,16 @@ Attributes attributesOf(const std::vector<std::byte>& body)
     return body.size() < genericHeaderBytes ? Attributes {} : Attributes(body).subspan(genericHeaderBytes);
 }
 
-void putBandRates(NetlinkMessage& message, int band, const std::vector<std::uint8_t>& rates)
+// The kernel refuses a band that the device does not have.
+void putBandRates(NetlinkMessage& message, int band, const std::optional<std::vector<std::uint8_t>>& rates)
 {
+    if (!rates)
+        return;
     message.nest(band, [&rates](NetlinkMessage& nested) {
         // A band without any attribute allows all rates. An empty list of the newer rates allows none of them.
-        if (rates.empty())
+        if (rates->empty())
             return;
-        nested.put(NL80211_TXRATE_LEGACY, rates);
+        nested.put(NL80211_TXRATE_LEGACY, *rates);
         nested.put(NL80211_TXRATE_HT, std::span<const std::uint8_t> {});
     });
 }

@@ -35,9 +35,9 @@ SetRates withBasicRates(SetRates rates)
 {
     constexpr std::uint8_t basicTwoGhz = 2; // 1 Mbit/s
     constexpr std::uint8_t basicFiveGhz = 12; // 6 Mbit/s
-    const auto add = [](std::vector<std::uint8_t>& list, std::uint8_t rate) {
-        if (!list.empty() && std::find(list.begin(), list.end(), rate) == list.end())
-            list.push_back(rate);
+    const auto add = [](std::optional<std::vector<std::uint8_t>>& list, std::uint8_t rate) {
+        if (list && !list->empty() && std::find(list->begin(), list->end(), rate) == list->end())
+            list->push_back(rate);
     };
     add(rates.twoGhz, basicTwoGhz);
     add(rates.fiveGhz, basicFiveGhz);

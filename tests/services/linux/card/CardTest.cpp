@@ -230,6 +230,31 @@ TEST(Card, ScanWaitsForAJoin)
     EXPECT_EQ(effectIn<StartScan>(card.effects)->ssid, octets("cafe"));
 }
 
+TEST(Card, ScanForANameNeedsADriverThatTakesTwo)
+{
+    CardUnderTest card;
+    WiphyFacts wiphy = dualBandWiphy();
+    wiphy.maxScanSsids = 1;
+    (void)card.card.wiphyRead(wiphy, card.nowMs);
+    card.joinOpen();
+    (void)card.set<std::uint32_t>(OID_802_11_BSSID_LIST_SCAN, 0);
+    ASSERT_NE(effectIn<StartScan>(card.effects), nullptr);
+    EXPECT_TRUE(effectIn<StartScan>(card.effects)->ssid.empty());
+}
+
+TEST(Card, ConnectionToTheSamePeerKeepsItsFigures)
+{
+    CardUnderTest card;
+    card.joinOpen();
+    StationInfo peer;
+    peer.signalDbm = -44;
+    card.card.stationsRead({ peer });
+    card.linkUp(); // new group keys
+    EXPECT_EQ(card.query<std::int32_t>(OID_802_11_RSSI), -44);
+    card.linkUp(2); // another access point
+    EXPECT_EQ(card.query<std::int32_t>(OID_802_11_RSSI), NetworkList::ownCellSignalDbm);
+}
+
 TEST(Card, NetworkThatIsNotFoundIsLookedForEverywhere)
 {
     CardUnderTest card;

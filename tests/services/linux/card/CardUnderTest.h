@@ -48,6 +48,7 @@ inline const MacAddress ownAddress { 2, 0, 0, 0, 0xC0, 0 };
         { 5260, 2300, false, true } };
     wiphy.twoGhzRates = { 2, 4, 11, 22, 12, 18, 24, 36, 48, 72, 96, 108 };
     wiphy.fiveGhzRates = { 12, 18, 24, 36, 48, 72, 96, 108 };
+    wiphy.maxScanSsids = 4;
     return wiphy;
 }
 

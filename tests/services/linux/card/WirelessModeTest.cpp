@@ -33,8 +33,8 @@ TEST(WirelessMode, AllowsItsBands)
 TEST(WirelessMode, AutomaticRatesAreNotLimited)
 {
     const SetRates rates = ratesFor(wirelessModeABG, automatic);
-    EXPECT_TRUE(rates.twoGhz.empty());
-    EXPECT_TRUE(rates.fiveGhz.empty());
+    EXPECT_EQ(rates.twoGhz, Rates {});
+    EXPECT_EQ(rates.fiveGhz, Rates {});
 }
 
 TEST(WirelessMode, ModeBHasFourRates)
@@ -49,7 +49,19 @@ TEST(WirelessMode, SingleRateIsUsedWhereTheBandHasIt)
     EXPECT_EQ(both.fiveGhz, (Rates { 108 }));
     const SetRates low = ratesFor(wirelessModeABG, { 0x80 | 11 });
     EXPECT_EQ(low.twoGhz, (Rates { 11 }));
-    EXPECT_TRUE(low.fiveGhz.empty());
+    EXPECT_EQ(low.fiveGhz, Rates {});
+}
+
+TEST(WirelessMode, BandThatTheDeviceLacksHasNoRates)
+{
+    WiphyFacts wiphy = dualBandWiphy();
+    wiphy.fiveGhzRates.clear();
+    for (const NDIS_802_11_RATES& desired : { automatic, NDIS_802_11_RATES { 108 } }) {
+        CardSettings settings;
+        settings.desiredRates = desired;
+        EXPECT_FALSE(allowedRates(settings, wiphy).fiveGhz);
+        EXPECT_TRUE(allowedRates(settings, wiphy).twoGhz);
+    }
 }
 
 TEST(WirelessMode, OldModesAndSingleRatesDoWithoutNewerRates)
