@@ -6,6 +6,7 @@
 #include "services/linux/supplicant/SocketDirectory.h"
 
 #include <QCoreApplication>
+#include <QDBusConnection>
 
 #include <chrono>
 #include <cstdio>
@@ -54,6 +55,18 @@ ServiceAccess accessForClients(const CardWatch::Log& log)
     return access;
 }
 
+// A connection that failed is made anew: the bus may be started after the service.
+QDBusConnection systemBus()
+{
+    const QString name = QStringLiteral("pellvaned");
+    QDBusConnection bus(name);
+    if (!bus.isConnected()) {
+        QDBusConnection::disconnectFromBus(name);
+        bus = QDBusConnection::connectToBus(QDBusConnection::SystemBus, name);
+    }
+    return bus;
+}
+
 } // namespace
 
 int main(int argumentCount, char** arguments)
@@ -80,7 +93,7 @@ int main(int argumentCount, char** arguments)
     const QCoreApplication application(argumentCount, arguments);
     const TerminationSignals signals([] { QCoreApplication::quit(); });
     removeStaleSocketDirectories();
-    SystemManagers managers;
+    SystemManagers managers(systemBus, "/run/wpa_supplicant");
     CardWatch watch({ options.root.toStdString(), options.interfaceName.toStdString(), accessForClients(log) },
         managers, steadyMs, log);
     watch.start();

@@ -26,9 +26,9 @@ using ManagedObjects = QMap<QDBusObjectPath, Properties>;
 
 using Answered = std::function<void(const QDBusMessage&)>;
 
-void call(const QDBusMessage& message, Answered answered)
+void call(const QDBusConnection& bus, const QDBusMessage& message, Answered answered)
 {
-    const auto pending = QDBusConnection::systemBus().asyncCall(message, busTimeoutMs);
+    const auto pending = bus.asyncCall(message, busTimeoutMs);
     auto* const watcher = new QDBusPendingCallWatcher(pending);
     QObject::connect(watcher, &QDBusPendingCallWatcher::finished, watcher, [watcher, answered = std::move(answered)] {
         watcher->deleteLater();
@@ -48,8 +48,9 @@ QDBusMessage method(const char* service, const QString& path, const char* interf
 // Asks one manager after the other, and stops at the first one that has the interface.
 class Inquiry : public std::enable_shared_from_this<Inquiry> {
 public:
-    Inquiry(std::string interfaceName, OtherManagers::Found found)
-        : m_name(std::move(interfaceName))
+    Inquiry(QDBusConnection bus, std::string interfaceName, OtherManagers::Found found)
+        : m_bus(std::move(bus))
+        , m_name(std::move(interfaceName))
         , m_found(std::move(found))
     {
     }
@@ -59,7 +60,7 @@ public:
         QDBusMessage message = method("org.freedesktop.NetworkManager",
             QStringLiteral("/org/freedesktop/NetworkManager"), "org.freedesktop.NetworkManager", "GetDeviceByIpIface");
         message << QString::fromStdString(m_name);
-        call(message, [self = shared_from_this()](const QDBusMessage& reply) {
+        call(m_bus, message, [self = shared_from_this()](const QDBusMessage& reply) {
             const auto path = reply.type() == QDBusMessage::ReplyMessage && !reply.arguments().isEmpty()
                 ? reply.arguments().constFirst().value<QDBusObjectPath>().path()
                 : QString();
@@ -76,7 +77,7 @@ private:
         QDBusMessage message
             = method("org.freedesktop.NetworkManager", device, "org.freedesktop.DBus.Properties", "Get");
         message << QStringLiteral("org.freedesktop.NetworkManager.Device") << QStringLiteral("Managed");
-        call(message, [self = shared_from_this()](const QDBusMessage& reply) {
+        call(m_bus, message, [self = shared_from_this()](const QDBusMessage& reply) {
             const bool isManaged = reply.type() == QDBusMessage::ReplyMessage && !reply.arguments().isEmpty()
                 && reply.arguments().constFirst().value<QDBusVariant>().variant().toBool();
             if (isManaged)
@@ -91,7 +92,7 @@ private:
     {
         const QDBusMessage message
             = method("net.connman.iwd", QStringLiteral("/"), "org.freedesktop.DBus.ObjectManager", "GetManagedObjects");
-        call(message, [self = shared_from_this()](const QDBusMessage& reply) {
+        call(m_bus, message, [self = shared_from_this()](const QDBusMessage& reply) {
             const bool isHeld = reply.type() == QDBusMessage::ReplyMessage && !reply.arguments().isEmpty()
                 && self->isAmong(qdbus_cast<ManagedObjects>(reply.arguments().constFirst()));
             if (isHeld)
@@ -116,7 +117,7 @@ private:
         QDBusMessage message = method(
             "fi.w1.wpa_supplicant1", QStringLiteral("/fi/w1/wpa_supplicant1"), "fi.w1.wpa_supplicant1", "GetInterface");
         message << QString::fromStdString(m_name);
-        call(message, [self = shared_from_this()](const QDBusMessage& reply) {
+        call(m_bus, message, [self = shared_from_this()](const QDBusMessage& reply) {
             if (reply.type() == QDBusMessage::ReplyMessage)
                 self->m_found("a wpa_supplicant of the system manages it; stop that service");
             else
@@ -124,6 +125,7 @@ private:
         });
     }
 
+    QDBusConnection m_bus;
     std::string m_name;
     OtherManagers::Found m_found;
 };
@@ -132,17 +134,18 @@ private:
 
 void SystemManagers::find(const std::string& interfaceName, Found found)
 {
-    if (hasControlSocket("/run/wpa_supplicant", interfaceName)) {
+    if (hasControlSocket(m_controlDirectory, interfaceName)) {
         found("a wpa_supplicant of the system manages it; stop that service");
         return;
     }
-    if (!QDBusConnection::systemBus().isConnected()) {
+    const QDBusConnection bus = m_connect();
+    if (!bus.isConnected()) {
         found({});
         return;
     }
     qDBusRegisterMetaType<Properties>();
     qDBusRegisterMetaType<ManagedObjects>();
-    std::make_shared<Inquiry>(interfaceName, std::move(found))->askNetworkManager();
+    std::make_shared<Inquiry>(bus, interfaceName, std::move(found))->askNetworkManager();
 }
 
 bool hasControlSocket(const std::string& directory, const std::string& interfaceName)
