@@ -28,8 +28,8 @@ public:
     static constexpr std::int64_t maxScanMs = 10'000;
     // How often a scan is tried before it is given up.
     static constexpr int maxScanTries = 20;
-    // Another program that takes the interface down may be doing more with it.
-    static constexpr std::int64_t bringUpDelayMs = 500;
+    // Another program that takes the interface down may be doing more with it, renaming it for example.
+    static constexpr std::int64_t bringUpDelayMs = 2000;
 
     // An interface that comes back after a short absence raises the event flag, in case the client did not notice.
     Card(const CardHardware& hardware, bool isReturning, std::int64_t nowMs);

@@ -76,9 +76,12 @@ SetRates allowedRates(const CardSettings& settings, const WiphyFacts& wiphy)
 
 SetTransmitPower transmitPower(std::uint32_t percent, std::int32_t maxPowerMbm)
 {
-    constexpr double mbmPerDecade = 1000;
+    constexpr double dbPerDecade = 10;
+    constexpr std::int32_t mbmPerDb = 100;
     if (percent >= 100 || maxPowerMbm <= 0)
         return {};
-    const double reduction = mbmPerDecade * std::log10(static_cast<double>(percent) / 100);
-    return { std::max(0, maxPowerMbm + static_cast<std::int32_t>(std::lround(reduction))) };
+    const double dbm
+        = static_cast<double>(maxPowerMbm) / mbmPerDb + dbPerDecade * std::log10(static_cast<double>(percent) / 100);
+    // The kernel's own 802.11 stack takes whole decibels only.
+    return { std::max(0, static_cast<std::int32_t>(std::lround(dbm)) * mbmPerDb) };
 }

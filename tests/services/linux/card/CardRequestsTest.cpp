@@ -201,9 +201,9 @@ TEST(CardRequests, PowerSavingRadioAndTransmitPowerReachTheKernel)
     EXPECT_TRUE(card.set<std::uint32_t>(VX_OID_802_11_RADIO, 0));
     EXPECT_FALSE(effectIn<SetRadio>(card.effects)->isOn);
     EXPECT_TRUE(card.set<std::uint32_t>(VX_OID_802_11_TX_POWER, 50));
-    EXPECT_EQ(effectIn<SetTransmitPower>(card.effects)->mbm, 2300 - 301);
+    EXPECT_EQ(effectIn<SetTransmitPower>(card.effects)->mbm, 2300 - 300);
     card.joinOpen(); // on a channel with less power
-    EXPECT_EQ(effectIn<SetTransmitPower>(card.effects)->mbm, 2000 - 301);
+    EXPECT_EQ(effectIn<SetTransmitPower>(card.effects)->mbm, 2000 - 300);
 }
 
 TEST(CardRequests, WpaNoneAndEnterpriseAreRefusedAndSoIsTheJoinThatFollows)

@@ -76,13 +76,13 @@ TEST(WirelessMode, OldModesAndSingleRatesDoWithoutNewerRates)
     EXPECT_TRUE(isLegacyOnly(settings));
 }
 
-TEST(TransmitPower, IsAShareOfTheMaximum)
+TEST(TransmitPower, IsAShareOfTheMaximumInWholeDecibels)
 {
     EXPECT_FALSE(transmitPower(100, 2000).mbm);
-    EXPECT_EQ(transmitPower(75, 2000).mbm, 1875);
-    EXPECT_EQ(transmitPower(50, 2000).mbm, 1699);
-    EXPECT_EQ(transmitPower(25, 2000).mbm, 1398);
-    EXPECT_EQ(transmitPower(12, 2000).mbm, 1079);
+    EXPECT_EQ(transmitPower(75, 2000).mbm, 1900);
+    EXPECT_EQ(transmitPower(50, 2000).mbm, 1700);
+    EXPECT_EQ(transmitPower(25, 2000).mbm, 1400);
+    EXPECT_EQ(transmitPower(12, 2000).mbm, 1100);
     EXPECT_EQ(transmitPower(12, 500).mbm, 0);
     EXPECT_FALSE(transmitPower(50, 0).mbm);
 }
