@@ -163,7 +163,11 @@ void CardWatch::publish(const InterfaceFacts& interface)
     published.card = std::make_unique<LinuxCard>(hardware, isReturning,
         LinuxCard::Parts { std::move(kernel), std::make_unique<SupplicantChild>(name, logIt),
             std::make_unique<LinuxRadio>(m_switches, name, logIt), m_clock, logIt });
-    published.host = std::make_unique<ServiceHost>(published.card->handler());
+    published.host = std::make_unique<ServiceHost>(
+        [this, serve = published.card->handler()](const ServiceRequest& request, ServiceReply reply) {
+            noticeResume(); // before the client asks for the event
+            serve(request, std::move(reply));
+        });
     if (const auto error = published.host->publish(m_options.root, className, name, m_options.access)) {
         if (std::exchange(m_holders[name], error.message()) != error.message())
             log(name, "cannot be published in " + m_options.root + ": " + error.message());
@@ -258,15 +262,21 @@ void CardWatch::poll()
     findFamily();
     if (m_published.empty() || m_options.interfaceName.empty())
         readInterfaces();
+    noticeResume();
+}
+
+void CardWatch::noticeResume()
+{
     const std::int64_t suspended = suspendedMs();
-    if (suspended - std::exchange(m_lastSuspendedMs, suspended) >= minSuspendMs) {
-        for (const auto& [index, published] : m_published)
-            published.card->resumed();
-    }
+    if (suspended - std::exchange(m_lastSuspendedMs, suspended) < minSuspendMs)
+        return;
+    m_log("the machine was suspended");
+    for (const auto& [index, published] : m_published)
+        published.card->resumed();
 }
 
 // How long the machine has been suspended since it was started: only one of the clocks runs meanwhile.
-std::int64_t CardWatch::suspendedMs() const
+std::int64_t CardWatch::suspendedMs()
 {
     return milliseconds(CLOCK_BOOTTIME) - milliseconds(CLOCK_MONOTONIC);
 }

@@ -57,7 +57,8 @@ private:
     void scanMessage(std::uint8_t command, Attributes attributes);
     void everythingMissed();
     void poll();
-    [[nodiscard]] std::int64_t suspendedMs() const;
+    void noticeResume();
+    [[nodiscard]] static std::int64_t suspendedMs();
     void log(const std::string& interfaceName, const std::string& text) const;
 
     WatchOptions m_options;

@@ -57,7 +57,8 @@ LinuxCard::LinuxCard(const CardHardware& hardware, bool isReturning, Parts parts
 void LinuxCard::start()
 {
     radioChanged();
-    apply(BringUp {});
+    if (m_card.state().isRadioOn())
+        apply(BringUp {});
     m_parts.supplicant->start(*this);
     readWiphy();
     readScan({});

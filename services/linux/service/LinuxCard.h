@@ -79,7 +79,7 @@ private:
     void apply(const LeaveNetwork&) { m_parts.supplicant->leave(); }
     void apply(const SetRates& rates);
     void apply(const SetRadio& radio) { m_parts.radio->set(radio.isOn); }
-    void apply(const BringUp&) { m_parts.kernel->bringUp(complain("to be brought up")); }
+    void apply(const BringUp&) { m_parts.kernel->bringUp(complain("to bring the interface up")); }
     template <typename Setting> void apply(const Setting& setting);
     [[nodiscard]] InterfaceKernel::Done complain(const char* what);
 

@@ -207,6 +207,21 @@ TEST_F(LinuxCardTest, RadioIsSwitchedAndFollowed)
     EXPECT_FALSE(card->state().link);
 }
 
+TEST_F(LinuxCardTest, InterfaceWithoutItsRadioIsNotBroughtUp)
+{
+    auto ownedKernel = std::make_unique<FakeKernel>();
+    auto ownedRadio = std::make_unique<FakeRadio>();
+    FakeKernel& blockedKernel = *ownedKernel;
+    ownedRadio->current.isSoftBlocked = true;
+    LinuxCard blocked({}, false,
+        LinuxCard::Parts { std::move(ownedKernel), std::make_unique<FakeSupplicant>(), std::move(ownedRadio),
+            [this] { return nowMs; }, [](const std::string&) {} });
+    blocked.start();
+    blockedKernel.answerAll();
+    EXPECT_EQ(blockedKernel.count("up"), 0U);
+    EXPECT_TRUE(blockedKernel.scans.empty());
+}
+
 TEST_F(LinuxCardTest, ChangedRegulatoryDomainChangesTheScan)
 {
     kernel->wiphy->channels.pop_back();
