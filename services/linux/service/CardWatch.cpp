@@ -116,12 +116,12 @@ void CardWatch::readInterfaces()
 void CardWatch::compare(const std::vector<InterfaceFacts>& present)
 {
     std::vector<std::uint32_t> gone;
-    for (const auto& [index, published] : m_published) {
-        const bool isThere = std::any_of(present.begin(), present.end(), [&](const InterfaceFacts& interface) {
-            return interface.index == index && interface.name == published.name && isStation(interface);
+    for (const auto& entry : m_published) {
+        const bool isThere = std::any_of(present.begin(), present.end(), [&entry](const InterfaceFacts& interface) {
+            return interface.index == entry.first && interface.name == entry.second.name && isStation(interface);
         });
         if (!isThere)
-            gone.push_back(index);
+            gone.push_back(entry.first);
     }
     for (const std::uint32_t index : gone)
         withdraw(index);

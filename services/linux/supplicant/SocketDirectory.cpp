@@ -2,6 +2,7 @@
 
 #include "posix/FileDescriptor.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QFileInfo>
 #include <QStandardPaths>
@@ -37,6 +38,12 @@ bool isLive(const QString& path)
 }
 
 // A directory without any socket may be one whose supplicant has only just been started.
+bool isOld(const QDir& directory)
+{
+    constexpr qint64 startSeconds = 60;
+    return QFileInfo(directory.path()).lastModified().secsTo(QDateTime::currentDateTime()) > startSeconds;
+}
+
 bool isStale(const QDir& directory)
 {
     bool hasSocket = false;
@@ -47,7 +54,7 @@ bool isStale(const QDir& directory)
         if (isLive(entry.filePath()))
             return false;
     }
-    return hasSocket;
+    return hasSocket || isOld(directory);
 }
 
 } // namespace
