@@ -52,6 +52,11 @@ CardReply Card::answer(
         if (!m_state.scanStartMs)
             append(outcome.effects, nextScan(nowMs));
     }
+    // A join comes first: the supplicant cannot scan while the kernel does.
+    const bool isJoin = std::any_of(outcome.effects.begin(), outcome.effects.end(),
+        [](const Effect& effect) { return std::holds_alternative<JoinNetwork>(effect); });
+    if (isJoin && m_state.scanStartMs)
+        outcome.effects.insert(outcome.effects.begin(), AbortScan {});
     return { outcome.accepted, {}, std::move(outcome.effects) };
 }
 

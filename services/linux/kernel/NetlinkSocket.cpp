@@ -39,8 +39,7 @@ void deliver(std::span<std::byte> packet, const NetlinkSocket::Received& receive
     int rest = static_cast<int>(packet.size());
     for (; nlmsg_ok(head, rest) != 0; head = nlmsg_next(head, &rest)) {
         const auto* const body = static_cast<const std::byte*>(nlmsg_data(head));
-        received({ head->nlmsg_type, head->nlmsg_seq, (head->nlmsg_flags & NLM_F_DUMP_INTR) != 0,
-            { body, static_cast<std::size_t>(nlmsg_datalen(head)) } });
+        received({ head->nlmsg_type, head->nlmsg_seq, { body, static_cast<std::size_t>(nlmsg_datalen(head)) } });
     }
 }
 

@@ -14,7 +14,6 @@ class NetlinkMessage;
 struct NetlinkReply {
     std::uint16_t type { 0 };
     std::uint32_t sequence { 0 };
-    bool isInterrupted { false }; // the kernel's data changed while it was read
     std::span<const std::byte> body; // valid during the call
 };
 

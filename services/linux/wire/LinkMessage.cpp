@@ -8,15 +8,6 @@
 
 namespace {
 
-std::optional<MacAddress> addressIn(std::span<const std::byte> payload)
-{
-    MacAddress address {};
-    if (payload.size() != address.size())
-        return std::nullopt;
-    std::memcpy(address.data(), payload.data(), address.size());
-    return address;
-}
-
 // Kernels differ in how many counters follow the ones that we read.
 std::optional<InterfaceCounters> countersIn(std::span<const std::byte> payload)
 {
@@ -44,12 +35,6 @@ std::optional<LinkMessage> linkMessage(std::span<const std::byte> body)
         switch (type) {
         case IFLA_IFNAME:
             link.name = textIn(payload);
-            break;
-        case IFLA_ADDRESS:
-            link.address = addressIn(payload).value_or(MacAddress {});
-            break;
-        case IFLA_PERM_ADDRESS:
-            link.permanentAddress = addressIn(payload);
             break;
         case IFLA_STATS64:
             link.counters = countersIn(payload);

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "driver/records/NdisRecords.h"
-
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -21,8 +19,6 @@ struct LinkMessage {
     std::uint32_t index { 0 };
     std::string name;
     bool isUp { false };
-    MacAddress address {};
-    std::optional<MacAddress> permanentAddress;
     std::optional<InterfaceCounters> counters;
 };
 

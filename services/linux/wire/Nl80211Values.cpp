@@ -116,9 +116,6 @@ void readStation(StationInfo& info, std::uint16_t type, Attributes payload)
     case NL80211_STA_INFO_RX_PACKETS:
         readNumber<std::uint32_t>(payload, info.receivedFrames);
         break;
-    case NL80211_STA_INFO_RX_DROP_MISC:
-        readNumber<std::uint64_t>(payload, info.droppedFrames);
-        break;
     default:
         break;
     }
@@ -230,7 +227,6 @@ std::optional<InterfaceFacts> interfaceFacts(Attributes attributes)
     facts.name = textIn(*name);
     facts.wiphy = wiphyIndex(attributes).value_or(0);
     facts.type = numberAttribute(attributes, NL80211_ATTR_IFTYPE).value_or(NL80211_IFTYPE_UNSPECIFIED);
-    facts.frequencyMhz = numberAttribute(attributes, NL80211_ATTR_WIPHY_FREQ);
     return facts;
 }
 

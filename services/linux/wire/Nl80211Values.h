@@ -39,7 +39,6 @@ struct StationInfo {
     std::uint32_t transmitRetries { 0 };
     std::uint32_t transmitFailures { 0 };
     std::uint32_t receivedFrames { 0 };
-    std::uint64_t droppedFrames { 0 };
 };
 [[nodiscard]] std::optional<StationInfo> stationInfo(Attributes attributes);
 
@@ -68,7 +67,6 @@ struct InterfaceFacts {
     std::uint32_t wiphy { 0 };
     std::uint32_t type { 0 }; // NL80211_IFTYPE_…
     std::string name;
-    std::optional<std::uint32_t> frequencyMhz;
 };
 // std::nullopt for a device without a network interface.
 [[nodiscard]] std::optional<InterfaceFacts> interfaceFacts(Attributes attributes);

@@ -18,9 +18,6 @@ constexpr std::uint8_t wpaCcmp = 4;
 constexpr std::uint8_t wpaEnterprise = 1;
 constexpr std::uint8_t wpaPsk = 2;
 
-constexpr std::uint16_t capabilityFrameProtectionRequired = 0x0040;
-constexpr std::uint16_t capabilityFrameProtectionOffered = 0x0080;
-
 // Takes fields from the front; std::nullopt once a field is missing.
 class FieldReader {
 public:
@@ -110,7 +107,7 @@ bool readSuites(FieldReader& reader, std::vector<Suite>& suites, const Oui& oui,
     return true;
 }
 
-// The part that WPA and RSN share: version, group suite, pairwise suites, AKM suites, capabilities.
+// The part that WPA and RSN share: version, group suite, pairwise suites, AKM suites. Capabilities may follow.
 std::optional<SecurityElement> readSecurity(OctetSpan content, const Oui& oui, CipherSuite defaultCipher)
 {
     FieldReader reader(content);
@@ -126,9 +123,6 @@ std::optional<SecurityElement> readSecurity(OctetSpan content, const Oui& oui, C
         element.pairwise.push_back(defaultCipher);
     if (element.keyManagement.empty())
         element.keyManagement.push_back(KeyManagement::Other); // 802.1X
-    const std::uint16_t capabilities = reader.takeNumber().value_or(0);
-    element.offersFrameProtection = (capabilities & capabilityFrameProtectionOffered) != 0;
-    element.requiresFrameProtection = (capabilities & capabilityFrameProtectionRequired) != 0;
     return element;
 }
 

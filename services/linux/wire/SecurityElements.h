@@ -32,8 +32,6 @@ struct SecurityElement {
     CipherSuite group { CipherSuite::Unknown };
     std::vector<CipherSuite> pairwise;
     std::vector<KeyManagement> keyManagement;
-    bool offersFrameProtection { false }; // of management frames
-    bool requiresFrameProtection { false };
 
     [[nodiscard]] bool acceptsPresharedKey() const;
 };

@@ -84,8 +84,6 @@ void readStatusLine(SupplicantStatus& status, std::string_view name, std::string
         status.ssid = unescaped(value);
     else if (name == "freq")
         (void)std::from_chars(value.data(), value.data() + value.size(), status.frequencyMhz);
-    else if (name == "mode")
-        status.isAdHoc = value == "IBSS";
 }
 
 } // namespace

@@ -34,7 +34,6 @@ struct SupplicantStatus {
     std::optional<MacAddress> bssid;
     std::vector<std::uint8_t> ssid;
     std::uint32_t frequencyMhz { 0 };
-    bool isAdHoc { false };
 };
 
 // The reply to STATUS: lines of name=value. Unknown lines are skipped.

@@ -255,6 +255,20 @@ TEST(Card, ConnectionToTheSamePeerKeepsItsFigures)
     EXPECT_EQ(card.query<std::int32_t>(OID_802_11_RSSI), NetworkList::ownCellSignalDbm);
 }
 
+TEST(Card, JoinEndsAScanAndTheRestOfItFollows)
+{
+    CardUnderTest card;
+    (void)card.set(OID_802_11_SSID, ssidRecord("cafe"));
+    EXPECT_EQ(effectIn<AbortScan>(card.effects), nullptr);
+    (void)card.set<std::uint32_t>(OID_802_11_DISASSOCIATE, 0);
+    (void)card.set<std::uint32_t>(OID_802_11_BSSID_LIST_SCAN, 0);
+    (void)card.set(OID_802_11_SSID, ssidRecord("cafe"));
+    EXPECT_NE(effectIn<AbortScan>(card.effects), nullptr);
+    (void)card.card.scanFailed(true, card.nowMs);
+    card.linkUp();
+    EXPECT_NE(effectIn<StartScan>(card.effects), nullptr);
+}
+
 TEST(Card, NetworkThatIsNotFoundIsLookedForEverywhere)
 {
     CardUnderTest card;

@@ -45,8 +45,6 @@ TEST(SecurityElements, ReadRsn)
     EXPECT_EQ(rsn->pairwise, (std::vector { CipherSuite::Ccmp }));
     EXPECT_EQ(rsn->keyManagement, (std::vector { KeyManagement::Psk }));
     EXPECT_TRUE(rsn->acceptsPresharedKey());
-    EXPECT_TRUE(rsn->offersFrameProtection);
-    EXPECT_FALSE(rsn->requiresFrameProtection);
 }
 
 TEST(SecurityElements, MissingFieldsHaveTheDefaultsOfTheStandard)
