@@ -42,6 +42,15 @@ TEST(NetworkList, ForgetsANetworkThatSeveralScansOfItsChannelMissed)
     EXPECT_EQ(lastOctets(list), (std::vector { 2 }));
 }
 
+TEST(NetworkList, NetworkThatWasSeenDuringAScanIsNotMissedByIt)
+{
+    NetworkList list;
+    list.update({ networkEntry("a", 1) }, 10);
+    for (int report = 0; report < NetworkList::scansUntilForgotten; ++report)
+        list.scanEnded({ 2412 }, 10, 50);
+    EXPECT_EQ(list.networks().size(), 1U);
+}
+
 TEST(NetworkList, NetworkThatIsSeenAgainStartsOver)
 {
     NetworkList list;

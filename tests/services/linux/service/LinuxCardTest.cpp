@@ -111,7 +111,7 @@ TEST_F(LinuxCardTest, StationsSurveyAndCountersReachTheCard)
     StationInfo peer;
     peer.signalDbm = -44;
     kernel->stations = { peer };
-    kernel->surveys = { { 2437, -80, false }, { 2412, -91, true } };
+    kernel->surveys = { { 2437, -80, false }, { 2412, -91, true }, { 5180, -70, false } };
     LinkMessage link;
     link.isUp = true;
     link.counters = InterfaceCounters { 0, 0, 0, 0 };

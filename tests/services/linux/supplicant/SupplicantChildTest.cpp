@@ -119,8 +119,14 @@ TEST_F(SupplicantChildTest, EndlessDeathsAreLoggedOnceAndPausedBetween)
 {
     qputenv("STAND_IN_BEHAVIOUR", "short");
     start();
-    ASSERT_TRUE(
-        waitFor([this] { return commands().find("started", commands().find("started") + 1) != std::string::npos; }));
+    const auto starts = [this] {
+        std::istringstream lines(commands());
+        int count = 0;
+        for (std::string line; std::getline(lines, line);)
+            count += line.starts_with("started") ? 1 : 0;
+        return count;
+    };
+    ASSERT_TRUE(waitFor([&starts] { return starts() == 3; }));
     EXPECT_EQ(complaints, "wpa_supplicant is started again: it ended with status 3\n");
     EXPECT_EQ(lostCount, 0); // it was never ready
 }
