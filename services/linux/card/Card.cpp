@@ -226,9 +226,14 @@ void Card::linkDown()
     m_state.counters.linkChanged();
 }
 
-Effects Card::networkNotFound()
+Effects Card::networkNotFound(std::int64_t nowMs)
 {
-    return m_state.request ? Effects { WidenSearch { m_state.allowedMhz() } } : Effects {};
+    if (!m_state.request)
+        return {};
+    // An ad hoc network that is not found is created, but only in the supplicant's own time.
+    const bool isUrgent
+        = m_state.settings.infrastructureMode != Ndis802_11IBSS && nowMs - m_state.requestMs < urgentSearchMs;
+    return { WidenSearch { m_state.allowedMhz(), isUrgent } };
 }
 
 void Card::resumed()

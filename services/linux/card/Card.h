@@ -25,6 +25,9 @@ public:
     static constexpr std::int64_t restoreDelayMs = 5000;
     // A join comes first: scans wait until it has ended, but not longer than this.
     static constexpr std::int64_t joinHeadStartMs = 3000;
+    // The supplicant pauses for 5 s after each search. So long after a request, it is told to go on at once: a single
+    // search easily misses a hidden network.
+    static constexpr std::int64_t urgentSearchMs = 8000;
     static constexpr std::int64_t maxScanMs = 10'000;
     // How often a scan is tried before it is given up.
     static constexpr int maxScanTries = 20;
@@ -57,7 +60,7 @@ public:
     void supplicantLost(std::int64_t nowMs);
     [[nodiscard]] Effects linkUp(const SupplicantStatus& status, std::int64_t nowMs);
     void linkDown();
-    [[nodiscard]] Effects networkNotFound();
+    [[nodiscard]] Effects networkNotFound(std::int64_t nowMs);
     void resumed();
 
     // Does what has become due. Call it when nextDueMs() has passed.

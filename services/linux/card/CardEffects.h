@@ -21,6 +21,7 @@ struct JoinNetwork {
 // The network was not heard where it was last seen.
 struct WidenSearch {
     std::vector<std::uint32_t> frequenciesMhz;
+    bool isUrgent { false }; // search now, not in the supplicant's own time
 };
 struct LeaveNetwork { };
 // No threshold: never.

@@ -241,7 +241,7 @@ void LinuxCard::supplicantEvent(const SupplicantEvent& event)
         m_card.linkDown();
         break;
     case SupplicantEventKind::NetworkNotFound:
-        apply(m_card.networkNotFound());
+        apply(m_card.networkNotFound(nowMs()));
         break;
     case SupplicantEventKind::WrongKey:
     case SupplicantEventKind::AuthenticationRejected:

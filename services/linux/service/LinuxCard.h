@@ -75,7 +75,7 @@ private:
     void apply(const StartScan& scan);
     void apply(const AbortScan&) { m_parts.kernel->abortScan(); }
     void apply(const JoinNetwork& join) { m_parts.supplicant->join(join.block); }
-    void apply(const WidenSearch& search) { m_parts.supplicant->widenSearch(search.frequenciesMhz); }
+    void apply(const WidenSearch& search) { m_parts.supplicant->widenSearch(search.frequenciesMhz, search.isUrgent); }
     void apply(const LeaveNetwork&) { m_parts.supplicant->leave(); }
     void apply(const SetRates& rates);
     void apply(const SetRadio& radio) { m_parts.radio->set(radio.isOn); }

@@ -264,12 +264,14 @@ void SupplicantChild::setAll(const std::string& id, const NetworkBlock& block)
     });
 }
 
-void SupplicantChild::widenSearch(const std::vector<std::uint32_t>& frequenciesMhz)
+void SupplicantChild::widenSearch(const std::vector<std::uint32_t>& frequenciesMhz, bool isUrgent)
 {
     if (!m_isReady || m_networkId.empty() || frequenciesMhz.empty())
         return;
     send(SecretText("SET_NETWORK " + m_networkId + " scan_freq " + frequencyList(frequenciesMhz)),
         [](std::string_view) {});
+    if (isUrgent)
+        send(SecretText("REASSOCIATE"), [](std::string_view) {});
 }
 
 void SupplicantChild::leave()

@@ -34,7 +34,7 @@ public:
 
     void start(SupplicantListener& listener) override;
     void join(const NetworkBlock& block) override;
-    void widenSearch(const std::vector<std::uint32_t>& frequenciesMhz) override;
+    void widenSearch(const std::vector<std::uint32_t>& frequenciesMhz, bool isUrgent) override;
     void leave() override;
 
 private:

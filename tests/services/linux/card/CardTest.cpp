@@ -272,11 +272,18 @@ TEST(Card, JoinEndsAScanAndTheRestOfItFollows)
 TEST(Card, NetworkThatIsNotFoundIsLookedForEverywhere)
 {
     CardUnderTest card;
-    EXPECT_TRUE(card.card.networkNotFound().empty());
+    EXPECT_TRUE(card.card.networkNotFound(card.nowMs).empty());
     (void)card.set(OID_802_11_SSID, ssidRecord("cafe"));
-    const Effects effects = card.card.networkNotFound();
+    Effects effects = card.card.networkNotFound(card.nowMs);
     ASSERT_NE(effectIn<WidenSearch>(effects), nullptr);
     EXPECT_EQ(effectIn<WidenSearch>(effects)->frequenciesMhz.size(), 4U);
+    EXPECT_TRUE(effectIn<WidenSearch>(effects)->isUrgent);
+    effects = card.card.networkNotFound(card.nowMs + Card::urgentSearchMs);
+    EXPECT_FALSE(effectIn<WidenSearch>(effects)->isUrgent);
+    (void)card.set<std::int32_t>(OID_802_11_INFRASTRUCTURE_MODE, Ndis802_11IBSS);
+    (void)card.set(OID_802_11_SSID, ssidRecord("cell"));
+    effects = card.card.networkNotFound(card.nowMs);
+    EXPECT_FALSE(effectIn<WidenSearch>(effects)->isUrgent);
 }
 
 TEST(Card, SettingsOfTheRadioAreMadeAgainWithEachLink)

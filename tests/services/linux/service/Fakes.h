@@ -80,7 +80,10 @@ class FakeSupplicant final : public Supplicant {
 public:
     void start(SupplicantListener& one) override { listener = &one; }
     void join(const NetworkBlock& block) override { joins.push_back(block); }
-    void widenSearch(const std::vector<std::uint32_t>& frequenciesMhz) override { searches.push_back(frequenciesMhz); }
+    void widenSearch(const std::vector<std::uint32_t>& frequenciesMhz, bool) override
+    {
+        searches.push_back(frequenciesMhz);
+    }
     void leave() override { ++leaves; }
 
     SupplicantListener* listener { nullptr };

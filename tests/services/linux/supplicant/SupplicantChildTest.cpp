@@ -165,10 +165,12 @@ TEST_F(SupplicantChildTest, LeavesAndWidensItsSearch)
 {
     start();
     ASSERT_TRUE(waitFor([this] { return readyCount == 1; }));
-    child.widenSearch({ 2412 }); // nothing is joined
+    child.widenSearch({ 2412 }, true); // nothing is joined
     child.join(network("cafe"));
     ASSERT_TRUE(waitFor([this] { return lastStatus.has_value(); }));
-    child.widenSearch({ 2412, 5180 });
+    child.widenSearch({ 2412, 5180 }, true);
+    EXPECT_TRUE(
+        waitFor([this] { return commands().find("scan_freq 2412 5180\nREASSOCIATE\n") != std::string::npos; }, 3000));
     child.leave();
     ASSERT_TRUE(waitFor([this] { return commands().find("DISCONNECT\nREMOVE_NETWORK all\n") != std::string::npos; }));
     EXPECT_EQ(commands().find("scan_freq 2412\n"), std::string::npos);
