@@ -1,4 +1,4 @@
-#include "services/card/TerminationSignals.h"
+#include "services/host/TerminationSignals.h"
 #include "services/linux/ServiceOptions.h"
 #include "services/linux/service/CardWatch.h"
 #include "services/linux/service/SystemManagers.h"
