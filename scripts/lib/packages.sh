@@ -22,6 +22,11 @@ lint_packages=(clang-14 clang-format-14 clang-tidy-14 shellcheck libxml2-utils p
 # The Debian package, its checks, and a fresh system to install it in.
 package_packages=(cmake dpkg-dev gzip desktop-file-utils appstream lintian)
 package_test_packages=(debootstrap util-linux)
+# A virtual machine with simulated radios, access points and clients. make and gcc-12 build a module for its kernel.
+kernel_test_packages=(
+    qemu-system-x86 kmod util-linux make gcc-12 libelf1
+    hostapd wpasupplicant iw wireless-regdb iproute2 python3
+)
 # Compresses the images of scripts/screenshots.
 screenshot_packages=(optipng)
 
@@ -57,4 +62,32 @@ Installing them needs root or sudo: as root, run  apt-get install ${missing[*]}"
     "${apt[@]}" update >/dev/null || fail "updating the package lists failed"
     "${apt[@]}" install -y --no-install-recommends "${missing[@]}" >/dev/null \
         || fail "installing these packages failed: ${missing[*]}"
+}
+
+# ensurePackagesWithoutServices PACKAGE …: like ensurePackages, but does not start the services of the packages.
+ensurePackagesWithoutServices() {
+    local policy=/usr/sbin/policy-rc.d
+    if [[ -e $policy || ! -w ${policy%/*} || -z $(missingPackages "$@") ]]; then
+        ensurePackages "$@"
+        return
+    fi
+    atExit rm -f "$policy"
+    printf '#!/bin/sh\nexit 101\n' >"$policy"
+    chmod 0755 "$policy"
+    ensurePackages "$@"
+    rm -f "$policy"
+}
+
+# fetchPackages DIRECTORY PACKAGE …: downloads packages without installing them. Needs no root rights if the package
+# lists are up to date.
+fetchPackages() {
+    local directory=$1
+    shift
+    (cd "$directory" && apt-get -q -o APT::Sandbox::User=root download "$@") >"$directory/apt.log" 2>&1 && return
+    if ((EUID == 0)); then
+        apt-get -q update >>"$directory/apt.log" 2>&1 || true
+        (cd "$directory" && apt-get -q -o APT::Sandbox::User=root download "$@") >>"$directory/apt.log" 2>&1 && return
+    fi
+    cat "$directory/apt.log" >&2
+    fail "downloading these packages failed: $*"
 }
