@@ -1,0 +1,162 @@
+"""Access points in the air: one hostapd serves all of them. Behind each is a network with a DHCP server and an echo."""
+
+import os
+import pathlib
+import signal
+import socket
+import subprocess
+import tempfile
+import time
+
+import radios
+from programs import wait_until
+
+CONTROL = pathlib.Path("/run/air/control")
+ECHO_PORT = 7
+ECHO = pathlib.Path(__file__).parent / "machine/echo.py"
+LEASE = pathlib.Path(__file__).parent / "machine/lease"
+
+# 2.4 GHz, then 5 GHz.
+FREQUENCIES = {**{channel: 2407 + 5 * channel for channel in range(1, 14)},
+               **{channel: 5000 + 5 * channel for channel in (36, 40, 44, 48, 149, 153, 157, 161, 165)}}
+
+
+class AccessPoint:
+    """A network as hostapd is told to announce it; more_settings are lines of its configuration."""
+
+    def __init__(self, number, ssid, channel, *more_settings, hidden=False):
+        self.number = number
+        self.ssid = ssid
+        self.channel = channel
+        self.frequency = FREQUENCIES[channel]
+        self.hidden = hidden
+        self.more_settings = more_settings
+        self.interface = f"ap{number}"
+        self.radio = None
+        self._dhcp = None
+
+    @property
+    def address(self):
+        return self.radio.address
+
+    @property
+    def gateway(self):
+        return f"10.{self.number}.0.1"
+
+    def create_radio(self):
+        self.radio = radios.Radio(self.interface, 0xA000 + self.number, "__ap", radios.AIR)
+
+    def configuration(self):
+        settings = [f"interface={self.interface}", "driver=nl80211", f"ctrl_interface={CONTROL}",
+                    f"hw_mode={'g' if self.channel < 15 else 'a'}", f"channel={self.channel}",
+                    f"ssid2={self.ssid.hex()}", f"ignore_broadcast_ssid={1 if self.hidden else 0}", *self.more_settings]
+        return "\n".join(settings) + "\n"
+
+    def ask(self, command):
+        """One command to hostapd; returns its answer."""
+        with tempfile.TemporaryDirectory() as folder, socket.socket(socket.AF_UNIX, socket.SOCK_DGRAM) as control:
+            control.settimeout(20)
+            control.bind(f"{folder}/client")
+            control.connect(str(CONTROL / self.interface))
+            control.send(command.encode())
+            return control.recv(65536).decode(errors="replace")
+
+    def is_on(self):
+        try:
+            return "state=ENABLED" in self.ask("STATUS")
+        except OSError:
+            return False
+
+    def switch_off(self):
+        assert self.ask("DISABLE") == "OK\n"
+
+    def switch_on(self):
+        assert self.ask("ENABLE") == "OK\n"
+        wait_until(f"{self.interface} announces its network", self.is_on)
+        self.give_address()
+
+    def has_authorised(self, address):
+        """Whether hostapd lets this station's frames pass."""
+        return "[AUTHORIZED]" in self.ask(f"STA {address}")
+
+    def give_address(self):
+        radios.run(*radios.in_air("ip", "address", "replace", f"{self.gateway}/24", "dev", self.interface))
+
+    def serve_addresses(self):
+        """Starts the DHCP server."""
+        if self._dhcp:
+            return
+        self.give_address()
+        folder = pathlib.Path(tempfile.mkdtemp())
+        (folder / "leases").touch()
+        (folder / "configuration").write_text(
+            f"start 10.{self.number}.0.20\nend 10.{self.number}.0.60\ninterface {self.interface}\n"
+            f"lease_file {folder}/leases\npidfile {folder}/pid\noption subnet 255.255.255.0\noption lease 3600\n")
+        self._dhcp = subprocess.Popen(
+            radios.in_air("busybox-static", "udhcpd", "-f", folder / "configuration"),
+            stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+
+
+class Neighbourhood:
+    """All access points; announced together, because each hostapd takes seconds to start."""
+
+    def __init__(self, access_points):
+        self.access_points = access_points
+        CONTROL.mkdir(parents=True, exist_ok=True)
+        self._hostapd = None
+        self._echo = None
+        for access_point in access_points:
+            access_point.create_radio()
+        self.start()
+
+    def start(self):
+        files = []
+        for access_point in self.access_points:
+            files.append(CONTROL.parent / f"{access_point.interface}.conf")
+            files[-1].write_text(access_point.configuration())
+        self._log = open("/run/results/hostapd.log", "ab")
+        self._hostapd = subprocess.Popen(radios.in_air("hostapd", *files), stdout=self._log, stderr=self._log)
+        wait_until("all networks are announced", self._is_announced)
+
+    def _is_announced(self):
+        assert self._hostapd.poll() is None, pathlib.Path("/run/results/hostapd.log").read_text()[-2000:]
+        return all(access_point.is_on() for access_point in self.access_points)
+
+    def restart(self):
+        """After a suspend, which ends the transmission of all access points."""
+        self._hostapd.send_signal(signal.SIGTERM)
+        self._hostapd.wait()
+        self.start()
+
+    def echo(self):
+        """Starts the echo, one for all networks."""
+        if not self._echo:
+            self._echo = subprocess.Popen(radios.in_air("python3", "-I", ECHO, ECHO_PORT))
+
+
+def get_address(interface):
+    """The interface's address from the DHCP server; None if there is no answer. Removes earlier ones."""
+    radios.run("ip", "address", "flush", "dev", interface)
+    subprocess.run(["busybox-static", "udhcpc", "-i", interface, "-n", "-q", "-f", "-t", "8", "-T", "1",
+                    "-s", str(LEASE)], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, check=False)
+    words = radios.run("ip", "-4", "-o", "address", "show", "dev", interface).split()
+    return words[words.index("inet") + 1].split("/")[0] if "inet" in words else None
+
+
+def exchange_datagram(interface, server, size=400, tries=5):
+    """Sends a datagram over this interface and waits for the same bytes. Returns the seconds it took, None without an
+    answer."""
+    with socket.socket(socket.AF_INET, socket.SOCK_DGRAM) as client:
+        client.setsockopt(socket.SOL_SOCKET, socket.SO_BINDTODEVICE, interface.encode() + b"\0")
+        client.settimeout(2)
+        for _ in range(tries):
+            sent = os.urandom(size)
+            start = time.monotonic()
+            try:
+                client.sendto(sent, (server, ECHO_PORT))
+                while client.recv(65536) != sent:
+                    pass
+                return time.monotonic() - start
+            except OSError:
+                time.sleep(0.2)
+    return None
