@@ -4,7 +4,7 @@
 
 kernel_folder=$vantrel_root/build/kernel
 
-# provideKernel: sets kernel_tree to a directory with the kernel, its modules, the module of the radio switch and the
+# provideKernel: sets kernel_tree to a directory with the kernel, its modules, the module of the tests and the
 # first root of the machine. Later calls reuse it.
 provideKernel() {
     mkdir -p "$kernel_folder"
@@ -22,8 +22,8 @@ provideKernel() {
         mv "$new" "$kernel_tree"
     fi
     kernel_version=$(<"$kernel_tree/version")
-    if isOutdated "$kernel_tree/radio_switch.ko" "$vantrel_root"/tests/kernel/radio_switch/*; then
-        buildRadioSwitch
+    if isOutdated "$kernel_tree/controls.ko" "$vantrel_root"/tests/kernel/controls/*; then
+        buildControls
     fi
     if isOutdated "$kernel_tree/initrd" "$vantrel_root/tests/kernel/machine/init" "$vantrel_root/scripts/lib/kernel.sh"; then
         makeInitrd
@@ -72,15 +72,15 @@ unpackKernel() {
     printf '%s\n' "${image#linux-image-}" >"$new/version"
 }
 
-# Without it the test of the switch reports that it cannot run.
-buildRadioSwitch() {
+# Builds the module that controls simulated radios for the tests.
+buildControls() {
     local work
     work=$(mktemp -d "${TMPDIR:-/tmp}/vantrel-module-XXXXXX")
     atExit rm -rf "$work"
-    cp "$vantrel_root"/tests/kernel/radio_switch/* "$work"
+    cp "$vantrel_root"/tests/kernel/controls/* "$work"
     inRoot "$kernel_folder/module.log" make -C "$kernel_tree/usr/src/linux-headers-$kernel_version" "M=$work" modules \
-        || fail "building the radio switch failed"
-    cp "$work/radio_switch.ko" "$kernel_tree"
+        || fail "building the kernel module failed"
+    cp "$work/controls.ko" "$kernel_tree"
 }
 
 # The machine's first root: a shell and the modules that reach the root of this system.

@@ -44,7 +44,7 @@ class AccessPoint:
         return f"10.{self.number}.0.1"
 
     def create_radio(self):
-        self.radio = radios.Radio(self.interface, 0xA000 + self.number, "__ap", radios.AIR)
+        self.radio = radios.Radio(self.interface, 0xA000 + self.number, radios.ACCESS_POINT, in_air=True)
 
     def configuration(self):
         settings = [f"interface={self.interface}", "driver=nl80211", f"ctrl_interface={CONTROL}",
@@ -80,7 +80,7 @@ class AccessPoint:
         return "[AUTHORIZED]" in self.ask(f"STA {address}")
 
     def give_address(self):
-        radios.run(*radios.in_air("ip", "address", "replace", f"{self.gateway}/24", "dev", self.interface))
+        radios.run_in_air("busybox-static", "ip", "address", "replace", f"{self.gateway}/24", "dev", self.interface)
 
     def serve_addresses(self):
         """Starts the DHCP server."""
@@ -92,8 +92,8 @@ class AccessPoint:
         (folder / "configuration").write_text(
             f"start 10.{self.number}.0.20\nend 10.{self.number}.0.60\ninterface {self.interface}\n"
             f"lease_file {folder}/leases\npidfile {folder}/pid\noption subnet 255.255.255.0\noption lease 3600\n")
-        self._dhcp = subprocess.Popen(
-            radios.in_air("busybox-static", "udhcpd", "-f", folder / "configuration"),
+        self._dhcp = radios.start_in_air(
+            "busybox-static", "udhcpd", "-f", folder / "configuration",
             stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
 
 
@@ -115,7 +115,7 @@ class Neighbourhood:
             files.append(CONTROL.parent / f"{access_point.interface}.conf")
             files[-1].write_text(access_point.configuration())
         self._log = open("/run/results/hostapd.log", "ab")
-        self._hostapd = subprocess.Popen(radios.in_air("hostapd", *files), stdout=self._log, stderr=self._log)
+        self._hostapd = radios.start_in_air("hostapd", *files, stdout=self._log, stderr=self._log)
         wait_until("all networks are announced", self._is_announced)
 
     def _is_announced(self):
@@ -131,7 +131,7 @@ class Neighbourhood:
     def echo(self):
         """Starts the echo, one for all networks."""
         if not self._echo:
-            self._echo = subprocess.Popen(radios.in_air("python3", "-I", ECHO, ECHO_PORT))
+            self._echo = radios.start_in_air("python3", "-I", ECHO, ECHO_PORT)
 
 
 def get_address(interface):

@@ -1,6 +1,9 @@
-"""Generic netlink: creating and removing simulated radios."""
+"""Generic netlink, as far as the tests need it, and network namespaces."""
 
+import contextlib
+import ctypes
 import os
+import pathlib
 import socket
 import struct
 
@@ -8,10 +11,42 @@ GENERIC = 16
 REQUEST, ACKNOWLEDGE = 1, 4
 ERROR = 2
 CONTROLLER, GET_FAMILY, FAMILY_ID, FAMILY_NAME = 16, 3, 1, 2
+NETWORK_NAMESPACE = 0x40000000
+
+_c = ctypes.CDLL(None, use_errno=True)
+
+
+def enter(namespace):
+    """Moves this thread to a namespace, given as an open file or by name."""
+    file = namespace if isinstance(namespace, int) else os.open(f"/run/netns/{namespace}", os.O_RDONLY | os.O_CLOEXEC)
+    if _c.setns(file, NETWORK_NAMESPACE) != 0:
+        raise OSError(ctypes.get_errno(), "setns")
+    if file != namespace:
+        os.close(file)
+
+
+@contextlib.contextmanager
+def inside(namespace):
+    """Sockets created in the with block belong to the namespace."""
+    own = os.open("/proc/self/ns/net", os.O_RDONLY | os.O_CLOEXEC)
+    enter(namespace)
+    try:
+        yield
+    finally:
+        enter(own)
+        os.close(own)
 
 
 def attribute(kind, data=b""):
     return struct.pack("=HH", len(data) + 4, kind) + data + b"\0" * (-len(data) % 4)
+
+
+def text(kind, value):
+    return attribute(kind, value.encode() + b"\0")
+
+
+def number(kind, value):
+    return attribute(kind, struct.pack("=I", value))
 
 
 def attributes(data):
@@ -30,15 +65,15 @@ class Family:
         self._socket = socket.socket(socket.AF_NETLINK, socket.SOCK_RAW, GENERIC)
         self._socket.bind((0, 0))
         self._sequence = 0
-        _, answer = self._exchange(CONTROLLER, GET_FAMILY, attribute(FAMILY_NAME, name.encode() + b"\0"))
+        _, answer = self._exchange(CONTROLLER, GET_FAMILY, text(FAMILY_NAME, name))
         self._id = struct.unpack("=H", attributes(answer[20:])[FAMILY_ID])[0]
 
     def request(self, command, payload):
-        """Returns the result in the acknowledgement: some commands return a positive number."""
-        result, _ = self._exchange(self._id, command, payload)
+        """Returns the result in the acknowledgement, for some commands a positive number, and the answer's attributes."""
+        result, answer = self._exchange(self._id, command, payload)
         if result < 0:
-            raise OSError(-result, os.strerror(-result))
-        return result
+            raise OSError(-result, f"{os.strerror(-result)} (command {command})")
+        return result, attributes(answer[20:])
 
     def _exchange(self, kind, command, payload):
         self._sequence += 1
@@ -54,3 +89,5 @@ class Family:
                     return struct.unpack_from("=i", data, 16)[0], answer
                 answer = data[:length]
                 data = data[length + 3 & ~3:]
+
+

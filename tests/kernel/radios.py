@@ -6,12 +6,18 @@ import subprocess
 
 import netlink
 
+# Of the simulated radios.
 NEW_RADIO, DELETE_RADIO = 4, 5
 RADIO_ID, RADIO_NAME, NO_INTERFACE, PERMANENT_ADDRESS = 10, 17, 18, 22
-# Everything that the card meets over the air.
+# Of the wireless interfaces.
+GET_INTERFACE, NEW_INTERFACE, SET_NAMESPACE = 5, 7, 49
+WIPHY, INTERFACE, INTERFACE_NAME, INTERFACE_TYPE, TRANSMIT_POWER, NAMESPACE_FILE = 1, 3, 4, 5, 98, 219
+AD_HOC, STATION, ACCESS_POINT = 1, 2, 3
+
+# The namespace of everything that the card meets over the air.
 AIR = "air"
 
-_family = None
+_simulated = _wireless = _wireless_in_air = None
 
 
 def run(*command, check=True):
@@ -23,54 +29,73 @@ def run(*command, check=True):
     return output
 
 
-def in_air(*command):
-    return ["ip", "netns", "exec", AIR, *[str(word) for word in command]]
+def start_in_air(*command, **options):
+    """Starts a process in the namespace of the air."""
+    return subprocess.Popen([str(word) for word in command], preexec_fn=lambda: netlink.enter(AIR), **options)
+
+
+def run_in_air(*command):
+    process = start_in_air(*command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
+    output = process.communicate()[0].decode(errors="replace")
+    assert process.returncode == 0, f"{command} ended with {process.returncode}: {output}"
+    return output
 
 
 def prepare():
     """Loads the simulated radios, without any, and creates the namespace."""
-    global _family
+    global _simulated, _wireless, _wireless_in_air
     run("modprobe", "mac80211_hwsim", "radios=0")
     run("iw", "reg", "set", "US")
     run("ip", "netns", "add", AIR)
-    run(*in_air("ip", "link", "set", "lo", "up"))
-    _family = netlink.Family("MAC80211_HWSIM")
+    run_in_air("busybox-static", "ip", "link", "set", "lo", "up")
+    _simulated = netlink.Family("MAC80211_HWSIM")
+    _wireless = netlink.Family("nl80211")
+    with netlink.inside(AIR):
+        _wireless_in_air = netlink.Family("nl80211")
+
+
+def address_text(number):
+    return f"02:00:00:00:{number >> 8:02x}:{number & 255:02x}"
 
 
 class Radio:
     """A radio with one interface of the same name."""
 
-    def __init__(self, name, number, kind="managed", namespace=None):
+    def __init__(self, name, number, kind=STATION, in_air=False):
         self.name = name
-        self.number = number
-        self.address = f"02:00:00:00:{number >> 8:02x}:{number & 255:02x}"
-        self.kind = kind
-        self.namespace = namespace
+        self.address = address_text(number)
+        self._kind = kind
+        self._in_air = in_air
         self._id = None
         self.insert()
 
     def insert(self):
         name = f"radio-{self.name}"
-        self._id = _family.request(NEW_RADIO, netlink.attribute(RADIO_NAME, name.encode() + b"\0")
-                                   + netlink.attribute(NO_INTERFACE)
-                                   + netlink.attribute(PERMANENT_ADDRESS, bytes.fromhex(self.address.replace(":", ""))))
-        if self.namespace:
-            run("iw", "phy", name, "set", "netns", "name", self.namespace)
-        self._inside("iw", "phy", name, "interface", "add", self.name, "type", self.kind)
+        self._id, _ = _simulated.request(NEW_RADIO, netlink.text(RADIO_NAME, name) + netlink.attribute(NO_INTERFACE)
+                                      + netlink.attribute(PERMANENT_ADDRESS, bytes.fromhex(self.address.replace(":", ""))))
+        wiphy = netlink.number(WIPHY, int(pathlib.Path(f"/sys/class/ieee80211/{name}/index").read_text()))
+        family = _wireless
+        if self._in_air:
+            # Not created there: radios created in different namespaces do not hear each other.
+            with open(f"/run/netns/{AIR}", "rb") as file:
+                _wireless.request(SET_NAMESPACE, wiphy + netlink.number(NAMESPACE_FILE, file.fileno()))
+            family = _wireless_in_air
+        _, interface = family.request(NEW_INTERFACE, wiphy + netlink.text(INTERFACE_NAME, self.name)
+                                      + netlink.number(INTERFACE_TYPE, self._kind))
+        self._family, self._index = family, struct.unpack("=I", interface[INTERFACE])[0]
 
     def pull(self):
-        _family.request(DELETE_RADIO, netlink.attribute(RADIO_ID, struct.pack("=I", self._id)))
+        _simulated.request(DELETE_RADIO, netlink.number(RADIO_ID, self._id))
         self._id = None
 
     def is_inserted(self):
         return self._id is not None
 
-    def _inside(self, *command):
-        return run(*(in_air(*command) if self.namespace else command))
-
     def set_signal(self, dbm):
-        """The strength in dBm with which all others receive it."""
-        self._medium("rx_rssi").write_text(str(dbm & 0xFFFFFFFFFFFFFFFF))
+        """The strength in dBm with which all others receive it. The medium adds the transmit power to its value."""
+        _, interface = self._family.request(GET_INTERFACE, netlink.number(INTERFACE, self._index))
+        power = struct.unpack("=I", interface[TRANSMIT_POWER])[0] // 100
+        self._medium("rx_rssi").write_text(str(dbm - power & 0xFFFFFFFFFFFFFFFF))
 
     def set_group(self, group):
         """Radios only hear those of their group, a mask that starts as 1."""
