@@ -66,7 +66,8 @@ atExit() {
 
 runExitCommands() {
     local status=$? index
-    trap - EXIT INT TERM HUP
+    trap - EXIT
+    trap '' INT TERM HUP # a second signal must not cut the clean-up short
     for ((index = ${#vantrel_exit_commands[@]} - 1; index >= 0; --index)); do
         eval "${vantrel_exit_commands[index]}" || true
     done
