@@ -108,8 +108,10 @@ class Utility:
 
     @contextlib.contextmanager
     def sheet(self, title, *opening):
-        """Opens a sheet with these keys. Input inside the with block goes to the sheet and must close it."""
-        self.press(*opening)
+        """Opens a sheet with these keys; without keys, waits for one that opens by itself. Input inside the with block
+        goes to the sheet and must close it."""
+        if opening:
+            self.press(*opening)
         self._front = wait_until(f"the sheet {title!r} opens", lambda: self._find_window(title))
         yield
         wait_until(f"the sheet {title!r} closes", lambda: not self._find_window(title))
