@@ -1,5 +1,6 @@
 """Access points in the air: one hostapd serves all of them. Behind each is a network with a DHCP server and an echo."""
 
+import hashlib
 import os
 import pathlib
 import signal
@@ -8,6 +9,7 @@ import subprocess
 import tempfile
 import time
 
+import card
 import radios
 from programs import wait_until
 
@@ -22,18 +24,49 @@ FREQUENCIES = {**{channel: 2407 + 5 * channel for channel in range(1, 14)},
 
 
 class AccessPoint:
-    """A network as hostapd is told to announce it; more_settings are lines of its configuration."""
+    """A network as hostapd is told to announce it, and as a client joins it."""
 
-    def __init__(self, number, ssid, channel, *more_settings, hidden=False):
+    infrastructure = card.INFRASTRUCTURE
+
+    def __init__(self, number, ssid, channel, kind="open", hidden=False):
         self.number = number
         self.ssid = ssid
         self.channel = channel
         self.frequency = FREQUENCIES[channel]
         self.hidden = hidden
-        self.more_settings = more_settings
+        self.kind = kind
         self.interface = f"ap{number}"
         self.radio = None
         self._dhcp = None
+        self.authentication, self.encryption = card.OPEN_SYSTEM, card.NO_ENCRYPTION
+        self.wep_keys, self.wep_index = {}, 0
+        self.passphrase = ""
+        self.pre_shared_key = b""
+        self.security = "open"  # as the list shows it
+        self._settings = []
+
+    def with_wep(self, keys, transmit=0, shared=False):
+        self.authentication = card.SHARED_KEY if shared else card.OPEN_SYSTEM
+        self.encryption = card.WEP
+        self.wep_keys, self.wep_index = keys, transmit
+        self.security = "WEP"
+        self._settings = [f"auth_algs={2 if shared else 1}", f"wep_default_key={transmit}",
+                          *[f"wep_key{index}={key.hex()}" for index, key in keys.items()]]
+        return self
+
+    def with_passphrase(self, passphrase, *settings, cipher=card.AES):
+        self.authentication, self.encryption = card.WPA_PSK, cipher
+        self.passphrase = passphrase
+        self.pre_shared_key = hashlib.pbkdf2_hmac("sha1", passphrase.encode(), self.ssid, 4096, 32)
+        self.security = f"WPA-PSK {'AES' if cipher == card.AES else 'TKIP'}"
+        self._settings = [f"wpa_psk={self.pre_shared_key.hex()}", *settings]
+        return self
+
+    def with_settings(self, security, *settings):
+        """A network that the card cannot join."""
+        self.security = security
+        self._settings = settings
+        return self
 
     @property
     def address(self):
@@ -49,7 +82,7 @@ class AccessPoint:
     def configuration(self):
         settings = [f"interface={self.interface}", "driver=nl80211", f"ctrl_interface={CONTROL}",
                     f"hw_mode={'g' if self.channel < 15 else 'a'}", f"channel={self.channel}",
-                    f"ssid2={self.ssid.hex()}", f"ignore_broadcast_ssid={1 if self.hidden else 0}", *self.more_settings]
+                    f"ssid2={self.ssid.hex()}", f"ignore_broadcast_ssid={1 if self.hidden else 0}", *self._settings]
         return "\n".join(settings) + "\n"
 
     def ask(self, command):
@@ -93,7 +126,7 @@ class AccessPoint:
             f"start 10.{self.number}.0.20\nend 10.{self.number}.0.60\ninterface {self.interface}\n"
             f"lease_file {folder}/leases\npidfile {folder}/pid\noption subnet 255.255.255.0\noption lease 3600\n")
         self._dhcp = radios.start_in_air(
-            "busybox-static", "udhcpd", "-f", folder / "configuration",
+            "busybox-static", "udhcpd", "-f", "-a", 50, folder / "configuration",
             stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
 
 

@@ -10,14 +10,15 @@ import netlink
 NEW_RADIO, DELETE_RADIO = 4, 5
 RADIO_ID, RADIO_NAME, NO_INTERFACE, PERMANENT_ADDRESS = 10, 17, 18, 22
 # Of the wireless interfaces.
-GET_INTERFACE, NEW_INTERFACE, SET_NAMESPACE = 5, 7, 49
-WIPHY, INTERFACE, INTERFACE_NAME, INTERFACE_TYPE, TRANSMIT_POWER, NAMESPACE_FILE = 1, 3, 4, 5, 98, 219
+SET_WIPHY, NEW_INTERFACE, SET_NAMESPACE = 2, 7, 49
+WIPHY, INTERFACE, INTERFACE_NAME, INTERFACE_TYPE, NAMESPACE_FILE = 1, 3, 4, 5, 219
+POWER_SETTING, POWER_LEVEL, FIXED_POWER = 97, 98, 2
 AD_HOC, STATION, ACCESS_POINT = 1, 2, 3
 
 # The namespace of everything that the card meets over the air.
 AIR = "air"
 
-_simulated = _wireless = _wireless_in_air = None
+_simulated = _simulated_in_air = _wireless = _wireless_in_air = None
 
 
 def run(*command, check=True):
@@ -43,7 +44,7 @@ def run_in_air(*command):
 
 def prepare():
     """Loads the simulated radios, without any, and creates the namespace."""
-    global _simulated, _wireless, _wireless_in_air
+    global _simulated, _simulated_in_air, _wireless, _wireless_in_air
     run("modprobe", "mac80211_hwsim", "radios=0")
     run("iw", "reg", "set", "US")
     run("ip", "netns", "add", AIR)
@@ -51,7 +52,15 @@ def prepare():
     _simulated = netlink.Family("MAC80211_HWSIM")
     _wireless = netlink.Family("nl80211")
     with netlink.inside(AIR):
+        _simulated_in_air = netlink.Family("MAC80211_HWSIM")
         _wireless_in_air = netlink.Family("nl80211")
+
+
+def unblock():
+    """Turns all radios on that a program has turned off."""
+    everything, change_all, on = 0, 3, 0
+    with open("/dev/rfkill", "wb", buffering=0) as switches:
+        switches.write(struct.pack("=IBBBB", 0, everything, change_all, on, 0))
 
 
 def address_text(number):
@@ -85,17 +94,19 @@ class Radio:
         self._family, self._index = family, struct.unpack("=I", interface[INTERFACE])[0]
 
     def pull(self):
-        _simulated.request(DELETE_RADIO, netlink.number(RADIO_ID, self._id))
+        family = _simulated_in_air if self._in_air else _simulated
+        family.request(DELETE_RADIO, netlink.number(RADIO_ID, self._id))
         self._id = None
 
     def is_inserted(self):
         return self._id is not None
 
     def set_signal(self, dbm):
-        """The strength in dBm with which all others receive it. The medium adds the transmit power to its value."""
-        _, interface = self._family.request(GET_INTERFACE, netlink.number(INTERFACE, self._index))
-        power = struct.unpack("=I", interface[TRANSMIT_POWER])[0] // 100
-        self._medium("rx_rssi").write_text(str(dbm - power & 0xFFFFFFFFFFFFFFFF))
+        """The strength in dBm, -100 to -1, with which all others receive it."""
+        # The medium adds the transmit power, so that is 0 dBm.
+        self._family.request(SET_WIPHY, netlink.number(INTERFACE, self._index)
+                             + netlink.number(POWER_SETTING, FIXED_POWER) + netlink.number(POWER_LEVEL, 0))
+        self._medium("rx_rssi").write_text(str(dbm & 0xFFFFFFFFFFFFFFFF))
 
     def set_group(self, group):
         """Radios only hear those of their group, a mask that starts as 1."""
