@@ -10,7 +10,7 @@ constexpr MacAddress broadcastAddress { 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF };
 
 struct KeyRecord {
     NDIS_802_11_KEY head {};
-    WepKey material;
+    WepKeyBytes material;
 };
 
 std::optional<KeyRecord> keyRecord(std::span<const std::byte> record)

@@ -14,7 +14,7 @@ inline constexpr std::size_t wep40KeyBytes = 5;
 inline constexpr std::size_t wep104KeyBytes = 13;
 inline constexpr std::size_t presharedKeyBytes = 32;
 
-using WepKey = SecretVector<std::uint8_t>;
+using WepKeyBytes = SecretVector<std::uint8_t>;
 using PresharedKey = SecretArray<std::uint8_t, presharedKeyBytes>;
 
 // The settings that the client has sent; the initial values are those after power-up.
@@ -22,7 +22,7 @@ struct CardSettings {
     std::int32_t infrastructureMode { Ndis802_11Infrastructure };
     std::int32_t authenticationMode { Ndis802_11AuthModeOpen };
     std::int32_t encryptionStatus { Ndis802_11EncryptionDisabled };
-    std::array<WepKey, 4> wepKeys; // empty if the index has no key
+    std::array<WepKeyBytes, 4> wepKeys; // empty if the index has no key
     std::optional<std::size_t> transmitKeyIndex;
     std::optional<PresharedKey> wpaKey; // for WPA-PSK
     std::optional<PresharedKey> adHocWpaKey; // for WPA-None

@@ -67,7 +67,7 @@ bool addWepKeys(NetworkBlock& block, const CardSettings& settings)
     block.sharedKeyAuthentication = settings.authenticationMode == Ndis802_11AuthModeShared;
     block.wepKeys = settings.wepKeys;
     const auto firstKey = std::find_if(
-        settings.wepKeys.begin(), settings.wepKeys.end(), [](const WepKey& key) { return !key.empty(); });
+        settings.wepKeys.begin(), settings.wepKeys.end(), [](const WepKeyBytes& key) { return !key.empty(); });
     if (firstKey == settings.wepKeys.end())
         return false;
     block.transmitKeyIndex

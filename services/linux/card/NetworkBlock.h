@@ -22,7 +22,7 @@ struct NetworkBlock {
     bool isHidden { false };
     BlockSecurity security { BlockSecurity::Open };
     bool sharedKeyAuthentication { false }; // WEP
-    std::array<WepKey, 4> wepKeys;
+    std::array<WepKeyBytes, 4> wepKeys;
     std::size_t transmitKeyIndex { 0 };
     PresharedKey presharedKey {};
     std::vector<CipherSuite> pairwise; // WPA-PSK

@@ -31,7 +31,7 @@ bool openAuthentication(std::int32_t mode)
 bool wepKeyFits(const CardSettings& settings, const ScenarioNetwork& network, std::size_t index)
 {
     const std::string& wanted = network.wepKeys[index];
-    const WepKey& held = settings.wepKeys[index];
+    const WepKeyBytes& held = settings.wepKeys[index];
     return !wanted.empty()
         && std::equal(wanted.begin(), wanted.end(), held.begin(), held.end(),
             [](char wantedByte, std::uint8_t heldByte) { return static_cast<std::uint8_t>(wantedByte) == heldByte; });

@@ -8,7 +8,7 @@ namespace {
 
 const std::string pmk(32, '\x5A');
 
-std::string text(const WepKey& bytes)
+std::string text(const WepKeyBytes& bytes)
 {
     return { bytes.begin(), bytes.end() };
 }
