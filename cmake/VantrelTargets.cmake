@@ -71,6 +71,7 @@ function(vantrel_test name)
         # Sources that share most of their headers are compiled together, in half the time. Names in the anonymous
         # namespaces of a test program must differ.
         set_target_properties(${name} PROPERTIES UNITY_BUILD ON)
+        target_compile_options(${name} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
     endif()
     add_test(NAME ${name} COMMAND ${name} --gtest_brief=1)
 endfunction()

@@ -13,8 +13,6 @@ namespace {
 using Texts = std::vector<QString>;
 using NetworkRowsTest = SiteSurveyPageTest;
 
-constexpr MacAddress second { 0x00, 0x11, 0x22, 0x33, 0x44, 0x02 };
-
 class LongListTest : public SiteSurveyPageTest {
 protected:
     LongListTest()

@@ -54,7 +54,7 @@ protected:
     std::vector<QString> opened;
 };
 
-EntryBuilder wepEntry()
+EntryBuilder wepNetwork()
 {
     EntryBuilder entry("wep");
     entry.fixedPart.Privacy = 1;
@@ -70,7 +70,7 @@ void pressEscape(QDialog& sheet)
 
 TEST_F(RealSheetsTest, EscapeCancelsTheSecuritySheet)
 {
-    connectTo(wepEntry(), [](QDialog& sheet) {
+    connectTo(wepNetwork(), [](QDialog& sheet) {
         QTest::keyClicks(sheet.findChild<QLineEdit*>(u"WEPKey1Text"_qs), u"0123456789"_qs);
         pressEscape(sheet);
     });
@@ -91,15 +91,15 @@ TEST_F(RealSheetsTest, EscapeCancelsTheHiddenNameSheet)
 
 TEST_F(RealSheetsTest, ClosingTheSecuritySheetCancelsIt)
 {
-    connectTo(wepEntry(), [](QDialog& sheet) { sheet.close(); });
+    connectTo(wepNetwork(), [](QDialog& sheet) { sheet.close(); });
     EXPECT_EQ(opened.size(), 1U);
     EXPECT_EQ(TaskQueue::GetTaskObject(), nullptr);
 }
 
 TEST_F(RealSheetsTest, CancelledSheetOpensAgainAndReturnAccepts)
 {
-    connectTo(wepEntry(), pressEscape);
-    connectTo(wepEntry(), [](QDialog& sheet) {
+    connectTo(wepNetwork(), pressEscape);
+    connectTo(wepNetwork(), [](QDialog& sheet) {
         QTest::keyClicks(sheet.findChild<QLineEdit*>(u"WEPKey1Text"_qs), u"0123456789"_qs);
         QTest::keyClick(sheet.focusWidget(), Qt::Key_Return);
     });

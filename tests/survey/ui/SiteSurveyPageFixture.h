@@ -16,6 +16,9 @@
 
 #include <vector>
 
+// The address of the second network of a list.
+inline constexpr MacAddress second { 0x00, 0x11, 0x22, 0x33, 0x44, 0x02 };
+
 // The site survey page, with its widgets.
 class SiteSurveyPageTest : public SurveyFixture {
 protected:

@@ -13,8 +13,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr MacAddress second { 0x00, 0x11, 0x22, 0x33, 0x44, 0x02 };
-
 EntryBuilder onChannel(EntryBuilder entry, std::uint32_t frequencyKhz)
 {
     entry.fixedPart.Configuration.DSConfig = frequencyKhz;

@@ -16,7 +16,7 @@ std::vector<std::uint8_t> ssidOf(const std::string& printed)
     return supplicantStatus("ssid=" + printed + "\n").ssid;
 }
 
-using Bytes = std::vector<std::uint8_t>;
+using NameBytes = std::vector<std::uint8_t>;
 
 } // namespace
 
@@ -58,11 +58,11 @@ TEST(SupplicantStatus, HasThePeer)
 
 TEST(SupplicantStatus, NamesAreUnescapedToTheirBytes)
 {
-    EXPECT_EQ(ssidOf("Hid\\xff den"), (Bytes { 'H', 'i', 'd', 0xFF, ' ', 'd', 'e', 'n' }));
-    EXPECT_EQ(ssidOf("\\\\\\\"\\n\\r\\t\\e"), (Bytes { '\\', '"', '\n', '\r', '\t', 0x1B }));
-    EXPECT_EQ(ssidOf("\\x00"), (Bytes { 0 }));
-    EXPECT_EQ(ssidOf("\\xg"), (Bytes { 'x', 'g' }));
-    EXPECT_EQ(ssidOf("a\\"), (Bytes { 'a', '\\' }));
+    EXPECT_EQ(ssidOf("Hid\\xff den"), (NameBytes { 'H', 'i', 'd', 0xFF, ' ', 'd', 'e', 'n' }));
+    EXPECT_EQ(ssidOf("\\\\\\\"\\n\\r\\t\\e"), (NameBytes { '\\', '"', '\n', '\r', '\t', 0x1B }));
+    EXPECT_EQ(ssidOf("\\x00"), (NameBytes { 0 }));
+    EXPECT_EQ(ssidOf("\\xg"), (NameBytes { 'x', 'g' }));
+    EXPECT_EQ(ssidOf("a\\"), (NameBytes { 'a', '\\' }));
 }
 
 TEST(SupplicantAddress, IsReadStrictly)
