@@ -70,7 +70,7 @@ function(vantrel_test name)
         target_compile_options(${name} PRIVATE -fno-sanitize=null,alignment,vptr)
         # Sources that share most of their headers are compiled together, in half the time. Names in the anonymous
         # namespaces of a test program must differ.
-        set_target_properties(${name} PROPERTIES UNITY_BUILD ON)
+        set_target_properties(${name} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 6)
         target_compile_options(${name} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
     endif()
     add_test(NAME ${name} COMMAND ${name} --gtest_brief=1)
