@@ -12,12 +12,12 @@
 #include "survey/ConnectionRecord.h"
 #include "survey/ProfileFromScan.h"
 #include "survey/connection/ConnectionTasks.h"
+#include "tests/fuzz/Require.h"
 #include "tests/support/RecordingAlertPanels.h"
 #include "tests/support/RecordingIORegistry.h"
 #include "tests/support/RecordingTickClock.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <cstring>
 #include <limits>
 #include <memory>
@@ -34,12 +34,6 @@ public:
         return true;
     }
 };
-
-void require(bool condition)
-{
-    if (!condition)
-        std::abort();
-}
 
 // Reads each entry like the connect and profile code. Returns the addresses.
 std::vector<QString> readEntries(std::span<std::byte> list, AssertionHandler& assertions)

@@ -2,12 +2,12 @@
 #include "crypto/HmacSha1.h"
 #include "crypto/PasswordHash.h"
 #include "crypto/Sha1Engine.h"
+#include "tests/fuzz/Require.h"
 
 #include <openssl/evp.h>
 #include <openssl/hmac.h>
 
 #include <array>
-#include <cstdlib>
 #include <cstring>
 #include <string>
 #include <vector>
@@ -19,12 +19,6 @@ namespace {
 
 using Digest = std::array<unsigned char, sha1DigestSize>;
 using Bytes = std::vector<unsigned char>;
-
-void require(bool condition)
-{
-    if (!condition)
-        std::abort();
-}
 
 std::int32_t lengthOf(const Bytes& bytes)
 {

@@ -1,21 +1,11 @@
 // Replies of a driver service: the first four bytes of the input are the reply capacity, the rest is the packet.
 
 #include "platform/registry/DriverReply.h"
+#include "tests/fuzz/Require.h"
 
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
 #include <vector>
-
-namespace {
-
-void require(bool condition)
-{
-    if (!condition)
-        std::abort();
-}
-
-} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {

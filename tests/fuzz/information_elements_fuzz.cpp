@@ -2,19 +2,9 @@
 
 #include "services/linux/wire/InformationElements.h"
 #include "services/linux/wire/SecurityElements.h"
+#include "tests/fuzz/Require.h"
 
 #include <cstdint>
-#include <cstdlib>
-
-namespace {
-
-void require(bool condition)
-{
-    if (!condition)
-        std::abort();
-}
-
-} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {

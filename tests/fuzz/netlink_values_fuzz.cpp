@@ -3,19 +3,13 @@
 #include "services/linux/wire/LinkMessage.h"
 #include "services/linux/wire/NetlinkAttributes.h"
 #include "services/linux/wire/Nl80211Values.h"
+#include "tests/fuzz/Require.h"
 
 #include <cstdint>
-#include <cstdlib>
 #include <span>
 #include <vector>
 
 namespace {
-
-void require(bool condition)
-{
-    if (!condition)
-        std::abort();
-}
 
 void read(std::uint8_t reader, Attributes bytes)
 {

@@ -1,20 +1,14 @@
 // Whatever bytes a network calls itself by: its text is one that XML carries and that leads back to the same bytes.
 
 #include "platform/ByteText.h"
+#include "tests/fuzz/Require.h"
 
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
 
 #include <cstdint>
-#include <cstdlib>
 
 namespace {
-
-void require(bool condition)
-{
-    if (!condition)
-        std::abort();
-}
 
 QString throughXml(const QString& text)
 {

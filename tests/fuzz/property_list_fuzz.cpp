@@ -1,19 +1,13 @@
 #include "platform/store/PropertyList.h"
 #include "platform/store/PropertyText.h"
+#include "tests/fuzz/Require.h"
 
-#include <cstdlib>
 #include <cstring>
 
 // Whatever is read is written and read again as the same. The input is taken for a text as well, in UTF-16 with all
 // that may be wrong in it, which has to come back from a file.
 
 namespace {
-
-void require(bool condition)
-{
-    if (!condition)
-        std::abort();
-}
 
 void exchange(const QByteArray& document)
 {

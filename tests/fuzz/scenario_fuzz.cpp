@@ -2,19 +2,13 @@
 
 #include "services/simulator/scenario/JoinHints.h"
 #include "services/simulator/scenario/ScenarioValues.h"
+#include "tests/fuzz/Require.h"
 
 #include <algorithm>
 #include <cstddef>
-#include <cstdlib>
 #include <string_view>
 
 namespace {
-
-void require(bool condition)
-{
-    if (!condition)
-        std::abort();
-}
 
 void checkNetwork(const ScenarioNetwork& network)
 {

@@ -1,18 +1,12 @@
 // Any packet is either rejected or parsed into a request that encodes to the same packet.
 
 #include "services/host/TransportPackets.h"
+#include "tests/fuzz/Require.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <cstring>
 
 namespace {
-
-void require(bool condition)
-{
-    if (!condition)
-        std::abort();
-}
 
 void check(const ServiceRequest& request, std::span<const std::byte> packet)
 {

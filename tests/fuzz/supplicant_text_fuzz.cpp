@@ -1,20 +1,10 @@
 // Replies and events of the supplicant.
 
 #include "services/linux/wire/SupplicantText.h"
+#include "tests/fuzz/Require.h"
 
 #include <cstdint>
-#include <cstdlib>
 #include <string_view>
-
-namespace {
-
-void require(bool condition)
-{
-    if (!condition)
-        std::abort();
-}
-
-} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
