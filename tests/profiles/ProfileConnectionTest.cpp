@@ -324,7 +324,7 @@ TEST(ActivationEntry, OmitsHiddenIfInactive)
     EXPECT_EQ(entry.text(u"Selected"), u"-1"_qs);
     EXPECT_FALSE(entry.contains(u"Hidden"));
     for (const auto& [key, text] : sampleProfile())
-        EXPECT_EQ(entry.text(key), key == u"Hidden" ? QString() : text);
+        EXPECT_EQ(entry.text(key), key == u"Hidden" ? QString() : QString(text));
     EXPECT_FALSE(isActiveEntry(entry));
 }
 

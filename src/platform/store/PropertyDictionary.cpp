@@ -22,7 +22,7 @@ PropertyDictionary::PropertyDictionary(std::initializer_list<Entry> entries)
 QString PropertyDictionary::text(QStringView key) const
 {
     const auto entry = entryOf(m_entries, key);
-    return entry == m_entries.end() ? QString() : entry->second;
+    return entry == m_entries.end() ? QString() : QString(entry->second);
 }
 
 int PropertyDictionary::integer(QStringView key) const

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/store/ClearingText.h"
+
 #include <QString>
 #include <QStringView>
 
@@ -11,7 +13,7 @@
 // fast enough: a dictionary has a few dozen keys at most.
 class PropertyDictionary {
 public:
-    using Entry = std::pair<QString, QString>; // key and text
+    using Entry = std::pair<QString, ClearingText>; // key and text
 
     PropertyDictionary() = default;
     PropertyDictionary(std::initializer_list<Entry> entries);

@@ -20,9 +20,9 @@ using PropertyTree = std::vector<PropertyEntry>; // a dictionary, in the order o
 
 // One value: string, true/false, integer, real, date (UTC, whole seconds), data, array, dict.
 struct PropertyValue {
-    std::variant<QString, bool, qint64, double, QDateTime, QByteArray, PropertyArray, PropertyTree> content;
+    std::variant<ClearingText, bool, qint64, double, QDateTime, QByteArray, PropertyArray, PropertyTree> content;
 
-    [[nodiscard]] const QString* text() const { return std::get_if<QString>(&content); }
+    [[nodiscard]] const QString* text() const { return std::get_if<ClearingText>(&content); }
     [[nodiscard]] const PropertyArray* array() const { return std::get_if<PropertyArray>(&content); }
     [[nodiscard]] const PropertyTree* tree() const { return std::get_if<PropertyTree>(&content); }
     // The value of a key; null if this is not a dictionary or has no such key.

@@ -48,7 +48,7 @@ private:
     bool isPlainDoctype() const;
     bool endElement() { return nextMarkup() == QXmlStreamReader::EndElement; }
 
-    std::optional<QString> elementText();
+    std::optional<ClearingText> elementText();
     std::optional<PropertyValue> value(int depth);
     std::optional<PropertyValue> scalar(const QString& element);
     std::optional<PropertyValue> array(int depth);
@@ -150,9 +150,9 @@ std::optional<PropertyValue> Reader::document()
 }
 
 // Reads to the end of the element, which may contain only text.
-std::optional<QString> Reader::elementText()
+std::optional<ClearingText> Reader::elementText()
 {
-    QString text;
+    ClearingText text;
     while (true) {
         switch (m_xml.readNext()) {
         case QXmlStreamReader::Characters:

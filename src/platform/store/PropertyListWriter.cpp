@@ -50,13 +50,13 @@ bool Writer::document(const PropertyValue& root)
 void Writer::element(QLatin1String name, const QString& text)
 {
     m_xml.writeStartElement(name);
-    const QString escaped = escapeForXml(text);
+    const ClearingText escaped = escapeForXml(text);
     const auto parts = QStringView(escaped).split(u'\r');
     for (qsizetype i = 0; i < parts.size(); ++i) {
         if (i > 0)
             m_xml.writeEntityReference(QStringLiteral("#13"));
         if (!parts[i].isEmpty())
-            m_xml.writeCharacters(parts[i].toString());
+            m_xml.writeCharacters(parts.size() == 1 ? escaped : ClearingText(parts[i].toString()));
     }
     m_xml.writeEndElement();
 }
@@ -133,6 +133,8 @@ bool Writer::content(const PropertyTree& tree, int depth)
 
 QByteArray writePropertyList(const PropertyValue& root)
 {
+    constexpr qsizetype usualSize = 65536; // growing would leave copies of the keys behind
     QByteArray bytes;
+    bytes.reserve(usualSize);
     return Writer(bytes).document(root) ? bytes : QByteArray();
 }

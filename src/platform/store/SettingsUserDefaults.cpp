@@ -1,23 +1,12 @@
 #include "platform/store/SettingsUserDefaults.h"
 
-#include "app/shared/Identity.h"
 #include "platform/store/AtomicFile.h"
 #include "platform/store/PropertyListFile.h"
 #include "platform/store/UnreadableFile.h"
 
-#include <QLatin1String>
-#include <QStandardPaths>
-
 #include <algorithm>
 
 namespace {
-
-QString domainPath()
-{
-    return QStringLiteral("%1/%2/%3.plist")
-        .arg(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation),
-            QLatin1String(Identity::organisationName), QLatin1String(Identity::applicationId));
-}
 
 PropertyValue propertyValueOf(const std::map<QString, PropertyDictionaries>& arrays)
 {
@@ -30,7 +19,7 @@ PropertyValue propertyValueOf(const std::map<QString, PropertyDictionaries>& arr
 } // namespace
 
 SettingsUserDefaults::SettingsUserDefaults()
-    : SettingsUserDefaults(domainPath())
+    : SettingsUserDefaults(configurationFile(QStringLiteral(".plist")))
 {
 }
 
@@ -81,7 +70,7 @@ SaveResult SettingsUserDefaults::synchronize()
             arrays[key] = array;
     }
     applyChanges(arrays);
-    if (SaveResult saved = file.commit(writePropertyList(propertyValueOf(arrays))); !saved)
+    if (SaveResult saved = commitPropertyList(file, propertyValueOf(arrays)); !saved)
         return saved;
     m_saved = std::move(arrays);
     m_changes.clear();

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "posix/SecureMemory.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <utility>
+
+// Overwrites the content if the owners that the caller knows are its only ones. A literal has no header and may lie in
+// read-only memory.
+template <typename Text> void overwriteUnlessShared(Text& text, int owners = 1)
+{
+    const auto* header = text.data_ptr().d_ptr();
+    if (header && header->ref_.loadRelaxed() == owners) // not through data(), which would detach
+        secureClear(text.data_ptr().data(), static_cast<std::size_t>(text.size()) * sizeof(*text.data_ptr().data()));
+}
+
+// A stored text, which may be a key: the last of its copies overwrites the characters before it releases them. A copy
+// made as a plain QString does not, so it should not outlive this one.
+class ClearingText : public QString {
+public:
+    ClearingText() = default;
+    // Implicit, because every text of a settings file is stored in this way.
+    ClearingText(const QString& text)
+        : QString(text)
+    {
+    }
+    ClearingText(QString&& text)
+        : QString(std::move(text))
+    {
+    }
+    ClearingText(const ClearingText&) = default;
+    ClearingText(ClearingText&&) noexcept = default;
+    ~ClearingText() { overwriteUnlessShared(*this); }
+
+    ClearingText& operator=(ClearingText other) noexcept
+    {
+        swap(other);
+        return *this;
+    }
+};
