@@ -1,14 +1,16 @@
 #pragma once
 
 #include <QColor>
-#include <QPalette>
+
+class QPainter;
+class QPalette;
+class QRect;
+class QString;
+class QWidget;
 
 // The colour of a text that stands in for something missing. Taken from the text colour, because some dark colour
 // schemes leave QPalette::PlaceholderText dark.
-inline QColor faintTextColour(const QPalette& palette)
-{
-    constexpr float opacity = 0.6F;
-    QColor colour = palette.color(QPalette::Text);
-    colour.setAlphaF(opacity * colour.alphaF());
-    return colour;
-}
+[[nodiscard]] QColor faintTextColour(const QPalette& palette);
+
+// Paints the text into the centre of an empty view, wrapped, with a margin of one line around it.
+void paintFaintText(QPainter& painter, const QWidget& view, const QRect& rect, const QString& text);

@@ -350,11 +350,8 @@ void TableView::paintEmptyText(const QPaintEvent& event)
     m_paintedEmptyText = text;
     if (text.isEmpty())
         return;
-    const int margin = fontMetrics().height();
     QPainter painter(viewport());
-    painter.setPen(faintTextColour(palette()));
-    painter.drawText(
-        viewport()->rect().adjusted(margin, margin, -margin, -margin), Qt::AlignCenter | Qt::TextWordWrap, text);
+    paintFaintText(painter, *this, viewport()->rect(), text);
 }
 
 void TableView::contextMenuEvent(QContextMenuEvent* event)

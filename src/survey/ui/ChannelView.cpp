@@ -158,19 +158,11 @@ void ChannelView::paintEvent(QPaintEvent* event)
     const ChannelViewPainter viewPainter(painter, palette(), group);
     const ChannelViewGeometry geometry = geometryOfContents();
     if (m_model.networks.empty())
-        paintEmptyText(painter);
+        paintFaintText(painter, *this, contentsRect(), emptyText());
     else
         viewPainter.paint(m_model, geometry, placeChannelViewLabels(geometry, m_model, fontMetrics()));
     if (hasFocus())
         viewPainter.paintFocusFrame(QRectF(contentsRect()), geometry);
-}
-
-void ChannelView::paintEmptyText(QPainter& painter) const
-{
-    const int margin = fontMetrics().height();
-    painter.setPen(faintTextColour(palette()));
-    painter.drawText(
-        contentsRect().adjusted(margin, margin, -margin, -margin), Qt::AlignCenter | Qt::TextWordWrap, emptyText());
 }
 
 void ChannelView::changeEvent(QEvent* event)

@@ -58,7 +58,6 @@ private:
     void select(int row);
     void showChanges();
     void showToolTip(const QHelpEvent& event);
-    void paintEmptyText(QPainter& painter) const;
 
     ChannelViewModel m_model;
     int m_pressedRow { -1 };
