@@ -1,8 +1,7 @@
 #include "about/MakerUrl.h"
 
 #include "app/shared/Identity.h"
-
-#include <QSettings>
+#include "platform/store/WindowSettings.h"
 
 namespace {
 
@@ -14,8 +13,8 @@ bool isWebAddress(const QUrl& url)
 
 } // namespace
 
-QUrl makerUrl(const QSettings& settings)
+QUrl makerUrl(const WindowSettings& settings)
 {
-    const QUrl configured(settings.value(QStringLiteral("MakerUrl")).toString(), QUrl::StrictMode);
+    const QUrl configured(settings.text(QStringLiteral("MakerUrl")), QUrl::StrictMode);
     return isWebAddress(configured) ? configured : QUrl(QLatin1String(Identity::makerUrl));
 }

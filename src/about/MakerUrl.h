@@ -2,8 +2,8 @@
 
 #include <QUrl>
 
-class QSettings;
+class WindowSettings;
 
 // The maker's web site: the "MakerUrl" entry of the user's settings, or the address compiled into the program. The
 // entry must be a complete http or https address, because other schemes could start any program on the desktop.
-[[nodiscard]] QUrl makerUrl(const QSettings& settings);
+[[nodiscard]] QUrl makerUrl(const WindowSettings& settings);

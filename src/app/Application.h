@@ -18,10 +18,10 @@ class AlertPanels;
 class AssertionHandler;
 class IORegistry;
 class ModalSheets;
-class QSettings;
 class RunLoop;
 class TickClock;
 class UserDefaults;
+class WindowSettings;
 
 // The operating system as the application sees it. Everything referred to outlives the application.
 struct Platform {
@@ -32,7 +32,7 @@ struct Platform {
     ModalSheets& sheets;
     AssertionHandler& assertions;
     UserDefaults& userDefaults; // the profiles
-    QSettings& settings; // the window's placement, the sort order of the networks and the maker's web site
+    WindowSettings& settings; // the window's placement, the sort order of the networks and the maker's web site
     QString homePath { QDir::homePath() }; // holds Library/Preferences
     QString bundleRoot {}; // prepended to the fixed paths of the installed bundles
 };

@@ -26,7 +26,7 @@ QSize defaultSize(const QWidget& window)
 
 } // namespace
 
-MainWindow::MainWindow(QSettings& settings, QWidget* parent)
+MainWindow::MainWindow(WindowSettings& settings, QWidget* parent)
     : QMainWindow(parent)
     , m_settings(settings)
     , m_ui(std::make_unique<Ui::MainWindow>())

@@ -4,9 +4,9 @@
 
 #include <memory>
 
-class QSettings;
 class QTabWidget;
 class SaveReport;
+class WindowSettings;
 
 namespace Ui {
 class MainWindow;
@@ -22,7 +22,7 @@ public:
     enum class Page { SiteSurvey, Profiles, LinkStatus, Statistics, AdvancedSettings, About };
 
     // Restores the window's placement from the settings and saves it there on close. The settings outlive the window.
-    explicit MainWindow(QSettings& settings, QWidget* parent = nullptr);
+    explicit MainWindow(WindowSettings& settings, QWidget* parent = nullptr);
     ~MainWindow() override;
 
     [[nodiscard]] QTabWidget& tabView() const;
@@ -38,6 +38,6 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
-    QSettings& m_settings;
+    WindowSettings& m_settings;
     std::unique_ptr<Ui::MainWindow> m_ui;
 };

@@ -1,7 +1,7 @@
 #include "app/WindowPlacement.h"
 
-#include <QFile>
-#include <QSettings>
+#include "platform/store/WindowSettings.h"
+
 #include <QWidget>
 
 namespace {
@@ -13,14 +13,13 @@ QString keyOf(const QWidget& window)
 
 } // namespace
 
-bool restoreWindowPlacement(const QSettings& settings, QWidget& window)
+bool restoreWindowPlacement(const WindowSettings& settings, QWidget& window)
 {
-    return window.restoreGeometry(settings.value(keyOf(window)).toByteArray());
+    return window.restoreGeometry(QByteArray::fromBase64(settings.text(keyOf(window)).toLatin1()));
 }
 
-void saveWindowPlacement(QSettings& settings, const QWidget& window)
+void saveWindowPlacement(WindowSettings& settings, const QWidget& window)
 {
-    settings.setValue(keyOf(window), window.saveGeometry());
-    settings.sync();
-    (void)QFile::setPermissions(settings.fileName(), QFile::ReadOwner | QFile::WriteOwner);
+    settings.setText(keyOf(window), QString::fromLatin1(window.saveGeometry().toBase64()));
+    (void)settings.save();
 }

@@ -1,11 +1,11 @@
 #pragma once
 
-class QSettings;
 class QWidget;
+class WindowSettings;
 
 // A window's size and position, kept in the settings between runs.
 
 // False, leaving the window unchanged, when no valid placement is stored.
-[[nodiscard]] bool restoreWindowPlacement(const QSettings& settings, QWidget& window);
-// Restricts the settings file to its owner: it may hold more than the placement.
-void saveWindowPlacement(QSettings& settings, const QWidget& window);
+[[nodiscard]] bool restoreWindowPlacement(const WindowSettings& settings, QWidget& window);
+// Best effort: a window that cannot save its placement closes without a word.
+void saveWindowPlacement(WindowSettings& settings, const QWidget& window);

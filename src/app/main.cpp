@@ -8,6 +8,7 @@
 #include "platform/SystemTickClock.h"
 #include "platform/registry/SocketIORegistry.h"
 #include "platform/store/SettingsUserDefaults.h"
+#include "platform/store/WindowSettings.h"
 #include "platform/ui/Images.h"
 #include "platform/ui/QtAlertPanels.h"
 #include "platform/ui/QtModalSheets.h"
@@ -16,7 +17,6 @@
 
 #include <QApplication>
 #include <QDBusConnection>
-#include <QSettings>
 
 namespace {
 
@@ -70,8 +70,7 @@ int main(int argc, char** argv)
     const QApplication framework(argc, argv);
     setApplicationIdentity();
 
-    QSettings settings(QSettings::IniFormat, QSettings::UserScope, QLatin1String(Identity::organisationName),
-        QLatin1String(Identity::applicationId));
+    WindowSettings settings;
     SettingsUserDefaults userDefaults;
     SocketIORegistry registry(defaultRegistryRoots());
     SystemTickClock sleeper;

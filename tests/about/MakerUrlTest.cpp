@@ -1,6 +1,7 @@
 #include "about/MakerUrl.h"
 
-#include <QSettings>
+#include "platform/store/WindowSettings.h"
+
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
@@ -12,12 +13,12 @@ class MakerUrl : public testing::Test {
 protected:
     [[nodiscard]] QString configured(const QString& text)
     {
-        settings.setValue(u"MakerUrl"_qs, text);
+        settings.setText(u"MakerUrl"_qs, text);
         return makerUrl(settings).toString();
     }
 
     QTemporaryDir directory;
-    QSettings settings { directory.filePath(u"settings.ini"_qs), QSettings::IniFormat };
+    WindowSettings settings { directory.filePath(u"settings.plist"_qs) };
 };
 
 TEST_F(MakerUrl, DefaultsToTheBuiltInAddress)

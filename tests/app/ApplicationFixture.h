@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/Application.h"
+#include "platform/store/WindowSettings.h"
 #include "platform/ui/WindowTickClock.h"
 #include "tests/support/ManualRunLoop.h"
 #include "tests/support/MemoryUserDefaults.h"
@@ -11,7 +12,6 @@
 #include "tests/support/ScriptedModalSheets.h"
 #include "tests/survey/InitialSurveyState.h"
 
-#include <QSettings>
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
@@ -23,7 +23,7 @@ protected:
 
     InitialSurveyState initialState;
     QTemporaryDir home;
-    QSettings settings { home.filePath(u"window.ini"_qs), QSettings::IniFormat };
+    WindowSettings settings { home.filePath(u"window.plist"_qs) };
     RecordingIORegistry registry;
     RecordingTickClock sleeper;
     WindowTickClock clock { sleeper };

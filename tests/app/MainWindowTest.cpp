@@ -1,12 +1,12 @@
 #include "app/MainWindow.h"
 
 #include "app/WindowPlacement.h"
+#include "platform/store/WindowSettings.h"
 
 #include <QApplication>
 #include <QFileInfo>
 #include <QLabel>
 #include <QPushButton>
-#include <QSettings>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTemporaryDir>
@@ -25,7 +25,7 @@ protected:
     }
 
     QTemporaryDir directory;
-    QSettings settings { directory.filePath(u"settings.ini"_qs), QSettings::IniFormat };
+    WindowSettings settings { directory.filePath(u"settings.plist"_qs) };
 };
 
 TEST_F(MainWindowTest, HasSixTabsInOrder)
@@ -121,7 +121,7 @@ TEST_F(MainWindowTest, SettingsFileIsPrivate)
     MainWindow window(settings);
     show(window);
     window.close();
-    const auto permissions = QFileInfo(settings.fileName()).permissions();
+    const auto permissions = QFileInfo(directory.filePath(u"settings.plist"_qs)).permissions();
     EXPECT_FALSE(permissions.testAnyFlags(
         QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther | QFile::ExeOwner));
     EXPECT_TRUE(permissions.testFlag(QFile::ReadOwner));
@@ -129,7 +129,7 @@ TEST_F(MainWindowTest, SettingsFileIsPrivate)
 
 TEST_F(MainWindowTest, InvalidPlacementGivesTheDefaultSize)
 {
-    settings.setValue(u"MainWindow/geometry"_qs, QByteArray("not a geometry"));
+    settings.setText(u"MainWindow/geometry"_qs, u"not a geometry"_qs);
     const MainWindow window(settings);
     EXPECT_GT(window.width(), window.fontMetrics().averageCharWidth() * 60);
     EXPECT_GT(window.height(), window.fontMetrics().height() * 20);

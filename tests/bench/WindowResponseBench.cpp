@@ -3,6 +3,7 @@
 #include "driver/records/Oids.h"
 #include "platform/SystemTickClock.h"
 #include "platform/registry/SocketIORegistry.h"
+#include "platform/store/WindowSettings.h"
 #include "platform/ui/QtRunLoop.h"
 #include "platform/ui/WindowTickClock.h"
 #include "tests/support/MemoryUserDefaults.h"
@@ -15,7 +16,6 @@
 #include <QApplication>
 #include <QEventLoop>
 #include <QPushButton>
-#include <QSettings>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <benchmark/benchmark.h>
@@ -84,7 +84,7 @@ public:
 
 private:
     QTemporaryDir m_home;
-    QSettings m_settings { m_home.filePath(QStringLiteral("settings.ini")), QSettings::IniFormat };
+    WindowSettings m_settings { m_home.filePath(QStringLiteral("settings.plist")) };
     MemoryUserDefaults m_userDefaults;
     SocketIORegistry m_registry;
     SystemTickClock m_sleeper;

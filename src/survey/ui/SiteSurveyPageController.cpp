@@ -96,7 +96,7 @@ void SiteSurveyPageController::awakeFromNib()
     showJoinProgress();
 }
 
-void SiteSurveyPageController::keepSortOrderIn(QSettings& settings)
+void SiteSurveyPageController::keepSortOrderIn(WindowSettings& settings)
 {
     keepSortOrder(*m_ui->ApList, settings);
 }

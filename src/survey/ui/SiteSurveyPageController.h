@@ -26,7 +26,7 @@ class ModalSheets;
 class ProfileEditorSheet;
 class QKeySequence;
 class QPushButton;
-class QSettings;
+class WindowSettings;
 class RunLoop;
 class Timer;
 class VX7100Access;
@@ -56,7 +56,7 @@ public:
     void setProfileEditor(ProfileEditorSheet* profileEditor) { ProfileEditor = profileEditor; }
 
     // Restores the order in which the user last sorted the list, and keeps it in the settings, which outlive the page.
-    void keepSortOrderIn(QSettings& settings);
+    void keepSortOrderIn(WindowSettings& settings);
 
     void StartSiteSurveyTimer() override;
     void StopSiteSurveyTimer() override;

@@ -10,7 +10,7 @@
 
 UtilityRun::UtilityRun(SimulatedMachine& machine)
     : m_machine(machine)
-    , m_settings(machine.home + u"/config/window.ini"_qs, QSettings::IniFormat)
+    , m_settings(machine.home + u"/config/window.plist"_qs)
     , prefs(machine.home + u"/config/settings.plist"_qs)
     , registry({ machine.simulator.root() })
     , store(prefs, preferencesFile(u"Profile.plist"_qs, machine.home))

@@ -4,6 +4,7 @@
 #include "app/shared/SharedState.h"
 #include "platform/registry/SocketIORegistry.h"
 #include "platform/store/SettingsUserDefaults.h"
+#include "platform/store/WindowSettings.h"
 #include "platform/ui/TableView.h"
 #include "tests/support/ManualRunLoop.h"
 #include "tests/support/RecordingAlertPanels.h"
@@ -13,8 +14,6 @@
 #include "tests/support/application/SimulatedMachine.h"
 #include "tests/support/application/UserActions.h"
 #include "tests/survey/InitialSurveyState.h"
-
-#include <QSettings>
 
 // One run of the application on the machine's home directory and card, before its first tick.
 class UtilityRun {
@@ -51,7 +50,7 @@ public:
 private:
     InitialSurveyState m_initialState;
     SimulatedMachine& m_machine;
-    QSettings m_settings;
+    WindowSettings m_settings;
 
 public:
     RecordingTickClock clock;

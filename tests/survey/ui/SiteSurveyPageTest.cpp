@@ -1,4 +1,5 @@
 #include "platform/ByteText.h"
+#include "platform/store/WindowSettings.h"
 #include "platform/ui/WindowTickClock.h"
 #include "tests/support/StandardErrorOf.h"
 #include "tests/survey/ui/SiteSurveyPageFixture.h"
@@ -6,7 +7,6 @@
 #include <QAccessible>
 #include <QHeaderView>
 #include <QScreen>
-#include <QSettings>
 #include <QTemporaryDir>
 
 namespace {
@@ -358,9 +358,9 @@ TEST_F(SiteSurveyPageTest, FirstClickOnSignalShowsTheStrongestNetworkFirst)
 TEST_F(SiteSurveyPageTest, RestoredSortOrderJoinsTheEntryOfTheSelectedRow)
 {
     const QTemporaryDir directory;
-    QSettings settings(directory.filePath(u"settings.ini"_qs), QSettings::IniFormat);
-    settings.setValue(u"ApList/sortColumn"_qs, u"signal"_qs);
-    settings.setValue(u"ApList/sortDescending"_qs, true);
+    WindowSettings settings(directory.filePath(u"settings.plist"_qs));
+    settings.setText(u"ApList/sortColumn"_qs, u"signal"_qs);
+    settings.setText(u"ApList/sortDescending"_qs, u"1"_qs);
     page.keepSortOrderIn(settings);
     haveList({ withSignal(EntryBuilder("weak", 1), -85), withSignal(EntryBuilder("near", 2), -50) });
     page.RefreshAPList();
