@@ -23,5 +23,5 @@ QString RescanProgress::text(bool deviceExists) const
 {
     if (!m_asked)
         return {};
-    return deviceExists ? tr("Searching for networks…") : tr("The search starts when a wireless card is found.");
+    return deviceExists ? tr("Searching for networks…") : tr("The search starts when a wireless card is ready.");
 }

@@ -59,7 +59,8 @@ public:
     [[nodiscard]] Profile createProfileData();
     // Writes the list; a no-op while the sheet is closed.
     void saveProfile();
-    // 0 lists "WPA-NONE" as the third authentication, 1 "WPA-PSK"; the first item is selected. Other values do nothing.
+    // 0 lists the authentications of an ad hoc network, 1 those of an access point (SecurityControlRules.h), and selects
+    // the first. Other values do nothing.
     void setAuthenTypeComboText(int kind);
     void setAuthenTypeCombo(int index);
     void setEncryTypeCombo(int index);

@@ -9,6 +9,7 @@
 #include "platform/ui/ModalSheets.h"
 #include "platform/ui/NetworkNameDelegate.h"
 #include "platform/ui/RowMenu.h"
+#include "platform/ui/SheetRun.h"
 #include "profiles/ProfileConnection.h"
 #include "profiles/ProfileRows.h"
 #include "profiles/ProfileStore.h"
@@ -112,8 +113,11 @@ QString ProfilePageController::connectionText() const
         return {};
     if (G_bDeviceExist != 0)
         return SiteSurveyPage.joinProgress().text();
+    // A profile deleted meanwhile is connected all the same if its connection was queued before.
     const bool reconnects = !recordActivate.empty() && isActiveEntry(recordActivate.front());
-    return reconnects ? tr("The connection starts when a wireless card is found.") : QString();
+    return reconnects || SiteSurveyPage.hasQueuedConnection()
+        ? tr("The connection starts when a wireless card is ready.")
+        : QString();
 }
 
 void ProfilePageController::ClearProfileList()
@@ -164,7 +168,7 @@ void ProfilePageController::OnEdit()
 void ProfilePageController::runEditor()
 {
     // The editor saves the profile itself, so the list is reloaded after OK and Cancel.
-    (void)m_sheets.runModalForWindow(ProfileEditor, *window());
+    (void)runSheetOverPage(m_sheets, ProfileEditor, *this, { m_ui->Add, m_ui->Edit, m_ui->Delete, m_ui->Activate });
     RefreshProfileList();
 }
 

@@ -14,6 +14,8 @@ public:
     virtual void SetTaskQueue(std::unique_ptr<PROFILE_DATA> record) = 0;
     // Resets whether the last connection of the site survey was made by SSID or by BSSID.
     virtual void resetFlag() = 0;
+    // Whether the connection queued last is still waiting to be made.
+    [[nodiscard]] virtual bool hasQueuedConnection() const = 0;
     // The progress of the connection queued last; for display only.
     [[nodiscard]] virtual const JoinProgress& joinProgress() const = 0;
 };

@@ -10,6 +10,7 @@
 #include "platform/RunLoop.h"
 #include "platform/ui/Images.h"
 #include "platform/ui/ModalSheets.h"
+#include "platform/ui/SheetRun.h"
 #include "platform/ui/TableSortOrder.h"
 #include "platform/ui/TableView.h"
 #include "survey/AccessPointRows.h"
@@ -21,7 +22,6 @@
 #include "survey/ui/SurveyColumns.h"
 #include "ui_SiteSurveyPage.h"
 
-#include <QPointer>
 #include <QShortcut>
 
 #include <span>
@@ -127,7 +127,7 @@ void SiteSurveyPageController::OnTimer()
         return;
     ProbeConnectStatus();
     DoTask();
-    m_joinProgress.tick(m_connection.linkUp, !m_queuedConnection.expired());
+    m_joinProgress.tick(m_connection.linkUp, hasQueuedConnection());
     showJoinProgress();
 }
 
@@ -271,20 +271,10 @@ void SiteSurveyPageController::showNotice(const QString& text)
 
 bool SiteSurveyPageController::runSheet(QDialog& sheet)
 {
-    const QPointer<QWidget> focus = window()->focusWidget();
-    setSheetRunning(true);
-    const bool accepted = m_sheets.runModalForWindow(sheet, *window()) == sheetAccepted;
-    setSheetRunning(false);
-    if (focus)
-        focus->setFocus(); // a disabled button has lost it
-    return accepted;
-}
-
-void SiteSurveyPageController::setSheetRunning(bool running)
-{
-    for (QPushButton* const button : { m_ui->Rescan, m_ui->AddProfile, m_ui->Connect })
-        button->setEnabled(!running);
-    m_rowMenu.setBlocked(running);
+    m_rowMenu.setBlocked(true);
+    const int code = runSheetOverPage(m_sheets, sheet, *this, { m_ui->Rescan, m_ui->AddProfile, m_ui->Connect });
+    m_rowMenu.setBlocked(false);
+    return code == sheetAccepted;
 }
 
 void SiteSurveyPageController::join(const NetworkChoice& choice, std::unique_ptr<PROFILE_DATA> record)
@@ -304,9 +294,8 @@ void SiteSurveyPageController::join(const NetworkChoice& choice, std::unique_ptr
 void SiteSurveyPageController::queueAndFollow(
     std::unique_ptr<PROFILE_DATA> record, const NDIS_802_11_SSID& ssid, bool typedName)
 {
-    const JoinRequirements requirements {
-        .key = needsKey(*record), .typedName = typedName, .adHoc = record->NetworkType == Ndis802_11IBSS
-    };
+    const bool adHoc = record && record->NetworkType == Ndis802_11IBSS;
+    const JoinRequirements requirements { .key = record && needsKey(*record), .typedName = typedName, .adHoc = adHoc };
     m_queuedConnection = queueConnection(std::move(record));
     if (G_bDeviceExist == 0) // without a card no tick follows the progress
         return;

@@ -26,10 +26,10 @@ class ModalSheets;
 class ProfileEditorSheet;
 class QKeySequence;
 class QPushButton;
-class WindowSettings;
 class RunLoop;
 class Timer;
 class VX7100Access;
+class WindowSettings;
 
 namespace Ui {
 class SiteSurveyPage;
@@ -75,6 +75,7 @@ public:
     void ProbeConnectStatus();
     void resetFlag() override;
     void SetTaskQueue(std::unique_ptr<PROFILE_DATA> record) override;
+    [[nodiscard]] bool hasQueuedConnection() const override { return !m_queuedConnection.expired(); }
     [[nodiscard]] const JoinProgress& joinProgress() const override { return m_joinProgress; }
 
     [[nodiscard]] int numberOfRowsInTableView() const override;
@@ -102,7 +103,6 @@ private:
     [[nodiscard]] std::optional<BssidEntry> entryInNewList(AccessPoint displayed);
     // Returns whether the sheet ended with OK. The page's actions are disabled until then.
     [[nodiscard]] bool runSheet(QDialog& sheet);
-    void setSheetRunning(bool running);
     void join(const NetworkChoice& choice, std::unique_ptr<PROFILE_DATA> record);
 
     VX7100Access& Adapter;

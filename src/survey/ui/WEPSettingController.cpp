@@ -136,10 +136,16 @@ void WEPSettingController::OnSelchangeEncryptionType()
         adjustSize();
 }
 
-bool WEPSettingController::VerifyKey(const KeyControls& controls)
+KeyControls WEPSettingController::controls() const
+{
+    return m_ui->keyFields->keyControls(
+        m_ui->AuthenType->indexOfSelectedItem(), m_ui->EncryType->indexOfSelectedItem());
+}
+
+bool WEPSettingController::VerifyKey()
 {
     traceEntry(className, "VerifyKey");
-    const auto refusal = keyRefusal(controls);
+    const auto refusal = keyRefusal(controls());
     if (refusal)
         m_alerts.NSRunAlertPanel(*refusal, QString(), QStringLiteral("OK"));
     return !refusal;
@@ -148,15 +154,14 @@ bool WEPSettingController::VerifyKey(const KeyControls& controls)
 void WEPSettingController::OnOK()
 {
     traceEntry(className, "OnOK");
-    const KeyControls controls
-        = m_ui->keyFields->keyControls(m_ui->AuthenType->indexOfSelectedItem(), m_ui->EncryType->indexOfSelectedItem());
+    const KeyControls controls = this->controls();
     if (controls.authenTypeIndex != selAuth && controls.encryTypeIndex != selEncry) {
         m_alerts.NSRunAlertPanel(
             QStringLiteral("Encryption type is incorrect, please re-select the correct Encryption type."), QString(),
             QStringLiteral("OK"));
         return;
     }
-    if (!VerifyKey(controls))
+    if (!VerifyKey())
         return;
     m_settings.AuthenType = controls.authenTypeIndex;
     m_settings.EncryType = controls.encryTypeIndex;

@@ -47,11 +47,12 @@ public:
     void OnSelchangeEncryptionType();
     void OnOK();
     void OnCANCEL();
+    // Shows an alert for the first rule that the keys break.
+    [[nodiscard]] bool VerifyKey();
 
 private:
     void connectControls();
-    // Shows an alert for the first rule that the keys break.
-    [[nodiscard]] bool VerifyKey(const KeyControls& controls);
+    [[nodiscard]] KeyControls controls() const;
 
     ModalSheets& m_sheets;
     AlertPanels& m_alerts;

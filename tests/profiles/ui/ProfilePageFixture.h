@@ -29,6 +29,7 @@ public:
         rescanWhenQueued = G_bRescan;
         fromProfileWhenQueued = G_configFromProfile;
         records.push_back(std::move(record));
+        queued = true;
     }
     void resetFlag() override
     {
@@ -36,8 +37,10 @@ public:
         fromProfileWhenReset = G_configFromProfile;
     }
 
+    [[nodiscard]] bool hasQueuedConnection() const override { return queued; }
     [[nodiscard]] const JoinProgress& joinProgress() const override { return progress; }
 
+    bool queued { false };
     JoinProgress progress;
     std::vector<QString> calls;
     std::vector<std::unique_ptr<PROFILE_DATA>> records;

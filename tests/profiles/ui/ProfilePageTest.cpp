@@ -180,12 +180,17 @@ TEST_F(ProfilePageTest, ButtonsDoNothingWhileTheEditorIsOpen)
     table->selectRowNumber(1);
     sheets.users.emplace_back([this](QDialog& sheet) {
         for (const auto& button : { u"Add"_qs, u"Edit"_qs, u"Delete"_qs, u"Activate"_qs })
-            press(button);
+            EXPECT_FALSE(page.findChild<QPushButton*>(button)->isEnabled()) << qPrintable(button);
+        page.OnAdd(); // as from the action of a row that assistive technology sends
+        page.OnEdit();
+        page.OnDelete();
+        page.OnActivate();
         EXPECT_EQ(sheet.findChild<QLineEdit*>(u"ProfileName"_qs)->text(), u"two"_qs);
         EXPECT_TRUE(prefs.arrayForKey(u"Profile Setting"_qs).value_or(PropertyDictionaries()).empty());
         pressButton(sheet, QDialogButtonBox::Ok);
     });
     press(u"Edit"_qs);
+    EXPECT_TRUE(page.findChild<QPushButton*>(u"Edit"_qs)->isEnabled());
     EXPECT_EQ(names(inFile()), (Names { u"one"_qs, u"two"_qs, u"three"_qs }));
     EXPECT_EQ(sheets.shown.size(), 1U);
     EXPECT_TRUE(alerts.alerts.empty());

@@ -294,7 +294,14 @@ TEST_F(SiteSurveyPageTest, RescanWithoutACardSaysWhenItStarts)
     page.StopSiteSurveyTimer();
     show();
     rescan->click();
-    EXPECT_TRUE(page.findChild<QLabel*>(u"JoinStatus"_qs)->text().contains(u"when a wireless card is found"_qs));
+    EXPECT_TRUE(page.findChild<QLabel*>(u"JoinStatus"_qs)->text().contains(u"when a wireless card is ready"_qs));
+}
+
+TEST_F(SiteSurveyPageTest, QueuesATaskWithoutARecordToo)
+{
+    page.SetTaskQueue(nullptr);
+    ASSERT_NE(TaskQueue::GetTaskObject(), nullptr);
+    EXPECT_EQ(TaskQueue::GetTaskObject()->Profile(), nullptr);
 }
 
 TEST_F(SiteSurveyPageTest, QueuesAConnectionForTheNextTick)
@@ -395,6 +402,7 @@ TEST_F(SiteSurveyPageTest, SwitchesBetweenListAndChannelView)
 {
     show();
     table->setFocus();
+    const std::size_t sent = registry.oids().size();
     EXPECT_TRUE(table->isVisible());
     EXPECT_FALSE(channels->isVisible());
     QTest::keyClick(table, Qt::Key_G, Qt::ControlModifier);
@@ -407,6 +415,7 @@ TEST_F(SiteSurveyPageTest, SwitchesBetweenListAndChannelView)
     QTest::mouseClick(showChannels, Qt::LeftButton);
     EXPECT_TRUE(table->isVisible());
     EXPECT_EQ(page.findChild<QLabel*>(u"listLabel"_qs)->buddy(), table);
+    EXPECT_EQ(registry.oids().size(), sent) << "the view is drawn from the list, without requests";
 }
 
 TEST_F(SiteSurveyPageTest, CheckedChannelsButtonHasACheckMark)
