@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/shared/CardState.h"
+
 #include <QString>
 
 #include <optional>
@@ -7,6 +9,7 @@
 // What the utility knows about the radio. The card reports its own switch, but not whether software has switched the
 // radio off.
 struct RadioKnowledge {
+    CardState card { CardState::Absent };
     bool cardExists { false };
     std::optional<bool> cardSwitchOn {}; // as the card last reported it
     std::optional<bool> chosenOn {}; // std::nullopt before the first switch in this window

@@ -26,6 +26,10 @@ QString emptyListText(const SurveyState& state)
         return tr("Searching for networks…");
     if (state.cardSwitchOn == false)
         return tr("The wireless card's own radio switch is off. Switch it on, then press Rescan.");
-    // A switch whose position is not known, or that was read before it was moved, may be off as well.
-    return tr("No networks in range, or the card's own radio switch is off. Press Rescan to search again.");
+    // The card does not report whether software has switched its radio off.
+    return state.cardSwitchOn == true
+        ? tr("No networks in range, or an earlier window has left the radio off (see Advanced Settings). Press Rescan "
+             "to search again.")
+        : tr("No networks in range, or the radio is off: at the card's own switch, or left off by an earlier window "
+             "(see Advanced Settings). Press Rescan to search again.");
 }

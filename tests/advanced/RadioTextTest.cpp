@@ -13,6 +13,14 @@ TEST(RadioText, SaysWithoutACardThatThereIsNone)
     }
 }
 
+TEST(RadioText, TellsAMissingCardFromOneThatIsSilentOrNotYetSearchedFor)
+{
+    EXPECT_TRUE(radioText({ .card = CardState::Unknown }).startsWith(u"Looking for a wireless card"_qs));
+    for (const bool exists : { false, true })
+        EXPECT_TRUE(radioText({ .card = CardState::Silent, .cardExists = exists })
+                        .startsWith(u"The wireless card does not answer."_qs));
+}
+
 TEST(RadioText, ClaimsNothingThatIsUnknown)
 {
     const QString text = radioText({ .cardExists = true });

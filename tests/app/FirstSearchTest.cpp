@@ -18,6 +18,9 @@ protected:
             textDuringScan = table->emptyText();
             imageDuringScan = listImage();
         };
+        VX_802_11_STA_CONFIG configuration {};
+        configuration.HwRadioStatus = 1; // the radio switch is on
+        registry.answer(VX_OID_802_11_STA_CONFIG, bytesOfRecord(configuration));
         application.awakeFromNib();
         application.window().tabView().setCurrentIndex(0);
         // The application empties the list when it notices the missing card.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/shared/CardState.h"
 #include "app/shared/SharedState.h"
 
 #include <QtGlobal>
@@ -31,5 +32,7 @@ private:
         G_encryCapa = 6;
         G_bCurSelItem = 0;
         G_pBssidList.reset();
+        cardState = CardState::Unknown;
+        cardSwitchOn.reset();
     }
 };

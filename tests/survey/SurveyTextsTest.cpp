@@ -16,7 +16,8 @@ TEST(SurveyTexts, ExplainsWhyTheListIsEmpty)
     EXPECT_TRUE(radioOff.contains(u"Advanced Settings"_qs));
     EXPECT_TRUE(searching.contains(u"Searching"_qs));
     EXPECT_TRUE(nothingInRange.contains(u"No networks in range"_qs));
-    EXPECT_TRUE(nothingInRange.contains(u"radio switch is off"_qs));
+    EXPECT_TRUE(nothingInRange.contains(u"card's own switch"_qs));
+    EXPECT_TRUE(nothingInRange.contains(u"left off by an earlier window (see Advanced Settings)"_qs));
 }
 
 TEST(SurveyTexts, NamesTheCardsSwitchWhereItIsKnownToBeOff)
@@ -26,6 +27,8 @@ TEST(SurveyTexts, NamesTheCardsSwitchWhereItIsKnownToBeOff)
     SurveyState on = state;
     on.cardSwitchOn = true;
     EXPECT_FALSE(emptyListText(on).contains(u"Switch it on"_qs));
+    EXPECT_FALSE(emptyListText(on).contains(u"own switch"_qs));
+    EXPECT_TRUE(emptyListText(on).contains(u"earlier window has left the radio off"_qs));
     for (bool SurveyState::*const outranking :
         { &SurveyState::deviceExists, &SurveyState::radioOn, &SurveyState::surveyed }) {
         SurveyState other = state;

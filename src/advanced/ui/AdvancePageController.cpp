@@ -165,7 +165,7 @@ void AdvancePageController::OnApply()
     traceEntry(className, "OnApply");
     applySelections(m_ui->TXrate->indexOfSelectedItem(), m_ui->WirelessMode->indexOfSelectedItem(), m_settings);
     sendWirelessMode(Adapter, m_settings);
-    m_cardSwitchOn = sendStationConfiguration(Adapter, m_settings);
+    cardSwitchOn = sendStationConfiguration(Adapter, m_settings);
     showRadioText();
     if (!sendDesiredRates(Adapter, m_settings, m_assertions))
         return;
@@ -213,16 +213,24 @@ void AdvancePageController::RadioStatus()
 void AdvancePageController::showRadioText()
 {
     const std::optional<bool> chosenOn = m_switchedHere ? std::optional(G_bRadio != 0) : std::nullopt;
-    m_ui->radioState->setText(radioText({ .cardExists = G_bDeviceExist != 0,
-        .cardSwitchOn = m_cardSwitchOn,
+    m_ui->radioState->setText(radioText({ .card = cardState,
+        .cardExists = G_bDeviceExist != 0,
+        .cardSwitchOn = cardSwitchOn,
         .chosenOn = chosenOn,
         .chosenForThisCard = m_switchedForThisCard }));
 }
 
 void AdvancePageController::ForgetCard()
 {
-    m_cardSwitchOn.reset();
+    cardSwitchOn.reset();
     m_switchedForThisCard = false;
+    showRadioText();
+}
+
+// Other pages learn about the card meanwhile.
+void AdvancePageController::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
     showRadioText();
 }
 

@@ -51,6 +51,9 @@ public:
     // Switches the radio and scans, which takes 2 s.
     void OnRadioSwitch();
 
+protected:
+    void showEvent(QShowEvent* event) override;
+
 private:
     void connectControls();
     void showRadioText();
@@ -65,7 +68,6 @@ private:
     SaveReport& m_saves;
     std::unique_ptr<Ui::AdvancePage> m_ui;
     AdvancedSettings m_settings;
-    std::optional<bool> m_cardSwitchOn; // as the card last reported it
     bool m_switchedHere { false };
     bool m_switchedForThisCard { false };
     bool bInitDlg { true };

@@ -14,6 +14,6 @@ enum class CardState : std::uint8_t {
 // Set by the device watch. Main thread only.
 inline CardState cardState { CardState::Unknown };
 
-// Whether the card's own radio switch is on, as the link status page last read it; std::nullopt until a card has
-// reported it. Main thread only.
+// Whether the card's own radio switch is on, as a page last read it; std::nullopt until a card has reported it. Main
+// thread only.
 inline std::optional<bool> cardSwitchOn;

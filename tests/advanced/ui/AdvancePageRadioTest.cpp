@@ -15,7 +15,11 @@ const Requests switchOff { set(VX_OID_802_11_RADIO, RadioRecord { 0, 0, 0, 0 }),
 
 class AdvancePageRadioTest : public AdvancePageFixture {
 protected:
-    AdvancePageRadioTest() { open(); }
+    AdvancePageRadioTest()
+    {
+        cardState = CardState::Absent;
+        open();
+    }
 
     [[nodiscard]] bool pictureIs(const char16_t* name) const
     {

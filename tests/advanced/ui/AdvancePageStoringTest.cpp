@@ -149,7 +149,7 @@ TEST_F(AdvancePageStoring, ReplacesAFirstElementThatIsNotARecord)
     EXPECT_TRUE(QFile::exists(unreadableFile())) << "the old element would be lost otherwise";
 }
 
-TEST_F(AdvancePageStoring, FailsWithoutAnAlert)
+TEST_F(AdvancePageStoring, ReportsAFailureWithoutAnAlertUntilASaveSucceeds)
 {
     // There is a file in place of the directory.
     QFile file(home.filePath(u"Library"_qs));
@@ -159,9 +159,14 @@ TEST_F(AdvancePageStoring, FailsWithoutAnAlert)
     EXPECT_EQ(apply().size(), 3u);
     EXPECT_FALSE(buttonsAreEnabled());
     EXPECT_EQ(alerts.alerts.size(), 0u);
+    EXPECT_EQ(saves.failures, (std::map<QString, QString> { { settingsFile(), u"Not a directory"_qs } }));
     choose(u"TXrate", 5);
     click(u"Reset");
     EXPECT_EQ(shown().rate, 2) << "the page keeps the applied settings";
+    ASSERT_TRUE(file.remove());
+    (void)apply();
+    EXPECT_TRUE(saves.failures.empty());
+    EXPECT_EQ(stored(), oneRecord(2, 0, 0, 0, 0));
 }
 
 } // namespace
