@@ -1,8 +1,8 @@
 #include "services/simulator/control/ControlCommands.h"
 
-#include "services/card/OidCatalogue.h"
 #include "services/simulator/control/StatusReport.h"
 #include "services/simulator/scenario/ScenarioValues.h"
+#include "services/simulator/service/OidCatalogue.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

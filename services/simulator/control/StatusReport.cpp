@@ -1,7 +1,7 @@
 #include "services/simulator/control/StatusReport.h"
 
-#include "services/card/OidCatalogue.h"
 #include "services/simulator/card/LinkModel.h"
+#include "services/simulator/service/OidCatalogue.h"
 
 #include <QJsonArray>
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "services/card/RequestRecorder.h"
 #include "services/host/ServiceHost.h"
 #include "services/simulator/card/SimulatedCard.h"
 #include "services/simulator/service/Faults.h"
+#include "services/simulator/service/RequestRecorder.h"
 
 #include <QObject>
 

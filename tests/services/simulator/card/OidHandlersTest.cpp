@@ -1,6 +1,6 @@
 #include "services/simulator/card/OidHandlers.h"
 
-#include "services/card/OidCatalogue.h"
+#include "services/simulator/service/OidCatalogue.h"
 #include "tests/services/card/OidCases.h"
 #include "tests/services/simulator/card/CardUnderTest.h"
 

@@ -1,9 +1,9 @@
-#include "services/card/RequestRecorder.h"
+#include "services/simulator/service/RequestRecorder.h"
 
 #include "driver/records/Oids.h"
 #include "posix/FileDescriptor.h"
 #include "posix/SystemError.h"
-#include "services/card/OidCatalogue.h"
+#include "services/simulator/service/OidCatalogue.h"
 
 #include <array>
 

@@ -1,4 +1,4 @@
-#include "services/card/OidCatalogue.h"
+#include "services/simulator/service/OidCatalogue.h"
 
 #include "driver/records/Oids.h"
 

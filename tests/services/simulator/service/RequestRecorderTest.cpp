@@ -1,4 +1,4 @@
-#include "services/card/RequestRecorder.h"
+#include "services/simulator/service/RequestRecorder.h"
 
 #include "driver/records/Oids.h"
 #include "posix/FileDescriptor.h"
