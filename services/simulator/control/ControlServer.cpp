@@ -47,11 +47,9 @@ std::error_code ControlServer::listen(const std::string& socketPath)
     if (const auto error = openPrivateDirectory(path.has_parent_path() ? path.parent_path() : ".", directory))
         return error;
     std::error_code error;
-    auto socket = ListeningSocket::listen(std::move(directory), path.filename(), SOCK_STREAM, error);
-    if (!socket)
-        return error;
-    fs::permissions(path, fs::perms::owner_read | fs::perms::owner_write, error);
-    if (!error)
+    auto socket
+        = ListeningSocket::listen(std::move(directory), path.filename(), SOCK_STREAM, error, { .socketMode = 0600 });
+    if (socket)
         m_acceptor.emplace(std::move(*socket), [this](FileDescriptor client) { addClient(std::move(client)); });
     return error;
 }
