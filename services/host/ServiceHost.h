@@ -23,6 +23,9 @@ enum class RequestKind : std::uint32_t {
 };
 
 struct ServiceRequest {
+    // The scalar call that ends every request.
+    static constexpr std::uint32_t completionMethod = 1;
+
     RequestKind kind { RequestKind::Open };
     std::uint32_t selector { 0 }; // connection type for open, method index for calls
     std::uint32_t replyCapacity { 0 }; // bytes
@@ -33,11 +36,15 @@ struct ServiceRequest {
 // as it would for a driver that hangs. Does nothing once the client or the host no longer exists.
 class ServiceReply {
 public:
+    static constexpr std::uint32_t success = 0;
+    // Clients treat every result except success alike.
+    static constexpr std::uint32_t refused = 1;
+
     class Connection;
     ServiceReply(std::weak_ptr<Connection> connection, std::uint32_t replyCapacity);
 
-    // Result 0 is success. Output is truncated to the reply capacity, and dropped if the result is a failure. Only the
-    // first answer to a request counts.
+    // Output is truncated to the reply capacity, and dropped if the result is a failure. Only the first answer to a
+    // request counts.
     void send(std::uint32_t result, std::span<const std::byte> output = {});
     // Sends a packet unchecked, for services that misbehave on purpose.
     void sendPacket(std::span<const std::byte> packet);
@@ -53,6 +60,9 @@ class ServiceHost {
     Q_DISABLE_COPY_MOVE(ServiceHost)
 
 public:
+    // The class under which clients search for the adapter's driver.
+    static constexpr const char* adapterClass = "Pellvane";
+
     // Called for each well-formed request in order: open first, calls only on connections that were opened with
     // success. Any other request closes its connection. The handler may withdraw or destroy the host.
     using Handler = std::function<void(const ServiceRequest& request, ServiceReply reply)>;

@@ -19,7 +19,6 @@
 namespace {
 
 constexpr const char* familyName = "nl80211";
-constexpr const char* className = "Pellvane";
 // A clock that has jumped by less was only read at another moment.
 constexpr std::int64_t minSuspendMs = 1000;
 
@@ -168,7 +167,7 @@ void CardWatch::publish(const InterfaceFacts& interface)
             noticeResume(); // before the client asks for the event
             serve(request, std::move(reply));
         });
-    if (const auto error = published.host->publish(m_options.root, className, name, m_options.access)) {
+    if (const auto error = published.host->publish(m_options.root, ServiceHost::adapterClass, name, m_options.access)) {
         if (std::exchange(m_holders[name], error.message()) != error.message())
             log(name, "cannot be published in " + m_options.root + ": " + error.message());
         return;

@@ -7,9 +7,6 @@
 
 namespace {
 
-constexpr std::uint32_t refused = 1;
-constexpr std::uint32_t completionMethod = 1;
-
 const char* nameOf(const SetRtsThreshold&)
 {
     return "the RTS threshold";
@@ -73,16 +70,17 @@ void LinuxCard::serve(const ServiceRequest& request, ServiceReply reply)
 {
     switch (request.kind) {
     case RequestKind::Open:
-        reply.send(0);
+        reply.send(ServiceReply::success);
         return;
     case RequestKind::ScalarCall:
-        reply.send(request.selector == completionMethod ? 0 : refused);
+        reply.send(
+            request.selector == ServiceRequest::completionMethod ? ServiceReply::success : ServiceReply::refused);
         return;
     case RequestKind::StructureCall:
         break;
     }
     const CardReply answer = m_card.answer(request.selector, request.input, request.replyCapacity, nowMs());
-    reply.send(answer.accepted ? 0 : refused, answer.output);
+    reply.send(answer.accepted ? ServiceReply::success : ServiceReply::refused, answer.output);
     apply(answer.effects);
     refreshFacts();
 }

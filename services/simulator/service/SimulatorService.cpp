@@ -6,14 +6,11 @@
 
 namespace {
 
-constexpr std::uint32_t refused = 1;
-constexpr std::uint32_t completionMethod = 1;
-
 void deliver(ServiceReply reply, const FaultyReply& faulty)
 {
     switch (faulty.form) {
     case FaultyReply::Form::Reply:
-        reply.send(faulty.answer.accepted ? 0 : refused, faulty.answer.output);
+        reply.send(faulty.answer.accepted ? ServiceReply::success : ServiceReply::refused, faulty.answer.output);
         break;
     case FaultyReply::Form::Packet:
         reply.sendPacket(faulty.packet);
@@ -27,8 +24,6 @@ void deliver(ServiceReply reply, const FaultyReply& faulty)
 }
 
 } // namespace
-
-const std::string SimulatorService::className = "Pellvane";
 
 SimulatorService::SimulatorService(
     const Scenario& scenario, std::uint64_t seed, std::string root, std::string instance, Clock clock)
@@ -45,7 +40,7 @@ std::error_code SimulatorService::insert()
     if (isInserted())
         return {};
     m_card.powerUp(nowMs());
-    return m_host.publish(m_root, className, m_instance);
+    return m_host.publish(m_root, ServiceHost::adapterClass, m_instance);
 }
 
 void SimulatorService::eject()
@@ -55,7 +50,7 @@ void SimulatorService::eject()
 
 std::string SimulatorService::socketPath() const
 {
-    return m_root + '/' + className + '/' + m_instance;
+    return m_root + '/' + ServiceHost::adapterClass + '/' + m_instance;
 }
 
 void SimulatorService::serve(const ServiceRequest& request, ServiceReply reply)
@@ -66,7 +61,7 @@ void SimulatorService::serve(const ServiceRequest& request, ServiceReply reply)
     if (request.kind == RequestKind::Open)
         answer.accepted = true;
     else if (request.kind == RequestKind::ScalarCall)
-        answer.accepted = request.selector == completionMethod;
+        answer.accepted = request.selector == ServiceRequest::completionMethod;
     else if (reachesCard(faults))
         answer = m_card.answer(request.selector, request.input, request.replyCapacity, nowMs());
 

@@ -12,8 +12,8 @@
 #include <string>
 #include <system_error>
 
-// Publishes a simulated card as a driver service of the class "Pellvane". Records requests, applies faults, and passes
-// the requests on to the card. Needs the Qt event loop.
+// Publishes a simulated card as a service of the adapter's driver. Records requests, applies faults, and passes the
+// requests on to the card. Needs the Qt event loop.
 class SimulatorService {
     Q_DISABLE_COPY_MOVE(SimulatorService)
 
@@ -35,8 +35,6 @@ public:
     [[nodiscard]] RequestRecorder& recorder() { return m_recorder; }
     [[nodiscard]] std::int64_t nowMs() const { return m_clock(); }
     [[nodiscard]] std::string socketPath() const;
-
-    static const std::string className;
 
 private:
     void serve(const ServiceRequest& request, ServiceReply reply);
