@@ -1,5 +1,6 @@
 #include "services/simulator/control/ControlServer.h"
 
+#include "posix/SocketAddress.h"
 #include "posix/SystemError.h"
 
 #include <QLocalSocket>
@@ -10,14 +11,11 @@
 #include <fcntl.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
-#include <sys/un.h>
 #include <unistd.h>
 
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr std::size_t maxSocketPathLength = sizeof(sockaddr_un::sun_path) - 1;
 
 std::error_code openPrivateDirectory(const fs::path& path, FileDescriptor& directory)
 {
@@ -40,7 +38,7 @@ ControlServer::ControlServer(Answer answer)
 
 std::error_code ControlServer::listen(const std::string& socketPath)
 {
-    if (socketPath.size() > maxSocketPathLength)
+    if (!socketAddress(socketPath))
         return std::make_error_code(std::errc::filename_too_long);
     const fs::path path(socketPath);
     FileDescriptor directory;
