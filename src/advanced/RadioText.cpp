@@ -10,11 +10,11 @@ struct RadioTexts {
 
 QString cardText(const RadioKnowledge& radio)
 {
-    if (radio.card == CardState::Silent)
+    if (radio.card == CardPresence::Silent)
         return RadioTexts::tr("The wireless card does not answer.");
     if (!radio.cardExists)
-        return radio.card == CardState::Unknown ? RadioTexts::tr("Looking for a wireless card…")
-                                                : RadioTexts::tr("No wireless card found.");
+        return radio.card == CardPresence::Unknown ? RadioTexts::tr("Looking for a wireless card…")
+                                                   : RadioTexts::tr("No wireless card found.");
     if (!radio.cardSwitchOn)
         return RadioTexts::tr("The card did not report its radio switch.");
     return *radio.cardSwitchOn

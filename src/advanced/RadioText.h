@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/shared/CardState.h"
+#include "app/shared/CardPresence.h"
 
 #include <QString>
 
@@ -9,7 +9,7 @@
 // What the utility knows about the radio. The card reports its own switch, but not whether software has switched the
 // radio off.
 struct RadioKnowledge {
-    CardState card { CardState::Absent };
+    CardPresence card { CardPresence::Absent };
     bool cardExists { false };
     std::optional<bool> cardSwitchOn {}; // as the card last reported it
     std::optional<bool> chosenOn {}; // std::nullopt before the first switch in this window

@@ -1,6 +1,6 @@
 #include "app/QvConfig7100Controller.h"
 
-#include "app/shared/CardState.h"
+#include "app/shared/CardPresence.h"
 #include "app/shared/Pages.h"
 #include "app/shared/SharedState.h"
 #include "app/shared/Trace.h"
@@ -41,13 +41,13 @@ bool QvConfig7100Controller::IsDeviceDriverExist()
 {
     traceEntry(className, "IsDeviceDriverExist");
     if (!Adapter.SearchDevice()) {
-        cardState = CardState::Absent;
+        cardPresence = CardPresence::Absent;
         trace("!!!! QvConfig7100Controller - IsDeviceDriverExist - Device is not existenet. !!!!\n");
         Adapter.CloseConnectToDevice();
         return false;
     }
     if (!Adapter.OpenConnectToDevice()) {
-        cardState = CardState::Silent;
+        cardPresence = CardPresence::Silent;
         trace("!!!! QvConfig7100Controller - IsDeviceDriverExist - Can't connect to device. !!!!\n");
         Adapter.CloseConnectToDevice();
         return false;
@@ -70,7 +70,7 @@ void QvConfig7100Controller::OnTimer()
         if (G_bRadio == 0 && m_pages.siteSurvey)
             m_pages.siteSurvey->ClearAPList();
         G_bDeviceRemove = 0;
-        cardState = CardState::Answering;
+        cardPresence = CardPresence::Answering;
         return;
     }
     if (!answered && m_pages.siteSurvey)
@@ -91,7 +91,7 @@ void QvConfig7100Controller::OnTimer()
     }
     G_bDeviceRemove = 0;
     // A card that appeared after this tick's query had no chance to answer it.
-    cardState = answered || !knownCard ? CardState::Answering : CardState::Silent;
+    cardPresence = answered || !knownCard ? CardPresence::Answering : CardPresence::Silent;
     initialiseCard();
 }
 

@@ -13,9 +13,9 @@ QString tr(const char* text)
 
 QString emptyListText(const SurveyState& state)
 {
-    if (state.card == CardState::Silent)
+    if (state.card == CardPresence::Silent)
         return tr("The wireless card does not answer. Remove it and insert it again.");
-    if (!state.deviceExists && state.card == CardState::Unknown)
+    if (!state.deviceExists && state.card == CardPresence::Unknown)
         return tr("Looking for a wireless card…");
     if (!state.deviceExists)
         return tr("No wireless card found. Insert the card; its networks appear here by themselves.");

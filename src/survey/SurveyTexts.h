@@ -1,13 +1,13 @@
 #pragma once
 
-#include "app/shared/CardState.h"
+#include "app/shared/CardPresence.h"
 
 #include <QString>
 
 #include <optional>
 
 struct SurveyState {
-    CardState card { CardState::Unknown };
+    CardPresence card { CardPresence::Unknown };
     bool deviceExists { false };
     bool radioOn { false };
     std::optional<bool> cardSwitchOn {}; // the card's own radio switch, if known

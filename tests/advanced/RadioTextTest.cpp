@@ -15,9 +15,9 @@ TEST(RadioText, SaysWithoutACardThatThereIsNone)
 
 TEST(RadioText, TellsAMissingCardFromOneThatIsSilentOrNotYetSearchedFor)
 {
-    EXPECT_TRUE(radioText({ .card = CardState::Unknown }).startsWith(u"Looking for a wireless card"_qs));
+    EXPECT_TRUE(radioText({ .card = CardPresence::Unknown }).startsWith(u"Looking for a wireless card"_qs));
     for (const bool exists : { false, true })
-        EXPECT_TRUE(radioText({ .card = CardState::Silent, .cardExists = exists })
+        EXPECT_TRUE(radioText({ .card = CardPresence::Silent, .cardExists = exists })
                         .startsWith(u"The wireless card does not answer."_qs));
 }
 

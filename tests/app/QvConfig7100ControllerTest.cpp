@@ -1,6 +1,6 @@
 #include "app/QvConfig7100Controller.h"
 
-#include "app/shared/CardState.h"
+#include "app/shared/CardPresence.h"
 #include "app/shared/Pages.h"
 #include "app/shared/SharedState.h"
 #include "driver/VX7100Access.h"
@@ -189,7 +189,7 @@ TEST_F(DeviceWatchTest, RefusedUserClientCountsAsNoCard)
     controller.OnTimer();
     EXPECT_EQ(calls, (Calls { "ClearAPList", "StopSiteSurveyTimer", "ForgetCard" }));
     EXPECT_EQ(G_bDeviceExist, 0);
-    EXPECT_EQ(cardState, CardState::Silent);
+    EXPECT_EQ(cardPresence, CardPresence::Silent);
     EXPECT_TRUE(registry.held().empty());
 }
 
@@ -197,15 +197,15 @@ TEST_F(DeviceWatchTest, TellsAMissingCardFromOneThatDoesNotAnswer)
 {
     removeCard();
     controller.OnTimer();
-    EXPECT_EQ(cardState, CardState::Absent);
+    EXPECT_EQ(cardPresence, CardPresence::Absent);
     registry.serviceCount = 1;
     controller.OnTimer();
-    EXPECT_EQ(cardState, CardState::Answering);
+    EXPECT_EQ(cardPresence, CardPresence::Answering);
     controller.OnTimer();
-    EXPECT_EQ(cardState, CardState::Answering);
+    EXPECT_EQ(cardPresence, CardPresence::Answering);
     registry.fail(OID_GEN_MEDIA_CONNECT_STATUS);
     controller.OnTimer();
-    EXPECT_EQ(cardState, CardState::Silent);
+    EXPECT_EQ(cardPresence, CardPresence::Silent);
 }
 
 TEST_F(DeviceWatchTest, TickDuringAnInitialisationDoesNothing)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/shared/CardState.h"
+#include "app/shared/CardPresence.h"
 #include "app/shared/SharedState.h"
 
 #include <QtGlobal>
@@ -32,7 +32,7 @@ private:
         G_encryCapa = 6;
         G_bCurSelItem = 0;
         G_pBssidList.reset();
-        cardState = CardState::Unknown;
+        cardPresence = CardPresence::Unknown;
         cardSwitchOn.reset();
     }
 };

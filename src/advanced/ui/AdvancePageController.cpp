@@ -213,7 +213,7 @@ void AdvancePageController::RadioStatus()
 void AdvancePageController::showRadioText()
 {
     const std::optional<bool> chosenOn = m_switchedHere ? std::optional(G_bRadio != 0) : std::nullopt;
-    m_ui->radioState->setText(radioText({ .card = cardState,
+    m_ui->radioState->setText(radioText({ .card = cardPresence,
         .cardExists = G_bDeviceExist != 0,
         .cardSwitchOn = cardSwitchOn,
         .chosenOn = chosenOn,

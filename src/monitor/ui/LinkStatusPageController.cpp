@@ -1,6 +1,6 @@
 #include "monitor/ui/LinkStatusPageController.h"
 
-#include "app/shared/CardState.h"
+#include "app/shared/CardPresence.h"
 #include "app/shared/Pages.h"
 #include "app/shared/SharedState.h"
 #include "app/shared/Trace.h"

@@ -1,6 +1,6 @@
 #include "survey/ui/SiteSurveyPageController.h"
 
-#include "app/shared/CardState.h"
+#include "app/shared/CardPresence.h"
 #include "app/shared/SharedState.h"
 #include "app/shared/Trace.h"
 #include "driver/BssidList.h"
@@ -67,7 +67,7 @@ SiteSurveyPageController::~SiteSurveyPageController() = default;
 
 QString SiteSurveyPageController::emptyText() const
 {
-    return emptyListText({ .card = cardState,
+    return emptyListText({ .card = cardPresence,
         .deviceExists = G_bDeviceExist != 0,
         .radioOn = G_bRadio != 0,
         .cardSwitchOn = cardSwitchOn,

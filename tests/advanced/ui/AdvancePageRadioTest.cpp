@@ -17,7 +17,7 @@ class AdvancePageRadioTest : public AdvancePageFixture {
 protected:
     AdvancePageRadioTest()
     {
-        cardState = CardState::Absent;
+        cardPresence = CardPresence::Absent;
         open();
     }
 

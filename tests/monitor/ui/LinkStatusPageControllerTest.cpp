@@ -1,4 +1,4 @@
-#include "app/shared/CardState.h"
+#include "app/shared/CardPresence.h"
 #include "tests/monitor/ui/LinkStatusPageFixture.h"
 
 #include <QCheckBox>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/shared/CardState.h"
+#include "app/shared/CardPresence.h"
 #include "platform/ui/TableView.h"
 #include "survey/connection/ProfileData.h"
 #include "survey/ui/ChannelView.h"
@@ -24,7 +24,7 @@ class SiteSurveyPageTest : public SurveyFixture {
 protected:
     SiteSurveyPageTest()
     {
-        cardState = CardState::Unknown;
+        cardPresence = CardPresence::Unknown;
         page.awakeFromNib();
         table = page.findChild<TableView*>(u"ApList"_qs);
         status = page.findChild<QLabel*>(u"ConnectStatus"_qs);

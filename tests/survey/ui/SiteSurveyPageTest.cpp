@@ -75,7 +75,7 @@ TEST_F(SiteSurveyPageTest, ExplainsWhyTheListIsEmpty)
     G_bDeviceExist = 0;
     page.ClearAPList();
     EXPECT_TRUE(table->emptyText().contains(u"Looking for a wireless card"_qs));
-    cardState = CardState::Absent; // the device watch found no card
+    cardPresence = CardPresence::Absent; // the device watch found no card
     page.StopSiteSurveyTimer();
     EXPECT_TRUE(table->emptyText().contains(u"No wireless card"_qs));
     G_bDeviceExist = 1;
@@ -90,10 +90,10 @@ TEST_F(SiteSurveyPageTest, ExplainsWhyTheListIsEmpty)
     EXPECT_EQ(table->accessibleDescription(), table->emptyText());
     // The device watch first clears the list and then stops the timer.
     G_bDeviceExist = 0;
-    cardState = CardState::Absent;
+    cardPresence = CardPresence::Absent;
     page.StopSiteSurveyTimer();
     EXPECT_TRUE(table->emptyText().contains(u"No wireless card"_qs));
-    cardState = CardState::Silent;
+    cardPresence = CardPresence::Silent;
     page.StopSiteSurveyTimer();
     EXPECT_TRUE(table->emptyText().contains(u"does not answer"_qs));
     EXPECT_EQ(table->accessibleDescription(), table->emptyText());
@@ -102,7 +102,7 @@ TEST_F(SiteSurveyPageTest, ExplainsWhyTheListIsEmpty)
 TEST_F(SiteSurveyPageTest, EmptyListNamesTheCardsSwitchWithoutARequest)
 {
     letLinkBeDown();
-    cardState = CardState::Answering;
+    cardPresence = CardPresence::Answering;
     page.StartSiteSurveyTimer();
     cardSwitchOn = false; // as the link status page has read it
     runLoop.advance(2000ms);
@@ -134,7 +134,7 @@ private:
 TEST_F(SiteSurveyPageTest, SearchIsOnTheScreenDuringTheFirstScanOfACard)
 {
     G_bDeviceExist = 0;
-    cardState = CardState::Absent;
+    cardPresence = CardPresence::Absent;
     page.StopSiteSurveyTimer();
     show();
     QCoreApplication::processEvents();
@@ -143,7 +143,7 @@ TEST_F(SiteSurveyPageTest, SearchIsOnTheScreenDuringTheFirstScanOfACard)
     VX7100Access scanning(registry, windowClock, alerts);
     const QImage withoutCard = PhotographingClock::screenOf(page);
     G_bDeviceExist = 1; // the device watch has found the card and initialises it
-    cardState = CardState::Answering;
+    cardPresence = CardPresence::Answering;
     scanning.RescanBssidList();
     ASSERT_FALSE(clockOfScan.screen.isNull());
     EXPECT_NE(clockOfScan.screen, withoutCard);

@@ -4,7 +4,7 @@
 #include <optional>
 
 // What the device watch knows about the card, for texts only: requests depend on G_bDeviceExist.
-enum class CardState : std::uint8_t {
+enum class CardPresence : std::uint8_t {
     Unknown, // not searched for yet
     Absent,
     Silent, // there is a service for it, but it cannot be opened or does not answer
@@ -12,7 +12,7 @@ enum class CardState : std::uint8_t {
 };
 
 // Set by the device watch. Main thread only.
-inline CardState cardState { CardState::Unknown };
+inline CardPresence cardPresence { CardPresence::Unknown };
 
 // Whether the card's own radio switch is on, as a page last read it; std::nullopt until a card has reported it. Main
 // thread only.
