@@ -1,9 +1,9 @@
 #include "profiles/ProfileEditorRules.h"
 
 #include "driver/BssidList.h"
+#include "driver/ListedName.h"
 #include "platform/ByteText.h"
 #include "platform/NetworkName.h"
-#include "survey/connection/ListedName.h"
 #include "survey/keys/KeyRules.h"
 
 #include <algorithm>

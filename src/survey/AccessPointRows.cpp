@@ -1,6 +1,7 @@
 #include "survey/AccessPointRows.h"
 
 #include "driver/BssidList.h"
+#include "driver/ListedName.h"
 #include "driver/MacAddressText.h"
 #include "driver/VX7100Access.h"
 #include "driver/records/ChannelTable.h"
@@ -8,7 +9,6 @@
 #include "survey/DisplayNames.h"
 #include "survey/NetworkSecurity.h"
 #include "survey/WpaElement.h"
-#include "survey/connection/ListedName.h"
 
 #include <optional>
 

@@ -1,9 +1,9 @@
 #include "survey/ProfileFromScan.h"
 
+#include "driver/ListedName.h"
 #include "driver/records/ChannelTable.h"
 #include "platform/AssertionHandler.h"
 #include "survey/NetworkSecurity.h"
-#include "survey/connection/ListedName.h"
 
 #include <string_view>
 

@@ -1,4 +1,4 @@
-#include "survey/connection/ListedName.h"
+#include "driver/ListedName.h"
 
 #include <cstddef>
 
