@@ -24,7 +24,9 @@ extern std::uint8_t G_bCheckedProfileConnect; // the link is up, configured from
 extern std::uint8_t G_configFromProfile; // the driver was last configured from a profile, not from the site survey
 extern std::int32_t G_enumWirelessMode; // wireless mode last chosen, a value of VX_OID_802_11_PHY_MODE
 extern std::int32_t G_encryCapa; // encryption offered by the security sheets: 4 TKIP, 6 TKIP and AES
-extern std::int8_t G_bCurSelItem; // row of the access point list marked as connected; -1 if none
+// The row of the access point list marked as connected: 0 at the start, -1 if a probe found none. It wraps: a network at
+// index 128 to 255 marks no row, one at index 256 marks row 0.
+extern std::int8_t G_bCurSelItem;
 
 // An NDIS_802_11_BSSID_LIST, zero-filled after its last entry, so that a walk ends at an entry of length zero.
 using BssidListBuffer = std::array<std::byte, 65536>;

@@ -14,8 +14,8 @@
 inline constexpr unsigned privateFileMode = 0600;
 
 // One save of a file. The content goes into a temporary file in the same directory, which then replaces the file. A
-// symbolic link keeps pointing to the file. Until it is committed or destroyed, other programs wait with their saves of
-// the same file, so it may be read and changed safely in between.
+// symbolic link keeps pointing to the file. Until this object has committed or is destroyed, other programs wait, so the
+// caller may read and change the file in between.
 //
 // Not a QSaveFile: that creates its file with mode 0666, ignores a failed sync to disk, and a process killed just
 // before the rename leaves the keys under a random name, which later saves cannot recognise as theirs. Here the

@@ -9,7 +9,7 @@ class VX7100Access;
 class ProfileData;
 struct PROFILE_DATA;
 
-// The part of the list of networks that the connection watch uses.
+// The part of the list of networks that ProbeConnectStatus uses.
 class SurveyList {
 public:
     virtual ~SurveyList() = default;

@@ -9,7 +9,7 @@
 // Hints beside a key field while the user types: what is missing, or what the key is. They only inform; keyRefusal()
 // decides. They never show any part of the key.
 
-// Empty for an empty key that is not selected, and without a selected format.
+// Empty if no format is selected, and for an empty key that is not the transmit key.
 [[nodiscard]] QString wepKeyHint(const WepKeyControls& key, bool selected);
 
 // What becomes of a pre-shared key. Only a profile can hold 64 hexadecimal digits: in a direct connection the first 32
