@@ -148,16 +148,23 @@ TEST_F(ConnectionWatchTest, TreatsAFailedQueryAsConnected)
 
 TEST_F(ConnectionWatchTest, MarksTheRowModulo256AsASignedByte)
 {
-    std::vector<EntryBuilder> entries;
-    for (int row = 0; row < 200; ++row) {
-        entries.emplace_back("n", static_cast<std::uint8_t>(row));
-        entries.back().fixedPart.MacAddress[4] = 0x50;
-    }
-    entries.emplace_back("b", 2);
-    haveList(entries);
-    letLinkBeUp(second);
-    probe();
-    EXPECT_EQ(G_bCurSelItem, static_cast<std::int8_t>(200));
+    const auto markFor = [this](int index) {
+        std::vector<EntryBuilder> entries;
+        for (int row = 0; row < index; ++row) {
+            entries.emplace_back("n", static_cast<std::uint8_t>(row));
+            entries.back().fixedPart.MacAddress[4] = 0x50;
+        }
+        entries.emplace_back("b", 2);
+        haveList(entries);
+        letLinkBeUp(second);
+        probe();
+        return static_cast<int>(G_bCurSelItem);
+    };
+    EXPECT_EQ(markFor(127), 127);
+    EXPECT_EQ(markFor(128), -128);
+    EXPECT_EQ(markFor(200), 200 - 256);
+    EXPECT_EQ(markFor(255), -1);
+    EXPECT_EQ(markFor(256), 0);
 }
 
 } // namespace
