@@ -17,8 +17,8 @@ template <typename Text> void overwriteUnlessShared(Text& text, int owners = 1)
 }
 
 // A stored text, which may be a key: the last of its copies overwrites the characters before it releases them. A copy
-// made as a plain QString does not, so it should not outlive this one.
-class ClearingText : public QString {
+// made as a plain QString does not, so it should not outlive this one. One assignment copies and moves.
+class ClearingText : public QString { // NOLINT(cppcoreguidelines-special-member-functions)
 public:
     ClearingText() = default;
     // Implicit, because every text of a settings file is stored in this way.
