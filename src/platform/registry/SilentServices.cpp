@@ -64,7 +64,7 @@ public:
         std::array<std::byte, sizeof(DriverReplyHeader) + 1> packet {};
         const ssize_t length = ::recv(m_socket.get(), packet.data(), packet.size(), MSG_DONTWAIT | MSG_TRUNC);
         if (length < 0 && (errno == EAGAIN || errno == EINTR))
-            return Outcome::Pending;
+            return now - m_sent < maxPendingTime ? Outcome::Pending : Outcome::TooSlow;
         const auto received = std::span(packet).first(length < 0 ? 0 : std::min<std::size_t>(length, packet.size()));
         if (parseDriverReply(received, 0).status == ReplyStatus::Malformed)
             return Outcome::Failed;

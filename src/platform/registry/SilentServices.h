@@ -35,6 +35,8 @@ public:
     static constexpr std::chrono::milliseconds maxProbeTime { 500 };
     // A request that runs out of time blocks for 2 s; with this pause the caller is free for more than 80 % of the time.
     static constexpr std::chrono::seconds pause { 10 };
+    // A service that recovers without answering what it was asked meanwhile is asked again on a new connection.
+    static constexpr std::chrono::seconds maxPendingTime { 10 };
 
     explicit SilentServices(Clock clock = std::chrono::steady_clock::now);
     ~SilentServices();

@@ -66,6 +66,19 @@ TEST_F(SilentServicesTest, AServiceIsSilentAfterATimeoutUntilItAnswersAnOpen)
     waitUntilAnswering();
 }
 
+TEST_F(SilentServicesTest, AProbeThatIsNeverAnsweredIsFollowedByAnother)
+{
+    silent.requestTimedOut(location);
+    waitForProbes(1);
+    hangs = false; // the service answers again, but not what it was asked before
+    advance(SilentServices::maxPendingTime - 1ms);
+    EXPECT_TRUE(silent.isSilent(location));
+    EXPECT_EQ(service.acceptedConnections(), 1);
+    advance(1ms);
+    EXPECT_TRUE(silent.isSilent(location));
+    waitUntilAnswering();
+}
+
 // The poll of the ready flag does not return to the event loop.
 TEST_F(SilentServicesTest, ARecoveryIsSeenWithoutTheEventLoop)
 {
