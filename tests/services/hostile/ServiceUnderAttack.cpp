@@ -12,7 +12,8 @@
 #include <malloc.h>
 #include <unistd.h>
 #ifdef __SANITIZE_ADDRESS__
-#include <sanitizer/allocator_interface.h>
+// From sanitizer/allocator_interface.h, which not every compiler installs. NOLINTNEXTLINE(bugprone-reserved-identifier)
+extern "C" std::size_t __sanitizer_get_current_allocated_bytes();
 #endif
 
 namespace {

@@ -8,11 +8,11 @@
 
 #include <algorithm>
 
-UtilityRun::UtilityRun(SimulatedMachine& machine)
+UtilityRun::UtilityRun(SimulatedMachine& machine, std::chrono::milliseconds requestTimeout)
     : m_machine(machine)
     , m_settings(machine.home + u"/config/window.plist"_qs)
     , prefs(machine.home + u"/config/settings.plist"_qs)
-    , registry({ machine.simulator.root() })
+    , registry({ machine.simulator.root() }, requestTimeout)
     , store(prefs, preferencesFile(u"Profile.plist"_qs, machine.home))
     , application({ registry, clock, runLoop, alerts, sheets, assertions, prefs, m_settings, machine.home,
           machine.folder.filePath(u"no-bundles"_qs) })

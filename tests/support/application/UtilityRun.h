@@ -20,7 +20,7 @@ class UtilityRun {
 public:
     static constexpr int ticksToSettle = 6;
 
-    explicit UtilityRun(SimulatedMachine& machine);
+    explicit UtilityRun(SimulatedMachine& machine, std::chrono::milliseconds requestTimeout = std::chrono::seconds(2));
 
     // Lets 2 s pass, count times.
     void tick(int count = 1);
