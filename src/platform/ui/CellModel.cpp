@@ -165,7 +165,8 @@ QVariant CellModel::sortValue(const Cell& cell, TableColumn::Kind kind)
 
 QVariant CellModel::data(const QModelIndex& index, int role) const
 {
-    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
+    // Qt's accessibility keeps cells, and asks for the data of those that are gone with an invalid index.
+    if (!index.isValid() || !checkIndex(index))
         return {};
     const TableColumn& column = m_columns[static_cast<std::size_t>(index.column())];
     const Cell& cell = m_rows[static_cast<std::size_t>(index.row())][static_cast<std::size_t>(index.column())];
@@ -191,7 +192,7 @@ QVariant CellModel::data(const QModelIndex& index, int role) const
 
 bool CellModel::setData(const QModelIndex& index, const QVariant& value, int role)
 {
-    if (role != Qt::EditRole || m_source == nullptr || !checkIndex(index, CheckIndexOption::IndexIsValid))
+    if (role != Qt::EditRole || m_source == nullptr || !index.isValid() || !checkIndex(index))
         return false;
     if (index.row() >= availableRows()) // removed while it was edited; the editor still commits
         return false;

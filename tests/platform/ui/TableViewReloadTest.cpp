@@ -27,6 +27,25 @@ TEST_F(TableViewTest, ReloadPaintsOnlyChanges)
     EXPECT_EQ(viewport.count, 1);
 }
 
+QStringList warnings;
+
+// As assistive technology asks for a cell that it has kept.
+TEST_F(TableViewTest, CellThatIsGoneHasNoValueAndCausesNoWarning)
+{
+    source.rows.assign(2, { u"a"_qs, u"1"_qs });
+    table.reloadData();
+    const QPersistentModelIndex kept = table.model()->index(1, 1);
+    ASSERT_EQ(kept.data().toString(), u"a"_qs);
+    source.rows.resize(1);
+    table.reloadData();
+    const QtMessageHandler before = qInstallMessageHandler(
+        [](QtMsgType, const QMessageLogContext&, const QString& message) { warnings.push_back(message); });
+    EXPECT_FALSE(table.model()->data(kept, Qt::AccessibleTextRole).isValid());
+    EXPECT_FALSE(table.model()->setData(kept, u"b"_qs));
+    qInstallMessageHandler(before);
+    EXPECT_EQ(warnings, QStringList());
+}
+
 // A signal for a cell that has not changed would overwrite the text of its editor.
 TEST_F(TableViewTest, SignalsExactlyTheChangedCells)
 {
