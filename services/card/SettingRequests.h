@@ -7,8 +7,8 @@
 #include <optional>
 #include <span>
 
-// The sets that only store a value, keys included, and the queries that read it back. Both return std::nullopt for an
-// OID that is not a stored setting. oid does not contain the set flag.
+// The sets that only store a value, keys included, and the queries that read it back, keys excluded. Both return
+// std::nullopt for any other OID. oid does not contain the set flag.
 
 // Returns false and changes nothing for an input that is not exactly the size of the record, and for an invalid value.
 [[nodiscard]] std::optional<bool> storeSetting(

@@ -11,8 +11,8 @@
 // Who may enter the directories that are created, and who may connect.
 struct ServiceAccess {
     mode_t directoryMode { 0700 };
-    std::optional<mode_t> socketMode {}; // as the process's umask says
-    std::optional<gid_t> socketGroup {}; // the group of the process
+    std::optional<mode_t> socketMode {}; // std::nullopt: as the process's umask says
+    std::optional<gid_t> socketGroup {}; // std::nullopt: the group of the process
 };
 
 // A non-blocking listening AF_UNIX socket with a name in a directory. Destroying it removes the name, unless another

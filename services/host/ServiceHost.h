@@ -33,7 +33,7 @@ struct ServiceRequest {
 };
 
 // Answers one request, at once or later, in the host's thread. A client whose reply is destroyed unsent keeps waiting,
-// as it would for a driver that hangs. Does nothing once the client or the host no longer exists.
+// as it would for a driver that hangs. Sending does nothing once the client or the host no longer exists.
 class ServiceReply {
 public:
     static constexpr std::uint32_t success = 0;

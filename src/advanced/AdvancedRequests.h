@@ -9,7 +9,7 @@ class VX7100Access;
 
 // The requests of the advanced settings page. A failed request does not stop the following ones.
 
-// Sets G_enumWirelessMode if the driver's mode differs. The trace also contains the newly selected mode.
+// Sends G_enumWirelessMode to the driver if the driver's mode differs. The trace also contains the newly selected mode.
 void sendWirelessMode(VX7100Access& adapter, const AdvancedSettings& settings);
 // Updates the driver's station configuration with the settings and sends it if it changed. Other fields keep the
 // driver's values. Returns whether the card's own radio switch is on, std::nullopt if the driver did not answer.

@@ -28,6 +28,7 @@ inline constexpr std::int32_t ofdmOnlyMode = 2;
 
 // The desired rates for a mode and an index in its list: one fixed rate, or all rates that "Auto" may use. An unknown
 // mode or index is a failed assertion. If the handler continues, they are treated as mixed mode and "Auto"; otherwise
-// the result is std::nullopt.
+// the result is std::nullopt. Mode 1 uses the mixed list, whose first four rates are the same; its caller limits the
+// index.
 [[nodiscard]] std::optional<NDIS_802_11_RATES> desiredRates(
     std::int32_t wirelessMode, std::int32_t rateIndex, AssertionHandler& assertions);

@@ -32,7 +32,8 @@ Application::~Application() = default;
 
 void Application::awakeFromNib()
 {
-    // The device watch is scheduled first, so that its tick initialises a new card before any page queries it.
+    // The device watch is scheduled first, so that its tick initialises a new card before any page's
+    // timer queries it.
     m_controller.awakeFromNib();
     m_siteSurvey.awakeFromNib();
     m_profiles.awakeFromNib();

@@ -4,9 +4,10 @@
 
 // When a repeating timer fires next.
 
-// Firing times are multiples of the interval after the start. Those that passed while the run loop was busy are
-// skipped. So is one that follows a late firing within a quarter of the interval: the late firing replaces it, because
-// two readings so close together would show no difference.
+// Firing times are multiples of the interval after the start. Of the times that pass while other callbacks run, the
+// first is served late and the rest are skipped; times that pass during its own callback are all skipped. So
+// is one that follows a late firing within a quarter of the interval: the late firing replaces it, because two readings
+// so close together would show no difference.
 //
 // due: the firing time that was just served; fired: when it was served; now: when its callback returned.
 [[nodiscard]] constexpr std::chrono::nanoseconds nextFiringTime(std::chrono::nanoseconds due,

@@ -14,7 +14,8 @@ struct CommandOutcome {
     bool isMisuse { false }; // the words do not form a command
 };
 
-// What pellvane-simctl does with a word that names a file, so that it means what it means to the caller.
+// What pellvane-simctl does with a word that names a file: the path is the caller's, but the simulator may run in
+// another directory.
 enum class FileArgument {
     None,
     Contents, // replaces it by "--toml" and the contents of the file; "-" is standard input
@@ -26,7 +27,7 @@ struct ControlCommand {
     std::string_view name;
     std::string_view arguments; // as the help shows them
     std::string_view summary;
-    qsizetype minArguments; // positional ones, without those that FileArgument::Contents replaces
+    qsizetype minArguments; // positional ones; a FILE that becomes --toml does not count
     qsizetype maxArguments;
     std::span<const std::string_view> options; // those that the command knows
     CommandOutcome (*run)(SimulatorService&, const CommandWords&);

@@ -10,11 +10,12 @@
 
 extern std::uint8_t __DEBUG__; // NOLINT(bugprone-reserved-identifier): debug traces to standard error; 0 as shipped
 
-extern std::uint8_t G_bDeviceExist; // the driver's service was found at the last device check
+extern std::uint8_t G_bDeviceExist; // the driver's service could be found and opened when the watch last searched
 extern std::uint8_t G_bDialogRunning; // the supported bands are being queried; the device watch pauses
 extern std::uint8_t G_bSelCard; // the adapter is selected for use; always 1
 extern std::uint8_t G_bDeviceRemove; // the adapter is considered removed; never read
-extern std::uint8_t G_bRescan; // a fresh BSSID list was fetched and not yet used
+// The list is to be shown again at the next probe: it is fresh, or lacks the link's access point.
+extern std::uint8_t G_bRescan;
 extern std::uint8_t G_bBssidListScan; // reserved
 extern std::uint8_t G_bSupportAMode; // the card supports 802.11a (5 GHz)
 extern std::uint8_t G_bRadio; // the radio is switched on

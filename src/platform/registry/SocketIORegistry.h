@@ -18,8 +18,9 @@ enum class DirectoryTrust;
 // The directories to search, in order: services of the machine, then services started by the user.
 [[nodiscard]] std::vector<std::string> defaultRegistryRoots();
 
-// The I/O registry on top of listening sockets ROOT/CLASS/INSTANCE (docs/driver-protocol.md). A class directory that
-// other users could write to is skipped, with one line on standard error each time it becomes so.
+// The I/O registry on top of listening sockets ROOT/CLASS/INSTANCE (docs/driver-protocol.md). An unsafe class
+// directory (unreadable, owned by another user, or writable by others) is skipped. It is reported once on standard
+// error, and again only after it was safe or missing in between.
 class SocketIORegistry final : public IORegistry {
 public:
     // requestTimeout applies to a request as a whole: opening a user client and the calls on it. A service that lets a

@@ -7,8 +7,8 @@
 
 #include <utility>
 
-// Overwrites the content if the owners that the caller knows are its only ones. A literal has no header and may lie in
-// read-only memory.
+// Overwrites the content unless it has more owners than the caller knows of. Skips literals: they have no header and
+// may lie in read-only memory.
 template <typename Text> void overwriteUnlessShared(Text& text, int owners = 1)
 {
     const auto* header = text.data_ptr().d_ptr();

@@ -7,11 +7,12 @@
 #include <map>
 #include <optional>
 
-// User defaults in a property list, saved as AtomicFile does. A damaged file counts as empty. In a file edited by hand,
-// entries that are not lists of dictionaries are skipped; dictionariesOf reads the others. A file that cannot be read
-// completely is backed up before it is replaced (backUpUnreadableFile). A save reads the file again first, so programs
-// that run at the same time keep each other's keys. A query reads the file again as well, so it returns what another
-// program has saved; while the file is missing or damaged, it returns what was read before.
+// User defaults in a property list, saved as AtomicFile does. At start a damaged file counts as empty. In a file
+// edited by hand, entries that are not lists of dictionaries are skipped; dictionariesOf reads the others. A file that
+// cannot be read completely is backed up before it is replaced (backUpUnreadableFile). A save reads the file again
+// first, so programs that run at the same time keep each other's keys. A query reads the file again as well, so it
+// returns what another program has saved; while the file is missing or not completely readable, it returns what was
+// read before.
 class SettingsUserDefaults final : public UserDefaults {
 public:
     // The application's own file, in the user's configuration directory.

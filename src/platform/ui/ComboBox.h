@@ -6,7 +6,7 @@
 
 // A combo box without automatic selection: nothing is selected initially, and inserting items does not change the
 // selected index, even though another item then has that index. The text of an editable box is independent of its
-// items. The same applies to items that are declared in a form.
+// items. Items declared in a form behave like inserted ones.
 class ComboBox : public QComboBox {
     Q_OBJECT
 

@@ -10,8 +10,8 @@
 #include <vector>
 
 // The run loop of the application's thread. Timers fire wherever its events are handled, including under a modal
-// sheet. A timer whose callback is still running when it falls due skips that turn, and a run loop that was blocked
-// skips the firing times it missed (platform/TimerSchedule.h).
+// sheet. A timer whose callback is still running when it falls due skips that turn. Of the firing times that a timer
+// missed while other callbacks ran, the first is served late and the rest are skipped (platform/TimerSchedule.h).
 class QtRunLoop final : public RunLoop {
 public:
     QtRunLoop();
