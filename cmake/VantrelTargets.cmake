@@ -15,6 +15,14 @@ target_compile_definitions(vantrel_build_rules INTERFACE
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH
     QT_DISABLE_DEPRECATED_BEFORE=0x060400)
 
+# scripts/check-hardening checks the programs for the effects. Debian's flags for packages say the same, apart from
+# -fcf-protection.
+if(NOT VANTREL_SANITIZE AND NOT VANTREL_FUZZ)
+    add_compile_options(-fPIE -fstack-protector-strong -fstack-clash-protection -fcf-protection
+        $<$<CONFIG:Release>:-U_FORTIFY_SOURCE> $<$<CONFIG:Release>:-D_FORTIFY_SOURCE=2>)
+    add_link_options(-pie LINKER:-z,relro,-z,now)
+endif()
+
 if(VANTREL_SANITIZE)
     # -g1 keeps the line numbers of the reports and halves the debug information.
     add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer -g1)
