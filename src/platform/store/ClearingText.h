@@ -7,12 +7,11 @@
 
 #include <utility>
 
-// Overwrites the content unless it has more owners than the caller knows of. Skips literals: they have no header and
-// may lie in read-only memory.
-template <typename Text> void overwriteUnlessShared(Text& text, int owners = 1)
+// Overwrites the content unless it has other owners. Skips literals: they have no header and may lie in read-only memory.
+template <typename Text> void overwriteUnlessShared(Text& text)
 {
     const auto* header = text.data_ptr().d_ptr();
-    if (header && header->ref_.loadRelaxed() == owners) // not through data(), which would detach
+    if (header && header->ref_.loadRelaxed() == 1) // not through data(), which would detach
         secureClear(text.data_ptr().data(), static_cast<std::size_t>(text.size()) * sizeof(*text.data_ptr().data()));
 }
 

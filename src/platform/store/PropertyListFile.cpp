@@ -40,8 +40,8 @@ SaveResult commitPropertyList(AtomicFile& file, const PropertyValue& root)
     return saved;
 }
 
-SaveResult replacePropertyListFile(
-    const QString& path, const PropertyValue& root, bool (*isFullyRead)(const PropertyValue&))
+SaveResult changePropertyListFile(const QString& path, bool (*isFullyRead)(const PropertyValue&),
+    const std::function<PropertyValue(const std::optional<PropertyValue>&)>& change)
 {
     AtomicFile file(path);
     if (SaveResult opened = file.open(); !opened)
@@ -51,7 +51,13 @@ SaveResult replacePropertyListFile(
         if (SaveResult backedUp = backUpUnreadableFile(path); !backedUp)
             return backedUp;
     }
-    return commitPropertyList(file, root);
+    return commitPropertyList(file, change(before));
+}
+
+SaveResult replacePropertyListFile(
+    const QString& path, const PropertyValue& root, bool (*isFullyRead)(const PropertyValue&))
+{
+    return changePropertyListFile(path, isFullyRead, [&root](const auto&) { return root; });
 }
 
 PropertyDictionaries readDictionariesFile(const QString& path)

@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QString>
 
+#include <functional>
 #include <optional>
 
 class AtomicFile;
@@ -25,8 +26,11 @@ class AtomicFile;
 // Commits an open file with this content, which is overwritten in memory afterwards.
 [[nodiscard]] SaveResult commitPropertyList(AtomicFile& file, const PropertyValue& root);
 
-// Replaces the file, as AtomicFile does. A file that is not a property list, or whose root isFullyRead rejects, is
+// Replaces the file, as AtomicFile does, with what change() makes of its present content, which is std::nullopt as for
+// readPropertyListFile. Other programs wait meanwhile. A file that is not a property list, or whose root isFullyRead rejects, is
 // backed up first (backUpUnreadableFile): someone may have edited it by hand. On failure the file is unchanged.
+[[nodiscard]] SaveResult changePropertyListFile(const QString& path, bool (*isFullyRead)(const PropertyValue&),
+    const std::function<PropertyValue(const std::optional<PropertyValue>&)>& change);
 [[nodiscard]] SaveResult replacePropertyListFile(
     const QString& path, const PropertyValue& root, bool (*isFullyRead)(const PropertyValue&));
 

@@ -1,6 +1,7 @@
 #include "platform/store/UnreadableFile.h"
 
 #include "platform/store/AtomicFile.h"
+#include "platform/store/ClearingText.h"
 #include "posix/SystemError.h"
 
 #include <QFile>
@@ -30,12 +31,14 @@ bool haveSameContent(const QString& left, const QString& right)
 SaveResult copyFile(const QString& from, const QString& to)
 {
     QFile file(from);
-    if (!file.open(QIODevice::ReadOnly))
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
         return { lastSystemError(), from };
-    const QByteArray content = file.readAll();
+    QByteArray content = file.readAll();
     if (file.error() != QFileDevice::NoError)
         return { std::make_error_code(std::errc::io_error), from };
-    return writeFileAtomically(to, content);
+    SaveResult saved = writeFileAtomically(to, content);
+    overwriteUnlessShared(content);
+    return saved;
 }
 
 // A hard link, which needs no space on a full disk; where that is not possible, a copy. std::nullopt when the name is

@@ -4,10 +4,10 @@
 
 namespace {
 
-PropertyDictionary firstDictionary(const QString& path)
+std::optional<PropertyDictionary> firstDictionary(const std::optional<PropertyValue>& root)
 {
-    const PropertyDictionaries dictionaries = readDictionariesFile(path);
-    return dictionaries.empty() ? PropertyDictionary() : dictionaries.front();
+    const auto dictionaries = root ? dictionariesOf(*root) : std::nullopt;
+    return dictionaries && !dictionaries->empty() ? std::optional(dictionaries->front()) : std::nullopt;
 }
 
 } // namespace
@@ -19,7 +19,7 @@ WindowSettings::WindowSettings()
 
 WindowSettings::WindowSettings(const QString& path)
     : m_path(path)
-    , m_texts(firstDictionary(path))
+    , m_texts(firstDictionary(readPropertyListFile(path)).value_or(PropertyDictionary()))
 {
 }
 
@@ -35,10 +35,14 @@ SaveResult WindowSettings::save()
 {
     if (m_changes.isEmpty())
         return {};
-    PropertyDictionary texts = firstDictionary(m_path);
-    for (const auto& [key, text] : m_changes)
-        texts.set(key, text);
-    SaveResult saved = writeDictionariesFile(m_path, { texts });
+    const auto applyChanges = [this](const std::optional<PropertyValue>& root) {
+        // While the file is missing or damaged, this object may hold the only copy of what it read earlier.
+        PropertyDictionary texts = firstDictionary(root).value_or(m_texts);
+        for (const auto& [key, text] : m_changes)
+            texts.set(key, text);
+        return propertyValueOf({ texts });
+    };
+    SaveResult saved = changePropertyListFile(m_path, areDictionariesOfTexts, applyChanges);
     if (saved)
         m_changes = {};
     return saved;

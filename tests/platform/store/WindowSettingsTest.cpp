@@ -44,6 +44,22 @@ TEST_F(WindowSettingsTest, TwoWindowsKeepEachOthersKeys)
     EXPECT_EQ(saved(u"two"_qs), u"2"_qs);
 }
 
+TEST_F(WindowSettingsTest, DamagedFileLosesNothingThatWasRead)
+{
+    WindowSettings settings(path);
+    settings.setText(u"MakerUrl"_qs, u"https://maker.example/"_qs);
+    ASSERT_TRUE(settings.save());
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    ASSERT_EQ(file.write("<plist>"), 7);
+    file.close();
+    settings.setText(u"sort"_qs, u"signal"_qs);
+    EXPECT_TRUE(settings.save());
+    EXPECT_EQ(saved(u"MakerUrl"_qs), u"https://maker.example/"_qs);
+    EXPECT_EQ(saved(u"sort"_qs), u"signal"_qs);
+    EXPECT_TRUE(QFile::exists(path + u".unreadable"_qs));
+}
+
 TEST_F(WindowSettingsTest, FailureKeepsTheChangesForTheNextSave)
 {
     const QString parent = directory.filePath(u"parent"_qs);
