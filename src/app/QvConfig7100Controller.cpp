@@ -61,6 +61,8 @@ void QvConfig7100Controller::OnTimer()
     traceEntry(className, "OnTimer");
     if (G_bDialogRunning != 0)
         return;
+    if (m_pages.advance) // as of the last ticks of all timers
+        m_pages.advance->ShowCard();
 
     std::uint32_t mediaState = 0;
     const bool answered = queryRecord(Adapter, OID_GEN_MEDIA_CONNECT_STATUS, mediaState);

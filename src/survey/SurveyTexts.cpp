@@ -9,6 +9,20 @@ QString tr(const char* text)
     return QCoreApplication::translate("SurveyTexts", text);
 }
 
+// The card does not report whether software has switched its radio off.
+QString nothingInRangeText(const SurveyState& state)
+{
+    if (state.cardSwitchOn == true)
+        return state.radioSwitched
+            ? tr("No networks in range. Press Rescan to search again.")
+            : tr("No networks in range, or an earlier window has left the radio off (see Advanced Settings). Press "
+                 "Rescan to search again.");
+    return state.radioSwitched
+        ? tr("No networks in range, or the card's own radio switch is off. Press Rescan to search again.")
+        : tr("No networks in range, or the radio is off: at the card's own switch, or left off by an earlier window "
+             "(see Advanced Settings). Press Rescan to search again.");
+}
+
 } // namespace
 
 QString emptyListText(const SurveyState& state)
@@ -26,10 +40,5 @@ QString emptyListText(const SurveyState& state)
         return tr("Searching for networks…");
     if (state.cardSwitchOn == false)
         return tr("The wireless card's own radio switch is off. Switch it on, then press Rescan.");
-    // The card does not report whether software has switched its radio off.
-    return state.cardSwitchOn == true
-        ? tr("No networks in range, or an earlier window has left the radio off (see Advanced Settings). Press Rescan "
-             "to search again.")
-        : tr("No networks in range, or the radio is off: at the card's own switch, or left off by an earlier window "
-             "(see Advanced Settings). Press Rescan to search again.");
+    return nothingInRangeText(state);
 }

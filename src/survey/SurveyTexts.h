@@ -11,6 +11,7 @@ struct SurveyState {
     bool deviceExists { false };
     bool radioOn { false };
     std::optional<bool> cardSwitchOn {}; // the card's own radio switch, if known
+    bool radioSwitched { false }; // in this window
     bool surveyed { false }; // the first scan since the card was inserted has ended
 };
 

@@ -42,7 +42,10 @@ public:
     void RadioStatus() override { m_calls.emplace_back("RadioStatus"); }
     void OnApply() override { m_calls.emplace_back("OnApply"); }
     void ForgetCard() override { m_calls.emplace_back("ForgetCard"); }
+    void ShowCard() override { ++timesCardShown; }
     void GetAllInformation() override { m_calls.emplace_back("GetAllInformation"); }
+
+    int timesCardShown { 0 };
 
 private:
     Calls& m_calls;
@@ -191,6 +194,15 @@ TEST_F(DeviceWatchTest, RefusedUserClientCountsAsNoCard)
     EXPECT_EQ(G_bDeviceExist, 0);
     EXPECT_EQ(cardPresence, CardPresence::Silent);
     EXPECT_TRUE(registry.held().empty());
+}
+
+TEST_F(DeviceWatchTest, EachTickShowsWhatIsKnownAboutTheCard)
+{
+    controller.OnTimer();
+    controller.OnTimer();
+    removeCard();
+    controller.OnTimer();
+    EXPECT_EQ(pages.timesCardShown, 3);
 }
 
 TEST_F(DeviceWatchTest, TellsAMissingCardFromOneThatDoesNotAnswer)

@@ -34,5 +34,6 @@ private:
         G_pBssidList.reset();
         cardPresence = CardPresence::Unknown;
         cardSwitchOn.reset();
+        radioSwitched = false;
     }
 };

@@ -29,6 +29,11 @@ TEST(SurveyTexts, NamesTheCardsSwitchWhereItIsKnownToBeOff)
     EXPECT_FALSE(emptyListText(on).contains(u"Switch it on"_qs));
     EXPECT_FALSE(emptyListText(on).contains(u"own switch"_qs));
     EXPECT_TRUE(emptyListText(on).contains(u"earlier window has left the radio off"_qs));
+    on.radioSwitched = true;
+    EXPECT_EQ(emptyListText(on), u"No networks in range. Press Rescan to search again."_qs);
+    on.cardSwitchOn.reset();
+    EXPECT_TRUE(emptyListText(on).contains(u"own radio switch is off"_qs));
+    EXPECT_FALSE(emptyListText(on).contains(u"earlier window"_qs));
     for (bool SurveyState::*const outranking :
         { &SurveyState::deviceExists, &SurveyState::radioOn, &SurveyState::surveyed }) {
         SurveyState other = state;

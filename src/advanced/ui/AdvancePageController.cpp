@@ -44,7 +44,7 @@ AdvancePageController::AdvancePageController(VX7100Access& adapter, AlertPanels&
     m_ui->setupUi(this);
     m_ui->column->setMaximumWidth(fontMetrics().averageCharWidth() * maxCharactersAcross);
     m_ui->RadioSwitchPic->setImage(imageNamed(u"RADIOON"));
-    showRadioText();
+    ShowCard();
     connectControls();
 }
 
@@ -166,7 +166,7 @@ void AdvancePageController::OnApply()
     applySelections(m_ui->TXrate->indexOfSelectedItem(), m_ui->WirelessMode->indexOfSelectedItem(), m_settings);
     sendWirelessMode(Adapter, m_settings);
     cardSwitchOn = sendStationConfiguration(Adapter, m_settings);
-    showRadioText();
+    ShowCard();
     if (!sendDesiredRates(Adapter, m_settings, m_assertions))
         return;
     store();
@@ -205,14 +205,14 @@ void AdvancePageController::RadioStatus()
     m_ui->Radio->setText(isOn ? QStringLiteral("Radio Off") : QStringLiteral("Radio On"));
     m_ui->RadioSwitchPic->setImage(isOn ? imageNamed(u"RADIOON") : imageNamed(u"RADIOOFF"));
     m_ui->RadioSwitchPic->setAccessibleName(isOn ? tr("Radio setting: on") : tr("Radio setting: off"));
-    showRadioText();
+    ShowCard();
     if (G_configFromProfile != 0)
         G_bCheckedProfileConnect = isOn ? 1 : 0;
 }
 
-void AdvancePageController::showRadioText()
+void AdvancePageController::ShowCard()
 {
-    const std::optional<bool> chosenOn = m_switchedHere ? std::optional(G_bRadio != 0) : std::nullopt;
+    const std::optional<bool> chosenOn = radioSwitched ? std::optional(G_bRadio != 0) : std::nullopt;
     m_ui->radioState->setText(radioText({ .card = cardPresence,
         .cardExists = G_bDeviceExist != 0,
         .cardSwitchOn = cardSwitchOn,
@@ -224,21 +224,14 @@ void AdvancePageController::ForgetCard()
 {
     cardSwitchOn.reset();
     m_switchedForThisCard = false;
-    showRadioText();
-}
-
-// Other pages learn about the card meanwhile.
-void AdvancePageController::showEvent(QShowEvent* event)
-{
-    QWidget::showEvent(event);
-    showRadioText();
+    ShowCard();
 }
 
 void AdvancePageController::OnRadioSwitch()
 {
     traceEntry(className, "OnRadioSwitch");
     G_bRadio = G_bRadio == 0 ? 1 : 0;
-    m_switchedHere = true;
+    radioSwitched = true;
     m_switchedForThisCard = G_bDeviceExist != 0;
     RadioStatus();
     sendRadio(Adapter);

@@ -48,15 +48,12 @@ public:
     void DisabledButton();
     void RadioStatus() override;
     void ForgetCard() override;
+    void ShowCard() override;
     // Switches the radio and scans, which takes 2 s.
     void OnRadioSwitch();
 
-protected:
-    void showEvent(QShowEvent* event) override;
-
 private:
     void connectControls();
-    void showRadioText();
     void store();
     void readFirstRecord();
     void showSettings();
@@ -68,7 +65,6 @@ private:
     SaveReport& m_saves;
     std::unique_ptr<Ui::AdvancePage> m_ui;
     AdvancedSettings m_settings;
-    bool m_switchedHere { false };
     bool m_switchedForThisCard { false };
     bool bInitDlg { true };
     PropertyArray records;

@@ -14,6 +14,9 @@ enum class CardPresence : std::uint8_t {
 // Set by the device watch. Main thread only.
 inline CardPresence cardPresence { CardPresence::Unknown };
 
+// Whether the radio was switched on or off in this window. Main thread only.
+inline bool radioSwitched { false };
+
 // Whether the card's own radio switch is on, as a page last read it; std::nullopt until a card has reported it. Main
 // thread only.
 inline std::optional<bool> cardSwitchOn;

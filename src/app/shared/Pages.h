@@ -31,6 +31,8 @@ public:
     virtual void OnApply() = 0;
     // No card was found: forget what was known about the last one. Sends no requests.
     virtual void ForgetCard() = 0;
+    // What is known about the card may have changed: show it. Sends no requests.
+    virtual void ShowCard() = 0;
 };
 
 class AboutPage {

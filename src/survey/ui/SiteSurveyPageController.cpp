@@ -71,6 +71,7 @@ QString SiteSurveyPageController::emptyText() const
         .deviceExists = G_bDeviceExist != 0,
         .radioOn = G_bRadio != 0,
         .cardSwitchOn = cardSwitchOn,
+        .radioSwitched = radioSwitched,
         .surveyed = SiteSurveyTimer != nullptr });
 }
 

@@ -76,6 +76,23 @@ TEST_F(AdvancePageRadioTest, SaysWhatTheCardsOwnSwitchWasWhenApplyReadIt)
     EXPECT_TRUE(stateText().contains(u"did not report"_qs)) << "the last report may be outdated";
 }
 
+TEST_F(AdvancePageRadioTest, ShowsWhatOtherPagesLearnAboutTheCard)
+{
+    G_bDeviceExist = 1;
+    page->ShowCard();
+    EXPECT_TRUE(stateText().contains(u"did not report"_qs));
+    cardSwitchOn = false; // as the link status page has read it
+    page->ShowCard();
+    EXPECT_TRUE(stateText().contains(u"switch was off"_qs));
+    cardPresence = CardPresence::Silent;
+    page->ShowCard();
+    EXPECT_TRUE(stateText().startsWith(u"The wireless card does not answer."_qs));
+    cardPresence = CardPresence::Answering;
+    page->ShowCard();
+    EXPECT_FALSE(stateText().contains(u"does not answer"_qs));
+    EXPECT_EQ(requests(), Requests {});
+}
+
 TEST_F(AdvancePageRadioTest, DoesNotClaimAChoiceOfAnEarlierRun)
 {
     G_bDeviceExist = 1;
