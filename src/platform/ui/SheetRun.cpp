@@ -10,11 +10,13 @@ int runSheetOverPage(ModalSheets& sheets, QDialog& sheet, const QWidget& page, s
 {
     std::erase_if(actions, [](const QPushButton* action) { return !action->isEnabled(); });
     const QPointer<QWidget> focus = page.window()->focusWidget();
+    const std::vector<QPointer<QPushButton>> disabled(actions.begin(), actions.end());
     for (QPushButton* const action : actions)
         action->setEnabled(false);
     const int code = sheets.runModalForWindow(sheet, *page.window());
-    for (QPushButton* const action : actions)
-        action->setEnabled(true);
+    for (const QPointer<QPushButton>& action : disabled)
+        if (action) // the page may have been destroyed
+            action->setEnabled(true);
     if (focus)
         focus->setFocus(); // a disabled button has lost it
     return code;

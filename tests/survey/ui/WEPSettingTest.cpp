@@ -235,6 +235,17 @@ TEST_F(WEPSettingTest, KeepsThePreviousWepKeysIfNoneIsInUse)
     EXPECT_EQ(receiver.received[1].WepKeys[0].length, 5);
 }
 
+TEST_F(WEPSettingTest, VerifyKeyChecksTheKeysOfTheSheet)
+{
+    choose(encryType(), 1);
+    QTest::keyClicks(&keyText(1), u"0102030405"_qs);
+    EXPECT_TRUE(sheet.VerifyKey());
+    EXPECT_TRUE(alerts.alerts.empty());
+    QTest::keyClicks(&keyText(1), u"06"_qs);
+    EXPECT_FALSE(sheet.VerifyKey());
+    EXPECT_EQ(alerts.alerts.size(), 1u);
+}
+
 TEST_F(WEPSettingTest, RefusedKeyKeepsTheSheetOpenWithItsText)
 {
     choose(encryType(), 1);
