@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 namespace {
 
@@ -176,8 +177,12 @@ void ChannelViewPainter::drawHatching(const ChannelViewGeometry& geometry, const
     m_painter.save();
     m_painter.setClipPath(outline);
     m_painter.setPen(QPen(colour, thinLine(geometry)));
-    for (double x = bounds.left() - bounds.height(); x < bounds.right(); x += 1.5 * geometry.gap)
+    const double distance = 1.5 * geometry.gap;
+    const int lines = static_cast<int>(std::ceil((bounds.width() + bounds.height()) / distance));
+    for (int line = 0; line < lines; ++line) {
+        const double x = bounds.left() - bounds.height() + line * distance;
         m_painter.drawLine(QPointF(x, bounds.bottom()), QPointF(x + bounds.height(), bounds.top()));
+    }
     m_painter.restore();
 }
 

@@ -325,7 +325,7 @@ void SiteSurveyPageController::showJoinedRow()
 {
     if (!m_connection.linkUp)
         m_views.forgetJoined();
-    const int row = G_bCurSelItem;
+    const int row = G_bCurSelItem; // NOLINT(bugprone-signed-char-misuse): negative for no row
     if (row >= 0 && row < numberOfRowsInTableView())
         m_views.showJoined(row, tableData[static_cast<std::size_t>(row)].bssid());
 }
