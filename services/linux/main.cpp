@@ -1,6 +1,7 @@
 #include "services/host/TerminationSignals.h"
 #include "services/linux/ServiceOptions.h"
 #include "services/linux/service/CardWatch.h"
+#include "services/linux/service/LinuxSystem.h"
 #include "services/linux/service/SystemManagers.h"
 #include "services/linux/supplicant/ChildLimits.h"
 #include "services/linux/supplicant/SocketDirectory.h"
@@ -94,7 +95,8 @@ int main(int argumentCount, char** arguments)
     const TerminationSignals signals([] { QCoreApplication::quit(); });
     removeStaleSocketDirectories();
     SystemManagers managers(systemBus, "/run/wpa_supplicant");
-    CardWatch watch({ options.root.toStdString(), options.interfaceName.toStdString(), accessForClients(log) },
+    LinuxSystem system(log);
+    CardWatch watch({ options.root.toStdString(), options.interfaceName.toStdString(), accessForClients(log) }, system,
         managers, steadyMs, log);
     watch.start();
     log("started");

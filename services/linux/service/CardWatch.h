@@ -1,11 +1,8 @@
 #pragma once
 
 #include "services/host/ServiceHost.h"
-#include "services/linux/kernel/NetlinkEvents.h"
-#include "services/linux/kernel/NetlinkRequests.h"
-#include "services/linux/kernel/RadioSwitches.h"
-#include "services/linux/service/LinuxCard.h"
 #include "services/linux/service/OtherManagers.h"
+#include "services/linux/service/WirelessSystem.h"
 
 #include <QTimer>
 
@@ -23,7 +20,7 @@ struct WatchOptions {
 
 // Publishes one service for each wireless interface while it exists, under the interface's name. Leaves interfaces
 // alone that another program manages, until that program has released them.
-class CardWatch {
+class CardWatch final : private WirelessListener {
     Q_DISABLE_COPY_MOVE(CardWatch)
 
 public:
@@ -32,44 +29,43 @@ public:
     // How long an interface may have been away for its return to be an event for the client.
     static constexpr std::int64_t returnMs = 60'000;
 
-    CardWatch(WatchOptions options, OtherManagers& managers, LinuxCard::Clock clock, Log log);
-    ~CardWatch() = default;
+    CardWatch(WatchOptions options, WirelessSystem& system, OtherManagers& managers, LinuxCard::Clock clock, Log log);
+    ~CardWatch() override = default;
 
     void start();
+    // For what no event tells. Called every pollIntervalMs.
+    void poll();
 
 private:
     struct Published {
         std::string name;
-        std::uint32_t wiphy { 0 };
         std::unique_ptr<LinuxCard> card;
         std::unique_ptr<ServiceHost> host;
     };
 
-    void findFamily();
-    void listen();
+    void interfacesChanged() override { readInterfaces(); }
+    void linkChanged(const LinkMessage& link) override;
+    void linkRemoved(std::uint32_t index) override { withdraw(index); }
+    void scanEnded(std::uint32_t index, const std::vector<std::uint32_t>& frequenciesMhz) override;
+    void scanAborted(std::uint32_t index) override;
+    void radiosChanged() override;
+    void regulatoryDomainChanged() override;
+    void eventsMissed() override;
+
     void readInterfaces();
     void compare(const std::vector<InterfaceFacts>& present);
     void consider(const InterfaceFacts& interface);
     void publish(const InterfaceFacts& interface);
     void withdraw(std::uint32_t index);
-    void receiveWireless(const NetlinkReply& message);
-    void receiveLink(const NetlinkReply& message);
-    void scanMessage(std::uint8_t command, Attributes attributes);
-    void everythingMissed();
-    void poll();
+    [[nodiscard]] LinuxCard* cardOf(std::uint32_t index);
     void noticeResume();
-    [[nodiscard]] static std::int64_t suspendedMs();
     void log(const std::string& interfaceName, const std::string& text) const;
 
     WatchOptions m_options;
+    WirelessSystem& m_system;
     OtherManagers& m_managers;
     LinuxCard::Clock m_clock;
     Log m_log;
-    int m_family { -1 };
-    RadioSwitches m_switches;
-    NetlinkRequests m_requests;
-    NetlinkEvents m_wirelessEvents;
-    NetlinkEvents m_linkEvents;
     std::map<std::uint32_t, Published> m_published; // by interface index
     std::map<std::string, std::int64_t> m_withdrawnMs; // by name
     std::map<std::string, std::string> m_holders; // as last logged

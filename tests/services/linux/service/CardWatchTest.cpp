@@ -1,0 +1,206 @@
+#include "services/linux/service/CardWatch.h"
+
+#include "tests/services/linux/card/CardUnderTest.h"
+#include "tests/services/linux/service/Fakes.h"
+
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include <linux/nl80211.h>
+
+namespace {
+
+class FakeSystem final : public WirelessSystem {
+public:
+    void start(WirelessListener& one) override
+    {
+        listener = &one;
+        listener->interfacesChanged();
+    }
+    void repair() override { }
+    void readInterfaces(InterfacesRead done) override { done(interfaces); }
+    [[nodiscard]] bool exists(const InterfaceFacts& wanted) const override
+    {
+        return std::any_of(interfaces->begin(), interfaces->end(), [&wanted](const InterfaceFacts& interface) {
+            return interface.index == wanted.index && interface.name == wanted.name;
+        });
+    }
+    [[nodiscard]] std::int64_t suspendedMs() const override { return suspended; }
+    [[nodiscard]] CardHardware hardwareOf(const InterfaceFacts&) override { return { ownAddress, 1, 2 }; }
+    [[nodiscard]] LinuxCard::Parts partsFor(const InterfaceFacts&, const LinuxCard::Log&) override
+    {
+        auto ownedKernel = std::make_unique<FakeKernel>();
+        auto ownedSupplicant = std::make_unique<FakeSupplicant>();
+        kernel = ownedKernel.get();
+        supplicant = ownedSupplicant.get();
+        kernel->wiphy = dualBandWiphy();
+        return { std::move(ownedKernel), std::move(ownedSupplicant), std::make_unique<FakeRadio>(), nullptr, nullptr };
+    }
+
+    WirelessListener* listener { nullptr };
+    std::optional<std::vector<InterfaceFacts>> interfaces { std::vector<InterfaceFacts> {} };
+    std::int64_t suspended { 0 };
+    // Of the card that was made last.
+    FakeKernel* kernel { nullptr };
+    FakeSupplicant* supplicant { nullptr };
+};
+
+class FakeManagers final : public OtherManagers {
+public:
+    void find(const std::string&, Found found) override { found(holder); }
+
+    std::string holder;
+};
+
+class CardWatchTest : public testing::Test {
+protected:
+    CardWatchTest()
+    {
+        std::filesystem::permissions(folder.path().toStdString(), std::filesystem::perms::owner_all);
+        options.root = folder.path().toStdString();
+    }
+
+    static InterfaceFacts interface(std::uint32_t index, const std::string& name)
+    {
+        return { index, 0, NL80211_IFTYPE_STATION, name };
+    }
+    void start()
+    {
+        watch = std::make_unique<CardWatch>(
+            options, system, managers, [this] { return nowMs; },
+            [this](const std::string& text) { log += text + '\n'; });
+        watch->start();
+    }
+    void change(std::vector<InterfaceFacts> present)
+    {
+        system.interfaces = std::move(present);
+        system.listener->interfacesChanged();
+    }
+    [[nodiscard]] std::vector<std::string> published() const
+    {
+        std::vector<std::string> names;
+        std::error_code error;
+        for (const auto& entry : std::filesystem::directory_iterator(options.root + "/Pellvane", error))
+            names.push_back(entry.path().filename().string());
+        std::sort(names.begin(), names.end());
+        return names;
+    }
+    [[nodiscard]] std::size_t countInLog(const std::string& text) const
+    {
+        std::size_t count = 0;
+        for (std::size_t at = log.find(text); at != std::string::npos; at = log.find(text, at + 1))
+            ++count;
+        return count;
+    }
+
+    using Names = std::vector<std::string>;
+
+    QTemporaryDir folder { QStringLiteral("/tmp/watch-XXXXXX") };
+    WatchOptions options;
+    FakeSystem system;
+    FakeManagers managers;
+    std::int64_t nowMs { 100'000 };
+    std::string log;
+    std::unique_ptr<CardWatch> watch;
+};
+
+} // namespace
+
+TEST_F(CardWatchTest, PublishesWirelessInterfacesWhileTheyExist)
+{
+    InterfaceFacts monitor = interface(5, "mon0");
+    monitor.type = NL80211_IFTYPE_MONITOR;
+    system.interfaces = { interface(3, "wlan0"), monitor };
+    start();
+    EXPECT_EQ(published(), Names { "wlan0" });
+    change({ interface(3, "wlan0"), interface(4, "wlan1") });
+    EXPECT_EQ(published(), (Names { "wlan0", "wlan1" }));
+    system.listener->linkRemoved(3);
+    EXPECT_EQ(published(), Names { "wlan1" });
+    change({});
+    EXPECT_EQ(published(), Names {});
+}
+
+TEST_F(CardWatchTest, PublishesOnlyTheInterfaceAskedFor)
+{
+    options.interfaceName = "wlan1";
+    system.interfaces = { interface(3, "wlan0") };
+    start();
+    EXPECT_EQ(published(), Names {});
+    change({ interface(3, "wlan0"), interface(4, "wlan1") });
+    EXPECT_EQ(published(), Names { "wlan1" });
+}
+
+TEST_F(CardWatchTest, RenamedInterfaceIsPublishedUnderItsNewName)
+{
+    system.interfaces = { interface(3, "wlan0") };
+    start();
+    system.interfaces = { interface(3, "radio") };
+    system.listener->linkChanged({ 3, "radio", true, std::nullopt });
+    EXPECT_EQ(published(), Names { "radio" });
+}
+
+TEST_F(CardWatchTest, FailedReadingChangesNothing)
+{
+    system.interfaces = { interface(3, "wlan0") };
+    start();
+    system.interfaces.reset();
+    system.listener->interfacesChanged();
+    EXPECT_EQ(published(), Names { "wlan0" });
+}
+
+TEST_F(CardWatchTest, MissedEventsAreMadeUpForByReading)
+{
+    system.interfaces = { interface(3, "wlan0") };
+    start();
+    system.kernel->answerAll();
+    system.kernel->calls.clear();
+    system.interfaces->push_back(interface(4, "wlan1"));
+    FakeKernel& first = *system.kernel;
+    system.listener->eventsMissed();
+    EXPECT_EQ(published(), (Names { "wlan0", "wlan1" }));
+    EXPECT_EQ(first.count("wiphy"), 1U);
+    EXPECT_EQ(first.count("scan results"), 1U);
+}
+
+TEST_F(CardWatchTest, ManagedInterfaceIsPublishedAfterItsRelease)
+{
+    managers.holder = "somebody manages it";
+    system.interfaces = { interface(3, "wlan0") };
+    start();
+    watch->poll();
+    EXPECT_EQ(published(), Names {});
+    EXPECT_EQ(countInLog("wlan0: left alone: somebody manages it\n"), 1U);
+    managers.holder.clear();
+    watch->poll();
+    EXPECT_EQ(published(), Names { "wlan0" });
+}
+
+TEST_F(CardWatchTest, FailedPublicationIsSaidOnceAndTriedAgain)
+{
+    const std::filesystem::path obstacle = options.root + "/Pellvane";
+    std::filesystem::create_symlink("/nowhere", obstacle);
+    system.interfaces = { interface(3, "wlan0") };
+    start();
+    watch->poll();
+    watch->poll();
+    EXPECT_EQ(countInLog("wlan0: cannot be published"), 1U) << log;
+    std::filesystem::remove(obstacle);
+    watch->poll();
+    EXPECT_EQ(published(), Names { "wlan0" });
+}
+
+TEST_F(CardWatchTest, SuspensionIsNoticedByTheClockThatRunsOn)
+{
+    system.suspended = 5000; // before the service was started
+    start();
+    system.suspended += 10;
+    watch->poll();
+    EXPECT_EQ(countInLog("the machine was suspended"), 0U);
+    system.suspended += 60'000;
+    watch->poll();
+    watch->poll();
+    EXPECT_EQ(countInLog("the machine was suspended"), 1U);
+}
