@@ -56,6 +56,11 @@ void CardWatch::compare(const std::vector<InterfaceFacts>& present)
     }
     for (const std::uint32_t index : gone)
         withdraw(index);
+    if (!m_presentAtStart) {
+        m_presentAtStart.emplace();
+        for (const InterfaceFacts& interface : present)
+            m_presentAtStart->insert(interface.index);
+    }
     for (const InterfaceFacts& interface : present)
         consider(interface);
 }
@@ -82,15 +87,13 @@ void CardWatch::publish(const InterfaceFacts& interface)
 {
     const std::string& name = interface.name;
     const CardHardware hardware = m_system.hardwareOf(interface);
-    const auto withdrawn = m_withdrawnMs.find(name);
-    const bool isReturning = withdrawn != m_withdrawnMs.end() && m_clock() - withdrawn->second < returnMs;
 
     const auto logIt = [this, name](const std::string& text) { log(name, text); };
     Published published { name, nullptr, nullptr };
     LinuxCard::Parts parts = m_system.partsFor(interface, logIt);
     parts.clock = m_clock;
     parts.log = logIt;
-    published.card = std::make_unique<LinuxCard>(hardware, isReturning, std::move(parts));
+    published.card = std::make_unique<LinuxCard>(hardware, isReturning(interface), std::move(parts));
     published.host = std::make_unique<ServiceHost>(
         [this, serve = published.card->handler()](const ServiceRequest& request, ServiceReply reply) {
             noticeResume(); // before the client asks for the event
@@ -102,6 +105,7 @@ void CardWatch::publish(const InterfaceFacts& interface)
         return;
     }
     m_holders.erase(name);
+    m_presentAtStart->erase(interface.index);
     LinuxCard& card = *published.card;
     m_published.emplace(interface.index, std::move(published));
     log(name, "published");
@@ -115,7 +119,20 @@ void CardWatch::withdraw(std::uint32_t index)
         return;
     found.mapped().host.reset();
     m_withdrawnMs[found.mapped().name] = m_clock();
+    m_withdrawnIndexMs[index] = m_clock();
     log(found.mapped().name, "withdrawn");
+}
+
+// A client that was connected to an earlier service, or to this card under its old name, has lost what it had set. An
+// interface that was there when the service started may be such a one.
+bool CardWatch::isReturning(const InterfaceFacts& interface)
+{
+    const auto isRecent = [this](const auto& times, const auto& key) {
+        const auto found = times.find(key);
+        return found != times.end() && m_clock() - found->second < returnMs;
+    };
+    return m_presentAtStart->contains(interface.index) || isRecent(m_withdrawnMs, interface.name)
+        || isRecent(m_withdrawnIndexMs, interface.index);
 }
 
 LinuxCard* CardWatch::cardOf(std::uint32_t index)
@@ -169,6 +186,8 @@ void CardWatch::eventsMissed()
 void CardWatch::poll()
 {
     m_system.repair();
+    if (!m_presentAtStart) // there was no wireless device
+        m_presentAtStart.emplace();
     if (m_published.empty() || m_options.interfaceName.empty())
         readInterfaces();
     noticeResume();

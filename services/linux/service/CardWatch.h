@@ -9,6 +9,8 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -57,6 +59,7 @@ private:
     void consider(const InterfaceFacts& interface);
     void publish(const InterfaceFacts& interface);
     void withdraw(std::uint32_t index);
+    [[nodiscard]] bool isReturning(const InterfaceFacts& interface);
     [[nodiscard]] LinuxCard* cardOf(std::uint32_t index);
     void noticeResume();
     void log(const std::string& interfaceName, const std::string& text) const;
@@ -67,7 +70,10 @@ private:
     LinuxCard::Clock m_clock;
     Log m_log;
     std::map<std::uint32_t, Published> m_published; // by interface index
+    // The client may not notice that one of these was away, or that the service was: its card raises the event flag.
     std::map<std::string, std::int64_t> m_withdrawnMs; // by name
+    std::map<std::uint32_t, std::int64_t> m_withdrawnIndexMs; // by index, which survives a new name
+    std::optional<std::set<std::uint32_t>> m_presentAtStart; // not yet published
     std::map<std::string, std::string> m_holders; // as last logged
     QTimer m_poll;
     std::int64_t m_lastSuspendedMs { 0 };

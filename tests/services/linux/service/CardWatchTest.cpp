@@ -1,5 +1,6 @@
 #include "services/linux/service/CardWatch.h"
 
+#include "tests/services/host/TestClient.h"
 #include "tests/services/linux/card/CardUnderTest.h"
 #include "tests/services/linux/service/Fakes.h"
 
@@ -86,6 +87,15 @@ protected:
             names.push_back(entry.path().filename().string());
         std::sort(names.begin(), names.end());
         return names;
+    }
+    // As a client reads it from the card that was made last.
+    [[nodiscard]] bool isEventRaised(const std::string& name)
+    {
+        system.supplicant->listener->supplicantReady();
+        TestClient client(options.root + "/Pellvane/" + name);
+        EXPECT_TRUE(client.open());
+        const auto reply = client.request(callPacket(VX_OID_802_11_EVENT_FLAG, Bytes(4), 4));
+        return reply && reply->output == bytesOf({ 1, 0, 0, 0 });
     }
     [[nodiscard]] std::size_t countInLog(const std::string& text) const
     {
@@ -203,4 +213,38 @@ TEST_F(CardWatchTest, SuspensionIsNoticedByTheClockThatRunsOn)
     watch->poll();
     watch->poll();
     EXPECT_EQ(countInLog("the machine was suspended"), 1U);
+}
+
+TEST_F(CardWatchTest, InterfaceThatIsThereAtTheStartRaisesTheEvent)
+{
+    system.interfaces = { interface(3, "wlan0") };
+    start(); // a client may have been connected to the service before
+    EXPECT_TRUE(isEventRaised("wlan0"));
+    change({ interface(3, "wlan0"), interface(4, "wlan1") });
+    EXPECT_FALSE(isEventRaised("wlan1"));
+}
+
+TEST_F(CardWatchTest, FirstDeviceOfTheMachineIsNoReturn)
+{
+    system.interfaces.reset(); // the kernel does not know wireless devices yet
+    start();
+    watch->poll();
+    change({ interface(3, "wlan0") });
+    EXPECT_FALSE(isEventRaised("wlan0"));
+}
+
+TEST_F(CardWatchTest, ReturnAndRenamingRaiseTheEvent)
+{
+    start();
+    change({ interface(3, "wlan0") });
+    EXPECT_FALSE(isEventRaised("wlan0"));
+    change({ interface(3, "radio") });
+    EXPECT_TRUE(isEventRaised("radio"));
+    change({});
+    change({ interface(4, "radio") });
+    EXPECT_TRUE(isEventRaised("radio"));
+    change({});
+    nowMs += CardWatch::returnMs;
+    change({ interface(5, "radio") });
+    EXPECT_FALSE(isEventRaised("radio"));
 }
