@@ -5,6 +5,7 @@
 #include "services/linux/service/LinuxRadio.h"
 #include "services/linux/supplicant/SupplicantChild.h"
 
+#include <cerrno>
 #include <ctime>
 #include <utility>
 
@@ -32,8 +33,9 @@ Attributes attributesOf(std::span<const std::byte> body)
 
 } // namespace
 
-LinuxSystem::LinuxSystem(Log log)
+LinuxSystem::LinuxSystem(Log log, FindFamily findFamily)
     : m_log(std::move(log))
+    , m_findFamily(std::move(findFamily))
     , m_switches([this](std::uint32_t) { m_listener->radiosChanged(); })
     , m_requests(NETLINK_GENERIC)
     , m_wirelessEvents([this](const NetlinkReply& message) { receiveWireless(message); },
@@ -61,16 +63,35 @@ void LinuxSystem::repair()
     findFamily();
 }
 
+int LinuxSystem::resolveFamily()
+{
+    return GenericFamily::resolve(familyName).id;
+}
+
 // The kernel has no nl80211 before the first wireless device.
 void LinuxSystem::findFamily()
 {
     if (m_family >= 0)
         return;
-    m_family = GenericFamily::resolve(familyName).id;
+    m_family = m_findFamily();
     if (m_family < 0)
         return;
     listen();
     m_listener->interfacesChanged();
+}
+
+// A driver that was unloaded may have taken nl80211 with it. When it is loaded again, nl80211 has another number, and its
+// groups have lost their members.
+void LinuxSystem::familyFailed(int error)
+{
+    if (error != ENOENT)
+        return;
+    const int lost = std::exchange(m_family, m_findFamily());
+    if (m_family < 0)
+        return;
+    listen();
+    if (m_family != lost) // otherwise the next poll asks again
+        m_listener->interfacesChanged();
 }
 
 void LinuxSystem::listen()
@@ -91,9 +112,10 @@ void LinuxSystem::readInterfaces(InterfacesRead done)
     if (m_family < 0)
         return;
     m_requests.send(NetlinkMessage::generic(m_family, NL80211_CMD_GET_INTERFACE, NLM_F_DUMP),
-        [done = std::move(done)](const NetlinkResult& result) {
+        [this, done = std::move(done)](const NetlinkResult& result) {
             if (result.error != 0) {
                 done(std::nullopt);
+                familyFailed(result.error);
                 return;
             }
             std::vector<InterfaceFacts> present;

@@ -14,8 +14,10 @@ class LinuxSystem final : public WirelessSystem {
 
 public:
     using Log = std::function<void(const std::string&)>;
+    // The number of nl80211; negative while the kernel has not loaded it.
+    using FindFamily = std::function<int()>;
 
-    explicit LinuxSystem(Log log);
+    explicit LinuxSystem(Log log, FindFamily findFamily = resolveFamily);
     ~LinuxSystem() override = default;
 
     void start(WirelessListener& listener) override;
@@ -27,13 +29,16 @@ public:
     [[nodiscard]] LinuxCard::Parts partsFor(const InterfaceFacts& interface, const LinuxCard::Log& log) override;
 
 private:
+    [[nodiscard]] static int resolveFamily();
     void findFamily();
+    void familyFailed(int error);
     void listen();
     void receiveWireless(const NetlinkReply& message);
     void receiveLink(const NetlinkReply& message);
     void receiveScan(std::uint8_t command, Attributes attributes);
 
     Log m_log;
+    FindFamily m_findFamily;
     WirelessListener* m_listener { nullptr };
     int m_family { -1 };
     RadioSwitches m_switches;
