@@ -63,10 +63,14 @@ CardReply Card::answer(
 Effects Card::wiphyRead(const WiphyFacts& wiphy, std::int64_t nowMs)
 {
     const bool isFirst = m_state.wiphy.channels.empty();
+    const bool isChanged = m_state.wiphy != wiphy;
     m_state.wiphy = wiphy;
-    m_state.networks.retain(m_state.allowedMhz());
-    if (!isFirst)
-        return {};
+    if (!isFirst) {
+        Effects effects = isChanged ? followAllowedChannels(m_state, nowMs) : Effects {};
+        if (isChanged && m_state.link) // the limits of the power may be others
+            effects.emplace_back(transmitPowerEffect(m_state));
+        return effects;
+    }
     // The client finds a list when it asks for the first time.
     m_state.scanPlan.start(m_state.allowedChannels(), {}, false);
     return nextScan(nowMs);

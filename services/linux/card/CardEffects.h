@@ -18,7 +18,7 @@ struct AbortScan { };
 struct JoinNetwork {
     NetworkBlock block;
 };
-// The network was not heard where it was last seen.
+// The network was not heard where it was last seen, or the allowed channels have changed.
 struct WidenSearch {
     std::vector<std::uint32_t> frequenciesMhz;
     bool isUrgent { false }; // search now, not in the supplicant's own time

@@ -26,9 +26,15 @@ struct SetOutcome {
 [[nodiscard]] SetOutcome applySet(
     CardState& state, std::uint32_t oid, std::span<const std::byte> input, std::int64_t nowMs);
 
+// After a change of the wireless mode or of the regulatory domain: forgets networks on channels that are no longer allowed,
+// and makes the join again elsewhere if the link is on one of them.
+[[nodiscard]] Effects followAllowedChannels(CardState& state, std::int64_t nowMs);
+
 // Rates, transmit power, thresholds and power saving as they are set: the kernel forgets them when the interface goes
 // down, and limits them when the channel changes.
 [[nodiscard]] Effects radioEffects(const CardState& state);
+
+[[nodiscard]] SetTransmitPower transmitPowerEffect(const CardState& state);
 
 // The driver's raw channel quality, 0 to 100; the utility shows 75 and above as a perfect link.
 [[nodiscard]] std::uint32_t channelQuality(std::int32_t signalDbm, std::optional<std::int32_t> noiseDbm);

@@ -114,14 +114,16 @@ std::int32_t maxPowerMbm(const CardState& state)
     return power;
 }
 
-Effects changedMode(CardState& state)
+Effects changedMode(CardState& state, std::int64_t nowMs)
 {
-    state.networks.retain(state.allowedMhz());
-    return { allowedRates(state.settings, state.wiphy) };
+    Effects effects { allowedRates(state.settings, state.wiphy) };
+    Effects moved = followAllowedChannels(state, nowMs);
+    std::move(moved.begin(), moved.end(), std::back_inserter(effects));
+    return effects;
 }
 
 // What a stored setting changes outside. The others take effect with the next join.
-Effects effectsOf(CardState& state, std::uint32_t oid)
+Effects effectsOf(CardState& state, std::uint32_t oid, std::int64_t nowMs)
 {
     switch (oid) {
     case OID_802_11_RTS_THRESHOLD:
@@ -133,9 +135,9 @@ Effects effectsOf(CardState& state, std::uint32_t oid)
     case OID_802_11_POWER_MODE:
         return { SetPowerSave { state.settings.powerMode != 0 } };
     case VX_OID_802_11_TX_POWER:
-        return { transmitPower(state.settings.transmitPowerPercent, maxPowerMbm(state)) };
+        return { transmitPowerEffect(state) };
     case VX_OID_802_11_PHY_MODE:
-        return changedMode(state);
+        return changedMode(state, nowMs);
     case VX_OID_802_11_RADIO:
         return { SetRadio { state.settings.radioOn } };
     default:
@@ -143,7 +145,7 @@ Effects effectsOf(CardState& state, std::uint32_t oid)
     }
 }
 
-SetOutcome changeSetting(CardState& state, std::uint32_t oid, Input input)
+SetOutcome changeSetting(CardState& state, std::uint32_t oid, Input input, std::int64_t nowMs)
 {
     if (oid == OID_802_11_AUTHENTICATION_MODE && !isSupportedAuthentication(state, input))
         return {};
@@ -155,7 +157,7 @@ SetOutcome changeSetting(CardState& state, std::uint32_t oid, Input input)
         state.settings.adHocWpaKey.reset(); // the key of WPA-None
         return {};
     }
-    Effects effects = effectsOf(state, oid);
+    Effects effects = effectsOf(state, oid, nowMs);
     // A link of the other mode cannot continue.
     if (state.settings.infrastructureMode != previousMode && state.request) {
         const Effects left = leave(state);
@@ -180,8 +182,24 @@ SetOutcome applySet(CardState& state, std::uint32_t oid, std::span<const std::by
     case VX_OID_802_11_RESET_COUNTERS:
         return resetCounters(state, input);
     default:
-        return changeSetting(state, oid, input);
+        return changeSetting(state, oid, input, nowMs);
     }
+}
+
+Effects followAllowedChannels(CardState& state, std::int64_t nowMs)
+{
+    if (state.link && !state.isAllowed(state.link->frequencyMhz)) {
+        const JoinRequest request = *state.request;
+        SetOutcome again = join(state, request, nowMs);
+        Effects effects = again.accepted ? std::move(again.effects) : leave(state);
+        state.networks.retain(state.allowedMhz());
+        return effects;
+    }
+    state.networks.retain(state.allowedMhz());
+    // A join that is still searching goes on, on other channels.
+    if (state.request && !state.link)
+        return { WidenSearch { state.allowedMhz(), false } };
+    return {};
 }
 
 Effects radioEffects(const CardState& state)
@@ -191,7 +209,12 @@ Effects radioEffects(const CardState& state)
         SetRtsThreshold { threshold(settings.rtsThresholdBytes) },
         SetFragmentationThreshold { threshold(settings.fragmentationThresholdBytes) },
         allowedRates(settings, state.wiphy),
-        transmitPower(settings.transmitPowerPercent, maxPowerMbm(state)),
+        transmitPowerEffect(state),
         SetPowerSave { settings.powerMode != 0 },
     };
+}
+
+SetTransmitPower transmitPowerEffect(const CardState& state)
+{
+    return transmitPower(state.settings.transmitPowerPercent, maxPowerMbm(state));
 }

@@ -37,3 +37,13 @@ std::vector<std::uint32_t> CardState::allowedMhz() const
         frequencies.push_back(channel.frequencyMhz);
     return frequencies;
 }
+
+bool CardState::isAllowed(std::uint32_t frequencyMhz) const
+{
+    if (frequencyMhz == 0) // unknown
+        return true;
+    return modeAllows(settings.phyMode, frequencyMhz)
+        && std::none_of(wiphy.channels.begin(), wiphy.channels.end(), [frequencyMhz](const ChannelFacts& channel) {
+               return channel.frequencyMhz == frequencyMhz && channel.isDisabled;
+           });
+}

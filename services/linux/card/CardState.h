@@ -62,4 +62,7 @@ struct CardState {
     // The channels that the regulatory domain, the wireless mode and the driver interface allow.
     [[nodiscard]] std::vector<ChannelFacts> allowedChannels() const;
     [[nodiscard]] std::vector<std::uint32_t> allowedMhz() const;
+    // Whether the wireless mode and the regulatory domain allow a link there. An access point may have moved it to a
+    // channel that the driver interface has no number for.
+    [[nodiscard]] bool isAllowed(std::uint32_t frequencyMhz) const;
 };

@@ -26,6 +26,7 @@ public:
 
     virtual void start(SupplicantListener& listener) = 0;
     virtual void join(const NetworkBlock& block) = 0;
+    // Searches all of these frequencies and joins on no others.
     virtual void widenSearch(const std::vector<std::uint32_t>& frequenciesMhz, bool isUrgent) = 0;
     virtual void leave() = 0;
 };

@@ -268,8 +268,9 @@ void SupplicantChild::widenSearch(const std::vector<std::uint32_t>& frequenciesM
 {
     if (!m_isReady || m_networkId.empty() || frequenciesMhz.empty())
         return;
-    send(SecretText("SET_NETWORK " + m_networkId + " scan_freq " + frequencyList(frequenciesMhz)),
-        [](std::string_view) {});
+    // The allowed channels may have changed since the join.
+    for (const char* const name : { " freq_list ", " scan_freq " })
+        send(SecretText("SET_NETWORK " + m_networkId + name + frequencyList(frequenciesMhz)), [](std::string_view) {});
     if (isUrgent)
         send(SecretText("REASSOCIATE"), [](std::string_view) {});
 }

@@ -170,6 +170,55 @@ TEST(Card, ModeOfOneBandRemovesTheNetworksOfTheOther)
     EXPECT_EQ(card.card.state().networks.networks().size(), 1U);
 }
 
+TEST(Card, ModeThatForbidsTheLinksBandMovesTheJoin)
+{
+    CardUnderTest card;
+    card.hear({ networkEntry("cafe", 1, 5180), networkEntry("cafe", 2, 2412) });
+    (void)card.set(OID_802_11_SSID, ssidRecord("cafe"));
+    card.linkUp(1, "cafe", 5180);
+    (void)card.set<std::uint32_t>(VX_OID_802_11_PHY_MODE, 3);
+    EXPECT_EQ(card.block(), nullptr);
+    (void)card.set<std::uint32_t>(VX_OID_802_11_PHY_MODE, 0);
+    EXPECT_FALSE(card.card.state().link);
+    ASSERT_NE(card.block(), nullptr);
+    EXPECT_EQ(card.block()->allowedMhz, (std::vector<std::uint32_t> { 2412, 2437 }));
+    EXPECT_EQ(card.card.state().networks.networks().size(), 1U);
+    // While it searches, a further mode changes where.
+    (void)card.set<std::uint32_t>(VX_OID_802_11_PHY_MODE, 2);
+    ASSERT_NE(effectIn<WidenSearch>(card.effects), nullptr);
+    EXPECT_EQ(effectIn<WidenSearch>(card.effects)->frequenciesMhz, (std::vector<std::uint32_t> { 5180, 5260 }));
+}
+
+TEST(Card, JoinThatCannotMoveIsLeft)
+{
+    CardUnderTest card;
+    (void)card.set(OID_802_11_SSID, ssidRecord("cafe"));
+    card.linkUp(1, "cafe", 5180);
+    (void)card.set<std::int32_t>(OID_802_11_ENCRYPTION_STATUS, Ndis802_11Encryption1Enabled); // without a key
+    (void)card.set<std::uint32_t>(VX_OID_802_11_PHY_MODE, 0);
+    EXPECT_NE(effectIn<LeaveNetwork>(card.effects), nullptr);
+    EXPECT_FALSE(card.card.state().request);
+}
+
+TEST(Card, RegulatoryDomainThatForbidsTheLinksChannelMovesTheJoin)
+{
+    CardUnderTest card;
+    (void)card.set<std::uint32_t>(VX_OID_802_11_TX_POWER, 50);
+    (void)card.set(OID_802_11_SSID, ssidRecord("cafe"));
+    card.linkUp(1, "cafe", 5180);
+    WiphyFacts wiphy = dualBandWiphy();
+    wiphy.channels[2].maxPowerMbm = 1700;
+    card.effects = card.card.wiphyRead(wiphy, card.nowMs);
+    EXPECT_EQ(card.block(), nullptr);
+    ASSERT_NE(effectIn<SetTransmitPower>(card.effects), nullptr);
+    EXPECT_EQ(effectIn<SetTransmitPower>(card.effects)->mbm, 1400);
+    EXPECT_TRUE(card.card.wiphyRead(wiphy, card.nowMs).empty()); // nothing has changed
+    wiphy.channels[2].isDisabled = true;
+    card.effects = card.card.wiphyRead(wiphy, card.nowMs);
+    ASSERT_NE(card.block(), nullptr);
+    EXPECT_EQ(card.block()->allowedMhz, (std::vector<std::uint32_t> { 2412, 2437, 5260 }));
+}
+
 TEST(Card, BusyKernelIsAskedAgain)
 {
     CardUnderTest card;

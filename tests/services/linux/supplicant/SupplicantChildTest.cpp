@@ -169,8 +169,12 @@ TEST_F(SupplicantChildTest, LeavesAndWidensItsSearch)
     child.join(network("cafe"));
     ASSERT_TRUE(waitFor([this] { return lastStatus.has_value(); }));
     child.widenSearch({ 2412, 5180 }, true);
-    EXPECT_TRUE(
-        waitFor([this] { return commands().find("scan_freq 2412 5180\nREASSOCIATE\n") != std::string::npos; }, 3000));
+    EXPECT_TRUE(waitFor(
+        [this] {
+            return commands().find("freq_list 2412 5180\nSET_NETWORK 0 scan_freq 2412 5180\nREASSOCIATE\n")
+                != std::string::npos;
+        },
+        3000));
     child.leave();
     ASSERT_TRUE(waitFor([this] { return commands().find("DISCONNECT\nREMOVE_NETWORK all\n") != std::string::npos; }));
     EXPECT_EQ(commands().find("scan_freq 2412\n"), std::string::npos);
