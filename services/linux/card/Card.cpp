@@ -48,7 +48,8 @@ CardReply Card::answer(
     }
     SetOutcome outcome = applySet(m_state, oid & ~oidSetFlag, input, nowMs);
     if (outcome.startsScan) {
-        m_state.scanPlan.start(m_state.allowedChannels(), knownChannels(m_state.networks), m_state.link.has_value());
+        m_state.scanPlan.start(
+            m_state.allowedChannels(), knownChannels(m_state.networks), m_state.link.has_value(), nowMs);
         if (!m_state.scanStartMs)
             append(outcome.effects, nextScan(nowMs));
     }
@@ -72,7 +73,7 @@ Effects Card::wiphyRead(const WiphyFacts& wiphy, std::int64_t nowMs)
         return effects;
     }
     // The client finds a list when it asks for the first time.
-    m_state.scanPlan.start(m_state.allowedChannels(), {}, false);
+    m_state.scanPlan.start(m_state.allowedChannels(), {}, false, nowMs);
     return nextScan(nowMs);
 }
 
@@ -95,7 +96,7 @@ Effects Card::radioSwitched(bool isSoftBlocked, bool isHardBlocked, std::int64_t
     // The kernel took the interface down with the radio, and leaves it so.
     Effects effects { BringUp {} };
     append(effects, radioSettings());
-    m_state.scanPlan.start(m_state.allowedChannels(), {}, false);
+    m_state.scanPlan.start(m_state.allowedChannels(), {}, false, nowMs);
     m_state.requestMs = nowMs; // the supplicant joins again
     m_scanDueMs = nowMs + interfaceUpMs;
     return effects;
@@ -136,6 +137,7 @@ Effects Card::scanRead(
 Effects Card::scanFailed(bool isPassing, std::int64_t nowMs)
 {
     m_state.scanStartMs.reset();
+    m_state.scanPlan.failed();
     if (isPassing && ++m_scanTries < maxScanTries) {
         m_scanDueMs = nowMs + busyRetryMs;
     } else {

@@ -25,13 +25,14 @@ public:
     static constexpr std::int64_t restoreDelayMs = 5000;
     // A join comes first: scans wait until it has ended, but not longer than this.
     static constexpr std::int64_t joinHeadStartMs = 3000;
-    // The supplicant pauses for 5 s after each search. So long after a request, it is told to go on at once: a single
-    // search easily misses a hidden network.
+    // The supplicant pauses for 5 s after each search. For this long after a request it is told to search again at once,
+    // because a single search easily misses a hidden network.
     static constexpr std::int64_t urgentSearchMs = 8000;
     static constexpr std::int64_t maxScanMs = 10'000;
     // How often a scan is tried before it is given up.
     static constexpr int maxScanTries = 20;
-    // Another program that takes the interface down may be doing more with it, renaming it for example.
+    // Wait this long before bringing the interface up again: the program that took it down may not be finished (renaming
+    // it, for example).
     static constexpr std::int64_t bringUpDelayMs = 2000;
 
     // An interface that comes back after a short absence raises the event flag, in case the client did not notice.

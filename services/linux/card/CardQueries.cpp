@@ -2,6 +2,7 @@
 #include "services/card/SettingRequests.h"
 #include "services/linux/card/Card.h"
 #include "services/linux/card/CardRequests.h"
+#include "services/linux/card/WirelessMode.h"
 
 #include <algorithm>
 #include <array>

@@ -30,7 +30,7 @@ struct SetOutcome {
 // and makes the join again elsewhere if the link is on one of them.
 [[nodiscard]] Effects followAllowedChannels(CardState& state, std::int64_t nowMs);
 
-// Rates, transmit power, thresholds and power saving as they are set: the kernel forgets them when the interface goes
+// The effects that set rates, power, thresholds and power saving again: the kernel forgets them when the interface goes
 // down, and limits them when the channel changes.
 [[nodiscard]] Effects radioEffects(const CardState& state);
 

@@ -141,12 +141,12 @@ std::optional<NetworkBlock> planJoin(const CardState& state, const JoinRequest& 
         if (block.ssid.empty())
             return std::nullopt;
     }
-    // A network that the list does not have by name may be hidden.
-    block.isHidden = !block.isAdHoc && !block.ssid.empty();
+    // Every named network is also asked for by name, because it may be hidden.
+    block.asksByName = !block.isAdHoc && !block.ssid.empty();
     block.isLegacyOnly = isLegacyOnly(state.settings);
     if (!addSecurity(block, state, known))
         return std::nullopt;
-    const bool mayBeHidden = known.empty() && block.isHidden;
+    const bool mayBeHidden = known.empty() && block.asksByName;
     addFrequencies(block, state, mayBeHidden ? hiddenNetworks(state) : known);
     return block;
 }

@@ -19,7 +19,7 @@ struct NetworkBlock {
     Octets ssid; // empty: any network, or the one with this address
     std::optional<MacAddress> bssid;
     bool isAdHoc { false };
-    bool isHidden { false };
+    bool asksByName { false };
     BlockSecurity security { BlockSecurity::Open };
     bool sharedKeyAuthentication { false }; // WEP
     std::array<WepKeyBytes, 4> wepKeys;

@@ -2,6 +2,7 @@
 
 #include "driver/records/ChannelTable.h"
 #include "services/card/BssidEncoder.h"
+#include "services/linux/card/WirelessMode.h"
 #include "services/linux/wire/SecurityElements.h"
 
 #include <algorithm>
@@ -10,9 +11,6 @@
 namespace {
 
 constexpr std::size_t clientBufferBytes = 65'536;
-constexpr std::uint8_t rateMask = 0x7F;
-// The rates of 802.11b in units of 500 kbit/s: 1, 2, 5.5 and 11 Mbit/s.
-constexpr std::array<std::uint8_t, 4> cckRates { 2, 4, 11, 22 };
 
 bool hasChannelNumber(const ScanEntry& entry)
 {
@@ -153,14 +151,4 @@ std::vector<Bytes> NetworkList::encoded() const
     }
     std::erase_if(records, [](const Bytes& record) { return record.empty(); });
     return records;
-}
-
-std::uint32_t networkTypeOf(std::uint32_t frequencyMhz, OctetSpan rates)
-{
-    if (frequencyMhz >= firstFiveGhzMhz)
-        return Ndis802_11OFDM5;
-    const bool isOnlyCck = std::all_of(rates.begin(), rates.end(), [](std::uint8_t rate) {
-        return std::find(cckRates.begin(), cckRates.end(), rate & rateMask) != cckRates.end();
-    });
-    return isOnlyCck ? Ndis802_11DS : Ndis802_11OFDM24;
 }

@@ -43,8 +43,3 @@ private:
 
     std::vector<ListedNetwork> m_networks;
 };
-
-// The network types of a frequency, as the driver interface counts them (Ndis802_11DS, …OFDM24, …OFDM5).
-[[nodiscard]] std::uint32_t networkTypeOf(std::uint32_t frequencyMhz, OctetSpan rates);
-
-inline constexpr std::uint32_t firstFiveGhzMhz = 4900;

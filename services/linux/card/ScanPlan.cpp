@@ -1,8 +1,8 @@
 #include "services/linux/card/ScanPlan.h"
 
-#include "services/linux/card/NetworkList.h"
-
 #include <algorithm>
+#include <optional>
+#include <utility>
 
 namespace {
 
@@ -13,40 +13,54 @@ constexpr std::int64_t passiveChannelMs = 145;
 constexpr std::int64_t returnMs = 110;
 // How much longer ago a channel with known networks counts as scanned.
 constexpr std::int64_t knownBonusMs = 10'000;
+// How much later a channel counts as listened to for hidden networks.
+constexpr std::int64_t listenDelayMs = 10'000;
+
+using Times = std::map<std::uint32_t, std::int64_t>;
 
 bool contains(const std::vector<std::uint32_t>& frequencies, std::uint32_t frequency)
 {
     return std::find(frequencies.begin(), frequencies.end(), frequency) != frequencies.end();
 }
 
-} // namespace
-
-void ScanPlan::add(const ChannelFacts& channel, bool isListening, bool isLinked)
+std::optional<std::int64_t> lastOf(const Times& times, std::uint32_t frequency)
 {
-    const std::int64_t cost = isListening || channel.isPassive ? passiveChannelMs : activeChannelMs;
-    m_pending.push_back({ channel.frequencyMhz, cost + (isLinked ? returnMs : 0), isListening });
+    const auto last = times.find(frequency);
+    return last == times.end() ? std::nullopt : std::optional(last->second);
 }
 
-void ScanPlan::start(const std::vector<ChannelFacts>& channels, const Known& known, bool isLinked)
+std::int64_t costOf(bool isPassive, bool isLinked)
+{
+    return (isPassive ? passiveChannelMs : activeChannelMs) + (isLinked ? returnMs : 0);
+}
+
+} // namespace
+
+void ScanPlan::start(const std::vector<ChannelFacts>& channels, const Known& known, bool isLinked, std::int64_t nowMs)
 {
     m_pending.clear();
-    for (const ChannelFacts& channel : channels)
-        add(channel, contains(known.hiddenMhz, channel.frequencyMhz), isLinked);
-    const auto dueMs = [this, &known](std::uint32_t frequency) {
-        const auto last = m_lastScanMs.find(frequency);
-        const std::int64_t lastMs = last == m_lastScanMs.end() ? -knownBonusMs : last->second;
-        return lastMs - (contains(known.frequenciesMhz, frequency) ? knownBonusMs : 0);
-    };
-    std::stable_sort(m_pending.begin(), m_pending.end(), [&dueMs](const Pending& one, const Pending& other) {
-        return dueMs(one.frequencyMhz) < dueMs(other.frequencyMhz);
-    });
-    if (isLinked)
-        return;
     for (const ChannelFacts& channel : channels) {
-        if (channel.frequencyMhz < firstFiveGhzMhz && !channel.isPassive
-            && !contains(known.hiddenMhz, channel.frequencyMhz))
-            add(channel, true, isLinked);
+        const std::uint32_t frequency = channel.frequencyMhz;
+        const bool isListening = contains(known.hiddenMhz, frequency);
+        const std::int64_t lastMs = lastOf(m_lastScanMs, frequency).value_or(-knownBonusMs);
+        const std::int64_t dueMs = lastMs - (contains(known.frequenciesMhz, frequency) ? knownBonusMs : 0);
+        m_pending.push_back(
+            { frequency, costOf(isListening || channel.isPassive, isLinked), dueMs, isListening, false });
+        // Without probe requests every scan listens.
+        if (!isListening && !channel.isPassive)
+            addAdditional(channel, isLinked, nowMs);
     }
+    std::stable_sort(m_pending.begin(), m_pending.end(),
+        [](const Pending& one, const Pending& other) { return one.dueMs < other.dueMs; });
+}
+
+void ScanPlan::addAdditional(const ChannelFacts& channel, bool isLinked, std::int64_t nowMs)
+{
+    const auto lastMs = lastOf(m_lastListenMs, channel.frequencyMhz);
+    if (isLinked && lastMs && nowMs - *lastMs < listenPauseMs)
+        return;
+    m_pending.push_back(
+        { channel.frequencyMhz, costOf(true, isLinked), lastMs.value_or(0) + listenDelayMs, true, true });
 }
 
 ScanBatch ScanPlan::batch()
@@ -54,11 +68,12 @@ ScanBatch ScanPlan::batch()
     ScanBatch batch;
     if (m_pending.empty())
         return batch;
-    m_isListening = m_pending.front().isListening;
-    batch.isListening = m_isListening;
+    const Pending first = m_pending.front();
+    m_isListening = first.isListening;
+    batch.isListening = first.isListening;
     std::int64_t cost = 0;
     for (const Pending& pending : m_pending) {
-        if (pending.isListening != m_isListening)
+        if (pending.isListening != first.isListening || pending.isAdditional != first.isAdditional)
             continue;
         cost += pending.costMs;
         if (cost > batchMs && !batch.frequenciesMhz.empty())
@@ -70,9 +85,13 @@ ScanBatch ScanPlan::batch()
 
 void ScanPlan::scanned(const std::vector<std::uint32_t>& frequenciesMhz, std::int64_t nowMs)
 {
-    for (const std::uint32_t frequency : frequenciesMhz)
+    const bool hasListened = std::exchange(m_isListening, false);
+    for (const std::uint32_t frequency : frequenciesMhz) {
         m_lastScanMs[frequency] = nowMs;
-    std::erase_if(m_pending, [this, &frequenciesMhz](const Pending& pending) {
-        return pending.isListening == m_isListening && contains(frequenciesMhz, pending.frequencyMhz);
+        if (hasListened)
+            m_lastListenMs[frequency] = nowMs;
+    }
+    std::erase_if(m_pending, [&frequenciesMhz, hasListened](const Pending& pending) {
+        return (hasListened || !pending.isListening) && contains(frequenciesMhz, pending.frequencyMhz);
     });
 }

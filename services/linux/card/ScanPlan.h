@@ -12,14 +12,18 @@ struct ScanBatch {
 };
 
 // Divides a scan into batches. The client reads the list 2 s after its request, but scanning every channel takes up to
-// 14 s. So the first batches fit into that time, and the others follow while the client already uses the list. Channels
-// come in the order in which they were last scanned, those with known networks earlier.
+// 14 s. So the first batch fits into that time, and the others follow while the client already uses the list. The order
+// of channels is longest unscanned first; a channel with known networks counts as scanned 10 s earlier.
 //
 // A hidden network does not answer, and a beacon falls into the short time of an active scan only by luck. So channels
-// with a known one are listened to, and in the end so are all channels of the 2.4 GHz band, unless the card is linked.
+// with a known one are listened to instead, and every other channel is listened to in addition, counting as scanned 10 s
+// later than it was.
 class ScanPlan {
 public:
     static constexpr std::int64_t batchMs = 1600;
+    // While the card is linked, a channel is additionally listened to only once in this time: listening holds up the
+    // link's traffic.
+    static constexpr std::int64_t listenPauseMs = 60'000;
 
     struct Known {
         std::vector<std::uint32_t> frequenciesMhz; // of listed networks
@@ -27,11 +31,13 @@ public:
     };
 
     // Starts over with these channels.
-    void start(const std::vector<ChannelFacts>& channels, const Known& known, bool isLinked);
+    void start(const std::vector<ChannelFacts>& channels, const Known& known, bool isLinked, std::int64_t nowMs);
     void cancel() { m_pending.clear(); }
     [[nodiscard]] bool isDone() const { return m_pending.empty(); }
     // What to scan next; no frequencies if nothing is left. They stay pending until scanned() names them.
     [[nodiscard]] ScanBatch batch();
+    // The batch was refused or aborted.
+    void failed() { m_isListening = false; }
     // Also for scans that others have made.
     void scanned(const std::vector<std::uint32_t>& frequenciesMhz, std::int64_t nowMs);
 
@@ -39,12 +45,15 @@ private:
     struct Pending {
         std::uint32_t frequencyMhz;
         std::int64_t costMs;
+        std::int64_t dueMs; // those due first are scanned first
         bool isListening;
+        bool isAdditional;
     };
 
-    void add(const ChannelFacts& channel, bool isListening, bool isLinked);
+    void addAdditional(const ChannelFacts& channel, bool isLinked, std::int64_t nowMs);
 
     std::vector<Pending> m_pending;
     bool m_isListening { false }; // the current batch
     std::map<std::uint32_t, std::int64_t> m_lastScanMs;
+    std::map<std::uint32_t, std::int64_t> m_lastListenMs;
 };

@@ -1,7 +1,5 @@
 #include "services/linux/card/WirelessMode.h"
 
-#include "services/linux/card/NetworkList.h"
-
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -9,6 +7,7 @@
 namespace {
 
 constexpr std::uint8_t rateMask = 0x7F;
+// The rates of 802.11b in units of 500 kbit/s: 1, 2, 5.5 and 11 Mbit/s.
 constexpr std::array<std::uint8_t, 4> cckRates { 2, 4, 11, 22 };
 
 std::optional<std::uint8_t> singleRate(const NDIS_802_11_RATES& rates)
@@ -42,6 +41,15 @@ bool isCck(std::uint8_t rate)
 }
 
 } // namespace
+
+std::uint32_t networkTypeOf(std::uint32_t frequencyMhz, OctetSpan rates)
+{
+    if (frequencyMhz >= firstFiveGhzMhz)
+        return Ndis802_11OFDM5;
+    const bool isOnlyCck = std::all_of(rates.begin(), rates.end(),
+        [](std::uint8_t rate) { return isCck(static_cast<std::uint8_t>(rate & rateMask)); });
+    return isOnlyCck ? Ndis802_11DS : Ndis802_11OFDM24;
+}
 
 bool modeAllows(std::uint32_t mode, std::uint32_t frequencyMhz)
 {

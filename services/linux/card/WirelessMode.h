@@ -14,10 +14,14 @@ enum WirelessMode : std::uint32_t {
     wirelessModeABG = 3,
 };
 
+inline constexpr std::uint32_t firstFiveGhzMhz = 4900;
+
+// The network types of a frequency, as the driver interface counts them (Ndis802_11DS, …OFDM24, …OFDM5).
+[[nodiscard]] std::uint32_t networkTypeOf(std::uint32_t frequencyMhz, OctetSpan rates);
+
 [[nodiscard]] bool modeAllows(std::uint32_t mode, std::uint32_t frequencyMhz);
 
-// Whether the mode is older than 802.11n on purpose, or a single rate is asked for: then the rates of 802.11n and later
-// are not used.
+// True in mode 802.11b, and if a single rate is asked for: the rates of 802.11n and later are then not used.
 [[nodiscard]] bool isLegacyOnly(const CardSettings& settings);
 
 // The transmit rates that the mode and the desired rates allow. Several desired rates mean that the interface chooses

@@ -48,7 +48,7 @@ void RadioSwitches::read()
         m_notifier->setEnabled(false);
 }
 
-std::optional<RadioSwitches::Position> RadioSwitches::position(std::uint32_t index) const
+std::optional<RadioPosition> RadioSwitches::position(std::uint32_t index) const
 {
     const auto found = m_positions.find(index);
     return found == m_positions.end() ? std::nullopt : std::optional(found->second);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "posix/FileDescriptor.h"
+#include "services/linux/kernel/RadioPosition.h"
 
 #include <QSocketNotifier>
 
@@ -16,10 +17,6 @@ class RadioSwitches {
     Q_DISABLE_COPY_MOVE(RadioSwitches)
 
 public:
-    struct Position {
-        bool isSoftBlocked { false };
-        bool isHardBlocked { false };
-    };
     using Changed = std::function<void(std::uint32_t index)>;
 
     explicit RadioSwitches(Changed changed)
@@ -31,7 +28,7 @@ public:
     // Without the right to write, positions are followed but not set.
     [[nodiscard]] std::error_code open();
 
-    [[nodiscard]] std::optional<Position> position(std::uint32_t index) const;
+    [[nodiscard]] std::optional<RadioPosition> position(std::uint32_t index) const;
     [[nodiscard]] std::error_code setSoftBlock(std::uint32_t index, bool isBlocked);
 
     // The switch of an interface, by name; std::nullopt if its device has none.
@@ -43,5 +40,5 @@ private:
     Changed m_changed;
     FileDescriptor m_device;
     std::unique_ptr<QSocketNotifier> m_notifier;
-    std::map<std::uint32_t, Position> m_positions;
+    std::map<std::uint32_t, RadioPosition> m_positions;
 };

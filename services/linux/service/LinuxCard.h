@@ -4,6 +4,7 @@
 #include "services/host/ServiceHost.h"
 #include "services/linux/card/Card.h"
 #include "services/linux/kernel/InterfaceKernel.h"
+#include "services/linux/kernel/RadioPosition.h"
 #include "services/linux/supplicant/Supplicant.h"
 
 #include <QTimer>
@@ -16,13 +17,8 @@
 // The radio switch of one interface.
 class InterfaceRadio {
 public:
-    struct Position {
-        bool isSoftBlocked { false };
-        bool isHardBlocked { false };
-    };
-
     virtual ~InterfaceRadio() = default;
-    [[nodiscard]] virtual Position position() const = 0;
+    [[nodiscard]] virtual RadioPosition position() const = 0;
     virtual void set(bool isOn) = 0;
 };
 

@@ -9,10 +9,10 @@ LinuxRadio::LinuxRadio(RadioSwitches& switches, const std::string& interfaceName
 {
 }
 
-InterfaceRadio::Position LinuxRadio::position() const
+RadioPosition LinuxRadio::position() const
 {
     const auto position = m_index ? m_switches.position(*m_index) : std::nullopt;
-    return position ? Position { position->isSoftBlocked, position->isHardBlocked } : Position {};
+    return position.value_or(RadioPosition {});
 }
 
 void LinuxRadio::set(bool isOn)

@@ -13,7 +13,7 @@ public:
 
     LinuxRadio(RadioSwitches& switches, const std::string& interfaceName, Log log);
 
-    [[nodiscard]] Position position() const override;
+    [[nodiscard]] RadioPosition position() const override;
     void set(bool isOn) override;
 
 private:

@@ -1,6 +1,7 @@
 #include "services/linux/service/SystemManagers.h"
 
 #include "posix/FileDescriptor.h"
+#include "posix/SocketAddress.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -10,12 +11,10 @@
 #include <QDBusPendingReply>
 #include <QDBusVariant>
 
-#include <cstring>
 #include <memory>
 #include <utility>
 
 #include <sys/socket.h>
-#include <sys/un.h>
 
 namespace {
 
@@ -150,13 +149,10 @@ void SystemManagers::find(const std::string& interfaceName, Found found)
 
 bool hasControlSocket(const std::string& directory, const std::string& interfaceName)
 {
-    sockaddr_un address {};
-    const std::string path = directory + '/' + interfaceName;
-    if (path.size() >= sizeof(address.sun_path))
+    const auto address = socketAddress(directory + '/' + interfaceName);
+    if (!address)
         return false;
-    address.sun_family = AF_UNIX;
-    std::memcpy(address.sun_path, path.c_str(), path.size() + 1);
     const FileDescriptor socket(::socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0));
     // A socket left behind by a dead process refuses.
-    return ::connect(socket.get(), reinterpret_cast<const sockaddr*>(&address), sizeof(address)) == 0;
+    return ::connect(socket.get(), generic(*address), sizeof(*address)) == 0;
 }

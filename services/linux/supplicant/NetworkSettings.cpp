@@ -119,7 +119,7 @@ std::vector<NetworkSetting> networkSettings(const NetworkBlock& block)
         settings.push_back({ "ssid", hexText(block.ssid), false });
     if (block.bssid)
         add(settings, "bssid", addressText(*block.bssid));
-    if (block.isHidden)
+    if (block.asksByName)
         add(settings, "scan_ssid", "1");
     if (block.isAdHoc) {
         add(settings, "mode", "1");

@@ -60,7 +60,7 @@ TEST_F(JoinPlan, UnknownNameIsLookedForWhereHiddenNetworksAre)
     card.hear({ networkEntry("", 1, 2437), networkEntry("cafe", 2, 2412) });
     const NetworkBlock* const block = joinSsid("secret");
     ASSERT_NE(block, nullptr);
-    EXPECT_TRUE(block->isHidden);
+    EXPECT_TRUE(block->asksByName);
     EXPECT_EQ(block->scanMhz, (std::vector<std::uint32_t> { 2437 }));
 }
 
@@ -122,7 +122,7 @@ TEST_F(JoinPlan, AdHocNetworkNeedsANameAndHasAChannel)
     const NetworkBlock* block = joinSsid("cell");
     ASSERT_NE(block, nullptr);
     EXPECT_TRUE(block->isAdHoc);
-    EXPECT_FALSE(block->isHidden);
+    EXPECT_FALSE(block->asksByName);
     EXPECT_EQ(block->adHocMhz, 2437U);
     EXPECT_EQ(joinSsid(""), nullptr);
 

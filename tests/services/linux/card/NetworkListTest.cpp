@@ -150,10 +150,3 @@ TEST(NetworkList, LeavesOutTheWeakestIfTheClientHasNoRoomForAll)
     EXPECT_GT(total, 65'000U);
     EXPECT_LT(weak, 300);
 }
-
-TEST(NetworkType, DependsOnBandAndRates)
-{
-    EXPECT_EQ(networkTypeOf(2412, Octets { 0x82, 0x84, 0x0B, 0x16 }), std::uint32_t { Ndis802_11DS });
-    EXPECT_EQ(networkTypeOf(2412, Octets { 0x82, 0x6C }), std::uint32_t { Ndis802_11OFDM24 });
-    EXPECT_EQ(networkTypeOf(5180, Octets { 0x8C }), std::uint32_t { Ndis802_11OFDM5 });
-}

@@ -86,3 +86,10 @@ TEST(TransmitPower, IsAShareOfTheMaximumInWholeDecibels)
     EXPECT_EQ(transmitPower(12, 500).mbm, 0);
     EXPECT_FALSE(transmitPower(50, 0).mbm);
 }
+
+TEST(NetworkType, DependsOnBandAndRates)
+{
+    EXPECT_EQ(networkTypeOf(2412, Octets { 0x82, 0x84, 0x0B, 0x16 }), std::uint32_t { Ndis802_11DS });
+    EXPECT_EQ(networkTypeOf(2412, Octets { 0x82, 0x6C }), std::uint32_t { Ndis802_11OFDM24 });
+    EXPECT_EQ(networkTypeOf(5180, Octets { 0x8C }), std::uint32_t { Ndis802_11OFDM5 });
+}

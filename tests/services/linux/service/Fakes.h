@@ -94,9 +94,9 @@ public:
 
 class FakeRadio final : public InterfaceRadio {
 public:
-    [[nodiscard]] Position position() const override { return current; }
+    [[nodiscard]] RadioPosition position() const override { return current; }
     void set(bool isOn) override { wanted = isOn; }
 
-    Position current;
+    RadioPosition current;
     std::optional<bool> wanted;
 };

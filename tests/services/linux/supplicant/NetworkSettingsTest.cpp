@@ -84,7 +84,7 @@ TEST(NetworkSettings, FrequenciesNarrowTheSearch)
 TEST(NetworkSettings, AdHocAndHiddenAndLegacy)
 {
     NetworkBlock block = open();
-    block.isHidden = true;
+    block.asksByName = true;
     EXPECT_EQ(valueIn(networkSettings(block), "scan_ssid"), "1");
     EXPECT_FALSE(valueIn(networkSettings(block), "mode"));
     block.isAdHoc = true;
