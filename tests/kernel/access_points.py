@@ -1,9 +1,9 @@
 """Access points in the air: one hostapd serves all of them. Behind each is a network with a DHCP server and an echo."""
 
+import contextlib
 import hashlib
 import os
 import pathlib
-import signal
 import socket
 import subprocess
 import tempfile
@@ -14,13 +14,16 @@ import radios
 from programs import wait_until
 
 CONTROL = pathlib.Path("/run/air/control")
+LOG = pathlib.Path("/run/results/hostapd.log")
+CROWD = [f"Market stall {index}" for index in range(98)]
 ECHO_PORT = 7
 ECHO = pathlib.Path(__file__).parent / "machine/echo.py"
+ANNOUNCER = pathlib.Path(__file__).parent / "machine/crowd.py"
 LEASE = pathlib.Path(__file__).parent / "machine/lease"
 
 # 2.4 GHz, then 5 GHz.
 FREQUENCIES = {**{channel: 2407 + 5 * channel for channel in range(1, 14)},
-               **{channel: 5000 + 5 * channel for channel in (36, 40, 44, 48, 149, 153, 157, 161, 165)}}
+               **{channel: 5000 + 5 * channel for channel in (36, 40, 44, 48, 149, 153, 157, 161)}}
 
 
 class AccessPoint:
@@ -36,8 +39,8 @@ class AccessPoint:
         self.hidden = hidden
         self.kind = kind
         self.interface = f"ap{number}"
-        self.radio = None
-        self._dhcp = None
+        self.radio = radios.Radio(self.interface, 0xA000 + number, radios.ACCESS_POINT, in_air=True)
+        self.signal = -38 - 2 * number  # dBm; different for each, in the order of their numbers
         self.authentication, self.encryption = card.OPEN_SYSTEM, card.NO_ENCRYPTION
         self.wep_keys, self.wep_index = {}, 0
         self.passphrase = ""
@@ -76,9 +79,6 @@ class AccessPoint:
     def gateway(self):
         return f"10.{self.number}.0.1"
 
-    def create_radio(self):
-        self.radio = radios.Radio(self.interface, 0xA000 + self.number, radios.ACCESS_POINT, in_air=True)
-
     def configuration(self):
         settings = [f"interface={self.interface}", "driver=nl80211", f"ctrl_interface={CONTROL}",
                     f"hw_mode={'g' if self.channel < 15 else 'a'}", f"channel={self.channel}",
@@ -100,71 +100,61 @@ class AccessPoint:
         except OSError:
             return False
 
-    def switch_off(self):
-        assert self.ask("DISABLE") == "OK\n"
-
-    def switch_on(self):
-        assert self.ask("ENABLE") == "OK\n"
-        wait_until(f"{self.interface} announces its network", self.is_on)
-        self.give_address()
-
     def has_authorised(self, address):
         """Whether hostapd lets this station's frames pass."""
         return "[AUTHORIZED]" in self.ask(f"STA {address}")
 
-    def give_address(self):
-        radios.run_in_air("busybox-static", "ip", "address", "replace", f"{self.gateway}/24", "dev", self.interface)
-
     def serve_addresses(self):
         """Starts the DHCP server."""
-        if self._dhcp:
-            return
-        self.give_address()
+        radios.run_in_air("busybox-static", "ip", "address", "replace", f"{self.gateway}/24", "dev", self.interface)
         folder = pathlib.Path(tempfile.mkdtemp())
         (folder / "leases").touch()
         (folder / "configuration").write_text(
             f"start 10.{self.number}.0.20\nend 10.{self.number}.0.60\ninterface {self.interface}\n"
             f"lease_file {folder}/leases\npidfile {folder}/pid\noption subnet 255.255.255.0\noption lease 3600\n")
-        self._dhcp = radios.start_in_air(
-            "busybox-static", "udhcpd", "-f", "-a", 50, folder / "configuration",
-            stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        radios.start_in_air("busybox-static", "udhcpd", "-f", "-a", 50, folder / "configuration",
+                            stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
 
 
 class Neighbourhood:
     """All access points; announced together, because each hostapd takes seconds to start."""
 
     def __init__(self, access_points):
-        self.access_points = access_points
         CONTROL.mkdir(parents=True, exist_ok=True)
-        self._hostapd = None
-        self._echo = None
-        for access_point in access_points:
-            access_point.create_radio()
-        self.start()
-
-    def start(self):
         files = []
-        for access_point in self.access_points:
+        for access_point in access_points:
+            access_point.radio.insert().set_signal(access_point.signal)
             files.append(CONTROL.parent / f"{access_point.interface}.conf")
             files[-1].write_text(access_point.configuration())
-        self._log = open("/run/results/hostapd.log", "ab")
-        self._hostapd = radios.start_in_air("hostapd", *files, stdout=self._log, stderr=self._log)
-        wait_until("all networks are announced", self._is_announced)
+        with LOG.open("wb") as log:
+            hostapd = radios.start_in_air("hostapd", *files, stdout=log, stderr=log)
+        for access_point in access_points:
+            access_point.serve_addresses()
+        radios.start_in_air("python3", "-I", "-S", ECHO, ECHO_PORT)
 
-    def _is_announced(self):
-        assert self._hostapd.poll() is None, pathlib.Path("/run/results/hostapd.log").read_text()[-2000:]
-        return all(access_point.is_on() for access_point in self.access_points)
+        def are_on():
+            assert hostapd.poll() is None, LOG.read_text()[-2000:]
+            return all(access_point.is_on() for access_point in access_points)
 
-    def restart(self):
-        """After a suspend, which ends the transmission of all access points."""
-        self._hostapd.send_signal(signal.SIGTERM)
-        self._hostapd.wait()
-        self.start()
+        wait_until("all networks are announced", are_on)
 
-    def echo(self):
-        """Starts the echo, one for all networks."""
-        if not self._echo:
-            self._echo = radios.start_in_air("python3", "-I", ECHO, ECHO_PORT)
+
+@contextlib.contextmanager
+def crowd():
+    """Many networks on channel 10. Only radios of their group hear them."""
+    radio = radios.Radio("crowd", 0xD000, radios.MONITOR, in_air=True).insert()
+    radio.set_group(radios.CROWD)
+    frequency = FREQUENCIES[10]
+    radios.run_in_air("busybox-static", "ip", "link", "set", radio.name, "up")
+    radios.run_in_air("iw", "dev", radio.name, "set", "freq", frequency)
+    process = radios.start_in_air("python3", "-I", "-S", ANNOUNCER, radio.name, 10, *CROWD)
+    try:
+        yield
+        assert process.poll() is None, "the crowd has ended"
+    finally:
+        process.kill()
+        process.wait()
+        radio.pull()
 
 
 def get_address(interface):

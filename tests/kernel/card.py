@@ -1,14 +1,12 @@
 """A plain client of the driver service: its requests as docs/driver-protocol.md describes them."""
 
 import os
-import pathlib
 import socket
 import struct
 import time
 
 from programs import OPEN, SCALAR_CALL, STRUCTURE_CALL
 
-REGISTRY = pathlib.Path("/run/io-registry")
 SET = 0x00800000
 
 MEDIA_CONNECT_STATUS = 0x00010114
@@ -24,7 +22,7 @@ STATISTICS, PREAMBLE, LINK_COUNTERS, RESET_COUNTERS = 0x0D020212, 0x0D710101, 0x
 RADIO, PHY_MODE, STATION_CONFIG, ADD_WPA, TX_POWER = 0x0D710108, 0x0D71010C, 0x0D710111, 0x0D710116, 0x0D710118
 
 AD_HOC, INFRASTRUCTURE = 0, 1
-OPEN_SYSTEM, SHARED_KEY, WPA_PSK, WPA_NONE = 0, 1, 4, 5
+OPEN_SYSTEM, SHARED_KEY, WPA_ENTERPRISE, WPA_PSK, WPA_NONE = 0, 1, 3, 4, 5
 WEP, NO_ENCRYPTION, TKIP, AES = 0, 1, 4, 6
 TRANSMIT_KEY = 0x80000000
 
@@ -69,8 +67,8 @@ class Network:
 class Card:
     """Sends each request over a connection of its own, as the utility does."""
 
-    def __init__(self, name, limit=2.0):
-        self.path = REGISTRY / "Pellvane" / name
+    def __init__(self, root, name, limit=10.0):
+        self.path = root / "Pellvane" / name
         self.limit = limit
         self.slowest = 0.0
 
@@ -215,7 +213,7 @@ def is_admitted(path, user, groups):
             os.setgroups(groups)
             os.setgid(user)
             os.setuid(user)
-            card = Card(path.name)
+            card = Card(path.parents[1], path.name)
             card.query_number(MEDIA_CONNECT_STATUS)
             status = 0
         except (PermissionError, Refused):

@@ -8,33 +8,28 @@ import neighbourhood
 import radios
 from access_points import exchange_datagram
 from programs import holds_within, wait_until
-from service import LOG
-from world import CARD
-
-
-def join(world, network, by_address=False):
-    start = time.monotonic()
-    world.card.join(network, by_address)
-    world.wait_for_link(network)
-    seconds = time.monotonic() - start
-    assert world.card.ssid() == network.ssid, world.card.ssid()
-    return f"{network.kind}: linked and authorised after {seconds:.1f} s"
 
 
 def joins_networks_of_every_kind(world):
     client = world.start_service()
-    client.scan()
+    world.hears(*neighbourhood.JOINABLE)
     for network in neighbourhood.JOINABLE:
         # The utility joins hidden networks and profiles by name, rows of the list by address.
-        first = join(world, network, by_address=not network.hidden)
+        first = world.join(network, by_address=not network.hidden)
         world.say(f"{first}; {world.use(network)}")
     for network in (neighbourhood.WEP_104, neighbourhood.MIXED):
-        world.say(join(world, network) + " by name")
+        world.say(world.join(network) + " by name")
     secrets = [network.pre_shared_key for network in neighbourhood.ALL if network.pre_shared_key]
     secrets += [key for network in neighbourhood.ALL for key in network.wep_keys.values()]
-    told = LOG.read_bytes().lower() + b"".join(world.service.children().values()).lower()
+    told = world.log.read_bytes().lower() + b"".join(world.service.children().values()).lower()
     for secret in secrets:
         assert secret.lower() not in told and secret.hex().encode() not in told, "a key is in the log or an argument list"
+    for mode in (card.WPA_ENTERPRISE, card.WPA_NONE):
+        try:
+            client.set_number(card.AUTHENTICATION_MODE, mode)
+            raise AssertionError(f"the authentication mode {mode} was accepted")
+        except card.Refused:
+            pass
     client.set_number(card.DISASSOCIATE, 0)
     wait_until("the link is dropped", lambda: not client.is_linked(), 5)
     wait_until("the access point knows", lambda: not neighbourhood.MIXED.has_authorised(world.radio.address), 5)
@@ -42,7 +37,7 @@ def joins_networks_of_every_kind(world):
 
 def gets_no_link_with_a_wrong_key(world):
     client = world.start_service()
-    client.scan()
+    world.hears(neighbourhood.MODERN, neighbourhood.WEP_40_SHARED)
     wrong = copy.copy(neighbourhood.MODERN)
     wrong.pre_shared_key = bytes(32)
     wrong_shared = copy.copy(neighbourhood.WEP_40_SHARED)
@@ -52,7 +47,7 @@ def gets_no_link_with_a_wrong_key(world):
         assert not holds_within(10.0, client.is_linked), f"linked with a wrong key: {network.kind}"
         assert client.peer() is None and not network.has_authorised(world.radio.address)
         world.say(f"{network.kind}: no link within 10 s")
-    world.say("then, with the right key, " + join(world, neighbourhood.MODERN, by_address=True))
+    world.say("then, with the right key, " + world.join(neighbourhood.MODERN, by_address=True))
 
 
 class AdHocPeer:
@@ -68,7 +63,8 @@ class AdHocPeer:
         self.wep_keys = {0: key} if key else {}
         self.interface = f"peer{number}"
         self.server = f"10.20{number}.0.1"
-        self.radio = radios.Radio(self.interface, 0xB000 + number, radios.AD_HOC, in_air=True)
+        self.radio = radios.Radio(self.interface, 0xB000 + number, radios.AD_HOC, in_air=True).insert()
+        self.radio.set_group(radios.PEERS)
         radios.run_in_air("busybox-static", "ip", "link", "set", self.interface, "up")
         self.network_address = f"02:11:22:33:44:{number:02x}"
         more = ["key", "d:0:" + key.hex()] if key else []
@@ -79,6 +75,7 @@ class AdHocPeer:
 
 def joins_ad_hoc_networks(world):
     client = world.start_service()
+    world.radio.set_group(radios.NEIGHBOURHOOD | radios.PEERS)
     for number, ssid, frequency, key in ((1, b"Raft", 2417, b""), (2, b"Dinghy", 2452, b"knots")):
         peer = AdHocPeer(number, ssid, frequency, key)
         try:
@@ -89,9 +86,9 @@ def joins_ad_hoc_networks(world):
             client.join(peer)
             wait_until("the card is in the cell", lambda: client.is_linked() and client.peer() == peer.network_address, 20)
             seconds = time.monotonic() - start
-            radios.run("ip", "address", "flush", "dev", CARD)
-            radios.run("ip", "address", "add", peer.server[:-1] + "2/24", "dev", CARD)
-            echo = wait_until("a datagram comes back", lambda: exchange_datagram(CARD, peer.server), 20)
+            radios.run("ip", "address", "flush", "dev", world.name)
+            radios.run("ip", "address", "add", peer.server[:-1] + "2/24", "dev", world.name)
+            echo = wait_until("a datagram comes back", lambda: exchange_datagram(world.name, peer.server), 20)
             world.say(f"ad hoc, {'WEP' if key else 'open'}: in the cell after {seconds:.1f} s, a datagram and its echo in "
                       f"{1000 * echo:.0f} ms")
         finally:

@@ -30,11 +30,21 @@ HIDDEN_MODERN = AccessPoint(11, b"Cellar", 44, "WPA2-PSK, hidden, 5 GHz", hidden
     "behind the casks", *WPA2)
 PROTECTED = AccessPoint(12, b"Strongbox", 157, "WPA2-PSK with protected management frames").with_passphrase(
     "bolted to the deck", *WPA2, *PROTECTED_MANAGEMENT)
+TRANSITION = AccessPoint(19, b"Old Harbour", 153, "WPA2-PSK and WPA3").with_passphrase(
+    "both gates open", "wpa=2", "wpa_key_mgmt=WPA-PSK SAE", "rsn_pairwise=CCMP", "ieee80211w=1",
+    "sae_password=both gates open")
 ODD_NAME = AccessPoint(13, b"\x1b[2J %s \xff\xc3\xa9 \x80", 5, "open, odd name")
 LONG_NAME = AccessPoint(14, b"Thirty-two bytes of network name", 7, "open, long name")
 EQUALS = AccessPoint(15, b"Equals", 48, "WPA3 only").with_settings("WPA AES", *WPA3)
 OFFICE = AccessPoint(16, b"Office", 8, "802.1X").with_settings("WPA AES", *ENTERPRISE)
+# For the tests that change their signals and channels.
+NEAR_AND_FAR = AccessPoint(17, b"Buoy", 10, "WPA2-PSK").with_passphrase("red to port", *WPA2)
+FAR_AND_NEAR = AccessPoint(18, b"Sextant", 11, "WPA2-PSK").with_passphrase("noon sight", *WPA2)# Two access points of one network.
+ROAMING = [AccessPoint(20 + index, b"Ferry", channel, "WPA2-PSK").with_passphrase("port and starboard", *WPA2)
+           for index, channel in enumerate((12, 161))]
+
+CHANGING = [NEAR_AND_FAR, FAR_AND_NEAR, *ROAMING]
 
 ALL = [OPEN, WEP_40, WEP_40_SHARED, WEP_104, WEP_104_SHARED, TKIP, WPA, MODERN, MIXED, HIDDEN, HIDDEN_MODERN, PROTECTED,
-       ODD_NAME, LONG_NAME, EQUALS, OFFICE]
-JOINABLE = [network for network in ALL if network not in (EQUALS, OFFICE)]
+       TRANSITION, ODD_NAME, LONG_NAME, EQUALS, OFFICE, *CHANGING]
+JOINABLE = [network for network in ALL if network not in (EQUALS, OFFICE, *CHANGING)]

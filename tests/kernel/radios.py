@@ -1,7 +1,6 @@
 """Simulated radios of the kernel. All of them share one medium, across network namespaces."""
 
 import pathlib
-import struct
 import subprocess
 
 import netlink
@@ -11,10 +10,12 @@ NEW_RADIO, DELETE_RADIO = 4, 5
 RADIO_ID, RADIO_NAME, NO_INTERFACE, PERMANENT_ADDRESS = 10, 17, 18, 22
 # Of the wireless interfaces.
 SET_WIPHY, NEW_INTERFACE, SET_NAMESPACE = 2, 7, 49
-WIPHY, INTERFACE, INTERFACE_NAME, INTERFACE_TYPE, NAMESPACE_FILE = 1, 3, 4, 5, 219
+WIPHY, INTERFACE_NAME, INTERFACE_TYPE, NAMESPACE_FILE = 1, 4, 5, 219
 POWER_SETTING, POWER_LEVEL, FIXED_POWER = 97, 98, 2
-AD_HOC, STATION, ACCESS_POINT = 1, 2, 3
+AD_HOC, STATION, ACCESS_POINT, MONITOR = 1, 2, 3, 6
 
+# Radios hear only those with which they share a group. These are masks.
+NEIGHBOURHOOD, PEERS, CROWD, NOBODY = 1, 2, 4, 8
 # The namespace of everything that the card meets over the air.
 AIR = "air"
 
@@ -44,11 +45,16 @@ def run_in_air(*command):
 
 def prepare():
     """Loads the simulated radios, without any, and creates the namespace."""
-    global _simulated, _simulated_in_air, _wireless, _wireless_in_air
     run("modprobe", "mac80211_hwsim", "radios=0")
     run("iw", "reg", "set", "US")
     run("ip", "netns", "add", AIR)
     run_in_air("busybox-static", "ip", "link", "set", "lo", "up")
+    connect()
+
+
+def connect():
+    """Opens this process's own sockets to the kernel."""
+    global _simulated, _simulated_in_air, _wireless, _wireless_in_air
     _simulated = netlink.Family("MAC80211_HWSIM")
     _wireless = netlink.Family("nl80211")
     with netlink.inside(AIR):
@@ -56,19 +62,12 @@ def prepare():
         _wireless_in_air = netlink.Family("nl80211")
 
 
-def unblock():
-    """Turns all radios on that a program has turned off."""
-    everything, change_all, on = 0, 3, 0
-    with open("/dev/rfkill", "wb", buffering=0) as switches:
-        switches.write(struct.pack("=IBBBB", 0, everything, change_all, on, 0))
-
-
 def address_text(number):
     return f"02:00:00:00:{number >> 8:02x}:{number & 255:02x}"
 
 
 class Radio:
-    """A radio with one interface of the same name."""
+    """A radio with one interface of the same name, to be inserted."""
 
     def __init__(self, name, number, kind=STATION, in_air=False):
         self.name = name
@@ -76,7 +75,6 @@ class Radio:
         self._kind = kind
         self._in_air = in_air
         self._id = None
-        self.insert()
 
     def insert(self):
         name = f"radio-{self.name}"
@@ -89,9 +87,11 @@ class Radio:
             with open(f"/run/netns/{AIR}", "rb") as file:
                 _wireless.request(SET_NAMESPACE, wiphy + netlink.number(NAMESPACE_FILE, file.fileno()))
             family = _wireless_in_air
-        _, interface = family.request(NEW_INTERFACE, wiphy + netlink.text(INTERFACE_NAME, self.name)
-                                      + netlink.number(INTERFACE_TYPE, self._kind))
-        self._family, self._index = family, struct.unpack("=I", interface[INTERFACE])[0]
+        family.request(NEW_INTERFACE, wiphy + netlink.text(INTERFACE_NAME, self.name)
+                       + netlink.number(INTERFACE_TYPE, self._kind))
+        # The medium adds the transmit power to a strength that is set.
+        family.request(SET_WIPHY, wiphy + netlink.number(POWER_SETTING, FIXED_POWER) + netlink.number(POWER_LEVEL, 0))
+        return self
 
     def pull(self):
         family = _simulated_in_air if self._in_air else _simulated
@@ -103,13 +103,18 @@ class Radio:
 
     def set_signal(self, dbm):
         """The strength in dBm, -100 to -1, with which all others receive it."""
-        # The medium adds the transmit power, so that is 0 dBm.
-        self._family.request(SET_WIPHY, netlink.number(INTERFACE, self._index)
-                             + netlink.number(POWER_SETTING, FIXED_POWER) + netlink.number(POWER_LEVEL, 0))
         self._medium("rx_rssi").write_text(str(dbm & 0xFFFFFFFFFFFFFFFF))
 
+    def unblock(self):
+        """Turns the radio on if a program has turned it off."""
+        for switch in self.switches():
+            (switch / "soft").write_text("0")
+
+    def switches(self):
+        return list(pathlib.Path(f"/sys/class/net/{self.name}/phy80211").glob("rfkill*"))
+
     def set_group(self, group):
-        """Radios only hear those of their group, a mask that starts as 1."""
+        """Starts as NEIGHBOURHOOD."""
         self._medium("group").write_text(str(group))
 
     def _medium(self, file):

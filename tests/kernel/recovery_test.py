@@ -5,11 +5,9 @@ import time
 
 import card
 import neighbourhood
-from join_test import join
+import radios
 from programs import holds_within, wait_until
-from world import CARD, CONTROLS
-
-RESULTS = pathlib.Path("/run/results")
+from world import CONTROLS, RESULTS
 
 
 def wait_for_request_to_apply(client, seconds=20):
@@ -23,54 +21,76 @@ def wait_for_request_to_apply(client, seconds=20):
 
 def recovers_when_its_child_dies(world):
     client = world.start_service()
-    client.scan()
-    world.say(join(world, neighbourhood.MODERN, by_address=True))
+    world.say(world.join_listed(neighbourhood.MODERN))
     client.query_number(card.EVENT_FLAG)
     killed = world.service.kill_children()
     assert len(killed) == 1, killed
     said = wait_for_request_to_apply(client)
-    world.say(f"child killed: {said}; " + join(world, neighbourhood.MODERN, by_address=True))
+    world.say(f"child killed: {said}; " + world.join(neighbourhood.MODERN, by_address=True))
     world.say(world.use(neighbourhood.MODERN))
 
 
 def comes_back_with_the_card(world):
     client = world.start_service()
-    client.scan()
-    join(world, neighbourhood.MODERN, by_address=True)
+    world.join_listed(neighbourhood.MODERN)
     world.radio.pull()
     start = time.monotonic()
-    wait_until("the card's service is gone", lambda: CARD not in world.service.names() and not client.is_there(), 5)
+    wait_until("the card's service is gone", lambda: world.name not in world.service.names() and not client.is_there(), 5)
     gone = time.monotonic() - start
     wait_until("its child is gone", lambda: not world.service.children(), 5)
     world.radio.insert()
     start = time.monotonic()
-    world.service.wait_for(CARD)
+    world.service.wait_for(world.name)
     back = time.monotonic() - start
-    client.scan()
     world.say(f"pulled: gone after {gone:.1f} s; inserted: back after {back:.1f} s; "
-              + join(world, neighbourhood.MODERN, by_address=True))
+              + world.join_listed(neighbourhood.MODERN))
 
 
 def follows_an_access_point_that_comes_and_goes(world):
     client = world.start_service()
-    client.scan()
-    join(world, neighbourhood.MODERN, by_address=True)
-    neighbourhood.MODERN.radio.set_group(2)
+    world.join_listed(neighbourhood.MODERN)
+    world.radio.set_group(radios.NOBODY)
     start = time.monotonic()
-    try:
-        wait_until("the link is lost", lambda: not client.is_linked(), 30)
-        lost = time.monotonic() - start
-    finally:
-        neighbourhood.MODERN.radio.set_group(1)
+    wait_until("the link is lost", lambda: not client.is_linked(), 30)
+    lost = time.monotonic() - start
+    world.radio.set_group(radios.NEIGHBOURHOOD)
     start = time.monotonic()
     world.wait_for_link(neighbourhood.MODERN, 60)
     world.say(f"out of range: link lost after {lost:.1f} s; in range again: linked after "
               f"{time.monotonic() - start:.1f} s without a request")
 
 
-def suspend():
+def survives_other_programs(world):
+    client = world.start_service()
+    world.join_listed(neighbourhood.MODERN)
+    radios.run("ip", "link", "set", world.name, "down")
+    start = time.monotonic()
+    wait_until("the link is lost", lambda: not client.is_linked(), 5)
+    world.wait_for_link(neighbourhood.MODERN, 60)
+    world.say(f"taken down by another program: linked again after {time.monotonic() - start:.1f} s")
+
+
+def keeps_serving_under_a_new_name(world):
+    world.start_service(for_every_card=True)
+    world.join_listed(neighbourhood.MODERN)
+    radios.run("ip", "link", "set", world.name, "down")
+    radios.run("ip", "link", "set", world.name, "name", "renamed")
+    start = time.monotonic()
+    try:
+        world.card = world.service.wait_for("renamed")
+        assert world.service.names() == ["renamed"], world.service.names()
+        seconds = time.monotonic() - start
+        world.card.meet()
+        world.say(f"renamed: served under the new name after {seconds:.1f} s; " + world.join_listed(neighbourhood.MODERN))
+    finally:
+        world.service.end()
+        radios.run("ip", "link", "set", "renamed", "down")
+        radios.run("ip", "link", "set", "renamed", "name", world.name)
+
+
+def suspend(card):
     """Suspends the machine for some seconds; of the radios, only the card."""
-    (CONTROLS / "suspend_only").write_text(CARD)
+    (CONTROLS / "suspend_only").write_text(card)
     (RESULTS / "suspend").touch()
     start = time.monotonic()
     pathlib.Path("/sys/power/state").write_text("freeze")
@@ -79,10 +99,9 @@ def suspend():
 
 def recovers_from_a_suspend(world):
     client = world.start_service()
-    client.scan()
-    join(world, neighbourhood.MODERN, by_address=True)
+    world.join_listed(neighbourhood.MODERN)
     client.query_number(card.EVENT_FLAG)
-    slept = suspend()
+    slept = suspend(world.name)
     start = time.monotonic()
     linked = holds_within(10.0, client.is_linked)
     flag = client.query_number(card.EVENT_FLAG)
@@ -90,9 +109,10 @@ def recovers_from_a_suspend(world):
               f"{time.monotonic() - start:.1f} s, event flag {flag}")
     assert linked or flag & 0xFF == 1, "neither a link nor a request to apply the profile"
     if not linked:
-        join(world, neighbourhood.MODERN, by_address=True)
+        world.join_listed(neighbourhood.MODERN)
     world.say(world.use(neighbourhood.MODERN))
 
 
 TESTS = [recovers_when_its_child_dies, comes_back_with_the_card, follows_an_access_point_that_comes_and_goes,
-         recovers_from_a_suspend]
+         survives_other_programs]
+LAST = [keeps_serving_under_a_new_name, recovers_from_a_suspend]

@@ -5,20 +5,29 @@ import pathlib
 import signal
 import subprocess
 
-from card import REGISTRY, Card
+from card import Card
 from programs import LIMIT, wait_until
 
-LOG = pathlib.Path("/run/results/pellvaned.log")
 
 
 class Service:
-    def __init__(self, folder, *arguments):
-        with LOG.open("ab") as log:
-            self.process = subprocess.Popen([folder / "pellvaned", "--foreground", *arguments], stdout=log, stderr=log)
+    def __init__(self, folder, root, log, *arguments):
+        self.root = root
+        with log.open("ab") as output:
+            self.process = subprocess.Popen([folder / "pellvaned", "--foreground", "--root", root, *arguments],
+                                            stdout=output, stderr=output)
 
-    def wait_for(self, name, seconds=15):
+    def describe_state(self):
+        """What the kernel says about a service that does not answer."""
+        folder = pathlib.Path(f"/proc/{self.process.pid}")
+        try:
+            return f"pellvaned waits in {(folder / 'wchan').read_text()!r}: {(folder / 'stack').read_text()!r}"
+        except OSError as error:
+            return f"pellvaned: {error}"
+
+    def wait_for(self, name, seconds=40):
         """Returns the card with this name when the service answers for it."""
-        card = Card(name)
+        card = Card(self.root, name)
 
         def answers():
             assert self.process.poll() is None, f"pellvaned ended with {self.process.returncode}"
@@ -27,9 +36,8 @@ class Service:
         wait_until(f"the service answers for {name}", answers, seconds)
         return card
 
-    @staticmethod
-    def names():
-        folder = REGISTRY / "Pellvane"
+    def names(self):
+        folder = self.root / "Pellvane"
         return sorted(path.name for path in folder.iterdir()) if folder.exists() else []
 
     def children(self):

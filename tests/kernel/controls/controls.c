@@ -39,12 +39,11 @@ static int keep_virtio_awake(struct device *device, void *unused)
 
 static int keep_other_radio_awake(struct device *device, void *card)
 {
-	if (device != card)
-		dev_pm_syscore_device(device, true);
+	dev_pm_syscore_device(device, device != card);
 	return 0;
 }
 
-// suspend_only: a later suspend includes INTERFACE but no other radio, nor the devices behind the file systems, which do
+// suspend_only: the next suspend includes INTERFACE but no other radio, nor the devices behind the file systems, which do
 // not survive it.
 static int set_suspend_only(const char *text, const struct kernel_param *parameter)
 {
