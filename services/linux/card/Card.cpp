@@ -120,8 +120,10 @@ Effects Card::scanRead(
     std::vector<ScanEntry> entries, const std::vector<std::uint32_t>& frequenciesMhz, std::int64_t nowMs)
 {
     const auto allowed = m_state.allowedMhz();
+    for (ScanEntry& entry : entries)
+        entry.isAssociated = entry.isAssociated && m_state.link && m_state.isAllowed(entry.frequencyMhz);
     std::erase_if(entries, [&allowed](const ScanEntry& entry) {
-        return std::find(allowed.begin(), allowed.end(), entry.frequencyMhz) == allowed.end();
+        return !entry.isAssociated && std::find(allowed.begin(), allowed.end(), entry.frequencyMhz) == allowed.end();
     });
     if (m_state.isRadioOn())
         m_state.networks.update(std::move(entries), nowMs);
@@ -220,16 +222,22 @@ Effects Card::linkUp(const SupplicantStatus& status, std::int64_t nowMs)
     m_state.link->bssid = *status.bssid;
     m_state.link->ssid = status.ssid;
     m_state.link->frequencyMhz = status.frequencyMhz;
+    m_state.link->isAdHoc = status.isAdHoc;
     Effects effects = radioSettings();
     if (!m_state.scanStartMs)
         append(effects, nextScan(nowMs));
     return effects;
 }
 
-void Card::linkDown()
+bool Card::isNews(const SupplicantStatus& status) const
 {
-    m_state.link.reset();
-    m_state.counters.linkChanged();
+    if (!m_state.request)
+        return false;
+    if (!m_state.link)
+        return status.isCompleted && status.bssid;
+    return status.isDown
+        || (status.isCompleted && status.bssid
+            && (m_state.link->bssid != *status.bssid || m_state.link->frequencyMhz != status.frequencyMhz));
 }
 
 Effects Card::networkNotFound(std::int64_t nowMs)

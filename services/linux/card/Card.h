@@ -60,7 +60,9 @@ public:
     [[nodiscard]] Effects supplicantReady(std::int64_t nowMs);
     void supplicantLost(std::int64_t nowMs);
     [[nodiscard]] Effects linkUp(const SupplicantStatus& status, std::int64_t nowMs);
-    void linkDown();
+    void linkDown() { m_state.dropLink(); }
+    // Whether the supplicant's state contradicts the card's: an event was lost.
+    [[nodiscard]] bool isNews(const SupplicantStatus& status) const;
     [[nodiscard]] Effects networkNotFound(std::int64_t nowMs);
     void resumed();
 

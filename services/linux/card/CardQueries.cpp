@@ -64,19 +64,23 @@ Answer networkTypes(const CardState& state)
     return bytesOf(list);
 }
 
-std::int32_t linkSignalDbm(const LinkFacts& link)
+// Drivers that tell nothing about the access point still give the signal of its beacons.
+std::int32_t linkSignalDbm(const CardState& state)
 {
     std::optional<std::int32_t> strongest;
-    for (const StationInfo& peer : link.peers) {
+    for (const StationInfo& peer : state.link->peers) {
         if (peer.signalDbm && (!strongest || *peer.signalDbm > *strongest))
             strongest = peer.signalDbm;
     }
+    const ScanEntry* const entry = state.link->isAdHoc ? nullptr : state.networks.find(state.link->bssid);
+    if (!strongest && entry != nullptr)
+        strongest = entry->signalDbm;
     return strongest.value_or(NetworkList::ownCellSignalDbm);
 }
 
 Answer rssi(const CardState& state)
 {
-    return state.link ? Answer(bytesOf(linkSignalDbm(*state.link))) : std::nullopt;
+    return state.link ? Answer(bytesOf(linkSignalDbm(state))) : std::nullopt;
 }
 
 Answer configuration(const CardState& state)
@@ -84,7 +88,7 @@ Answer configuration(const CardState& state)
     NDIS_802_11_CONFIGURATION record = state.settings.configuration;
     if (!state.link)
         return bytesOf(record);
-    record.DSConfig = state.link->frequencyMhz * 1000;
+    record.DSConfig = numberedFrequencyMhz(state.link->frequencyMhz) * 1000;
     if (const ScanEntry* const entry = state.networks.find(state.link->bssid)) {
         record.BeaconPeriod = entry->beaconIntervalKusec;
         record.ATIMWindow = atimWindowKusec(entry->elements);
@@ -104,7 +108,7 @@ Answer linkCounters(const CardState& state)
         return bytesOf(record);
     for (const StationInfo& peer : state.link->peers)
         record.TxRate = std::max<std::uint32_t>(record.TxRate, peer.transmitBitrate / 5);
-    record.ChannelQuality = channelQuality(linkSignalDbm(*state.link), state.link->noiseDbm);
+    record.ChannelQuality = channelQuality(linkSignalDbm(state), state.link->noiseDbm);
     return bytesOf(record);
 }
 

@@ -20,12 +20,6 @@ SetOutcome accepted(Effects effects = {})
     return { true, false, std::move(effects) };
 }
 
-void forgetLink(CardState& state)
-{
-    state.link.reset();
-    state.counters.linkChanged();
-}
-
 SetOutcome join(CardState& state, const JoinRequest& request, std::int64_t nowMs)
 {
     auto block = planJoin(state, request);
@@ -36,7 +30,7 @@ SetOutcome join(CardState& state, const JoinRequest& request, std::int64_t nowMs
     state.restoreAtMs.reset();
     if (!request.bssid)
         state.lastSsid = request.ssid;
-    forgetLink(state);
+    state.dropLink();
     // Without the supplicant the request waits for it.
     if (!state.isSupplicantReady)
         return accepted();
@@ -65,7 +59,7 @@ Effects leave(CardState& state)
 {
     state.request.reset();
     state.restoreAtMs.reset();
-    forgetLink(state);
+    state.dropLink();
     return { LeaveNetwork {} };
 }
 

@@ -20,6 +20,13 @@ bool CardState::supportsFiveGhz() const
         [](const ChannelFacts& channel) { return channel.frequencyMhz >= firstFiveGhzMhz && isUsable(channel); });
 }
 
+void CardState::dropLink()
+{
+    link.reset();
+    counters.linkChanged();
+    networks.linkDropped();
+}
+
 std::vector<ChannelFacts> CardState::allowedChannels() const
 {
     std::vector<ChannelFacts> allowed;

@@ -29,6 +29,7 @@ struct LinkFacts {
     MacAddress bssid {};
     Octets ssid;
     std::uint32_t frequencyMhz { 0 };
+    bool isAdHoc { false };
     std::vector<StationInfo> peers;
     std::optional<std::int32_t> noiseDbm;
 };
@@ -59,6 +60,7 @@ struct CardState {
 
     [[nodiscard]] bool supportsFiveGhz() const;
     [[nodiscard]] bool isRadioOn() const { return !isSoftBlocked && !isHardBlocked; }
+    void dropLink();
     // The channels that the regulatory domain, the wireless mode and the driver interface allow.
     [[nodiscard]] std::vector<ChannelFacts> allowedChannels() const;
     [[nodiscard]] std::vector<std::uint32_t> allowedMhz() const;

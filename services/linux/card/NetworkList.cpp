@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <numeric>
+#include <utility>
 
 namespace {
 
@@ -58,7 +59,7 @@ BssDescription descriptionOf(const ScanEntry& entry)
     bss.rssiDbm = entry.signalDbm.value_or(NetworkList::ownCellSignalDbm);
     bss.rates = announcedRates(entry.elements);
     bss.networkType = networkTypeOf(entry.frequencyMhz, bss.rates);
-    bss.frequencyKhz = entry.frequencyMhz * 1000;
+    bss.frequencyKhz = numberedFrequencyMhz(entry.frequencyMhz) * 1000;
     bss.beaconIntervalKusec = entry.beaconIntervalKusec;
     bss.atimWindowKusec = atimWindowKusec(entry.elements);
     bss.capabilities = entry.capabilities;
@@ -71,7 +72,7 @@ BssDescription descriptionOf(const ScanEntry& entry)
 
 void NetworkList::update(std::vector<ScanEntry> entries, std::int64_t nowMs)
 {
-    std::erase_if(entries, [](const ScanEntry& entry) { return !hasChannelNumber(entry); });
+    std::erase_if(entries, [](const ScanEntry& entry) { return !hasChannelNumber(entry) && !entry.isAssociated; });
     for (ScanEntry& entry : withoutDuplicates(std::move(entries)))
         renew(std::move(entry), nowMs);
 }
@@ -109,9 +110,17 @@ void NetworkList::scanEnded(const std::vector<std::uint32_t>& frequenciesMhz, st
 void NetworkList::retain(const std::vector<std::uint32_t>& frequenciesMhz)
 {
     std::erase_if(m_networks, [&frequenciesMhz](const ListedNetwork& network) {
-        return std::find(frequenciesMhz.begin(), frequenciesMhz.end(), network.entry.frequencyMhz)
+        return !network.entry.isAssociated
+            && std::find(frequenciesMhz.begin(), frequenciesMhz.end(), network.entry.frequencyMhz)
             == frequenciesMhz.end();
     });
+}
+
+void NetworkList::linkDropped()
+{
+    for (ListedNetwork& network : m_networks)
+        network.entry.isAssociated = false;
+    std::erase_if(m_networks, [](const ListedNetwork& network) { return !hasChannelNumber(network.entry); });
 }
 
 const ScanEntry* NetworkList::find(const MacAddress& bssid) const
@@ -139,10 +148,12 @@ std::vector<Bytes> NetworkList::encoded() const
 
     std::vector<std::size_t> byStrength(records.size());
     std::iota(byStrength.begin(), byStrength.end(), std::size_t { 0 });
-    std::stable_sort(byStrength.begin(), byStrength.end(), [this](std::size_t one, std::size_t other) {
-        return m_networks[one].entry.signalDbm.value_or(ownCellSignalDbm)
-            > m_networks[other].entry.signalDbm.value_or(ownCellSignalDbm);
-    });
+    const auto rank = [this](std::size_t index) {
+        const ScanEntry& entry = m_networks[index].entry;
+        return std::pair(entry.isAssociated, entry.signalDbm.value_or(ownCellSignalDbm));
+    };
+    std::stable_sort(byStrength.begin(), byStrength.end(),
+        [&rank](std::size_t one, std::size_t other) { return rank(one) > rank(other); });
     std::size_t total = sizeof(NDIS_802_11_BSSID_LIST);
     for (const std::size_t index : byStrength) {
         total += records[index].size();
@@ -151,4 +162,15 @@ std::vector<Bytes> NetworkList::encoded() const
     }
     std::erase_if(records, [](const Bytes& record) { return record.empty(); });
     return records;
+}
+
+std::uint32_t numberedFrequencyMhz(std::uint32_t frequencyMhz)
+{
+    const auto distance = [frequencyMhz](const ChannelFreq& row) {
+        const std::uint32_t mhz = row.frequencyKhz / 1000;
+        return mhz > frequencyMhz ? mhz - frequencyMhz : frequencyMhz - mhz;
+    };
+    const auto nearest = std::min_element(ChannelFreqTable.begin(), ChannelFreqTable.end(),
+        [&distance](const ChannelFreq& one, const ChannelFreq& other) { return distance(one) < distance(other); });
+    return nearest->frequencyKhz / 1000;
 }

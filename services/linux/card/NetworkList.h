@@ -22,12 +22,15 @@ public:
     // Reported for the cell that the interface created itself, whose signal the kernel does not know.
     static constexpr std::int32_t ownCellSignalDbm = -50;
 
-    // Adds and renews networks. Those on channels that the driver interface has no number for are left out.
+    // Adds and renews networks. Those on channels that the driver interface has no number for are left out, except the one
+    // that the card is linked to.
     void update(std::vector<ScanEntry> entries, std::int64_t nowMs);
     // Ages the networks on these frequencies that were not seen since the scan started.
     void scanEnded(const std::vector<std::uint32_t>& frequenciesMhz, std::int64_t startMs, std::int64_t nowMs);
-    // Removes the networks on other frequencies.
+    // Removes the networks on other frequencies, except the one that the card is linked to.
     void retain(const std::vector<std::uint32_t>& frequenciesMhz);
+    // The card is linked to none of them any more.
+    void linkDropped();
     void clear() { m_networks.clear(); }
 
     // In the order in which they were first seen.
@@ -35,7 +38,7 @@ public:
     [[nodiscard]] const ScanEntry* find(const MacAddress& bssid) const;
     [[nodiscard]] std::vector<const ScanEntry*> named(const Octets& ssid) const;
     // One WLAN_BSSID_EX with its elements for each network. Leaves out the weakest ones if the client's buffer of 65,536
-    // bytes has no room for all.
+    // bytes has no room for all, but never the one that the card is linked to.
     [[nodiscard]] std::vector<Bytes> encoded() const;
 
 private:
@@ -43,3 +46,7 @@ private:
 
     std::vector<ListedNetwork> m_networks;
 };
+
+// The nearest frequency that the driver interface has a channel number for. An access point may move a link to a channel
+// without one, and the client does not accept other frequencies.
+[[nodiscard]] std::uint32_t numberedFrequencyMhz(std::uint32_t frequencyMhz);

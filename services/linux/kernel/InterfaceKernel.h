@@ -20,7 +20,9 @@ public:
 
     virtual void readWiphy(Read<WiphyFacts> done) = 0;
     virtual void readScan(Read<std::vector<ScanEntry>> done) = 0;
-    virtual void readStations(Read<std::vector<StationInfo>> done) = 0;
+    // The access point that the interface is linked to, or without an address every station. Some drivers know only the
+    // first, and the second includes stations that the access point let us talk to directly.
+    virtual void readStations(const std::optional<MacAddress>& accessPoint, Read<std::vector<StationInfo>> done) = 0;
     virtual void readSurvey(Read<std::vector<SurveyFacts>> done) = 0;
     virtual void readLink(Read<LinkMessage> done) = 0;
     // From the driver's own statistics; std::nullopt if it has none.

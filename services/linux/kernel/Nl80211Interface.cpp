@@ -54,10 +54,10 @@ void Nl80211Interface::sendSet(NetlinkMessage message, Done done)
 }
 
 template <typename Value>
-void Nl80211Interface::dump(
-    std::uint8_t command, std::optional<Value> (*parse)(Attributes), Read<std::vector<Value>> done)
+void Nl80211Interface::read(
+    NetlinkMessage message, std::optional<Value> (*parse)(Attributes), Read<std::vector<Value>> done)
 {
-    m_requests.send(request(command, NLM_F_DUMP), [parse, done = std::move(done)](const NetlinkResult& result) {
+    m_requests.send(std::move(message), [parse, done = std::move(done)](const NetlinkResult& result) {
         if (result.error != 0) {
             done(std::nullopt);
             return;
@@ -87,17 +87,20 @@ void Nl80211Interface::readWiphy(Read<WiphyFacts> done)
 
 void Nl80211Interface::readScan(Read<std::vector<ScanEntry>> done)
 {
-    dump<ScanEntry>(NL80211_CMD_GET_SCAN, scanEntry, std::move(done));
+    read<ScanEntry>(request(NL80211_CMD_GET_SCAN, NLM_F_DUMP), scanEntry, std::move(done));
 }
 
-void Nl80211Interface::readStations(Read<std::vector<StationInfo>> done)
+void Nl80211Interface::readStations(const std::optional<MacAddress>& accessPoint, Read<std::vector<StationInfo>> done)
 {
-    dump<StationInfo>(NL80211_CMD_GET_STATION, stationInfo, std::move(done));
+    NetlinkMessage message = request(NL80211_CMD_GET_STATION, accessPoint ? 0 : NLM_F_DUMP);
+    if (accessPoint)
+        message.put(NL80211_ATTR_MAC, *accessPoint);
+    read<StationInfo>(std::move(message), stationInfo, std::move(done));
 }
 
 void Nl80211Interface::readSurvey(Read<std::vector<SurveyFacts>> done)
 {
-    dump<SurveyFacts>(NL80211_CMD_GET_SURVEY, surveyFacts, std::move(done));
+    read<SurveyFacts>(request(NL80211_CMD_GET_SURVEY, NLM_F_DUMP), surveyFacts, std::move(done));
 }
 
 void Nl80211Interface::readLink(Read<LinkMessage> done)

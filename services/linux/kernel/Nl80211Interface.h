@@ -17,7 +17,7 @@ public:
 
     void readWiphy(Read<WiphyFacts> done) override;
     void readScan(Read<std::vector<ScanEntry>> done) override;
-    void readStations(Read<std::vector<StationInfo>> done) override;
+    void readStations(const std::optional<MacAddress>& accessPoint, Read<std::vector<StationInfo>> done) override;
     void readSurvey(Read<std::vector<SurveyFacts>> done) override;
     void readLink(Read<LinkMessage> done) override;
     [[nodiscard]] std::optional<std::uint64_t> duplicates() override { return m_driver.statistic("rx_duplicates"); }
@@ -35,7 +35,7 @@ private:
     [[nodiscard]] NetlinkMessage request(std::uint8_t command, int flags = 0) const;
     void sendSet(NetlinkMessage message, Done done);
     template <typename Value>
-    void dump(std::uint8_t command, std::optional<Value> (*parse)(Attributes), Read<std::vector<Value>> done);
+    void read(NetlinkMessage message, std::optional<Value> (*parse)(Attributes), Read<std::vector<Value>> done);
 
     int m_family;
     std::uint32_t m_index;

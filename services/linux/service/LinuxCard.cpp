@@ -173,7 +173,9 @@ void LinuxCard::refreshFacts()
     });
     if (!m_card.state().link)
         return;
-    m_parts.kernel->readStations([this](const std::optional<std::vector<StationInfo>>& stations) {
+    const LinkFacts& link = *m_card.state().link;
+    const auto accessPoint = link.isAdHoc ? std::nullopt : std::optional(link.bssid);
+    m_parts.kernel->readStations(accessPoint, [this](const std::optional<std::vector<StationInfo>>& stations) {
         if (stations)
             m_card.stationsRead(*stations);
     });
@@ -247,6 +249,7 @@ void LinuxCard::supplicantEvent(const SupplicantEvent& event)
         m_parts.log("the network does not accept the join: " + event.text);
         break;
     case SupplicantEventKind::Connected: // its status follows
+    case SupplicantEventKind::ChannelSwitched:
     case SupplicantEventKind::Terminating: // its end follows
     case SupplicantEventKind::Other:
         break;
@@ -259,4 +262,15 @@ void LinuxCard::supplicantStatus(const SupplicantStatus& status)
     m_factsMs = nowMs() - factsAgeMs;
     refreshFacts();
     readScan({});
+}
+
+bool LinuxCard::supplicantProbed(const SupplicantStatus& status)
+{
+    if (!m_card.isNews(status))
+        return false;
+    if (status.isCompleted)
+        supplicantStatus(status);
+    else
+        m_card.linkDown();
+    return true;
 }

@@ -65,6 +65,7 @@ private:
     void supplicantLost() override;
     void supplicantEvent(const SupplicantEvent& event) override;
     void supplicantStatus(const SupplicantStatus& status) override;
+    [[nodiscard]] bool supplicantProbed(const SupplicantStatus& status) override;
 
     void serve(const ServiceRequest& request, ServiceReply reply);
     void apply(const Effects& effects);

@@ -15,8 +15,10 @@ public:
     virtual void supplicantReady() = 0;
     virtual void supplicantLost() = 0;
     virtual void supplicantEvent(const SupplicantEvent& event) = 0;
-    // The state after a connection was reported.
+    // The state after a connection or another channel was reported.
     virtual void supplicantStatus(const SupplicantStatus& status) = 0;
+    // The state as it is from time to time. Returns whether it was news: then an event was lost.
+    [[nodiscard]] virtual bool supplicantProbed(const SupplicantStatus& status) = 0;
 };
 
 // What a card needs of the supplicant. Every operation returns at once, and does nothing while it is not ready.

@@ -38,27 +38,34 @@ std::string_view trimmed(std::string_view text)
 
 } // namespace
 
-SupplicantChild::SupplicantChild(std::string interfaceName, Log log, std::string program)
+SupplicantChild::SupplicantChild(std::string interfaceName, Log log)
+    : SupplicantChild(std::move(interfaceName), std::move(log), {}, Timing {})
+{
+}
+
+SupplicantChild::SupplicantChild(std::string interfaceName, Log log, std::string program, Timing timing)
     : m_interfaceName(std::move(interfaceName))
     , m_log(std::move(log))
     , m_program(std::move(program))
     , m_control([this](std::string_view reply) { receiveReply(reply); })
     , m_events([this](std::string_view line) { receiveEvent(line); })
 {
-    for (QTimer* const timer : { &m_restart, &m_connectRetry, &m_startTimeout, &m_replyTimeout })
+    for (QTimer* const timer : { &m_restart, &m_connectRetry, &m_startTimeout, &m_replyTimeout, &m_proven })
         timer->setSingleShot(true);
     m_connectRetry.setInterval(connectRetryMs);
-    m_startTimeout.setInterval(startTimeoutMs);
-    m_replyTimeout.setInterval(replyTimeoutMs);
-    m_probe.setInterval(probeIntervalMs);
+    m_startTimeout.setInterval(timing.startTimeoutMs);
+    m_replyTimeout.setInterval(timing.replyTimeoutMs);
+    m_probe.setInterval(timing.probeIntervalMs);
+    m_proven.setInterval(timing.provenMs);
     QObject::connect(&m_restart, &QTimer::timeout, &m_restart, [this] { launch(); });
     QObject::connect(&m_connectRetry, &QTimer::timeout, &m_connectRetry, [this] { connectControl(); });
     QObject::connect(&m_startTimeout, &QTimer::timeout, &m_startTimeout,
-        [this] { giveUpOn("it does not open its control socket"); });
+        [this] { giveUpOn("it does not open its control socket, or sends no events"); });
     QObject::connect(&m_replyTimeout, &QTimer::timeout, &m_replyTimeout, [this] { giveUpOn("it does not answer"); });
-    QObject::connect(&m_probe, &QTimer::timeout, &m_probe, [this] {
-        if (m_commands.empty())
-            send(SecretText("PING"), [](std::string_view) {});
+    QObject::connect(&m_probe, &QTimer::timeout, &m_probe, [this] { probe(); });
+    QObject::connect(&m_proven, &QTimer::timeout, &m_proven, [this] {
+        m_pauseMs = 0;
+        m_lastComplaint.clear();
     });
 }
 
@@ -122,13 +129,18 @@ void SupplicantChild::connectControl()
         m_connectRetry.start();
         return;
     }
-    send(SecretText("PING"), [this](std::string_view) {
-        m_startTimeout.stop();
-        m_isReady = true;
-        m_lastComplaint.clear();
-        m_probe.start();
-        m_listener->supplicantReady();
-    });
+    send(SecretText("PING"), [this](std::string_view) { becomeReady(); });
+}
+
+// Once it answers commands and has agreed to send events.
+void SupplicantChild::becomeReady()
+{
+    if (!m_isAttached || !m_commands.empty() || std::exchange(m_isReady, true))
+        return;
+    m_startTimeout.stop();
+    m_probe.start();
+    m_proven.start();
+    m_listener->supplicantReady();
 }
 
 void SupplicantChild::giveUpOn(const std::string& why)
@@ -143,12 +155,13 @@ void SupplicantChild::ended(const std::string& why)
     if (why != m_lastComplaint)
         m_log("wpa_supplicant is started again: " + why);
     m_lastComplaint = why;
-    for (QTimer* const timer : { &m_connectRetry, &m_startTimeout, &m_replyTimeout, &m_probe })
+    for (QTimer* const timer : { &m_connectRetry, &m_startTimeout, &m_replyTimeout, &m_probe, &m_proven })
         timer->stop();
     m_control.close();
     m_events.close();
     m_commands.clear();
     m_isSent = false;
+    m_isAttached = false;
     ++m_generation;
     if (m_process) {
         // Its signal may be on the call stack, or its end still to come.
@@ -159,11 +172,8 @@ void SupplicantChild::ended(const std::string& why)
         else
             QObject::connect(process, &QProcess::finished, process, &QObject::deleteLater);
     }
-    // Only a child that worked starts the pauses over.
-    if (std::exchange(m_isReady, false)) {
-        m_pauseMs = 0;
+    if (std::exchange(m_isReady, false))
         m_listener->supplicantLost();
-    }
     scheduleRestart();
 }
 
@@ -212,18 +222,37 @@ void SupplicantChild::receiveReply(std::string_view reply)
 void SupplicantChild::receiveEvent(std::string_view line)
 {
     const auto event = supplicantEvent(line);
+    if (!event && isOk(line) && !std::exchange(m_isAttached, true))
+        becomeReady();
     if (!event || !m_isReady)
         return;
+    if (event->kind == SupplicantEventKind::Disconnected)
+        ++m_statusGeneration;
     m_listener->supplicantEvent(*event);
-    if (event->kind == SupplicantEventKind::Connected)
+    if (event->kind == SupplicantEventKind::Connected || event->kind == SupplicantEventKind::ChannelSwitched)
         requestStatus();
 }
 
 void SupplicantChild::requestStatus()
 {
-    send(SecretText("STATUS"), [this, generation = m_generation](std::string_view reply) {
-        if (generation == m_generation)
+    send(SecretText("STATUS"), [this, join = m_generation, status = m_statusGeneration](std::string_view reply) {
+        if (join == m_generation && status == m_statusGeneration)
             m_listener->supplicantStatus(supplicantStatus(reply));
+    });
+}
+
+// Shows that the child answers, and finds what a lost event would have told.
+void SupplicantChild::probe()
+{
+    if (!m_commands.empty())
+        return;
+    send(SecretText("STATUS"), [this, join = m_generation, status = m_statusGeneration](std::string_view reply) {
+        if (join != m_generation || status != m_statusGeneration || !m_isReady)
+            return;
+        // Perhaps it has stopped sending events: it does so when it cannot deliver them.
+        if (m_listener->supplicantProbed(supplicantStatus(reply))
+            && (m_events.send("DETACH") || m_events.send("ATTACH")))
+            giveUpOn("it does not take the request for events");
     });
 }
 

@@ -23,13 +23,19 @@ class SupplicantChild final : public Supplicant {
 public:
     using Log = std::function<void(const std::string&)>;
 
-    static constexpr int replyTimeoutMs = 3000;
-    static constexpr int probeIntervalMs = 10'000;
-    static constexpr int startTimeoutMs = 10'000;
+    struct Timing {
+        // The driver may keep the child busy for seconds, in a system call.
+        int replyTimeoutMs { 10'000 };
+        int probeIntervalMs { 10'000 };
+        int startTimeoutMs { 10'000 };
+        // A child that has worked for so long starts the pauses over.
+        int provenMs { 30'000 };
+    };
     static constexpr int maxPauseMs = 30'000;
 
     // program: path of the supplicant; empty to look for it in the usual directories.
-    SupplicantChild(std::string interfaceName, Log log, std::string program = {});
+    SupplicantChild(std::string interfaceName, Log log);
+    SupplicantChild(std::string interfaceName, Log log, std::string program, Timing timing);
     ~SupplicantChild() override;
 
     void start(SupplicantListener& listener) override;
@@ -56,6 +62,8 @@ private:
     void receiveEvent(std::string_view line);
     void setAll(const std::string& id, const NetworkBlock& block);
     void requestStatus();
+    void probe();
+    void becomeReady();
     [[nodiscard]] std::string path(const char* name) const;
 
     std::string m_interfaceName;
@@ -68,8 +76,10 @@ private:
     ControlSocket m_events;
     std::deque<Command> m_commands; // the first one waits for its reply if m_isSent
     bool m_isSent { false };
+    bool m_isAttached { false }; // events come
     bool m_isReady { false };
     std::uint64_t m_generation { 0 }; // of the join that replies belong to
+    std::uint64_t m_statusGeneration { 0 }; // a status asked for before the link went down is out of date
     std::string m_networkId;
     int m_pauseMs { 0 };
     std::string m_lastComplaint;
@@ -78,4 +88,5 @@ private:
     QTimer m_startTimeout;
     QTimer m_replyTimeout;
     QTimer m_probe;
+    QTimer m_proven;
 };

@@ -1,5 +1,6 @@
 #include "services/linux/wire/SupplicantText.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 
@@ -22,6 +23,7 @@ struct EventWord {
 constexpr std::array eventWords {
     EventWord { "CTRL-EVENT-CONNECTED", SupplicantEventKind::Connected },
     EventWord { "CTRL-EVENT-DISCONNECTED", SupplicantEventKind::Disconnected },
+    EventWord { "CTRL-EVENT-CHANNEL-SWITCH", SupplicantEventKind::ChannelSwitched },
     EventWord { "CTRL-EVENT-NETWORK-NOT-FOUND", SupplicantEventKind::NetworkNotFound },
     EventWord { "CTRL-EVENT-AUTH-REJECT", SupplicantEventKind::AuthenticationRejected },
     EventWord { "CTRL-EVENT-ASSOC-REJECT", SupplicantEventKind::AssociationRejected },
@@ -74,10 +76,15 @@ std::vector<std::uint8_t> unescaped(std::string_view text)
     return bytes;
 }
 
+constexpr std::array<std::string_view, 4> downStates { "DISCONNECTED", "INACTIVE", "INTERFACE_DISABLED", "SCANNING" };
+
 void readStatusLine(SupplicantStatus& status, std::string_view name, std::string_view value)
 {
-    if (name == "wpa_state")
+    if (name == "wpa_state") {
         status.isCompleted = value == "COMPLETED";
+        status.isDown = std::find(downStates.begin(), downStates.end(), value) != downStates.end();
+    } else if (name == "mode")
+        status.isAdHoc = value == "IBSS";
     else if (name == "bssid")
         status.bssid = addressFromText(value);
     else if (name == "ssid")

@@ -13,6 +13,7 @@
 enum class SupplicantEventKind {
     Connected, // authenticated and keys set; the link carries data
     Disconnected,
+    ChannelSwitched, // the access point has moved to another channel, and the link with it
     NetworkNotFound,
     AuthenticationRejected,
     AssociationRejected,
@@ -31,6 +32,8 @@ struct SupplicantEvent {
 
 struct SupplicantStatus {
     bool isCompleted { false };
+    bool isDown { false }; // not even associating; keys are renewed while neither is set
+    bool isAdHoc { false };
     std::optional<MacAddress> bssid;
     std::vector<std::uint8_t> ssid;
     std::uint32_t frequencyMhz { 0 };

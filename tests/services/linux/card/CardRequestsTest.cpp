@@ -194,3 +194,16 @@ TEST(CardRequests, ListIsDeliveredInChunks)
     }
     EXPECT_EQ(count, 98U);
 }
+
+TEST(CardRequests, SignalOfTheListIsUsedIfTheDriverHasNoneOfTheStation)
+{
+    CardUnderTest card;
+    card.hear({ networkEntry("cafe", 1) });
+    card.joinOpen();
+    EXPECT_EQ(card.query<std::int32_t>(OID_802_11_RSSI), -60);
+    EXPECT_EQ(card.query<VX_802_11_LINK_COUNTERS>(VX_OID_802_11_LINK_COUNTERS)->ChannelQuality, 70U);
+    StationInfo peer;
+    peer.signalDbm = -44;
+    card.card.stationsRead({ peer });
+    EXPECT_EQ(card.query<std::int32_t>(OID_802_11_RSSI), -44);
+}

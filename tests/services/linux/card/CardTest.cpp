@@ -345,3 +345,64 @@ TEST(Card, SettingsOfTheRadioAreMadeAgainWithEachLink)
     EXPECT_TRUE(effectIn<SetPowerSave>(card.effects)->isOn);
     EXPECT_NE(effectIn<SetRates>(card.effects), nullptr);
 }
+
+TEST(Card, LostEventsAreFoundByComparingTheState)
+{
+    CardUnderTest card;
+    SupplicantStatus status;
+    status.isCompleted = true;
+    status.bssid = networkEntry("cafe", 1).bssid;
+    status.frequencyMhz = 2412;
+    EXPECT_FALSE(card.card.isNews(status)); // nothing was asked for
+    (void)card.set(OID_802_11_SSID, ssidRecord("cafe"));
+    EXPECT_TRUE(card.card.isNews(status));
+    card.linkUp();
+    EXPECT_FALSE(card.card.isNews(status));
+    status.frequencyMhz = 2437;
+    EXPECT_TRUE(card.card.isNews(status));
+    status.isCompleted = false; // keys are being renewed
+    EXPECT_FALSE(card.card.isNews(status));
+    status.isDown = true;
+    EXPECT_TRUE(card.card.isNews(status));
+    card.card.linkDown();
+    EXPECT_FALSE(card.card.isNews(status));
+}
+
+TEST(Card, LinkThatItsAccessPointMovedIsReportedOnTheNewChannel)
+{
+    CardUnderTest card;
+    card.joinOpen();
+    const auto channelKhz = [&card] {
+        const auto configuration = card.query<NDIS_802_11_CONFIGURATION>(OID_802_11_CONFIGURATION);
+        return std::uint32_t { valueOf(configuration->DSConfig) };
+    };
+    EXPECT_EQ(channelKhz(), 2412000U);
+    card.linkUp(1, "cafe", 2437);
+    EXPECT_EQ(channelKhz(), 2437000U);
+    card.linkUp(1, "cafe", 5825); // channel 165 has no number
+    EXPECT_EQ(channelKhz(), 5805000U);
+    EXPECT_TRUE(card.card.state().link);
+    ScanEntry entry = networkEntry("cafe", 1, 5825);
+    entry.isAssociated = true;
+    card.hear({ entry, networkEntry("other", 2, 5825) });
+    (void)card.card.wiphyRead({}, card.nowMs);
+    const auto records = card.card.state().networks.encoded();
+    ASSERT_EQ(records.size(), 1U);
+    EXPECT_EQ(valueOf(recordAt<WLAN_BSSID_EX>(records.front())->Configuration.DSConfig), 5805000U);
+    card.card.linkDown();
+    EXPECT_TRUE(card.card.state().networks.networks().empty());
+}
+
+TEST(Card, NetworkOfAnEndedLinkAgesLikeTheOthers)
+{
+    CardUnderTest card;
+    card.joinOpen();
+    ScanEntry entry = networkEntry("cafe", 1);
+    entry.isAssociated = true;
+    card.hear({ entry });
+    EXPECT_TRUE(card.card.state().networks.networks().front().entry.isAssociated);
+    card.card.linkDown();
+    EXPECT_FALSE(card.card.state().networks.networks().front().entry.isAssociated);
+    card.hear({ entry }); // the kernel has not yet forgotten the link
+    EXPECT_FALSE(card.card.state().networks.networks().front().entry.isAssociated);
+}

@@ -150,3 +150,28 @@ TEST(NetworkList, LeavesOutTheWeakestIfTheClientHasNoRoomForAll)
     EXPECT_GT(total, 65'000U);
     EXPECT_LT(weak, 300);
 }
+
+TEST(NetworkList, LinkedNetworkIsListedHoweverWeakItIs)
+{
+    NetworkList list;
+    std::vector<ScanEntry> many;
+    for (int i = 0; i < 600; ++i) {
+        ScanEntry entry = networkEntry("network", static_cast<std::uint8_t>(i));
+        entry.bssid[4] = static_cast<std::uint8_t>(i >> 8);
+        many.push_back(entry);
+    }
+    many.back().signalDbm = -99;
+    many.back().isAssociated = true;
+    list.update(many, 0);
+    const auto records = list.encoded();
+    EXPECT_LT(records.size(), many.size());
+    EXPECT_EQ(valueOf(recordAt<WLAN_BSSID_EX>(records.back())->Rssi), -99);
+}
+
+TEST(ChannelNumbers, ChannelsWithoutOneAreReportedAsTheNearest)
+{
+    EXPECT_EQ(numberedFrequencyMhz(2437), 2437U);
+    EXPECT_EQ(numberedFrequencyMhz(5720), 5700U); // 144 as 140
+    EXPECT_EQ(numberedFrequencyMhz(5825), 5805U); // 165 as 161
+    EXPECT_EQ(numberedFrequencyMhz(5955), 5805U);
+}

@@ -16,7 +16,11 @@ class FakeKernel final : public InterfaceKernel {
 public:
     void readWiphy(Read<WiphyFacts> done) override { later("wiphy", std::move(done), wiphy); }
     void readScan(Read<std::vector<ScanEntry>> done) override { later("scan results", std::move(done), networks); }
-    void readStations(Read<std::vector<StationInfo>> done) override { later("stations", std::move(done), stations); }
+    void readStations(const std::optional<MacAddress>& accessPoint, Read<std::vector<StationInfo>> done) override
+    {
+        accessPoints.push_back(accessPoint);
+        later("stations", std::move(done), stations);
+    }
     void readSurvey(Read<std::vector<SurveyFacts>> done) override { later("survey", std::move(done), surveys); }
     void readLink(Read<LinkMessage> done) override { later("link", std::move(done), link); }
     std::optional<std::uint64_t> duplicates() override { return 0; }
@@ -60,6 +64,7 @@ public:
     std::vector<std::string> calls;
     std::vector<StartScan> scans;
     std::vector<SetRates> allRates;
+    std::vector<std::optional<MacAddress>> accessPoints; // whose station was asked for
     std::deque<std::function<void()>> waiting;
 
 private:

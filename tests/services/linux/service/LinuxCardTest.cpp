@@ -239,3 +239,33 @@ TEST_F(LinuxCardTest, DeadSupplicantMeansNoLinkAndNoReadiness)
     supplicant->listener->supplicantReady();
     EXPECT_TRUE(card->state().isEventRaised);
 }
+
+TEST_F(LinuxCardTest, AccessPointIsAskedForByItsAddress)
+{
+    linkUp();
+    EXPECT_EQ(kernel->accessPoints.back(), networkEntry("cafe", 1).bssid);
+    SupplicantStatus status;
+    status.isCompleted = true;
+    status.isAdHoc = true;
+    status.bssid = networkEntry("cell", 2).bssid;
+    supplicant->listener->supplicantStatus(status);
+    EXPECT_EQ(kernel->accessPoints.back(), std::nullopt);
+}
+
+TEST_F(LinuxCardTest, ProbedStateReplacesAnEventThatWasLost)
+{
+    linkUp();
+    SupplicantStatus status;
+    status.isDown = true;
+    EXPECT_TRUE(supplicant->listener->supplicantProbed(status));
+    EXPECT_FALSE(card->state().link);
+    EXPECT_FALSE(supplicant->listener->supplicantProbed(status));
+    status = {};
+    status.isCompleted = true;
+    status.bssid = networkEntry("cafe", 1).bssid;
+    EXPECT_TRUE(supplicant->listener->supplicantProbed(status));
+    EXPECT_TRUE(card->state().link);
+    kernel->calls.clear();
+    EXPECT_FALSE(supplicant->listener->supplicantProbed(status));
+    EXPECT_TRUE(kernel->calls.empty()); // nothing is set or read again
+}

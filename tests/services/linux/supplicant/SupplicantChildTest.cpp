@@ -53,14 +53,24 @@ protected:
     void supplicantLost() override { ++lostCount; }
     void supplicantEvent(const SupplicantEvent& event) override { lastEvent = event.kind; }
     void supplicantStatus(const SupplicantStatus& status) override { lastStatus = status; }
+    bool supplicantProbed(const SupplicantStatus& status) override
+    {
+        ++probeCount;
+        lastProbe = status;
+        return isProbeNews;
+    }
 
     int readyCount { 0 };
     int lostCount { 0 };
     SupplicantEventKind lastEvent { SupplicantEventKind::Other };
+    int probeCount { 0 };
+    bool isProbeNews { false };
     std::optional<SupplicantStatus> lastStatus;
+    std::optional<SupplicantStatus> lastProbe;
     std::string complaints;
     QTemporaryDir folder { QStringLiteral("/tmp/child-XXXXXX") };
-    SupplicantChild child { "card9", [this](const std::string& text) { complaints += text + '\n'; }, STAND_IN_PROGRAM };
+    SupplicantChild child { "card9", [this](const std::string& text) { complaints += text + '\n'; }, STAND_IN_PROGRAM,
+        { .replyTimeoutMs = 3000, .probeIntervalMs = 300, .startTimeoutMs = 10'000, .provenMs = 1000 } };
 };
 
 TEST_F(SupplicantChildTest, JoinsWithTheSettingsOfTheBlock)
@@ -134,9 +144,62 @@ TEST_F(SupplicantChildTest, EndlessDeathsAreLoggedOnceAndPausedBetween)
 TEST_F(SupplicantChildTest, MissingProgramIsSaid)
 {
     SupplicantChild missing(
-        "card9", [this](const std::string& text) { complaints += text; }, "/nowhere/wpa_supplicant");
+        "card9", [this](const std::string& text) { complaints += text; }, "/nowhere/wpa_supplicant", {});
     missing.start(*this);
     EXPECT_TRUE(waitFor([this] { return isSaid("cannot be started"); }));
+}
+
+TEST_F(SupplicantChildTest, ChildThatKeepsDyingIsPausedBetweenAlthoughItWasReady)
+{
+    start();
+    for (int death = 1; death <= 3; ++death) {
+        ASSERT_TRUE(waitFor([this, death] { return readyCount == death; }));
+        child.join(network("KILL"));
+        ASSERT_TRUE(waitFor([this, death] { return lostCount == death; }));
+    }
+    QElapsedTimer timer;
+    timer.start();
+    ASSERT_TRUE(waitFor([this] { return readyCount == 4; }));
+    EXPECT_GE(timer.elapsed(), 700); // 200, 400, 800 ms
+    EXPECT_EQ(complaints, "wpa_supplicant is started again: it ended with status 9\n");
+    // One that works for a while starts the pauses over.
+    (void)waitFor([] { return false; }, 1300);
+    child.join(network("KILL"));
+    ASSERT_TRUE(waitFor([this] { return lostCount == 4; }));
+    timer.start();
+    ASSERT_TRUE(waitFor([this] { return readyCount == 5; }));
+    EXPECT_LT(timer.elapsed(), 700);
+}
+
+TEST_F(SupplicantChildTest, ReadinessNeedsTheConsentToSendEvents)
+{
+    qputenv("STAND_IN_BEHAVIOUR", "refuses=ATTACH");
+    start();
+    EXPECT_FALSE(waitFor([this] { return readyCount != 0; }, 1000));
+}
+
+TEST_F(SupplicantChildTest, StateIsProbedAndEventsAreAskedForAgainIfOneWasLost)
+{
+    start();
+    ASSERT_TRUE(waitFor([this] { return probeCount >= 1; }));
+    EXPECT_TRUE(lastProbe->isCompleted);
+    EXPECT_EQ(commands().find("DETACH"), std::string::npos);
+    isProbeNews = true;
+    ASSERT_TRUE(waitFor([this] { return commands().find("DETACH\nATTACH\n") != std::string::npos; }));
+    isProbeNews = false;
+    child.join(network("cafe"));
+    EXPECT_TRUE(waitFor([this] { return lastEvent == SupplicantEventKind::Connected; }));
+    EXPECT_EQ(readyCount, 1);
+}
+
+TEST_F(SupplicantChildTest, StatusFromBeforeADisconnectionIsOutOfDate)
+{
+    qputenv("STAND_IN_BEHAVIOUR", "flickers");
+    start();
+    ASSERT_TRUE(waitFor([this] { return readyCount == 1; }));
+    child.join(network("cafe"));
+    ASSERT_TRUE(waitFor([this] { return lastEvent == SupplicantEventKind::Disconnected; }));
+    EXPECT_FALSE(waitFor([this] { return lastStatus.has_value(); }, 500));
 }
 
 TEST_F(SupplicantChildTest, NewJoinReplacesOneThatIsStillBeingMade)

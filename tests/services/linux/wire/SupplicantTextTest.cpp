@@ -72,3 +72,20 @@ TEST(SupplicantAddress, IsReadStrictly)
         { "", "00:11:22:33:44", "00:11:22:33:44:5", "00-11-22-33-44-55", "00:11:22:33:44:5g", "00:11:22:33:44:55:66" })
         EXPECT_FALSE(addressFromText(text)) << text;
 }
+
+TEST(SupplicantStatus, TellsALinkThatIsDownFromOneThatChanges)
+{
+    EXPECT_TRUE(supplicantStatus("wpa_state=DISCONNECTED\n").isDown);
+    EXPECT_TRUE(supplicantStatus("wpa_state=SCANNING\n").isDown);
+    EXPECT_FALSE(supplicantStatus("wpa_state=GROUP_HANDSHAKE\n").isDown);
+    EXPECT_FALSE(supplicantStatus("wpa_state=COMPLETED\n").isDown);
+    EXPECT_TRUE(supplicantStatus("mode=IBSS\n").isAdHoc);
+    EXPECT_FALSE(supplicantStatus("mode=station\n").isAdHoc);
+}
+
+TEST(SupplicantEvent, ChannelSwitchIsKnown)
+{
+    const auto event = supplicantEvent("<3>CTRL-EVENT-CHANNEL-SWITCH freq=2437 ht_enabled=0 ch_offset=0");
+    ASSERT_TRUE(event);
+    EXPECT_EQ(event->kind, SupplicantEventKind::ChannelSwitched);
+}
