@@ -26,6 +26,9 @@ CardWatch::CardWatch(
     , m_log(std::move(log))
 {
     m_poll.setInterval(pollIntervalMs);
+    m_settling.setInterval(static_cast<int>(settlingMs));
+    m_settling.setSingleShot(true);
+    QObject::connect(&m_settling, &QTimer::timeout, &m_settling, [this] { readInterfaces(); });
     QObject::connect(&m_poll, &QTimer::timeout, &m_poll, [this] { poll(); });
 }
 
@@ -68,19 +71,46 @@ void CardWatch::compare(const std::vector<InterfaceFacts>& present)
 void CardWatch::consider(const InterfaceFacts& interface)
 {
     const bool isWanted = m_options.interfaceName.empty() || interface.name == m_options.interfaceName;
-    if (!isWanted || !isStation(interface) || m_published.contains(interface.index))
-        return;
-    m_managers.find(interface.name, [this, interface](const std::string& holder) {
-        if (!holder.empty()) {
-            // Once for each holder, although the question is asked again and again.
-            if (std::exchange(m_holders[interface.name], holder) != holder)
-                log(interface.name, "left alone: " + holder);
+    if (isWanted && isStation(interface) && !m_published.contains(interface.index))
+        askManagers(interface);
+}
+
+void CardWatch::askManagers(const InterfaceFacts& interface)
+{
+    m_managers.find(interface.name, [this, interface](const ManagerFinding& finding) {
+        const bool isPublished = m_published.contains(interface.index);
+        if (finding.kind == ManagerFinding::Kind::Held) {
+            withdraw(interface.index); // the manager was started later than we were
+            leaveAlone(interface, finding.text);
             return;
         }
         // It may have gone while its managers were asked.
-        if (m_system.exists(interface) && !m_published.contains(interface.index))
+        if (!isPublished && isFree(interface, finding) && m_system.exists(interface))
             publish(interface);
     });
+}
+
+bool CardWatch::isFree(const InterfaceFacts& interface, const ManagerFinding& finding)
+{
+    if (finding.kind == ManagerFinding::Kind::Unclear)
+        leaveAlone(interface, finding.text);
+    if (finding.kind != ManagerFinding::Kind::NotKnown) {
+        m_unknownSinceMs.erase(interface.index);
+        return finding.kind == ManagerFinding::Kind::Free;
+    }
+    const auto [since, isNew] = m_unknownSinceMs.try_emplace(interface.index, m_clock());
+    if (m_clock() - since->second >= settlingMs)
+        return true;
+    m_settling.start();
+    return false;
+}
+
+// Says so once for each reason, although the question is asked again and again.
+void CardWatch::leaveAlone(const InterfaceFacts& interface, const std::string& why)
+{
+    m_unknownSinceMs.erase(interface.index);
+    if (std::exchange(m_holders[interface.name], why) != why)
+        log(interface.name, "left alone: " + why);
 }
 
 void CardWatch::publish(const InterfaceFacts& interface)
@@ -114,6 +144,7 @@ void CardWatch::publish(const InterfaceFacts& interface)
 
 void CardWatch::withdraw(std::uint32_t index)
 {
+    m_unknownSinceMs.erase(index);
     auto found = m_published.extract(index);
     if (!found)
         return;
@@ -182,7 +213,7 @@ void CardWatch::eventsMissed()
         published.card->eventsMissed();
 }
 
-// What no event tells: an interface that was released by its manager, a resumed machine.
+// What no event tells: an interface that was released by its manager or taken by another, a resumed machine.
 void CardWatch::poll()
 {
     m_system.repair();
@@ -190,6 +221,11 @@ void CardWatch::poll()
         m_presentAtStart.emplace();
     if (m_published.empty() || m_options.interfaceName.empty())
         readInterfaces();
+    std::vector<InterfaceFacts> published;
+    for (const auto& [index, entry] : m_published)
+        published.push_back({ index, 0, NL80211_IFTYPE_STATION, entry.name });
+    for (const InterfaceFacts& interface : published)
+        askManagers(interface);
     noticeResume();
 }
 

@@ -28,6 +28,8 @@ class CardWatch final : private WirelessListener {
 public:
     using Log = std::function<void(const std::string&)>;
     static constexpr int pollIntervalMs = 10'000;
+    // A manager may learn of a new interface later than we do. So long must it not have known the interface.
+    static constexpr std::int64_t settlingMs = 3000;
     // How long an interface may have been away for its return to be an event for the client.
     static constexpr std::int64_t returnMs = 60'000;
 
@@ -57,6 +59,9 @@ private:
     void readInterfaces();
     void compare(const std::vector<InterfaceFacts>& present);
     void consider(const InterfaceFacts& interface);
+    void askManagers(const InterfaceFacts& interface);
+    [[nodiscard]] bool isFree(const InterfaceFacts& interface, const ManagerFinding& finding);
+    void leaveAlone(const InterfaceFacts& interface, const std::string& why);
     void publish(const InterfaceFacts& interface);
     void withdraw(std::uint32_t index);
     [[nodiscard]] bool isReturning(const InterfaceFacts& interface);
@@ -75,6 +80,8 @@ private:
     std::map<std::uint32_t, std::int64_t> m_withdrawnIndexMs; // by index, which survives a new name
     std::optional<std::set<std::uint32_t>> m_presentAtStart; // not yet published
     std::map<std::string, std::string> m_holders; // as last logged
+    std::map<std::uint32_t, std::int64_t> m_unknownSinceMs; // by index: to every manager that runs
     QTimer m_poll;
+    QTimer m_settling;
     std::int64_t m_lastSuspendedMs { 0 };
 };

@@ -11,6 +11,8 @@
 #include <QDBusPendingReply>
 #include <QDBusVariant>
 
+#include <algorithm>
+#include <initializer_list>
 #include <memory>
 #include <utility>
 
@@ -44,6 +46,17 @@ QDBusMessage method(const char* service, const QString& path, const char* interf
     return message;
 }
 
+bool isReply(const QDBusMessage& message)
+{
+    return message.type() == QDBusMessage::ReplyMessage && !message.arguments().isEmpty();
+}
+
+bool isOneOf(const QDBusMessage& message, std::initializer_list<const char*> errors)
+{
+    return std::any_of(errors.begin(), errors.end(),
+        [&message](const char* error) { return message.errorName() == QLatin1String(error); });
+}
+
 // Asks one manager after the other, and stops at the first one that has the interface.
 class Inquiry : public std::enable_shared_from_this<Inquiry> {
 public:
@@ -60,13 +73,12 @@ public:
             QStringLiteral("/org/freedesktop/NetworkManager"), "org.freedesktop.NetworkManager", "GetDeviceByIpIface");
         message << QString::fromStdString(m_name);
         call(m_bus, message, [self = shared_from_this()](const QDBusMessage& reply) {
-            const auto path = reply.type() == QDBusMessage::ReplyMessage && !reply.arguments().isEmpty()
-                ? reply.arguments().constFirst().value<QDBusObjectPath>().path()
-                : QString();
-            if (path.isEmpty())
-                self->askIwd();
-            else
-                self->askWhetherManaged(path);
+            if (isReply(reply)) {
+                self->askWhetherManaged(reply.arguments().constFirst().value<QDBusObjectPath>().path());
+                return;
+            }
+            self->note("NetworkManager", reply, { "org.freedesktop.NetworkManager.UnknownDevice" });
+            self->askIwd();
         });
     }
 
@@ -77,13 +89,16 @@ private:
             = method("org.freedesktop.NetworkManager", device, "org.freedesktop.DBus.Properties", "Get");
         message << QStringLiteral("org.freedesktop.NetworkManager.Device") << QStringLiteral("Managed");
         call(m_bus, message, [self = shared_from_this()](const QDBusMessage& reply) {
-            const bool isManaged = reply.type() == QDBusMessage::ReplyMessage && !reply.arguments().isEmpty()
-                && reply.arguments().constFirst().value<QDBusVariant>().variant().toBool();
-            if (isManaged)
-                self->m_found(
+            const bool isManaged
+                = isReply(reply) && reply.arguments().constFirst().value<QDBusVariant>().variant().toBool();
+            if (isManaged) {
+                self->held(
                     "NetworkManager manages it; release it with: nmcli device set " + self->m_name + " managed no");
-            else
-                self->askIwd();
+                return;
+            }
+            if (!isReply(reply))
+                self->note("NetworkManager", reply, {});
+            self->askIwd();
         });
     }
 
@@ -92,12 +107,14 @@ private:
         const QDBusMessage message
             = method("net.connman.iwd", QStringLiteral("/"), "org.freedesktop.DBus.ObjectManager", "GetManagedObjects");
         call(m_bus, message, [self = shared_from_this()](const QDBusMessage& reply) {
-            const bool isHeld = reply.type() == QDBusMessage::ReplyMessage && !reply.arguments().isEmpty()
-                && self->isAmong(qdbus_cast<ManagedObjects>(reply.arguments().constFirst()));
-            if (isHeld)
-                self->m_found("iwd manages it; release it by stopping iwd, or exclude it with iwd's option -I");
-            else
-                self->askSupplicant();
+            if (!isReply(reply))
+                self->note("iwd", reply, {});
+            else if (self->isAmong(qdbus_cast<ManagedObjects>(reply.arguments().constFirst()))) {
+                self->held("iwd manages it; release it by stopping iwd, or exclude it with iwd's option -I");
+                return;
+            } else
+                self->notKnown();
+            self->askSupplicant();
         });
     }
 
@@ -117,16 +134,41 @@ private:
             "fi.w1.wpa_supplicant1", QStringLiteral("/fi/w1/wpa_supplicant1"), "fi.w1.wpa_supplicant1", "GetInterface");
         message << QString::fromStdString(m_name);
         call(m_bus, message, [self = shared_from_this()](const QDBusMessage& reply) {
-            if (reply.type() == QDBusMessage::ReplyMessage)
-                self->m_found("a wpa_supplicant of the system manages it; stop that service");
-            else
-                self->m_found({});
+            if (isReply(reply)) {
+                self->held("a wpa_supplicant of the system manages it; stop that service");
+                return;
+            }
+            self->note("the system's wpa_supplicant", reply, { "fi.w1.wpa_supplicant1.InterfaceUnknown" });
+            self->m_found(self->m_finding);
         });
     }
+
+    // A manager that does not run holds nothing. Any other failure says nothing about the interface: the manager may be
+    // about to start, or may not talk to us.
+    void note(const char* manager, const QDBusMessage& reply, std::initializer_list<const char*> unknownInterface)
+    {
+        if (isOneOf(
+                reply, { "org.freedesktop.DBus.Error.ServiceUnknown", "org.freedesktop.DBus.Error.NameHasNoOwner" }))
+            return;
+        if (isOneOf(reply, unknownInterface))
+            notKnown();
+        else
+            m_finding = { ManagerFinding::Kind::Unclear,
+                std::string(manager) + " does not say whether it manages it: " + reply.errorName().toStdString() };
+    }
+
+    void notKnown()
+    {
+        if (m_finding.kind == ManagerFinding::Kind::Free)
+            m_finding.kind = ManagerFinding::Kind::NotKnown;
+    }
+
+    void held(const std::string& text) { m_found({ ManagerFinding::Kind::Held, text }); }
 
     QDBusConnection m_bus;
     std::string m_name;
     OtherManagers::Found m_found;
+    ManagerFinding m_finding;
 };
 
 } // namespace
@@ -134,7 +176,7 @@ private:
 void SystemManagers::find(const std::string& interfaceName, Found found)
 {
     if (hasControlSocket(m_controlDirectory, interfaceName)) {
-        found("a wpa_supplicant of the system manages it; stop that service");
+        found({ ManagerFinding::Kind::Held, "a wpa_supplicant of the system manages it; stop that service" });
         return;
     }
     const QDBusConnection bus = m_connect();

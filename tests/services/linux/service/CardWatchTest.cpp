@@ -50,9 +50,9 @@ public:
 
 class FakeManagers final : public OtherManagers {
 public:
-    void find(const std::string&, Found found) override { found(holder); }
+    void find(const std::string&, Found found) override { found(finding); }
 
-    std::string holder;
+    ManagerFinding finding;
 };
 
 class CardWatchTest : public testing::Test {
@@ -177,13 +177,13 @@ TEST_F(CardWatchTest, MissedEventsAreMadeUpForByReading)
 
 TEST_F(CardWatchTest, ManagedInterfaceIsPublishedAfterItsRelease)
 {
-    managers.holder = "somebody manages it";
+    managers.finding = { ManagerFinding::Kind::Held, "somebody manages it" };
     system.interfaces = { interface(3, "wlan0") };
     start();
     watch->poll();
     EXPECT_EQ(published(), Names {});
     EXPECT_EQ(countInLog("wlan0: left alone: somebody manages it\n"), 1U);
-    managers.holder.clear();
+    managers.finding = {};
     watch->poll();
     EXPECT_EQ(published(), Names { "wlan0" });
 }
@@ -247,4 +247,46 @@ TEST_F(CardWatchTest, ReturnAndRenamingRaiseTheEvent)
     nowMs += CardWatch::returnMs;
     change({ interface(5, "radio") });
     EXPECT_FALSE(isEventRaised("radio"));
+}
+
+TEST_F(CardWatchTest, PublishedInterfaceIsGivenToAManagerThatTakesItLater)
+{
+    system.interfaces = { interface(3, "wlan0") };
+    start();
+    managers.finding = { ManagerFinding::Kind::Unclear, "somebody does not answer" };
+    watch->poll(); // no reason to drop a link
+    EXPECT_EQ(published(), Names { "wlan0" });
+    managers.finding = { ManagerFinding::Kind::Held, "somebody manages it" };
+    watch->poll();
+    EXPECT_EQ(published(), Names {});
+    watch->poll();
+    EXPECT_EQ(countInLog("wlan0: left alone: somebody manages it\n"), 1U);
+}
+
+TEST_F(CardWatchTest, ManagerThatDoesNotAnswerMayHoldTheInterface)
+{
+    managers.finding = { ManagerFinding::Kind::Unclear, "somebody does not answer" };
+    system.interfaces = { interface(3, "wlan0") };
+    start();
+    nowMs += CardWatch::settlingMs;
+    watch->poll();
+    EXPECT_EQ(published(), Names {});
+    EXPECT_EQ(countInLog("wlan0: left alone: somebody does not answer\n"), 1U);
+}
+
+TEST_F(CardWatchTest, ManagerHasTimeToLearnOfANewInterface)
+{
+    start();
+    managers.finding.kind = ManagerFinding::Kind::NotKnown;
+    change({ interface(3, "wlan0") });
+    nowMs += CardWatch::settlingMs - 1;
+    system.listener->interfacesChanged();
+    EXPECT_EQ(published(), Names {});
+    nowMs += 1;
+    system.listener->interfacesChanged();
+    EXPECT_EQ(published(), Names { "wlan0" });
+    // Each interface has that time.
+    change({});
+    change({ interface(3, "wlan0") });
+    EXPECT_EQ(published(), Names {});
 }

@@ -19,7 +19,8 @@
 
 namespace {
 
-// A program on the bus whose every object answers calls by their method's name; other calls fail.
+// A program on the bus whose every object answers calls by their method's name, or with an error; it does not know other
+// methods.
 class FakeManager final : public QDBusVirtualObject {
 public:
     FakeManager(const QString& busAddress, const QString& service)
@@ -33,6 +34,8 @@ public:
     [[nodiscard]] QString introspect(const QString&) const override { return {}; }
     bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override
     {
+        if (!error.isEmpty())
+            return connection.send(message.createErrorReply(error, QStringLiteral("refused")));
         const auto answer = answers.find(message.member());
         if (answer == answers.end())
             return false;
@@ -40,6 +43,7 @@ public:
     }
 
     QMap<QString, QVariant> answers;
+    QString error;
 
 private:
     QDBusConnection m_connection;
@@ -49,16 +53,32 @@ class SystemManagersTest : public testing::Test {
 protected:
     ~SystemManagersTest() override { QDBusConnection::disconnectFromBus(QStringLiteral("client")); }
 
-    // Who has wlan0; "(no answer)" if nothing is said.
+    using Kind = ManagerFinding::Kind;
+
+    // Who has wlan0; "(free)", "(not known)", or "(no answer)" if nothing is said.
     std::string holder()
+    {
+        const ManagerFinding finding = find();
+        switch (finding.kind) {
+        case Kind::Free:
+            return "(free)";
+        case Kind::NotKnown:
+            return "(not known)";
+        case Kind::Unclear:
+        case Kind::Held:
+            break;
+        }
+        return finding.text;
+    }
+    ManagerFinding find()
     {
         SystemManagers managers(
             [this] { return QDBusConnection::connectToBus(bus.address(), QStringLiteral("client")); },
             folder.path().toStdString());
-        std::string found = "(no answer)";
+        ManagerFinding found { Kind::Held, "(no answer)" };
         bool isAnswered = false;
-        managers.find("wlan0", [&](const std::string& text) {
-            found = text;
+        managers.find("wlan0", [&](const ManagerFinding& finding) {
+            found = finding;
             isAnswered = true;
         });
         QElapsedTimer timer;
@@ -79,7 +99,7 @@ const QString networkManager = QStringLiteral("org.freedesktop.NetworkManager");
 TEST_F(SystemManagersTest, MachineWithoutManagersHasNone)
 {
     ASSERT_FALSE(bus.address().isEmpty());
-    EXPECT_EQ(holder(), "");
+    EXPECT_EQ(holder(), "(free)");
 }
 
 TEST_F(SystemManagersTest, NetworkManagerIsNamedWithTheWayOut)
@@ -91,15 +111,27 @@ TEST_F(SystemManagersTest, NetworkManagerIsNamedWithTheWayOut)
     };
     EXPECT_EQ(holder(), "NetworkManager manages it; release it with: nmcli device set wlan0 managed no");
     manager.answers[QStringLiteral("Get")] = QVariant::fromValue(QDBusVariant(false));
-    EXPECT_EQ(holder(), "");
-    manager.answers.clear(); // it does not know the interface
-    EXPECT_EQ(holder(), "");
+    EXPECT_EQ(holder(), "(free)");
+    manager.error = QStringLiteral("org.freedesktop.NetworkManager.UnknownDevice");
+    EXPECT_EQ(holder(), "(not known)");
+}
+
+TEST_F(SystemManagersTest, FailureOfAManagerIsNoFreedom)
+{
+    FakeManager manager(bus.address(), networkManager);
+    manager.error = QStringLiteral("org.freedesktop.DBus.Error.AccessDenied");
+    const ManagerFinding finding = find();
+    EXPECT_EQ(finding.kind, Kind::Unclear);
+    EXPECT_EQ(
+        finding.text, "NetworkManager does not say whether it manages it: org.freedesktop.DBus.Error.AccessDenied");
 }
 
 TEST_F(SystemManagersTest, SupplicantOfTheSystemIsFoundOnTheBus)
 {
     FakeManager manager(bus.address(), QStringLiteral("fi.w1.wpa_supplicant1"));
-    EXPECT_EQ(holder(), "");
+    manager.error = QStringLiteral("fi.w1.wpa_supplicant1.InterfaceUnknown");
+    EXPECT_EQ(holder(), "(not known)");
+    manager.error.clear();
     manager.answers
         = { { QStringLiteral("GetInterface"), QVariant::fromValue(QDBusObjectPath(QStringLiteral("/interface/0"))) } };
     EXPECT_EQ(holder(), "a wpa_supplicant of the system manages it; stop that service");
@@ -118,7 +150,7 @@ TEST_F(SystemManagersTest, IwdIsAskedForItsDevices)
             Properties { { QStringLiteral("net.connman.iwd.Device"), device } } } });
     };
     manager.answers = { { QStringLiteral("GetManagedObjects"), devices(QStringLiteral("wlan1")) } };
-    EXPECT_EQ(holder(), "");
+    EXPECT_EQ(holder(), "(not known)");
     manager.answers = { { QStringLiteral("GetManagedObjects"), devices(QStringLiteral("wlan0")) } };
     EXPECT_EQ(holder().substr(0, 3), "iwd");
 }
@@ -134,5 +166,5 @@ TEST_F(SystemManagersTest, SupplicantWithoutABusIsFoundByItsSocket)
     ASSERT_EQ(::bind(socket.get(), reinterpret_cast<const sockaddr*>(&address), sizeof(address)), 0);
     EXPECT_EQ(holder(), "a wpa_supplicant of the system manages it; stop that service");
     socket.reset(); // dead, its file remains
-    EXPECT_EQ(holder(), "");
+    EXPECT_EQ(holder(), "(free)");
 }
