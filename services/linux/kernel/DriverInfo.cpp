@@ -1,7 +1,10 @@
 #include "services/linux/kernel/DriverInfo.h"
 
+#include "posix/FileDescriptor.h"
+
 #include <algorithm>
 #include <cstring>
+#include <memory>
 #include <vector>
 
 #include <linux/ethtool.h>
@@ -11,6 +14,9 @@
 #include <sys/socket.h>
 
 namespace {
+
+constexpr std::size_t spareStatistics = 1024;
+constexpr std::uint32_t maxStatistics = 65'536;
 
 // Both structures end with an array whose size the kernel was asked for before.
 template <typename Head> std::vector<std::uint64_t> storageFor(std::size_t payloadBytes)
@@ -34,21 +40,18 @@ std::uint8_t takeNumber(std::string_view& text)
 
 } // namespace
 
-DriverInfo::DriverInfo(std::string interfaceName)
-    : m_interfaceName(std::move(interfaceName))
-    , m_socket(::socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0))
+DriverInfo::Request DriverInfo::requestTo(const std::string& interfaceName)
 {
+    auto socket = std::make_shared<FileDescriptor>(::socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0));
     // A sandbox may allow netlink sockets only; any socket takes the request.
-    if (!m_socket)
-        m_socket = FileDescriptor(::socket(AF_NETLINK, SOCK_RAW | SOCK_CLOEXEC, 0));
-}
-
-bool DriverInfo::request(void* data) const
-{
-    ifreq call {};
-    m_interfaceName.copy(call.ifr_name, sizeof(call.ifr_name) - 1);
-    call.ifr_data = static_cast<char*>(data);
-    return ::ioctl(m_socket.get(), SIOCETHTOOL, &call) == 0;
+    if (!*socket)
+        *socket = FileDescriptor(::socket(AF_NETLINK, SOCK_RAW | SOCK_CLOEXEC, 0));
+    return [interfaceName, socket](void* data) {
+        ifreq call {};
+        interfaceName.copy(call.ifr_name, sizeof(call.ifr_name) - 1);
+        call.ifr_data = static_cast<char*>(data);
+        return ::ioctl(socket->get(), SIOCETHTOOL, &call) == 0;
+    };
 }
 
 MacAddress DriverInfo::permanentAddress() const
@@ -58,7 +61,7 @@ MacAddress DriverInfo::permanentAddress() const
     auto* const permanent = reinterpret_cast<ethtool_perm_addr*>(storage.data());
     permanent->cmd = ETHTOOL_GPERMADDR;
     permanent->size = address.size();
-    if (request(permanent) && permanent->size == address.size())
+    if (m_request(permanent) && permanent->size == address.size())
         std::memcpy(address.data(), permanent->data, address.size());
     return address;
 }
@@ -67,44 +70,54 @@ std::string DriverInfo::firmwareVersion() const
 {
     ethtool_drvinfo info {};
     info.cmd = ETHTOOL_GDRVINFO;
-    if (!request(&info))
+    if (!m_request(&info))
         return {};
     return { info.fw_version, ::strnlen(info.fw_version, sizeof(info.fw_version)) };
 }
 
-void DriverInfo::findStatistic(std::string_view name)
+std::uint32_t DriverInfo::statisticCount() const
 {
-    m_isSearched = true;
     ethtool_drvinfo info {};
     info.cmd = ETHTOOL_GDRVINFO;
-    if (!request(&info) || info.n_stats == 0)
-        return;
-    auto storage = storageFor<ethtool_gstrings>(std::size_t { info.n_stats } * ETH_GSTRING_LEN);
+    return m_request(&info) ? info.n_stats : 0;
+}
+
+std::optional<std::size_t> DriverInfo::indexOf(std::string_view name, std::uint32_t count) const
+{
+    auto storage = storageFor<ethtool_gstrings>((std::size_t { count } + spareStatistics) * ETH_GSTRING_LEN);
     auto* const names = reinterpret_cast<ethtool_gstrings*>(storage.data());
     names->cmd = ETHTOOL_GSTRINGS;
     names->string_set = ETH_SS_STATS;
-    names->len = info.n_stats;
-    if (!request(names))
-        return;
-    m_statisticCount = std::min<std::size_t>(names->len, info.n_stats);
-    for (std::size_t i = 0; i < m_statisticCount; ++i) {
+    names->len = count;
+    if (!m_request(names) || names->len != count)
+        return std::nullopt;
+    for (std::size_t i = 0; i < count; ++i) {
         const auto* const text = reinterpret_cast<const char*>(names->data) + i * ETH_GSTRING_LEN;
         if (name == std::string_view(text, ::strnlen(text, ETH_GSTRING_LEN)))
-            m_statisticIndex = i;
+            return i;
     }
+    return std::nullopt;
 }
 
+// The kernel writes as many as the driver has at that moment, whatever room it is told of. So the number is read right
+// before, and there is room for more.
 std::optional<std::uint64_t> DriverInfo::statistic(std::string_view name)
 {
-    if (!m_isSearched)
-        findStatistic(name);
+    const std::uint32_t count = statisticCount();
+    if (count == 0 || count > maxStatistics)
+        return std::nullopt;
+    if (count != m_searchedCount || name != m_searchedName) {
+        m_statisticIndex = indexOf(name, count);
+        m_searchedCount = count;
+        m_searchedName = name;
+    }
     if (!m_statisticIndex)
         return std::nullopt;
-    auto storage = storageFor<ethtool_stats>(m_statisticCount * sizeof(std::uint64_t));
+    auto storage = storageFor<ethtool_stats>((std::size_t { count } + spareStatistics) * sizeof(std::uint64_t));
     auto* const stats = reinterpret_cast<ethtool_stats*>(storage.data());
     stats->cmd = ETHTOOL_GSTATS;
-    stats->n_stats = static_cast<std::uint32_t>(m_statisticCount);
-    if (!request(stats))
+    stats->n_stats = count;
+    if (!m_request(stats) || stats->n_stats != count)
         return std::nullopt;
     std::uint64_t value = 0;
     std::memcpy(

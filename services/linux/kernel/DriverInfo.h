@@ -1,10 +1,10 @@
 #pragma once
 
 #include "driver/records/NdisRecords.h"
-#include "posix/FileDescriptor.h"
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -12,7 +12,17 @@
 // What the driver of an interface says of itself (ethtool).
 class DriverInfo {
 public:
-    explicit DriverInfo(std::string interfaceName);
+    // One ethtool request, in place; returns whether the kernel accepted it.
+    using Request = std::function<bool(void* data)>;
+
+    explicit DriverInfo(const std::string& interfaceName)
+        : DriverInfo(requestTo(interfaceName))
+    {
+    }
+    explicit DriverInfo(Request request)
+        : m_request(std::move(request))
+    {
+    }
 
     // The address that the adapter was made with, whatever it was changed to; zeros if it cannot be read.
     [[nodiscard]] MacAddress permanentAddress() const;
@@ -22,13 +32,14 @@ public:
     [[nodiscard]] std::optional<std::uint64_t> statistic(std::string_view name);
 
 private:
-    [[nodiscard]] bool request(void* data) const;
-    void findStatistic(std::string_view name);
+    [[nodiscard]] static Request requestTo(const std::string& interfaceName);
+    [[nodiscard]] std::uint32_t statisticCount() const;
+    [[nodiscard]] std::optional<std::size_t> indexOf(std::string_view name, std::uint32_t count) const;
 
-    std::string m_interfaceName;
-    FileDescriptor m_socket;
-    bool m_isSearched { false };
-    std::size_t m_statisticCount { 0 };
+    Request m_request;
+    // The place of a statistic is looked up again when the driver has another number of them.
+    std::uint32_t m_searchedCount { 0 };
+    std::string m_searchedName;
     std::optional<std::size_t> m_statisticIndex;
 };
 

@@ -26,6 +26,8 @@ public:
     ~NetlinkEvents() = default;
 
     [[nodiscard]] std::error_code listen(int protocol, const std::vector<int>& groups);
+    // False before listen(), and after the socket failed.
+    [[nodiscard]] bool isListening() const { return m_notifier && m_notifier->isEnabled(); }
 
 private:
     void read();

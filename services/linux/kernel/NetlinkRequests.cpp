@@ -6,15 +6,14 @@
 
 #include <linux/netlink.h>
 
-NetlinkRequests::NetlinkRequests(int protocol)
+NetlinkRequests::NetlinkRequests(int protocol, std::size_t answerLimit)
     : m_protocol(protocol)
+    , m_answerLimit(answerLimit)
 {
     m_timeout.setSingleShot(true);
     m_timeout.setInterval(timeoutMs);
     QObject::connect(&m_timeout, &QTimer::timeout, &m_timeout, [this] {
-        // A late answer must not be taken for that of the next request.
-        m_notifier.reset();
-        m_socket.reset();
+        close();
         finish(ETIMEDOUT);
     });
 }
@@ -32,10 +31,10 @@ void NetlinkRequests::open()
 void NetlinkRequests::send(NetlinkMessage message, Completion completion)
 {
     if (m_queue.size() >= maxQueued) {
-        completion({ EAGAIN, {} });
+        QTimer::singleShot(0, &m_timeout, [completion = std::move(completion)] { completion({ EAGAIN, {} }); });
         return;
     }
-    m_queue.push_back({ std::move(message), std::move(completion), 0, {} });
+    m_queue.push_back({ std::move(message), std::move(completion), 0, {}, 0 });
     if (m_queue.size() == 1)
         sendNext();
 }
@@ -60,14 +59,30 @@ void NetlinkRequests::read()
     switch (m_socket->read([this](const NetlinkReply& reply) { receive(reply); })) {
     case NetlinkSocket::ReadResult::Drained:
     case NetlinkSocket::ReadResult::MoreToRead:
+        if (m_queue.empty() || m_queue.front().answerBytes <= m_answerLimit)
+            break;
+        close();
+        finish(EMSGSIZE);
         break;
     case NetlinkSocket::ReadResult::Overflow:
+        close();
         finish(ENOBUFS);
         break;
     case NetlinkSocket::ReadResult::Failed:
+        close();
         finish(EIO);
         break;
     }
+}
+
+// The rest of an answer must not be taken for that of the next request.
+void NetlinkRequests::close()
+{
+    if (m_notifier) {
+        m_notifier->setEnabled(false);
+        m_notifier.release()->deleteLater(); // it may be on the call stack
+    }
+    m_socket.reset();
 }
 
 void NetlinkRequests::receive(const NetlinkReply& reply)
@@ -79,10 +94,11 @@ void NetlinkRequests::receive(const NetlinkReply& reply)
         int error = 0;
         if (reply.body.size() >= sizeof(error))
             std::memcpy(&error, reply.body.data(), sizeof(error));
-        finish(-error);
+        finish(request.answerBytes > m_answerLimit ? EMSGSIZE : -error);
         return;
     }
-    if (reply.type >= NLMSG_MIN_TYPE)
+    request.answerBytes += reply.body.size();
+    if (reply.type >= NLMSG_MIN_TYPE && request.answerBytes <= m_answerLimit)
         request.result.bodies.emplace_back(reply.body.begin(), reply.body.end());
 }
 

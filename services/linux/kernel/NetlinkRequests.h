@@ -25,10 +25,12 @@ class NetlinkRequests {
 public:
     using Completion = std::function<void(const NetlinkResult&)>;
     static constexpr int timeoutMs = 3000;
-    // More requests than this mean that the kernel does not answer; further ones fail at once.
+    // More requests than this mean that the kernel does not answer; further ones fail with EAGAIN, before the others.
     static constexpr std::size_t maxQueued = 64;
+    // A longer answer fails with EMSGSIZE: a dump that does not end. The scan results of a crowded place are a tenth.
+    static constexpr std::size_t maxAnswerBytes = 4 << 20;
 
-    explicit NetlinkRequests(int protocol);
+    explicit NetlinkRequests(int protocol, std::size_t answerLimit = maxAnswerBytes);
     ~NetlinkRequests() = default;
 
     void send(NetlinkMessage message, Completion completion);
@@ -39,15 +41,18 @@ private:
         Completion completion;
         std::uint32_t sequence { 0 };
         NetlinkResult result;
+        std::size_t answerBytes { 0 };
     };
 
     void open();
     void sendNext();
     void read();
     void receive(const NetlinkReply& reply);
+    void close();
     void finish(int error);
 
     int m_protocol;
+    std::size_t m_answerLimit;
     std::unique_ptr<NetlinkSocket> m_socket;
     std::unique_ptr<QSocketNotifier> m_notifier;
     std::deque<Request> m_queue; // the first one was sent if its sequence is not 0

@@ -53,14 +53,23 @@ void LinuxSystem::start(WirelessListener& listener)
     m_listener = &listener;
     if (const auto error = m_switches.open())
         m_log("radio switches cannot be read: " + error.message());
-    if (const auto error = m_linkEvents.listen(NETLINK_ROUTE, { RTNLGRP_LINK }))
-        m_log("interfaces cannot be watched: " + error.message());
+    listenToLinks();
     findFamily();
 }
 
 void LinuxSystem::repair()
 {
+    if (!m_linkEvents.isListening())
+        listenToLinks();
+    if (m_family >= 0 && !m_wirelessEvents.isListening())
+        listen();
     findFamily();
+}
+
+void LinuxSystem::listenToLinks()
+{
+    if (const auto error = m_linkEvents.listen(NETLINK_ROUTE, { RTNLGRP_LINK }))
+        m_log("interfaces cannot be watched: " + error.message());
 }
 
 int LinuxSystem::resolveFamily()

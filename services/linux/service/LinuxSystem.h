@@ -32,6 +32,7 @@ private:
     [[nodiscard]] static int resolveFamily();
     void findFamily();
     void familyFailed(int error);
+    void listenToLinks();
     void listen();
     void receiveWireless(const NetlinkReply& message);
     void receiveLink(const NetlinkReply& message);
