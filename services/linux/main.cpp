@@ -8,6 +8,7 @@
 
 #include <QCoreApplication>
 #include <QDBusConnection>
+#include <QDir>
 
 #include <chrono>
 #include <cstdio>
@@ -81,7 +82,9 @@ int main(int argumentCount, char** arguments)
         (void)std::fputs(commandLine.text.toLocal8Bit().constData(), commandLine.isError ? stderr : stdout);
         return commandLine.isError ? Usage : Ended;
     }
-    const ServiceOptions& options = *commandLine.options;
+    ServiceOptions options = *commandLine.options;
+    // A daemon's current directory is /.
+    options.root = QDir::current().absoluteFilePath(options.root);
     // Before Qt: its event loop does not survive a fork.
     if (!options.isForeground && ::daemon(0, 0) != 0) {
         std::perror("pellvaned");

@@ -183,7 +183,8 @@ Effects Card::supplicantReady(std::int64_t nowMs)
     if (!m_state.request)
         return isRestart ? Effects {} : radioSettings();
     Effects effects = radioSettings();
-    if (!isRestart) {
+    // What was asked for meanwhile was not lost.
+    if (std::exchange(m_state.isRequestWaiting, false) || !isRestart) {
         append(effects, restore(nowMs));
         return effects;
     }
@@ -223,6 +224,10 @@ Effects Card::linkUp(const SupplicantStatus& status, std::int64_t nowMs)
     m_state.link->ssid = status.ssid;
     m_state.link->frequencyMhz = status.frequencyMhz;
     m_state.link->isAdHoc = status.isAdHoc;
+    if (m_state.request->bssid && m_state.request->ssid.empty()) {
+        m_state.request->ssid = status.ssid;
+        m_state.lastSsid = status.ssid;
+    }
     Effects effects = radioSettings();
     if (!m_state.scanStartMs)
         append(effects, nextScan(nowMs));

@@ -1,5 +1,7 @@
 #include "services/linux/card/CardCounters.h"
 
+#include <utility>
+
 namespace {
 
 void addDifference(ResettableCounter<std::uint64_t>& counter, std::uint32_t previous, std::uint32_t reading)
@@ -19,8 +21,11 @@ void CardCounters::follow(const InterfaceCounters& counters)
 
 void CardCounters::follow(const std::vector<StationInfo>& stations)
 {
+    const bool isBase = std::exchange(m_isBaseWanted, false);
     for (const StationInfo& station : stations) {
         StationInfo& previous = m_peers[station.address];
+        if (isBase)
+            previous = station;
         addDifference(m_peerTransmitted, previous.transmittedFrames, station.transmittedFrames);
         addDifference(m_peerRetries, previous.transmitRetries, station.transmitRetries);
         addDifference(m_peerFailures, previous.transmitFailures, station.transmitFailures);
@@ -33,7 +38,8 @@ void CardCounters::reset()
 {
     for (Counter* const counter : { &m_receivedFrames, &m_framesWithoutBuffer, &m_duplicates, &m_peerTransmitted,
              &m_peerRetries, &m_peerFailures, &m_peerReceived })
-        counter->reset();
+        *counter = {};
+    m_isBaseWanted = true;
 }
 
 // The kernel has no counts of multicast frames, RTS, acknowledgements and checksum errors: they read 0.

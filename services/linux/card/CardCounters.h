@@ -18,9 +18,14 @@ public:
     void follow(const std::vector<StationInfo>& stations);
     void followDuplicates(std::uint64_t duplicates) { m_duplicates.follow(duplicates); }
     // The counters of the peers start again at 0.
-    void linkChanged() { m_peers.clear(); }
+    void linkChanged()
+    {
+        m_peers.clear();
+        m_isBaseWanted = false;
+    }
 
-    // Resets the frame counters. The byte counts keep running: their reader uses differences.
+    // Resets the frame counters: they count from the next reading. The byte counts keep running, because their reader uses
+    // differences.
     void reset();
 
     [[nodiscard]] std::uint32_t transmittedBytes() const { return narrow(m_transmittedBytes); }
@@ -46,4 +51,5 @@ private:
     Counter m_peerFailures;
     Counter m_peerReceived;
     std::map<MacAddress, StationInfo> m_peers; // as last read
+    bool m_isBaseWanted { false }; // the next reading of the peers is what to count from
 };

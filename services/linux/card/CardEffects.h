@@ -1,6 +1,7 @@
 #pragma once
 
 #include "services/linux/card/NetworkBlock.h"
+#include "services/linux/wire/Nl80211Values.h"
 
 #include <cstdint>
 #include <optional>
@@ -35,6 +36,10 @@ struct SetFragmentationThreshold {
 struct SetRates {
     std::optional<std::vector<std::uint8_t>> twoGhz;
     std::optional<std::vector<std::uint8_t>> fiveGhz;
+    // The kernel has to be told for each of the newer rates that a limited band does without them, and refuses that for
+    // rates that the device does not have.
+    WiphyFacts::NewerRates twoGhzNewer {};
+    WiphyFacts::NewerRates fiveGhzNewer {};
 };
 struct SetPowerSave {
     bool isOn { false };

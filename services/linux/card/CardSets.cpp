@@ -28,11 +28,12 @@ SetOutcome join(CardState& state, const JoinRequest& request, std::int64_t nowMs
     state.request = request;
     state.requestMs = nowMs;
     state.restoreAtMs.reset();
-    if (!request.bssid)
-        state.lastSsid = request.ssid;
+    // The list may have forgotten the name when the join is made again.
+    state.request->ssid = block->ssid;
+    state.lastSsid = block->ssid;
     state.dropLink();
-    // Without the supplicant the request waits for it.
-    if (!state.isSupplicantReady)
+    state.isRequestWaiting = !state.isSupplicantReady;
+    if (state.isRequestWaiting)
         return accepted();
     return accepted({ JoinNetwork { std::move(*block) } });
 }
@@ -42,8 +43,9 @@ SetOutcome setBssid(CardState& state, Input input, std::int64_t nowMs)
     const auto bssid = recordOf<MacAddress>(input);
     if (!bssid)
         return {};
-    return *bssid == broadcastAddress ? join(state, { state.lastSsid, std::nullopt }, nowMs)
-                                      : join(state, { {}, bssid }, nowMs);
+    if (*bssid != broadcastAddress)
+        return join(state, { {}, bssid }, nowMs);
+    return state.lastSsid.empty() ? SetOutcome {} : join(state, { state.lastSsid, std::nullopt }, nowMs);
 }
 
 SetOutcome setSsid(CardState& state, Input input, std::int64_t nowMs)
@@ -58,6 +60,7 @@ SetOutcome setSsid(CardState& state, Input input, std::int64_t nowMs)
 Effects leave(CardState& state)
 {
     state.request.reset();
+    state.isRequestWaiting = false;
     state.restoreAtMs.reset();
     state.dropLink();
     return { LeaveNetwork {} };

@@ -21,7 +21,7 @@ struct CardHardware {
 
 // The network that the client asked for.
 struct JoinRequest {
-    Octets ssid; // empty with an address: the network with this address
+    Octets ssid; // empty with an address: its name is not known yet
     std::optional<MacAddress> bssid;
 };
 
@@ -46,8 +46,9 @@ struct CardState {
     std::optional<std::int64_t> scanStartMs; // of the batch that the kernel scans
     ListDelivery delivery;
     std::optional<JoinRequest> request;
-    Octets lastSsid; // requested again by the broadcast address
+    Octets lastSsid; // requested again by the broadcast address; of an address, the name if it is known
     std::int64_t requestMs { 0 };
+    bool isRequestWaiting { false }; // for the supplicant, which was not ready
     std::optional<LinkFacts> link; // while it carries data
     CardCounters counters;
     bool isSupplicantReady { false };

@@ -61,6 +61,13 @@ std::vector<CipherSuite> pairwiseCiphers(std::int32_t encryptionStatus, const Ca
     return offered;
 }
 
+bool needsFastTransition(const std::optional<SecurityElement>& element)
+{
+    return element && element->acceptsPresharedKey()
+        && std::none_of(element->keyManagement.begin(), element->keyManagement.end(),
+            [](KeyManagement suite) { return suite == KeyManagement::Psk || suite == KeyManagement::PskSha256; });
+}
+
 bool addWepKeys(NetworkBlock& block, const CardSettings& settings)
 {
     block.security = BlockSecurity::Wep;
@@ -91,6 +98,8 @@ bool addSecurity(NetworkBlock& block, const CardState& state, const Candidates& 
         block.security = BlockSecurity::WpaPsk;
         block.presharedKey = *settings.wpaKey;
         block.pairwise = pairwiseCiphers(settings.encryptionStatus, known);
+        block.needsFastTransition = std::any_of(known.begin(), known.end(),
+            [](const ScanEntry* entry) { return needsFastTransition(rsnElement(entry->elements)); });
         return true;
     default:
         return false;

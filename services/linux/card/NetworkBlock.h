@@ -26,6 +26,7 @@ struct NetworkBlock {
     std::size_t transmitKeyIndex { 0 };
     PresharedKey presharedKey {};
     std::vector<CipherSuite> pairwise; // WPA-PSK
+    bool needsFastTransition { false }; // WPA-PSK: an access point takes the key in no other way
     bool isLegacyOnly { false }; // without the rates of 802.11n and later
     std::vector<std::uint32_t> scanMhz; // where the network was last heard
     std::vector<std::uint32_t> allowedMhz;

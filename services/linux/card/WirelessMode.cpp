@@ -75,11 +75,12 @@ SetRates allowedRates(const CardSettings& settings, const WiphyFacts& wiphy)
     const auto none = [](std::uint8_t) { return false; };
     if (const auto single = singleRate(settings.desiredRates)) {
         const auto isSingle = [single](std::uint8_t rate) { return rate == *single; };
-        return { allowedOf(wiphy.twoGhzRates, isSingle), allowedOf(wiphy.fiveGhzRates, isSingle) };
+        return { allowedOf(wiphy.twoGhzRates, isSingle), allowedOf(wiphy.fiveGhzRates, isSingle), wiphy.twoGhzNewer,
+            wiphy.fiveGhzNewer };
     }
     const bool isModeB = settings.phyMode == wirelessModeB;
     return { isModeB ? allowedOf(wiphy.twoGhzRates, isCck) : allowedOf(wiphy.twoGhzRates, none),
-        allowedOf(wiphy.fiveGhzRates, none) };
+        allowedOf(wiphy.fiveGhzRates, none), wiphy.twoGhzNewer, wiphy.fiveGhzNewer };
 }
 
 SetTransmitPower transmitPower(std::uint32_t percent, std::int32_t maxPowerMbm)

@@ -1,5 +1,6 @@
 #include "services/linux/kernel/Nl80211Interface.h"
 
+#include <array>
 #include <utility>
 
 #include <linux/netlink.h>
@@ -16,16 +17,21 @@ Attributes attributesOf(const std::vector<std::byte>& body)
 }
 
 // The kernel refuses a band that the device does not have.
-void putBandRates(NetlinkMessage& message, int band, const std::optional<std::vector<std::uint8_t>>& rates)
+void putBandRates(NetlinkMessage& message, int band, const std::optional<std::vector<std::uint8_t>>& rates,
+    const WiphyFacts::NewerRates& newer)
 {
     if (!rates)
         return;
-    message.nest(band, [&rates](NetlinkMessage& nested) {
-        // A band without any attribute allows all rates. An empty list of the newer rates allows none of them.
+    message.nest(band, [&rates, &newer](NetlinkMessage& nested) {
+        // A band without any attribute allows all rates. An empty list or mask of the newer rates allows none of them.
         if (rates->empty())
             return;
         nested.put(NL80211_TXRATE_LEGACY, *rates);
         nested.put(NL80211_TXRATE_HT, std::span<const std::uint8_t> {});
+        if (newer.hasVht)
+            nested.put(NL80211_TXRATE_VHT, std::array<std::uint8_t, sizeof(nl80211_txrate_vht)> {});
+        if (newer.hasHe)
+            nested.put(NL80211_TXRATE_HE, std::array<std::uint8_t, sizeof(nl80211_txrate_he)> {});
     });
 }
 
@@ -158,8 +164,8 @@ void Nl80211Interface::set(const SetRates& rates, Done done)
 {
     NetlinkMessage message = request(NL80211_CMD_SET_TX_BITRATE_MASK);
     message.nest(NL80211_ATTR_TX_RATES, [&rates](NetlinkMessage& bands) {
-        putBandRates(bands, NL80211_BAND_2GHZ, rates.twoGhz);
-        putBandRates(bands, NL80211_BAND_5GHZ, rates.fiveGhz);
+        putBandRates(bands, NL80211_BAND_2GHZ, rates.twoGhz, rates.twoGhzNewer);
+        putBandRates(bands, NL80211_BAND_5GHZ, rates.fiveGhz, rates.fiveGhzNewer);
     });
     sendSet(std::move(message), std::move(done));
 }

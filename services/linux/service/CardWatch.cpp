@@ -113,17 +113,24 @@ void CardWatch::leaveAlone(const InterfaceFacts& interface, const std::string& w
         log(interface.name, "left alone: " + why);
 }
 
+// First the card: a client must not find one that does not know its channels yet.
 void CardWatch::publish(const InterfaceFacts& interface)
 {
     const std::string& name = interface.name;
-    const CardHardware hardware = m_system.hardwareOf(interface);
-
     const auto logIt = [this, name](const std::string& text) { log(name, text); };
-    Published published { name, nullptr, nullptr };
     LinuxCard::Parts parts = m_system.partsFor(interface, logIt);
     parts.clock = m_clock;
     parts.log = logIt;
-    published.card = std::make_unique<LinuxCard>(hardware, isReturning(interface), std::move(parts));
+    auto card = std::make_unique<LinuxCard>(m_system.hardwareOf(interface), isReturning(interface), std::move(parts));
+    LinuxCard& prepared = *card;
+    m_published.emplace(interface.index, Published { name, std::move(card), nullptr });
+    prepared.prepare([this, index = interface.index] { openService(index); });
+}
+
+void CardWatch::openService(std::uint32_t index)
+{
+    Published& published = m_published.at(index);
+    const std::string& name = published.name;
     published.host = std::make_unique<ServiceHost>(
         [this, serve = published.card->handler()](const ServiceRequest& request, ServiceReply reply) {
             noticeResume(); // before the client asks for the event
@@ -132,14 +139,15 @@ void CardWatch::publish(const InterfaceFacts& interface)
     if (const auto error = published.host->publish(m_options.root, ServiceHost::adapterClass, name, m_options.access)) {
         if (std::exchange(m_holders[name], error.message()) != error.message())
             log(name, "cannot be published in " + m_options.root + ": " + error.message());
+        published.host.reset();
+        // Deleted later: it is on the call stack.
+        QTimer::singleShot(0, &m_poll, [this, index] { m_published.erase(index); });
         return;
     }
     m_holders.erase(name);
-    m_presentAtStart->erase(interface.index);
-    LinuxCard& card = *published.card;
-    m_published.emplace(interface.index, std::move(published));
+    m_presentAtStart->erase(index);
     log(name, "published");
-    card.start();
+    published.card->start();
 }
 
 void CardWatch::withdraw(std::uint32_t index)
@@ -148,7 +156,8 @@ void CardWatch::withdraw(std::uint32_t index)
     auto found = m_published.extract(index);
     if (!found)
         return;
-    found.mapped().host.reset();
+    if (!std::exchange(found.mapped().host, nullptr))
+        return;
     m_withdrawnMs[found.mapped().name] = m_clock();
     m_withdrawnIndexMs[index] = m_clock();
     log(found.mapped().name, "withdrawn");

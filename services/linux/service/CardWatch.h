@@ -44,7 +44,7 @@ private:
     struct Published {
         std::string name;
         std::unique_ptr<LinuxCard> card;
-        std::unique_ptr<ServiceHost> host;
+        std::unique_ptr<ServiceHost> host; // once the card is prepared
     };
 
     void interfacesChanged() override { readInterfaces(); }
@@ -63,6 +63,7 @@ private:
     [[nodiscard]] bool isFree(const InterfaceFacts& interface, const ManagerFinding& finding);
     void leaveAlone(const InterfaceFacts& interface, const std::string& why);
     void publish(const InterfaceFacts& interface);
+    void openService(std::uint32_t index);
     void withdraw(std::uint32_t index);
     [[nodiscard]] bool isReturning(const InterfaceFacts& interface);
     [[nodiscard]] LinuxCard* cardOf(std::uint32_t index);

@@ -1,11 +1,15 @@
 #include "services/linux/service/LinuxCard.h"
 
+#include "driver/records/Oids.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <utility>
 
 namespace {
+
+constexpr const char* joinComplaint = "the network does not accept the join: ";
 
 const char* nameOf(const SetRtsThreshold&)
 {
@@ -27,11 +31,26 @@ const char* nameOf(const SetTransmitPower&)
     return "the transmit power";
 }
 
-// The lowest basic rates of both bands. A linked interface must be able to send at one of the network's basic rates.
-SetRates withBasicRates(SetRates rates)
+// The lowest of the network's basic rates, at one of which a linked interface must be able to send.
+std::optional<std::uint8_t> lowestBasicRate(const CardState& state)
 {
-    constexpr std::uint8_t basicTwoGhz = 2; // 1 Mbit/s
-    constexpr std::uint8_t basicFiveGhz = 12; // 6 Mbit/s
+    constexpr std::uint8_t basicBit = 0x80;
+    const ScanEntry* const entry = state.link ? state.networks.find(state.link->bssid) : nullptr;
+    std::optional<std::uint8_t> lowest;
+    for (const std::uint8_t rate : entry != nullptr ? announcedRates(entry->elements) : Octets {}) {
+        const auto value = static_cast<std::uint8_t>(rate & ~basicBit);
+        if ((rate & basicBit) != 0 && (!lowest || value < *lowest))
+            lowest = value;
+    }
+    return lowest;
+}
+
+// A network that is not known usually has the lowest rate of its band as a basic rate.
+SetRates withBasicRates(SetRates rates, const CardState& state)
+{
+    const auto known = lowestBasicRate(state);
+    const std::uint8_t basicTwoGhz = known.value_or(2); // 1 Mbit/s
+    const std::uint8_t basicFiveGhz = known && *known >= 12 ? *known : 12; // 6 Mbit/s
     const auto add = [](std::optional<std::vector<std::uint8_t>>& list, std::uint8_t rate) {
         if (list && !list->empty() && std::find(list->begin(), list->end(), rate) == list->end())
             list->push_back(rate);
@@ -49,15 +68,38 @@ LinuxCard::LinuxCard(const CardHardware& hardware, bool isReturning, Parts parts
 {
     m_due.setSingleShot(true);
     QObject::connect(&m_due, &QTimer::timeout, &m_due, [this] { apply(m_card.timePassed(nowMs())); });
+    m_wiphyRetry.setSingleShot(true);
+    m_wiphyRetry.setInterval(wiphyRetryMs);
+    QObject::connect(&m_wiphyRetry, &QTimer::timeout, &m_wiphyRetry, [this] { readWiphy(); });
+    m_preparation.setSingleShot(true);
+    m_preparation.setInterval(maxPreparationMs);
+    QObject::connect(&m_preparation, &QTimer::timeout, &m_preparation, [this] { wiphyKnown(); });
+}
+
+void LinuxCard::prepare(std::function<void()> prepared)
+{
+    m_prepared = std::move(prepared);
+    m_preparation.start();
+    readWiphy();
+}
+
+void LinuxCard::wiphyKnown()
+{
+    m_preparation.stop();
+    if (const auto prepared = std::exchange(m_prepared, nullptr))
+        prepared();
 }
 
 void LinuxCard::start()
 {
+    m_isStarted = true;
     radioChanged();
     if (m_card.state().isRadioOn())
         apply(BringUp {});
     m_parts.supplicant->start(*this);
-    readWiphy();
+    if (m_card.state().wiphy.channels.empty())
+        readWiphy();
+    apply(std::exchange(m_effectsAtStart, {}));
     readScan({});
 }
 
@@ -82,6 +124,8 @@ void LinuxCard::serve(const ServiceRequest& request, ServiceReply reply)
     const CardReply answer = m_card.answer(request.selector, request.input, request.replyCapacity, nowMs());
     reply.send(answer.accepted ? ServiceReply::success : ServiceReply::refused, answer.output);
     apply(answer.effects);
+    if (request.selector == (VX_OID_802_11_RESET_COUNTERS | oidSetFlag))
+        m_factsMs = nowMs() - factsAgeMs; // they count from the readings of now
     refreshFacts();
 }
 
@@ -102,19 +146,27 @@ void LinuxCard::apply(const StartScan& scan)
     m_parts.kernel->startScan(scan, [this](int error) {
         if (error == 0)
             return;
-        // Down: the radio was switched on a moment ago, or the interface is about to be brought up again.
-        const bool isPassing = error == EBUSY || error == ENETDOWN;
+        // Down: the radio was switched on a moment ago, or the interface is about to be brought up again. The others: the
+        // kernel has been busy for long.
+        const bool isPassing = error == EBUSY || error == ENETDOWN || error == EAGAIN || error == ETIMEDOUT;
         if (!isPassing)
             complain("to scan")(error);
         apply(m_card.scanFailed(isPassing, nowMs()));
     });
 }
 
+// What is wrong with one network is said again for the next.
+void LinuxCard::apply(const JoinNetwork& join)
+{
+    std::erase_if(m_complaints, [](const std::string& said) { return said.starts_with(joinComplaint); });
+    m_parts.supplicant->join(join.block);
+}
+
 void LinuxCard::apply(const SetRates& rates)
 {
     m_parts.kernel->set(rates, [this, rates](int error) {
         if (error == EINVAL)
-            m_parts.kernel->set(withBasicRates(rates), complain("the transmit rates"));
+            m_parts.kernel->set(withBasicRates(rates, m_card.state()), complain("the transmit rates"));
         else
             complain("the transmit rates")(error);
     });
@@ -126,11 +178,15 @@ InterfaceKernel::Done LinuxCard::complain(const char* what)
     return [this, what](int error) {
         if (error == 0 || error == EOPNOTSUPP)
             return;
-        std::string complaint = std::string("the kernel refuses ") + what + ": " + std::strerror(error);
-        if (complaint != m_lastComplaint)
-            m_parts.log(complaint);
-        m_lastComplaint = std::move(complaint);
+        sayOnce(std::string("the kernel refuses ") + what + ": " + std::strerror(error));
     };
+}
+
+void LinuxCard::sayOnce(const std::string& complaint)
+{
+    constexpr std::size_t maxComplaints = 100;
+    if (m_complaints.size() < maxComplaints && m_complaints.insert(complaint).second)
+        m_parts.log(complaint);
 }
 
 void LinuxCard::armTimer()
@@ -144,8 +200,17 @@ void LinuxCard::armTimer()
 void LinuxCard::readWiphy()
 {
     m_parts.kernel->readWiphy([this](const std::optional<WiphyFacts>& facts) {
-        if (facts)
-            apply(m_card.wiphyRead(*facts, nowMs()));
+        if (!facts) {
+            if (m_card.state().wiphy.channels.empty())
+                m_wiphyRetry.start();
+            return;
+        }
+        Effects effects = m_card.wiphyRead(*facts, nowMs());
+        if (m_isStarted)
+            apply(effects);
+        else
+            m_effectsAtStart = std::move(effects);
+        wiphyKnown();
     });
 }
 
@@ -189,6 +254,13 @@ void LinuxCard::refreshFacts()
     });
     if (const auto duplicates = m_parts.kernel->duplicates())
         m_card.duplicatesRead(*duplicates);
+}
+
+// The client reads back how the switch really stands.
+void LinuxCard::apply(const SetRadio& radio)
+{
+    if (!m_parts.radio->set(radio.isOn))
+        radioChanged();
 }
 
 void LinuxCard::scanEnded(const std::vector<std::uint32_t>& frequenciesMhz)
@@ -246,7 +318,7 @@ void LinuxCard::supplicantEvent(const SupplicantEvent& event)
     case SupplicantEventKind::WrongKey:
     case SupplicantEventKind::AuthenticationRejected:
     case SupplicantEventKind::AssociationRejected:
-        m_parts.log("the network does not accept the join: " + event.text);
+        sayOnce(joinComplaint + event.text);
         break;
     case SupplicantEventKind::Connected: // its status follows
     case SupplicantEventKind::ChannelSwitched:

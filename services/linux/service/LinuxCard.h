@@ -12,6 +12,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <set>
 #include <string>
 
 // The radio switch of one interface.
@@ -19,7 +20,8 @@ class InterfaceRadio {
 public:
     virtual ~InterfaceRadio() = default;
     [[nodiscard]] virtual RadioPosition position() const = 0;
-    virtual void set(bool isOn) = 0;
+    // Returns false, after a line in the log, if it cannot be switched.
+    [[nodiscard]] virtual bool set(bool isOn) = 0;
 };
 
 // Connects the card of one interface with the kernel, the supplicant and the driver transport: carries out what the card
@@ -45,6 +47,10 @@ public:
     LinuxCard(const CardHardware& hardware, bool isReturning, Parts parts);
     ~LinuxCard() override = default;
 
+    // Reads what the first requests need, and calls back once it is known, or after maxPreparationMs.
+    static constexpr int maxPreparationMs = 2000;
+    static constexpr int wiphyRetryMs = 1000;
+    void prepare(std::function<void()> prepared);
     void start();
     [[nodiscard]] ServiceHost::Handler handler();
 
@@ -71,16 +77,18 @@ private:
     void apply(const Effects& effects);
     void apply(const StartScan& scan);
     void apply(const AbortScan&) { m_parts.kernel->abortScan(); }
-    void apply(const JoinNetwork& join) { m_parts.supplicant->join(join.block); }
+    void apply(const JoinNetwork& join);
     void apply(const WidenSearch& search) { m_parts.supplicant->widenSearch(search.frequenciesMhz, search.isUrgent); }
     void apply(const LeaveNetwork&) { m_parts.supplicant->leave(); }
     void apply(const SetRates& rates);
-    void apply(const SetRadio& radio) { m_parts.radio->set(radio.isOn); }
+    void apply(const SetRadio& radio);
     void apply(const BringUp&) { m_parts.kernel->bringUp(complain("to bring the interface up")); }
     template <typename Setting> void apply(const Setting& setting);
     [[nodiscard]] InterfaceKernel::Done complain(const char* what);
+    void sayOnce(const std::string& complaint);
 
     void readWiphy();
+    void wiphyKnown();
     void readScan(const std::vector<std::uint32_t>& scannedMhz);
     void refreshFacts();
     void armTimer();
@@ -89,6 +97,11 @@ private:
     Parts m_parts;
     Card m_card;
     QTimer m_due;
+    QTimer m_wiphyRetry; // until the first answer
+    QTimer m_preparation;
+    std::function<void()> m_prepared;
+    bool m_isStarted { false };
+    Effects m_effectsAtStart;
     std::int64_t m_factsMs { -factsAgeMs };
-    std::string m_lastComplaint;
+    std::set<std::string> m_complaints; // already said
 };

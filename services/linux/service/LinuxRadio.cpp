@@ -15,12 +15,14 @@ RadioPosition LinuxRadio::position() const
     return position.value_or(RadioPosition {});
 }
 
-void LinuxRadio::set(bool isOn)
+bool LinuxRadio::set(bool isOn)
 {
     if (!m_index) {
         m_log("the radio has no switch");
-        return;
+        return isOn;
     }
-    if (const auto error = m_switches.setSoftBlock(*m_index, !isOn))
+    const auto error = m_switches.setSoftBlock(*m_index, !isOn);
+    if (error)
         m_log("the radio cannot be switched: " + error.message());
+    return !error;
 }

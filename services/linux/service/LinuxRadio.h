@@ -14,7 +14,7 @@ public:
     LinuxRadio(RadioSwitches& switches, const std::string& interfaceName, Log log);
 
     [[nodiscard]] RadioPosition position() const override;
-    void set(bool isOn) override;
+    [[nodiscard]] bool set(bool isOn) override;
 
 private:
     RadioSwitches& m_switches;

@@ -78,6 +78,8 @@ void addWep(Settings& settings, const NetworkBlock& block)
 void addPresharedKey(Settings& settings, const NetworkBlock& block)
 {
     add(settings, "key_mgmt", "WPA-PSK WPA-PSK-SHA256");
+    if (block.needsFastTransition)
+        addOptional(settings, "key_mgmt", "WPA-PSK WPA-PSK-SHA256 FT-PSK");
     add(settings, "proto", "WPA RSN");
     add(settings, "pairwise", cipherList(block.pairwise));
     addOptional(settings, "group", "GCMP-256 CCMP-256 GCMP CCMP TKIP WEP104 WEP40");

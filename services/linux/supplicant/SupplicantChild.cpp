@@ -282,9 +282,11 @@ void SupplicantChild::setAll(const std::string& id, const NetworkBlock& block)
         append("SET_NETWORK " + id + ' ' + setting.name + ' ');
         append(setting.value.view());
         send(SecretText(std::string_view(text.data(), text.size())),
-            [this, name = setting.name, isOptional = setting.isOptional](std::string_view reply) {
-                if (!isOk(reply) && !isOptional)
-                    m_log("wpa_supplicant refuses the setting " + name);
+            [this, name = setting.name, isOptional = setting.isOptional, join = m_generation](std::string_view reply) {
+                if (isOk(reply) || isOptional || join != m_generation)
+                    return;
+                m_log("wpa_supplicant refuses the setting " + name);
+                dropUnsent(); // without it, the join could end in another network
             });
     }
     send(SecretText("SELECT_NETWORK " + id), [this](std::string_view reply) {

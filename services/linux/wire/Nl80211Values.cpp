@@ -156,6 +156,20 @@ void addRates(std::vector<std::uint8_t>& rates, Attributes list)
     });
 }
 
+void addNewerRates(WiphyFacts::NewerRates& rates, Attributes band)
+{
+    rates.hasVht = rates.hasVht || findAttribute(band, NL80211_BAND_ATTR_VHT_MCS_SET);
+    const auto types = findAttribute(band, NL80211_BAND_ATTR_IFTYPE_DATA);
+    if (!types)
+        return;
+    forEachAttribute(*types, [&rates](std::uint16_t, Attributes data) {
+        const auto served = findAttribute(data, NL80211_BAND_IFTYPE_ATTR_IFTYPES);
+        const bool isForStations = served && findAttribute(*served, NL80211_IFTYPE_STATION);
+        if (isForStations && findAttribute(data, NL80211_BAND_IFTYPE_ATTR_HE_CAP_MAC))
+            rates.hasHe = true;
+    });
+}
+
 void addBand(WiphyFacts& facts, std::uint16_t band, Attributes attributes)
 {
     if (const auto channels = findAttribute(attributes, NL80211_BAND_ATTR_FREQS)) {
@@ -165,6 +179,10 @@ void addBand(WiphyFacts& facts, std::uint16_t band, Attributes attributes)
                 facts.channels.pop_back();
         });
     }
+    if (band == NL80211_BAND_2GHZ)
+        addNewerRates(facts.twoGhzNewer, attributes);
+    else if (band == NL80211_BAND_5GHZ)
+        addNewerRates(facts.fiveGhzNewer, attributes);
     const auto rates = findAttribute(attributes, NL80211_BAND_ATTR_RATES);
     if (rates && band == NL80211_BAND_2GHZ)
         addRates(facts.twoGhzRates, *rates);

@@ -55,6 +55,15 @@ struct WiphyFacts {
     std::vector<ChannelFacts> channels;
     std::vector<std::uint8_t> twoGhzRates; // units of 500 kbit/s
     std::vector<std::uint8_t> fiveGhzRates;
+    // Whether the device has the rates of 802.11ac and 802.11ax in these bands.
+    struct NewerRates {
+        bool hasVht { false };
+        bool hasHe { false };
+
+        bool operator==(const NewerRates&) const = default;
+    };
+    NewerRates twoGhzNewer;
+    NewerRates fiveGhzNewer;
     std::uint8_t maxScanSsids { 0 };
 
     bool operator==(const WiphyFacts&) const = default;

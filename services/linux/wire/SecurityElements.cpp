@@ -222,10 +222,14 @@ std::optional<SecurityElement> rsnElement(OctetSpan elements)
 Octets listedElements(OctetSpan elements)
 {
     Octets listed;
-    if (const auto content = wpaContent(elements))
-        appendElement(listed, elementVendor, *content);
-    else if (const auto rsn = rsnElement(elements))
+    const auto rsn = rsnElement(elements);
+    if (wpaElement(elements))
+        appendElement(listed, elementVendor, *wpaContent(elements));
+    else if (rsn)
         appendElement(listed, elementVendor, wpaContentOf(*rsn));
+    else if (wpaContent(elements) || findElement(elements, elementRsn)) // malformed, or of a later version
+        appendElement(listed, elementVendor,
+            wpaContentOf({ CipherSuite::Ccmp, { CipherSuite::Ccmp }, { KeyManagement::Other } }));
 
     InformationElements reader(elements);
     while (const auto element = reader.next()) {

@@ -42,7 +42,8 @@ struct SecurityElement {
 
 // The elements as the driver's list carries them. The client knows WPA elements only, so
 //  - a network with an RSN element alone gets a WPA element made of it, with the pre-shared key or, if no such key opens
-//    the network, with 802.1X, which the client cannot join;
+//    the network, with 802.1X, which the client cannot join. So does a network whose elements cannot be read: without
+//    a WPA element the client would take it for WEP;
 //  - the WPA element comes first: the client advances by the length byte of an element without its two header bytes, so
 //    it would find the WPA element after other elements only by luck;
 //  - elements that describe neither name, rates, channel nor security are dropped, so that a long list fits the

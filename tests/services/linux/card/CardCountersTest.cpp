@@ -75,6 +75,33 @@ TEST(CardCounters, ResetKeepsTheBytes)
     EXPECT_EQ(transmitted(counters), 0);
     EXPECT_EQ(valueOf(counters.statistics().FrameDuplicateCount), 0);
     EXPECT_EQ(counters.receivedBytes(), 500U);
-    counters.follow({ station(1, 12) });
-    EXPECT_EQ(transmitted(counters), 2);
+}
+
+TEST(CardCounters, ResetCountsFromThePresentReadings)
+{
+    CardCounters counters;
+    counters.follow(InterfaceCounters {});
+    counters.follow({ station(1, 10) });
+    counters.reset();
+    // The last reading was old: this traffic was before the reset.
+    counters.follow(InterfaceCounters { 10, 500, 200, 2 });
+    counters.followDuplicates(4);
+    counters.follow({ station(1, 50) });
+    EXPECT_EQ(counters.receivedFrames(), 0U);
+    EXPECT_EQ(counters.framesWithoutBuffer(), 0U);
+    EXPECT_EQ(transmitted(counters), 0);
+    EXPECT_EQ(counters.receivedBytes(), 500U);
+    counters.follow(InterfaceCounters { 13, 500, 200, 2 });
+    counters.follow({ station(1, 52), station(2, 5) });
+    EXPECT_EQ(counters.receivedFrames(), 3U);
+    EXPECT_EQ(transmitted(counters), 7);
+}
+
+TEST(CardCounters, AssociationAfterAResetIsCountedFromItsStart)
+{
+    CardCounters counters;
+    counters.reset();
+    counters.linkChanged();
+    counters.follow({ station(1, 5) });
+    EXPECT_EQ(transmitted(counters), 5);
 }

@@ -406,3 +406,50 @@ TEST(Card, NetworkOfAnEndedLinkAgesLikeTheOthers)
     card.hear({ entry }); // the kernel has not yet forgotten the link
     EXPECT_FALSE(card.card.state().networks.networks().front().entry.isAssociated);
 }
+
+TEST(Card, JoinThatWasAskedForDuringARestartIsMadeAtOnce)
+{
+    CardUnderTest card;
+    card.joinOpen();
+    card.card.supplicantLost(card.nowMs);
+    EXPECT_TRUE(card.set(OID_802_11_SSID, ssidRecord("other")));
+    EXPECT_EQ(card.block(), nullptr);
+    card.effects = card.card.supplicantReady(card.nowMs);
+    ASSERT_NE(card.block(), nullptr);
+    EXPECT_EQ(card.block()->ssid, octets("other"));
+    EXPECT_EQ(card.word(VX_OID_802_11_EVENT_FLAG), 0U);
+    card.pass(Card::restoreDelayMs);
+    EXPECT_EQ(card.block(), nullptr);
+    // The next restart loses it.
+    card.card.supplicantLost(card.nowMs);
+    (void)card.card.supplicantReady(card.nowMs);
+    EXPECT_EQ(card.word(VX_OID_802_11_EVENT_FLAG), 1U);
+}
+
+TEST(Card, BroadcastAddressNeedsAName)
+{
+    const MacAddress everyone { 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF };
+    CardUnderTest card;
+    EXPECT_FALSE(card.set(OID_802_11_BSSID, everyone));
+    card.joinOpen("older");
+    (void)card.set(OID_802_11_BSSID, networkEntry("", 7).bssid); // not in the list
+    EXPECT_FALSE(card.set(OID_802_11_BSSID, everyone));
+    card.linkUp(7, "cafe"); // now its name is known
+    EXPECT_TRUE(card.set(OID_802_11_BSSID, everyone));
+    EXPECT_EQ(card.block()->ssid, octets("cafe"));
+}
+
+TEST(Card, JoinByAddressIsRestoredWithTheNameThatTheListHas)
+{
+    CardUnderTest card;
+    card.hear({ networkEntry("cafe", 1) });
+    (void)card.set(OID_802_11_BSSID, networkEntry("", 1).bssid);
+    card.linkUp();
+    (void)card.card.radioSwitched(true, false, card.nowMs); // clears the list
+    card.card.supplicantLost(card.nowMs);
+    (void)card.card.supplicantReady(card.nowMs);
+    card.pass(Card::restoreDelayMs);
+    ASSERT_NE(card.block(), nullptr);
+    EXPECT_EQ(card.block()->ssid, octets("cafe"));
+    EXPECT_EQ(card.block()->bssid, networkEntry("", 1).bssid);
+}

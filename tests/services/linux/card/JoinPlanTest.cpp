@@ -161,3 +161,13 @@ TEST_F(JoinPlan, RefusedJoinKeepsTheLink)
     EXPECT_FALSE(card.set(OID_802_11_SSID, ssidRecord("wep")));
     EXPECT_TRUE(card.card.state().link);
 }
+
+TEST_F(JoinPlan, FastTransitionIsUsedOnlyWhereThereIsNothingElse)
+{
+    ScanEntry fast = rsnEntry("fast", 1);
+    fast.elements[fast.elements.size() - 3] = 4; // the AKM suite
+    card.hear({ fast, rsnEntry("usual", 2) });
+    usePresharedKey(Ndis802_11Encryption3Enabled);
+    EXPECT_TRUE(joinSsid("fast")->needsFastTransition);
+    EXPECT_FALSE(joinSsid("usual")->needsFastTransition);
+}

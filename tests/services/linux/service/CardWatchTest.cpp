@@ -37,12 +37,14 @@ public:
         kernel = ownedKernel.get();
         supplicant = ownedSupplicant.get();
         kernel->wiphy = dualBandWiphy();
+        kernel->isPrompt = isKernelPrompt;
         return { std::move(ownedKernel), std::move(ownedSupplicant), std::make_unique<FakeRadio>(), nullptr, nullptr };
     }
 
     WirelessListener* listener { nullptr };
     std::optional<std::vector<InterfaceFacts>> interfaces { std::vector<InterfaceFacts> {} };
     std::int64_t suspended { 0 };
+    bool isKernelPrompt { true };
     // Of the card that was made last.
     FakeKernel* kernel { nullptr };
     FakeSupplicant* supplicant { nullptr };
@@ -73,11 +75,18 @@ protected:
             options, system, managers, [this] { return nowMs; },
             [this](const std::string& text) { log += text + '\n'; });
         watch->start();
+        pump();
+    }
+    void poll()
+    {
+        watch->poll();
+        pump();
     }
     void change(std::vector<InterfaceFacts> present)
     {
         system.interfaces = std::move(present);
         system.listener->interfacesChanged();
+        pump();
     }
     [[nodiscard]] std::vector<std::string> published() const
     {
@@ -180,11 +189,11 @@ TEST_F(CardWatchTest, ManagedInterfaceIsPublishedAfterItsRelease)
     managers.finding = { ManagerFinding::Kind::Held, "somebody manages it" };
     system.interfaces = { interface(3, "wlan0") };
     start();
-    watch->poll();
+    poll();
     EXPECT_EQ(published(), Names {});
     EXPECT_EQ(countInLog("wlan0: left alone: somebody manages it\n"), 1U);
     managers.finding = {};
-    watch->poll();
+    poll();
     EXPECT_EQ(published(), Names { "wlan0" });
 }
 
@@ -194,11 +203,11 @@ TEST_F(CardWatchTest, FailedPublicationIsSaidOnceAndTriedAgain)
     std::filesystem::create_symlink("/nowhere", obstacle);
     system.interfaces = { interface(3, "wlan0") };
     start();
-    watch->poll();
-    watch->poll();
+    poll();
+    poll();
     EXPECT_EQ(countInLog("wlan0: cannot be published"), 1U) << log;
     std::filesystem::remove(obstacle);
-    watch->poll();
+    poll();
     EXPECT_EQ(published(), Names { "wlan0" });
 }
 
@@ -207,11 +216,11 @@ TEST_F(CardWatchTest, SuspensionIsNoticedByTheClockThatRunsOn)
     system.suspended = 5000; // before the service was started
     start();
     system.suspended += 10;
-    watch->poll();
+    poll();
     EXPECT_EQ(countInLog("the machine was suspended"), 0U);
     system.suspended += 60'000;
-    watch->poll();
-    watch->poll();
+    poll();
+    poll();
     EXPECT_EQ(countInLog("the machine was suspended"), 1U);
 }
 
@@ -228,7 +237,7 @@ TEST_F(CardWatchTest, FirstDeviceOfTheMachineIsNoReturn)
 {
     system.interfaces.reset(); // the kernel does not know wireless devices yet
     start();
-    watch->poll();
+    poll();
     change({ interface(3, "wlan0") });
     EXPECT_FALSE(isEventRaised("wlan0"));
 }
@@ -254,12 +263,12 @@ TEST_F(CardWatchTest, PublishedInterfaceIsGivenToAManagerThatTakesItLater)
     system.interfaces = { interface(3, "wlan0") };
     start();
     managers.finding = { ManagerFinding::Kind::Unclear, "somebody does not answer" };
-    watch->poll(); // no reason to drop a link
+    poll(); // no reason to drop a link
     EXPECT_EQ(published(), Names { "wlan0" });
     managers.finding = { ManagerFinding::Kind::Held, "somebody manages it" };
-    watch->poll();
+    poll();
     EXPECT_EQ(published(), Names {});
-    watch->poll();
+    poll();
     EXPECT_EQ(countInLog("wlan0: left alone: somebody manages it\n"), 1U);
 }
 
@@ -269,7 +278,7 @@ TEST_F(CardWatchTest, ManagerThatDoesNotAnswerMayHoldTheInterface)
     system.interfaces = { interface(3, "wlan0") };
     start();
     nowMs += CardWatch::settlingMs;
-    watch->poll();
+    poll();
     EXPECT_EQ(published(), Names {});
     EXPECT_EQ(countInLog("wlan0: left alone: somebody does not answer\n"), 1U);
 }
@@ -289,4 +298,14 @@ TEST_F(CardWatchTest, ManagerHasTimeToLearnOfANewInterface)
     change({});
     change({ interface(3, "wlan0") });
     EXPECT_EQ(published(), Names {});
+}
+
+TEST_F(CardWatchTest, CardIsPublishedOnceItKnowsItsChannels)
+{
+    system.isKernelPrompt = false;
+    system.interfaces = { interface(3, "wlan0") };
+    start();
+    EXPECT_EQ(published(), Names {});
+    system.kernel->answerAll();
+    EXPECT_EQ(published(), Names { "wlan0" });
 }

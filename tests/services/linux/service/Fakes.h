@@ -60,6 +60,7 @@ public:
     std::optional<std::vector<StationInfo>> stations { std::vector<StationInfo> {} };
     std::optional<std::vector<SurveyFacts>> surveys { std::vector<SurveyFacts> {} };
     std::optional<LinkMessage> link { LinkMessage {} };
+    bool isPrompt { false }; // answers questions at once
     std::map<std::string, int> errors; // by call; once each
     std::vector<std::string> calls;
     std::vector<StartScan> scans;
@@ -72,6 +73,8 @@ private:
     {
         calls.emplace_back(call);
         waiting.emplace_back([done = std::move(done), &value] { done(value); });
+        if (isPrompt)
+            answerAll();
     }
     void answer(const char* call, Done done)
     {
@@ -100,8 +103,13 @@ public:
 class FakeRadio final : public InterfaceRadio {
 public:
     [[nodiscard]] RadioPosition position() const override { return current; }
-    void set(bool isOn) override { wanted = isOn; }
+    [[nodiscard]] bool set(bool isOn) override
+    {
+        wanted = isOn;
+        return canSwitch;
+    }
 
     RadioPosition current;
     std::optional<bool> wanted;
+    bool canSwitch { true };
 };

@@ -1,6 +1,7 @@
 #include "services/linux/service/LinuxCard.h"
 
 #include "driver/records/Oids.h"
+#include "tests/services/host/TestClient.h"
 #include "tests/services/linux/card/CardUnderTest.h"
 #include "tests/services/linux/service/Fakes.h"
 
@@ -268,4 +269,84 @@ TEST_F(LinuxCardTest, ProbedStateReplacesAnEventThatWasLost)
     kernel->calls.clear();
     EXPECT_FALSE(supplicant->listener->supplicantProbed(status));
     EXPECT_TRUE(kernel->calls.empty()); // nothing is set or read again
+}
+
+TEST_F(LinuxCardTest, ScanIsTriedAgainWhenTheKernelIsBusy)
+{
+    for (const int error : { EBUSY, ENETDOWN, EAGAIN, ETIMEDOUT }) {
+        kernel->errors["scan"] = error;
+        set<std::uint32_t>(OID_802_11_BSSID_LIST_SCAN, 0);
+        kernel->answerAll();
+        EXPECT_FALSE(card->state().scanPlan.isDone()) << error;
+        finishScans();
+    }
+    EXPECT_TRUE(log.empty()) << log;
+}
+
+TEST_F(LinuxCardTest, BasicRateIsThatOfTheNetwork)
+{
+    ScanEntry entry = networkEntry("cafe", 1);
+    appendElement(entry.elements, elementSupportedRates, Octets { 0x80 | 48, 0x80 | 24, 12, 108 });
+    kernel->networks = { entry };
+    linkUp();
+    kernel->errors["rates"] = EINVAL;
+    set(OID_802_11_DESIRED_RATES, NDIS_802_11_RATES { 108 });
+    kernel->answerAll();
+    EXPECT_EQ(kernel->allRates.back().twoGhz, (std::vector<std::uint8_t> { 108, 24 }));
+}
+
+TEST_F(LinuxCardTest, ChannelsAreAskedForUntilTheyAreKnown)
+{
+    auto ownedKernel = std::make_unique<FakeKernel>();
+    FakeKernel& silent = *ownedKernel;
+    LinuxCard late({}, false,
+        LinuxCard::Parts { std::move(ownedKernel), std::make_unique<FakeSupplicant>(), std::make_unique<FakeRadio>(),
+            [this] { return nowMs; }, [](const std::string&) {} });
+    bool isPrepared = false;
+    late.prepare([&isPrepared] { isPrepared = true; });
+    silent.answerAll(); // a failure
+    EXPECT_FALSE(isPrepared);
+    ASSERT_TRUE(pumpUntil([&silent] { return silent.count("wiphy") == 2; }));
+    silent.wiphy = dualBandWiphy();
+    silent.answerAll();
+    EXPECT_TRUE(isPrepared);
+    EXPECT_TRUE(silent.scans.empty()); // the interface is not up yet
+    late.start();
+    EXPECT_FALSE(silent.scans.empty());
+}
+
+TEST_F(LinuxCardTest, SilentKernelDoesNotHoldTheCardBackForLong)
+{
+    LinuxCard silent({}, false,
+        LinuxCard::Parts { std::make_unique<FakeKernel>(), std::make_unique<FakeSupplicant>(),
+            std::make_unique<FakeRadio>(), [this] { return nowMs; }, [](const std::string&) {} });
+    bool isPrepared = false;
+    silent.prepare([&isPrepared] { isPrepared = true; });
+    EXPECT_TRUE(pumpUntil([&isPrepared] { return isPrepared; }));
+}
+
+TEST_F(LinuxCardTest, AlternatingComplaintsAreSaidOnceEach)
+{
+    const auto reject = [this](const char* text) {
+        supplicant->listener->supplicantEvent({ SupplicantEventKind::AssociationRejected, text });
+    };
+    linkUp();
+    for (int i = 0; i < 3; ++i) {
+        reject("status_code=1");
+        reject("status_code=17");
+    }
+    EXPECT_EQ(std::count(log.begin(), log.end(), '\n'), 2);
+    set(OID_802_11_SSID, ssidRecord("other"));
+    reject("status_code=1");
+    EXPECT_EQ(std::count(log.begin(), log.end(), '\n'), 3);
+}
+
+TEST_F(LinuxCardTest, RadioThatCannotBeSwitchedIsReadBackAsItIs)
+{
+    radio->canSwitch = false;
+    set(VX_OID_802_11_RADIO, std::array<std::uint8_t, 4> { 0 });
+    EXPECT_TRUE(card->state().settings.radioOn);
+    radio->canSwitch = true;
+    set(VX_OID_802_11_RADIO, std::array<std::uint8_t, 4> { 0 });
+    EXPECT_FALSE(card->state().settings.radioOn);
 }

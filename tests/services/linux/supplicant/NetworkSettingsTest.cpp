@@ -94,3 +94,19 @@ TEST(NetworkSettings, AdHocAndHiddenAndLegacy)
     EXPECT_EQ(valueIn(networkSettings(block), "frequency"), "2437");
     EXPECT_EQ(valueIn(networkSettings(block), "disable_ht"), "1");
 }
+
+TEST(NetworkSettings, FastTransitionIsAskedForIfTheSupplicantKnowsIt)
+{
+    NetworkBlock block = open();
+    block.security = BlockSecurity::WpaPsk;
+    const auto fast = [&block] {
+        const auto settings = networkSettings(block);
+        return std::count_if(settings.begin(), settings.end(), [](const NetworkSetting& setting) {
+            return setting.name == "key_mgmt" && setting.value.view().ends_with("FT-PSK") && setting.isOptional;
+        });
+    };
+    EXPECT_EQ(fast(), 0);
+    block.needsFastTransition = true;
+    EXPECT_EQ(fast(), 1);
+    EXPECT_EQ(valueIn(networkSettings(block), "key_mgmt"), "WPA-PSK WPA-PSK-SHA256");
+}

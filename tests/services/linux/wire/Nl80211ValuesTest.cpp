@@ -157,3 +157,32 @@ TEST(ScanEvent, NamesItsFrequencies)
     EXPECT_EQ(interfaceIndex(message), 4U);
     EXPECT_TRUE(scannedFrequencies({}).empty());
 }
+
+TEST(Wiphy, KnowsWhichNewerRatesStationsHave)
+{
+    const auto he = [](std::uint16_t type) {
+        return AttributeBuilder().nest(1,
+            AttributeBuilder()
+                .nest(NL80211_BAND_IFTYPE_ATTR_IFTYPES, AttributeBuilder().flag(type))
+                .add(NL80211_BAND_IFTYPE_ATTR_HE_CAP_MAC, toBytes({ 1, 2, 3, 4, 5, 6 })));
+    };
+    const auto band = [&he](std::uint16_t type) {
+        return AttributeBuilder()
+            .add(NL80211_BAND_ATTR_VHT_MCS_SET, toBytes({ 1 }))
+            .nest(NL80211_BAND_ATTR_IFTYPE_DATA, he(type));
+    };
+    WiphyFacts facts;
+    addWiphy(facts,
+        AttributeBuilder()
+            .nest(NL80211_ATTR_WIPHY_BANDS, AttributeBuilder().nest(NL80211_BAND_5GHZ, band(NL80211_IFTYPE_STATION)))
+            .bytes());
+    EXPECT_TRUE(facts.fiveGhzNewer.hasVht);
+    EXPECT_TRUE(facts.fiveGhzNewer.hasHe);
+    EXPECT_EQ(facts.twoGhzNewer, WiphyFacts::NewerRates {});
+    WiphyFacts accessPointOnly;
+    addWiphy(accessPointOnly,
+        AttributeBuilder()
+            .nest(NL80211_ATTR_WIPHY_BANDS, AttributeBuilder().nest(NL80211_BAND_2GHZ, band(NL80211_IFTYPE_AP)))
+            .bytes());
+    EXPECT_FALSE(accessPointOnly.twoGhzNewer.hasHe);
+}

@@ -113,3 +113,19 @@ TEST(ListedElements, DropWhatDescribesNeitherNameNorRatesNorSecurity)
     const Octets vendor { 221, 4, 0x00, 0x50, 0xF2, 2 };
     EXPECT_EQ(listedElements(joined(joined(country, ssid), vendor)), ssid);
 }
+
+TEST(ListedElements, NeverShowAnUnreadableNetworkAsWep)
+{
+    const Octets locked = wpaOf(ccmp, ccmp, enterprise);
+    Octets later = rsnOf(ccmp, ccmp, psk);
+    later[2] = 2; // version
+    const auto shownAs = [](const Octets& elements) {
+        const Octets listed = listedElements(elements);
+        return Octets(listed.begin(), listed.begin() + 24);
+    };
+    EXPECT_EQ(shownAs(later), locked);
+    const Octets cutOff { 221, 5, 0x00, 0x50, 0xF2, 1, 1 };
+    EXPECT_EQ(shownAs(cutOff), locked);
+    // The readable one of both counts.
+    EXPECT_EQ(shownAs(joined(cutOff, rsnOf(ccmp, ccmp, psk))), wpaOf(ccmp, ccmp, psk));
+}
