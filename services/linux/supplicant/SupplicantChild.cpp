@@ -8,6 +8,7 @@
 #include <QStandardPaths>
 
 #include <algorithm>
+#include <map>
 #include <utility>
 
 namespace {
@@ -27,6 +28,30 @@ QString findProgram()
 bool isOk(std::string_view reply)
 {
     return reply.starts_with("OK");
+}
+
+// How many children of an interface were killed and have not ended yet. Until then they would take hold of an interface of
+// the same name.
+std::map<std::string, int>& dyingChildren()
+{
+    static std::map<std::string, int> children;
+    return children;
+}
+
+// Its signal may be on the call stack, or its end still to come.
+void dismiss(const std::string& interfaceName, QProcess* process)
+{
+    process->disconnect();
+    if (process->state() == QProcess::NotRunning) {
+        process->deleteLater();
+        return;
+    }
+    ++dyingChildren()[interfaceName];
+    QObject::connect(process, &QProcess::finished, process, [process, interfaceName] {
+        if (--dyingChildren()[interfaceName] == 0)
+            dyingChildren().erase(interfaceName);
+        process->deleteLater();
+    });
 }
 
 std::string_view trimmed(std::string_view text)
@@ -73,11 +98,9 @@ SupplicantChild::~SupplicantChild()
 {
     if (!m_process)
         return;
-    m_process->disconnect();
-    // Killed: its end drops the link, and until it has ended it would take hold of an interface of the same name.
-    constexpr int patienceMs = 1000;
+    // Killed: its end drops the link. Not waited for: a driver may keep it for long.
     m_process->kill();
-    (void)m_process->waitForFinished(patienceMs);
+    dismiss(m_interfaceName, m_process.release());
 }
 
 void SupplicantChild::start(SupplicantListener& listener)
@@ -93,6 +116,14 @@ std::string SupplicantChild::path(const char* name) const
 
 void SupplicantChild::launch()
 {
+    if (dyingChildren().contains(m_interfaceName)) {
+        constexpr int patience = 20; // pauses
+        if (++m_waits == patience)
+            m_log("the previous wpa_supplicant does not end");
+        m_restart.start(firstPauseMs);
+        return;
+    }
+    m_waits = 0;
     // A new one for each child: nothing of the previous one is in the way.
     m_directory = makeSocketDirectory();
     QFile settings(m_directory->filePath(QStringLiteral("settings")));
@@ -164,13 +195,7 @@ void SupplicantChild::ended(const std::string& why)
     m_isAttached = false;
     ++m_generation;
     if (m_process) {
-        // Its signal may be on the call stack, or its end still to come.
-        QProcess* const process = m_process.release();
-        process->disconnect();
-        if (process->state() == QProcess::NotRunning)
-            process->deleteLater();
-        else
-            QObject::connect(process, &QProcess::finished, process, &QObject::deleteLater);
+        dismiss(m_interfaceName, m_process.release());
     }
     if (std::exchange(m_isReady, false))
         m_listener->supplicantLost();
@@ -203,8 +228,8 @@ void SupplicantChild::sendNext()
 void SupplicantChild::dropUnsent()
 {
     ++m_generation;
-    if (m_isSent && !m_commands.empty())
-        m_commands.erase(m_commands.begin() + 1, m_commands.end());
+    const auto firstUnsent = m_commands.begin() + (m_isSent && !m_commands.empty() ? 1 : 0);
+    m_commands.erase(firstUnsent, m_commands.end());
 }
 
 void SupplicantChild::receiveReply(std::string_view reply)
@@ -215,8 +240,9 @@ void SupplicantChild::receiveReply(std::string_view reply)
     m_isSent = false;
     const Command command = std::move(m_commands.front());
     m_commands.pop_front();
-    sendNext();
-    command.replied(trimmed(reply));
+    command.replied(trimmed(reply)); // may drop the commands that follow
+    if (!m_isSent)
+        sendNext();
 }
 
 void SupplicantChild::receiveEvent(std::string_view line)
@@ -286,7 +312,10 @@ void SupplicantChild::setAll(const std::string& id, const NetworkBlock& block)
                 if (isOk(reply) || isOptional || join != m_generation)
                     return;
                 m_log("wpa_supplicant refuses the setting " + name);
-                dropUnsent(); // without it, the join could end in another network
+                // Without it, the join could end in another network.
+                dropUnsent();
+                m_networkId.clear();
+                send(SecretText(removeAll), [](std::string_view) {});
             });
     }
     send(SecretText("SELECT_NETWORK " + id), [this](std::string_view reply) {

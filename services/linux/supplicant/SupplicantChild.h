@@ -82,6 +82,7 @@ private:
     std::uint64_t m_statusGeneration { 0 }; // a status asked for before the link went down is out of date
     std::string m_networkId;
     int m_pauseMs { 0 };
+    int m_waits { 0 }; // for the end of the previous child
     std::string m_lastComplaint;
     QTimer m_restart;
     QTimer m_connectRetry;

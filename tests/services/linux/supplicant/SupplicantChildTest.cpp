@@ -221,6 +221,7 @@ TEST_F(SupplicantChildTest, RefusedSettingIsNamedWithoutItsValue)
     ASSERT_TRUE(waitFor([this] { return readyCount == 1; }));
     child.join(network("cafe"));
     EXPECT_TRUE(waitFor([this] { return isSaid("refuses the setting psk"); }));
+    EXPECT_FALSE(waitFor([this] { return commands().find("SELECT_NETWORK") != std::string::npos; }, 300));
     EXPECT_EQ(complaints.find("abab"), std::string::npos);
 }
 
@@ -241,6 +242,18 @@ TEST_F(SupplicantChildTest, LeavesAndWidensItsSearch)
     child.leave();
     ASSERT_TRUE(waitFor([this] { return commands().find("DISCONNECT\nREMOVE_NETWORK all\n") != std::string::npos; }));
     EXPECT_EQ(commands().find("scan_freq 2412\n"), std::string::npos);
+}
+
+TEST_F(SupplicantChildTest, NextChildOfAnInterfaceWaitsForTheEndOfTheFirst)
+{
+    auto first = std::make_unique<SupplicantChild>(
+        "card9", [](const std::string&) {}, STAND_IN_PROGRAM, SupplicantChild::Timing {});
+    first->start(*this);
+    ASSERT_TRUE(waitFor([this] { return readyCount == 1; }));
+    first.reset();
+    start();
+    EXPECT_TRUE(waitFor([this] { return readyCount == 2; }));
+    EXPECT_TRUE(complaints.empty()) << complaints; // the stand-in ends at once if it meets another one
 }
 
 TEST_F(SupplicantChildTest, SocketsAreInADirectoryOfItsOwn)
