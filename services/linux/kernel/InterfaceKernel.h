@@ -25,8 +25,8 @@ public:
     virtual void readStations(const std::optional<MacAddress>& accessPoint, Read<std::vector<StationInfo>> done) = 0;
     virtual void readSurvey(Read<std::vector<SurveyFacts>> done) = 0;
     virtual void readLink(Read<LinkMessage> done) = 0;
-    // From the driver's own statistics; std::nullopt if it has none.
-    [[nodiscard]] virtual std::optional<std::uint64_t> duplicates() = 0;
+    // From the driver's own statistics; fails if it has none.
+    virtual void readDuplicates(Read<std::uint64_t> done) = 0;
 
     virtual void startScan(const StartScan& scan, Done done) = 0;
     virtual void abortScan() = 0;

@@ -6,7 +6,7 @@
 
 #include <string>
 
-// One interface through nl80211, route netlink and the driver's statistics.
+// One interface through nl80211, route netlink and the driver's statistics. Blocks while the driver is busy.
 class Nl80211Interface final : public InterfaceKernel {
     Q_DISABLE_COPY_MOVE(Nl80211Interface)
 
@@ -20,7 +20,8 @@ public:
     void readStations(const std::optional<MacAddress>& accessPoint, Read<std::vector<StationInfo>> done) override;
     void readSurvey(Read<std::vector<SurveyFacts>> done) override;
     void readLink(Read<LinkMessage> done) override;
-    [[nodiscard]] std::optional<std::uint64_t> duplicates() override { return m_driver.statistic("rx_duplicates"); }
+    // Answers at once.
+    void readDuplicates(Read<std::uint64_t> done) override { done(m_driver.statistic("rx_duplicates")); }
 
     void startScan(const StartScan& scan, Done done) override;
     void abortScan() override;

@@ -19,11 +19,11 @@ constexpr std::size_t eventBytes = RFKILL_EVENT_SIZE_V1;
 
 } // namespace
 
-std::error_code RadioSwitches::open()
+std::error_code RadioSwitches::open(const std::string& device)
 {
-    m_device = FileDescriptor(::open("/dev/rfkill", O_RDWR | O_NONBLOCK | O_CLOEXEC));
+    m_device = FileDescriptor(::open(device.c_str(), O_RDWR | O_NONBLOCK | O_CLOEXEC));
     if (!m_device)
-        m_device = FileDescriptor(::open("/dev/rfkill", O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+        m_device = FileDescriptor(::open(device.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
     if (!m_device)
         return lastSystemError();
     m_notifier = std::make_unique<QSocketNotifier>(m_device.get(), QSocketNotifier::Read);

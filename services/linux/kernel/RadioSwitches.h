@@ -10,6 +10,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <string>
 #include <system_error>
 
 // The radio switches of the machine (/dev/rfkill).
@@ -26,7 +27,7 @@ public:
     ~RadioSwitches() = default;
 
     // Without the right to write, positions are followed but not set.
-    [[nodiscard]] std::error_code open();
+    [[nodiscard]] std::error_code open(const std::string& device = "/dev/rfkill");
 
     [[nodiscard]] std::optional<RadioPosition> position(std::uint32_t index) const;
     [[nodiscard]] std::error_code setSoftBlock(std::uint32_t index, bool isBlocked);

@@ -252,8 +252,10 @@ void LinuxCard::refreshFacts()
         }
         m_card.noiseRead(noise);
     });
-    if (const auto duplicates = m_parts.kernel->duplicates())
-        m_card.duplicatesRead(*duplicates);
+    m_parts.kernel->readDuplicates([this](std::optional<std::uint64_t> duplicates) {
+        if (duplicates)
+            m_card.duplicatesRead(*duplicates);
+    });
 }
 
 // The client reads back how the switch really stands.

@@ -18,7 +18,8 @@ RadioPosition LinuxRadio::position() const
 bool LinuxRadio::set(bool isOn)
 {
     if (!m_index) {
-        m_log("the radio has no switch");
+        if (!isOn)
+            m_log("the radio has no switch");
         return isOn;
     }
     const auto error = m_switches.setSoftBlock(*m_index, !isOn);

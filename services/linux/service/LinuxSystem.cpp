@@ -2,6 +2,7 @@
 
 #include "services/linux/kernel/DriverInfo.h"
 #include "services/linux/kernel/Nl80211Interface.h"
+#include "services/linux/kernel/ThreadedKernel.h"
 #include "services/linux/service/LinuxRadio.h"
 #include "services/linux/supplicant/SupplicantChild.h"
 
@@ -37,7 +38,7 @@ LinuxSystem::LinuxSystem(Log log, FindFamily findFamily)
     : m_log(std::move(log))
     , m_findFamily(std::move(findFamily))
     , m_switches([this](std::uint32_t) { m_listener->radiosChanged(); })
-    , m_requests(NETLINK_GENERIC)
+    , m_requests([] { return std::make_unique<NetlinkRequests>(NETLINK_GENERIC); })
     , m_wirelessEvents([this](const NetlinkReply& message) { receiveWireless(message); },
           [this] {
               m_log("the kernel had more to say than fits: reading everything anew");
@@ -120,20 +121,22 @@ void LinuxSystem::readInterfaces(InterfacesRead done)
 {
     if (m_family < 0)
         return;
-    m_requests.send(NetlinkMessage::generic(m_family, NL80211_CMD_GET_INTERFACE, NLM_F_DUMP),
-        [this, done = std::move(done)](const NetlinkResult& result) {
-            if (result.error != 0) {
-                done(std::nullopt);
-                familyFailed(result.error);
-                return;
-            }
-            std::vector<InterfaceFacts> present;
-            for (const auto& body : result.bodies) {
-                if (auto interface = interfaceFacts(attributesOf(body)))
-                    present.push_back(std::move(*interface));
-            }
-            done(std::move(present));
-        });
+    const std::function<void(NetlinkResult)> answered = [this, done = std::move(done)](const NetlinkResult& result) {
+        if (result.error != 0) {
+            done(std::nullopt);
+            familyFailed(result.error);
+            return;
+        }
+        std::vector<InterfaceFacts> present;
+        for (const auto& body : result.bodies) {
+            if (auto interface = interfaceFacts(attributesOf(body)))
+                present.push_back(std::move(*interface));
+        }
+        done(std::move(present));
+    };
+    m_requests.call([family = m_family, answer = m_requests.fromMainThread(answered)](NetlinkRequests& requests) {
+        requests.send(NetlinkMessage::generic(family, NL80211_CMD_GET_INTERFACE, NLM_F_DUMP), answer);
+    });
 }
 
 bool LinuxSystem::exists(const InterfaceFacts& interface) const
@@ -155,8 +158,10 @@ CardHardware LinuxSystem::hardwareOf(const InterfaceFacts& interface)
 
 LinuxCard::Parts LinuxSystem::partsFor(const InterfaceFacts& interface, const LinuxCard::Log& log)
 {
-    return { std::make_unique<Nl80211Interface>(m_family, interface.index, interface.wiphy, interface.name),
-        std::make_unique<SupplicantChild>(interface.name, log),
+    const auto makeKernel = [family = m_family, interface]() -> std::unique_ptr<InterfaceKernel> {
+        return std::make_unique<Nl80211Interface>(family, interface.index, interface.wiphy, interface.name);
+    };
+    return { std::make_unique<ThreadedKernel>(makeKernel), std::make_unique<SupplicantChild>(interface.name, log),
         std::make_unique<LinuxRadio>(m_switches, interface.name, log), nullptr, nullptr };
 }
 

@@ -3,6 +3,7 @@
 #include "services/linux/kernel/NetlinkEvents.h"
 #include "services/linux/kernel/NetlinkRequests.h"
 #include "services/linux/kernel/RadioSwitches.h"
+#include "services/linux/kernel/ThreadOwned.h"
 #include "services/linux/service/WirelessSystem.h"
 
 #include <functional>
@@ -43,7 +44,7 @@ private:
     WirelessListener* m_listener { nullptr };
     int m_family { -1 };
     RadioSwitches m_switches;
-    NetlinkRequests m_requests;
+    ThreadOwned<NetlinkRequests> m_requests; // they wait while any driver is being opened
     NetlinkEvents m_wirelessEvents;
     NetlinkEvents m_linkEvents;
 };

@@ -23,7 +23,7 @@ public:
     }
     void readSurvey(Read<std::vector<SurveyFacts>> done) override { later("survey", std::move(done), surveys); }
     void readLink(Read<LinkMessage> done) override { later("link", std::move(done), link); }
-    std::optional<std::uint64_t> duplicates() override { return 0; }
+    void readDuplicates(Read<std::uint64_t> done) override { later("duplicates", std::move(done), duplicates); }
 
     void startScan(const StartScan& scan, Done done) override
     {
@@ -59,6 +59,7 @@ public:
     std::optional<std::vector<ScanEntry>> networks { std::vector<ScanEntry> {} };
     std::optional<std::vector<StationInfo>> stations { std::vector<StationInfo> {} };
     std::optional<std::vector<SurveyFacts>> surveys { std::vector<SurveyFacts> {} };
+    std::optional<std::uint64_t> duplicates { 0 };
     std::optional<LinkMessage> link { LinkMessage {} };
     bool isPrompt { false }; // answers questions at once
     std::map<std::string, int> errors; // by call; once each
