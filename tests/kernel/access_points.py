@@ -94,26 +94,19 @@ class AccessPoint:
             control.send(command.encode())
             return control.recv(65536).decode(errors="replace")
 
-    def is_on(self):
-        try:
-            return "state=ENABLED" in self.ask("STATUS")
-        except OSError:
-            return False
-
     def has_authorised(self, address):
         """Whether hostapd lets this station's frames pass."""
         return "[AUTHORIZED]" in self.ask(f"STA {address}")
 
-    def serve_addresses(self):
-        """Starts the DHCP server."""
-        radios.run_in_air("busybox-static", "ip", "address", "replace", f"{self.gateway}/24", "dev", self.interface)
+    def address_server(self):
+        """The commands that start its DHCP server."""
         folder = pathlib.Path(tempfile.mkdtemp())
         (folder / "leases").touch()
         (folder / "configuration").write_text(
             f"start 10.{self.number}.0.20\nend 10.{self.number}.0.60\ninterface {self.interface}\n"
             f"lease_file {folder}/leases\npidfile {folder}/pid\noption subnet 255.255.255.0\noption lease 3600\n")
-        radios.start_in_air("busybox-static", "udhcpd", "-f", "-a", 50, folder / "configuration",
-                            stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        return [f"ip address replace {self.gateway}/24 dev {self.interface}",
+                f"udhcpd -f -a 50 {folder}/configuration >/dev/null 2>&1 &"]
 
 
 class Neighbourhood:
@@ -128,13 +121,14 @@ class Neighbourhood:
             files[-1].write_text(access_point.configuration())
         with LOG.open("wb") as log:
             hostapd = radios.start_in_air("hostapd", *files, stdout=log, stderr=log)
-        for access_point in access_points:
-            access_point.serve_addresses()
+        # In one shell, because commands start slowly in the machine.
+        commands = [line for access_point in access_points for line in access_point.address_server()]
+        radios.start_in_air("busybox-static", "sh", "-c", "\n".join([*commands, "wait"]))
         radios.start_in_air("python3", "-I", "-S", ECHO, ECHO_PORT)
 
         def are_on():
             assert hostapd.poll() is None, LOG.read_text()[-2000:]
-            return all(access_point.is_on() for access_point in access_points)
+            return LOG.read_text().count("AP-ENABLED") == len(access_points)
 
         wait_until("all networks are announced", are_on)
 
@@ -159,10 +153,10 @@ def crowd():
 
 def get_address(interface):
     """The interface's address from the DHCP server; None if there is no answer. Removes earlier ones."""
-    radios.run("ip", "address", "flush", "dev", interface)
+    radios.run("busybox-static", "ip", "address", "flush", "dev", interface)
     subprocess.run(["busybox-static", "udhcpc", "-i", interface, "-n", "-q", "-f", "-t", "8", "-T", "1",
                     "-s", str(LEASE)], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, check=False)
-    words = radios.run("ip", "-4", "-o", "address", "show", "dev", interface).split()
+    words = radios.run("busybox-static", "ip", "-4", "-o", "address", "show", "dev", interface).split()
     return words[words.index("inet") + 1].split("/")[0] if "inet" in words else None
 
 

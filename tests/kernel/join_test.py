@@ -23,7 +23,7 @@ def joins_networks_of_every_kind(world):
     secrets += [key for network in neighbourhood.ALL for key in network.wep_keys.values()]
     told = world.log.read_bytes().lower() + b"".join(world.service.children().values()).lower()
     for secret in secrets:
-        assert secret.lower() not in told and secret.hex().encode() not in told, "a key is in the log or an argument list"
+        assert secret.lower() not in told and secret.hex().encode() not in told, "a key is in the log or the arguments"
     for mode in (card.WPA_ENTERPRISE, card.WPA_NONE):
         try:
             client.set_number(card.AUTHENTICATION_MODE, mode)
@@ -84,13 +84,14 @@ def joins_ad_hoc_networks(world):
             assert entries[0].infrastructure == card.AD_HOC and bool(entries[0].privacy) == bool(key)
             start = time.monotonic()
             client.join(peer)
-            wait_until("the card is in the cell", lambda: client.is_linked() and client.peer() == peer.network_address, 20)
+            wait_until("the card is in the cell",
+                       lambda: client.is_linked() and client.peer() == peer.network_address, 30)
             seconds = time.monotonic() - start
-            radios.run("ip", "address", "flush", "dev", world.name)
-            radios.run("ip", "address", "add", peer.server[:-1] + "2/24", "dev", world.name)
+            radios.run("busybox-static", "ip", "address", "flush", "dev", world.name)
+            radios.run("busybox-static", "ip", "address", "add", peer.server[:-1] + "2/24", "dev", world.name)
             echo = wait_until("a datagram comes back", lambda: exchange_datagram(world.name, peer.server), 20)
-            world.say(f"ad hoc, {'WEP' if key else 'open'}: in the cell after {seconds:.1f} s, a datagram and its echo in "
-                      f"{1000 * echo:.0f} ms")
+            world.say(f"ad hoc, {'WEP' if key else 'open'}: in the cell after {seconds:.1f} s, a datagram and its "
+                      f"echo in {1000 * echo:.0f} ms")
         finally:
             peer.radio.pull()
 

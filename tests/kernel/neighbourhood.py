@@ -39,9 +39,10 @@ EQUALS = AccessPoint(15, b"Equals", 48, "WPA3 only").with_settings("WPA AES", *W
 OFFICE = AccessPoint(16, b"Office", 8, "802.1X").with_settings("WPA AES", *ENTERPRISE)
 # For the tests that change their signals and channels.
 NEAR_AND_FAR = AccessPoint(17, b"Buoy", 10, "WPA2-PSK").with_passphrase("red to port", *WPA2)
-FAR_AND_NEAR = AccessPoint(18, b"Sextant", 11, "WPA2-PSK").with_passphrase("noon sight", *WPA2)# Two access points of one network.
+FAR_AND_NEAR = AccessPoint(18, b"Sextant", 11, "WPA2-PSK").with_passphrase("noon sight", *WPA2)
+# Two access points of one network.
 ROAMING = [AccessPoint(20 + index, b"Ferry", channel, "WPA2-PSK").with_passphrase("port and starboard", *WPA2)
-           for index, channel in enumerate((12, 161))]
+           for index, channel in enumerate((8, 161))]
 
 CHANGING = [NEAR_AND_FAR, FAR_AND_NEAR, *ROAMING]
 

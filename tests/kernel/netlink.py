@@ -3,7 +3,6 @@
 import contextlib
 import ctypes
 import os
-import pathlib
 import socket
 import struct
 

@@ -106,13 +106,13 @@ class World:
         self.hears(network)
         return self.join(network, by_address=True)
 
-    def wait_for_link(self, network, seconds=30.0):
+    def wait_for_link(self, network, seconds=90.0):
         """Waits until both sides agree on the link. Returns the seconds it took."""
         start = time.monotonic()
         wait_until(f"the card is connected with {network.ssid!r}",
                    lambda: self.card.is_linked() and self.card.peer() == network.address, seconds)
         wait_until(f"{network.ssid!r} has authorised the card",
-                   lambda: network.has_authorised(self.radio.address), 5.0)
+                   lambda: network.has_authorised(self.radio.address), 20)
         return time.monotonic() - start
 
     def use(self, network):
