@@ -3,7 +3,9 @@
 import os
 import pathlib
 import signal
+import socket
 import subprocess
+import tempfile
 
 from card import Card
 from programs import LIMIT, wait_until
@@ -20,12 +22,26 @@ class Service:
                                             preexec_fn=lambda: os.setpriority(os.PRIO_PROCESS, 0, 0))
 
     def describe_state(self):
-        """What the kernel says about a service that does not answer."""
+        """Where the service waits in the kernel, and what its supplicants say."""
         folder = pathlib.Path(f"/proc/{self.process.pid}")
         try:
-            return f"pellvaned waits in {(folder / 'wchan').read_text()!r}: {(folder / 'stack').read_text()!r}"
-        except OSError as error:
+            said = [f"pellvaned waits in {(folder / 'wchan').read_text()}"]
+            for line in self.children().values():
+                interface, settings = [word[2:].decode() for word in line.split(b"\0") if word[:2] in (b"-i", b"-c")]
+                said += [self._ask_supplicant(pathlib.Path(settings).parent / interface, command)
+                         for command in ("STATUS", "LIST_NETWORKS", "SCAN_RESULTS")]
+            return "\n".join(said)
+        except (OSError, ValueError) as error:
             return f"pellvaned: {error}"
+
+    @staticmethod
+    def _ask_supplicant(path, command):
+        with tempfile.TemporaryDirectory() as folder, socket.socket(socket.AF_UNIX, socket.SOCK_DGRAM) as control:
+            control.settimeout(5)
+            control.bind(f"{folder}/client")
+            control.connect(str(path))
+            control.send(command.encode())
+            return f"{command}: {control.recv(8192).decode(errors='replace')}"
 
     def wait_for(self, name, seconds=LIMIT):
         """Returns the card with this name when the service answers for it."""
