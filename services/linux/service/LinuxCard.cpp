@@ -80,6 +80,7 @@ void LinuxCard::prepare(std::function<void()> prepared)
 {
     m_prepared = std::move(prepared);
     m_preparation.start();
+    radioChanged();
     readWiphy();
 }
 

@@ -138,7 +138,8 @@ void SupplicantChild::launch()
     m_process->setProgram(m_program.empty() ? findProgram() : QString::fromStdString(m_program));
     m_process->setArguments({ QStringLiteral("-qq"), QStringLiteral("-Dnl80211"),
         QStringLiteral("-i") + QString::fromStdString(m_interfaceName), QStringLiteral("-c") + settings.fileName() });
-    m_process->setProcessChannelMode(QProcess::ForwardedChannels);
+    m_process->setProcessChannelMode(QProcess::MergedChannels);
+    QObject::connect(m_process.get(), &QProcess::readyRead, m_process.get(), [this] { passOn(); });
     m_process->setStandardInputFile(QProcess::nullDevice());
     m_process->setChildProcessModifier(limitChild);
     QObject::connect(m_process.get(), &QProcess::finished, m_process.get(),
@@ -150,6 +151,20 @@ void SupplicantChild::launch()
     m_startTimeout.start();
     m_connectRetry.start();
     m_process->start();
+}
+
+// A daemon has no standard error. Each line once; the child prints no keys.
+void SupplicantChild::passOn()
+{
+    constexpr std::size_t maxLines = 100;
+    while (m_process && m_process->canReadLine()) {
+        const std::string line = m_process->readLine().trimmed().toStdString();
+        if (!line.empty() && m_passedOn.size() < maxLines && m_passedOn.insert(line).second)
+            m_log("wpa_supplicant: " + line);
+    }
+    constexpr qint64 maxPending = 8192; // a line without an end
+    if (m_process && m_process->bytesAvailable() > maxPending)
+        (void)m_process->readAll();
 }
 
 void SupplicantChild::connectControl()

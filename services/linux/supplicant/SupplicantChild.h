@@ -12,6 +12,7 @@
 #include <deque>
 #include <functional>
 #include <memory>
+#include <set>
 #include <string>
 
 // A private supplicant for one interface: a child process with its control socket in a directory that only we can
@@ -51,6 +52,7 @@ private:
     };
 
     void launch();
+    void passOn();
     void connectControl();
     void ended(const std::string& why);
     void scheduleRestart();
@@ -84,6 +86,7 @@ private:
     int m_pauseMs { 0 };
     int m_waits { 0 }; // for the end of the previous child
     std::string m_lastComplaint;
+    std::set<std::string> m_passedOn; // lines that the children printed
     QTimer m_restart;
     QTimer m_connectRetry;
     QTimer m_startTimeout;

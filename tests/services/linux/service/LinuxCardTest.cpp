@@ -217,7 +217,8 @@ TEST_F(LinuxCardTest, InterfaceWithoutItsRadioIsNotBroughtUp)
     LinuxCard blocked({}, false,
         LinuxCard::Parts { std::move(ownedKernel), std::make_unique<FakeSupplicant>(), std::move(ownedRadio),
             [this] { return nowMs; }, [](const std::string&) {} });
-    blocked.start();
+    blockedKernel.wiphy = dualBandWiphy();
+    blocked.prepare([&blocked] { blocked.start(); });
     blockedKernel.answerAll();
     EXPECT_EQ(blockedKernel.count("up"), 0U);
     EXPECT_TRUE(blockedKernel.scans.empty());

@@ -137,7 +137,7 @@ TEST_F(SupplicantChildTest, EndlessDeathsAreLoggedOnceAndPausedBetween)
         return count;
     };
     ASSERT_TRUE(waitFor([&starts] { return starts() == 3; }));
-    EXPECT_EQ(complaints, "wpa_supplicant is started again: it ended with status 3\n");
+    EXPECT_EQ(complaints, "wpa_supplicant: no such driver\nwpa_supplicant is started again: it ended with status 3\n");
     EXPECT_EQ(lostCount, 0); // it was never ready
 }
 
