@@ -163,7 +163,8 @@ Effects Card::nextScan(std::int64_t nowMs)
     m_scanDueMs.reset();
     if (m_state.scanPlan.isDone() || !m_state.isRadioOn())
         return {};
-    const std::int64_t freeAtMs = m_state.requestMs + joinHeadStartMs;
+    const std::int64_t headStartMs = m_state.scanPlan.isNextAdditional() ? listenHeadStartMs : joinHeadStartMs;
+    const std::int64_t freeAtMs = m_state.requestMs + headStartMs;
     if (m_state.request && !m_state.link && m_state.isSupplicantReady && nowMs < freeAtMs) {
         m_scanDueMs = freeAtMs;
         return {};

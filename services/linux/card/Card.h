@@ -25,6 +25,8 @@ public:
     static constexpr std::int64_t restoreDelayMs = 5000;
     // A join comes first: scans wait until it has ended, but not longer than this.
     static constexpr std::int64_t joinHeadStartMs = 3000;
+    // Listening for hidden networks can wait longer: during a scan the interface misses the answers of the access point.
+    static constexpr std::int64_t listenHeadStartMs = 20'000;
     // The supplicant pauses for 5 s after each search. For this long after a request it is told to search again at once,
     // because a single search easily misses a hidden network.
     static constexpr std::int64_t urgentSearchMs = 8000;

@@ -34,6 +34,8 @@ public:
     void start(const std::vector<ChannelFacts>& channels, const Known& known, bool isLinked, std::int64_t nowMs);
     void cancel() { m_pending.clear(); }
     [[nodiscard]] bool isDone() const { return m_pending.empty(); }
+    // Whether only the additional listening for hidden networks is next.
+    [[nodiscard]] bool isNextAdditional() const { return !m_pending.empty() && m_pending.front().isAdditional; }
     // What to scan next; no frequencies if nothing is left. They stay pending until scanned() names them.
     [[nodiscard]] ScanBatch batch();
     // The batch was refused or aborted.

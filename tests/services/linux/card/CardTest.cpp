@@ -279,6 +279,21 @@ TEST(Card, ScanWaitsForAJoin)
     EXPECT_EQ(effectIn<StartScan>(card.effects)->ssid, octets("cafe"));
 }
 
+TEST(Card, ListeningForHiddenNetworksWaitsLongerForAJoin)
+{
+    CardUnderTest card;
+    (void)card.set(OID_802_11_SSID, ssidRecord("cafe"));
+    (void)card.set<std::uint32_t>(OID_802_11_BSSID_LIST_SCAN, 0);
+    card.pass(Card::joinHeadStartMs);
+    ASSERT_NE(effectIn<StartScan>(card.effects), nullptr);
+    EXPECT_FALSE(effectIn<StartScan>(card.effects)->isListening);
+    card.effects = card.card.scanRead({}, card.card.state().allowedMhz(), card.nowMs);
+    EXPECT_EQ(effectIn<StartScan>(card.effects), nullptr);
+    card.pass(Card::listenHeadStartMs);
+    ASSERT_NE(effectIn<StartScan>(card.effects), nullptr);
+    EXPECT_TRUE(effectIn<StartScan>(card.effects)->isListening);
+}
+
 TEST(Card, ScanForANameNeedsADriverThatTakesTwo)
 {
     CardUnderTest card;
