@@ -10,6 +10,23 @@
 
 namespace {
 
+// At its end, lets the killed processes end, for which nobody else waits.
+struct EndOfProcesses {
+    EndOfProcesses() = default;
+    Q_DISABLE_COPY_MOVE(EndOfProcesses)
+    ~EndOfProcesses()
+    {
+        const auto isAnyLeft = [] {
+            std::ifstream children("/proc/thread-self/children");
+            return children.peek() != std::ifstream::traits_type::eof();
+        };
+        for (int waits = 0; isAnyLeft() && waits < 1000; ++waits)
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::AllEvents, 20);
+        QCoreApplication::processEvents();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+};
+
 class SupplicantChildTest : public testing::Test, protected SupplicantListener {
 protected:
     SupplicantChildTest()
@@ -69,6 +86,7 @@ protected:
     std::optional<SupplicantStatus> lastProbe;
     std::string complaints;
     QTemporaryDir folder { QStringLiteral("/tmp/child-XXXXXX") };
+    EndOfProcesses endOfProcesses;
     SupplicantChild child { "card9", [this](const std::string& text) { complaints += text + '\n'; }, STAND_IN_PROGRAM,
         { .replyTimeoutMs = 3000, .probeIntervalMs = 300, .startTimeoutMs = 10'000, .provenMs = 1000 } };
 };
