@@ -12,6 +12,7 @@
 #include "tests/support/ScriptedModalSheets.h"
 #include "tests/support/SimulatorThread.h"
 #include "tests/support/SocketServiceDouble.h"
+#include "tests/survey/InitialSurveyState.h"
 
 #include <QApplication>
 #include <QEventLoop>
@@ -83,6 +84,7 @@ public:
     VX7100Access& adapter() { return m_application.adapter(); }
 
 private:
+    InitialSurveyState m_initialState; // for a situation that is not the first of the process
     QTemporaryDir m_home;
     WindowSettings m_settings { m_home.filePath(QStringLiteral("settings.plist")) };
     MemoryUserDefaults m_userDefaults;
@@ -111,19 +113,9 @@ private:
     QTimer m_time;
 };
 
-Response withRadioOff()
+// Associates the card. Only after a link the utility scans at every probe.
+const ScenarioNetwork& join(OpenWindow& open, RunningSimulator& simulator)
 {
-    RunningSimulator simulator;
-    OpenWindow open(simulator.root());
-    handleEventsFor(8s);
-    open.window().findChild<QPushButton*>(QStringLiteral("Radio"))->click();
-    return measureResponse();
-}
-
-Response withLostLink()
-{
-    RunningSimulator simulator;
-    OpenWindow open(simulator.root());
     handleEventsFor(8s);
     const auto& networks = simulator.scenario().networks;
     const auto network
@@ -132,7 +124,24 @@ Response withLostLink()
     std::copy(network->ssid.begin(), network->ssid.end(), ssid.Ssid.begin());
     (void)setRecord(open.adapter(), OID_802_11_SSID, ssid);
     handleEventsFor(8s);
-    simulator.run([&] { (void)simulator.service().card().removeNetwork(network->bssid, simulator.service().nowMs()); });
+    return *network;
+}
+
+Response withRadioOff()
+{
+    RunningSimulator simulator;
+    OpenWindow open(simulator.root());
+    (void)join(open, simulator);
+    open.window().findChild<QPushButton*>(QStringLiteral("Radio"))->click();
+    return measureResponse();
+}
+
+Response withLostLink()
+{
+    RunningSimulator simulator;
+    OpenWindow open(simulator.root());
+    const ScenarioNetwork& network = join(open, simulator);
+    simulator.run([&] { (void)simulator.service().card().removeNetwork(network.bssid, simulator.service().nowMs()); });
     handleEventsFor(8s);
     return measureResponse();
 }
